@@ -1,0 +1,33 @@
+# Compile and link flags in one interface target, so that no target sets its own.
+
+set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers, comma separated (address,undefined)")
+option(VARNEL_FUZZ "Build the libFuzzer targets" OFF)
+
+add_library(varnel_flags INTERFACE)
+
+target_compile_options(varnel_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2 -Wnull-dereference
+  -Wimplicit-fallthrough -Werror)
+
+# No silent casts between bytes and text: every conversion in this program names its encoding.
+target_compile_definitions(varnel_flags INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS QT_USE_QSTRINGBUILDER
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400 VARNEL_VERSION="${PROJECT_VERSION}")
+
+if(VARNEL_SANITIZE)
+  target_compile_options(varnel_flags INTERFACE
+    -fsanitize=${VARNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(varnel_flags INTERFACE -fsanitize=${VARNEL_SANITIZE})
+elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
+  target_compile_options(varnel_flags INTERFACE
+    -fstack-protector-strong -fstack-clash-protection -fcf-protection -U_FORTIFY_SOURCE
+    -D_FORTIFY_SOURCE=2)
+  target_link_options(varnel_flags INTERFACE -Wl,-z,relro,-z,now)
+endif()
+target_link_options(varnel_flags INTERFACE -Wl,--as-needed)
+
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)

@@ -1,0 +1,22 @@
+# A room is a folder of src/. Its sources are found, not listed: a new file needs no second edit.
+
+# varnel_room_sources(OUT folder...): the sources directly in those folders (not below them).
+function(varnel_room_sources out)
+  set(found "")
+  foreach(folder IN LISTS ARGN)
+    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
+    list(APPEND found ${sources})
+  endforeach()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# varnel_test_program(NAME SOURCES files... LIBRARIES libs... [PROPERTIES ctest properties...])
+# Each test of the program is a ctest test of its own, in a process of its own.
+include(GoogleTest OPTIONAL)
+function(varnel_test_program name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE varnel_flags ${arg_LIBRARIES} GTest::gtest GTest::gmock)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120 ${arg_PROPERTIES})
+endfunction()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "settings/PendingChanges.h"
+
+#include <QString>
+
+namespace varnel {
+
+/// Puts the old values of hidden settings into the backup file of a run, one SQLite database opened
+/// and closed for each row.
+class BackupWriter : public OldValueKeeper {
+public:
+    /// The path may not exist yet; the first row creates the file.
+    explicit BackupWriter(QString backupFileName);
+
+    /// The first row of a setting wins. Values go into the statements as they are: text with an
+    /// apostrophe fails, is logged with the library's text, and is returned as an error.
+    Result<void> addDataToBackupFile(const ChangeRecord &record) override;
+
+private:
+    QString backupFileName;
+};
+
+} // namespace varnel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace varnel {
+
+/// The text that "%@" prints: the string itself, "(null)" for a null string. An empty string that
+/// is not null prints as nothing.
+[[nodiscard]] QString orNull(const QString &text);
+
+/// Replaces the placeholders of a format, "%@", "%d", "%lu", "%ld" or "%s", from left to right,
+/// each by the next argument. What an argument brings in is never looked at again; placeholders
+/// without an argument stay.
+[[nodiscard]] QString fillIn(QStringView format, const QStringList &arguments);
+
+/// The leading decimal number of a text, after white space and an optional sign; 0 when there is
+/// none. Clamped to 32 bits, never by the locale.
+[[nodiscard]] int leadingInt(QStringView text);
+
+} // namespace varnel

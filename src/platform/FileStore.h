@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace varnel {
+
+/// Reads and replaces whole files of one home folder. The only way in which this program touches
+/// preference files.
+///
+/// Links are followed; when the process's user is not the home's owner, only to places beneath the
+/// home (NotPermitted otherwise, reading and writing). Anything but a regular file is NotAFile, and
+/// never blocks.
+class FileStore {
+public:
+    virtual ~FileStore() = default;
+
+    /// Whether anything stands at the path (links followed).
+    [[nodiscard]] virtual bool exists(const QString &path) const = 0;
+
+    /// The whole file. NotFound when nothing stands there.
+    [[nodiscard]] virtual Result<QByteArray> read(const QString &path) const = 0;
+
+    /// Gets the old bytes (none: no file) and answers the new ones (none: leave everything as it
+    /// is).
+    using Change =
+        std::function<Result<std::optional<QByteArray>>(const std::optional<QByteArray> &old)>;
+
+    /// Read, change, replace, as one step against other runs of this program. The file is replaced
+    /// atomically, keeping owner, group, mode and extended attributes; a new file belongs to the
+    /// home's owner, mode 0600. On any failure the old file stands, no other file is left, and the
+    /// error names the file. Bytes equal to the old ones write nothing. The change function may be
+    /// called once at most.
+    [[nodiscard]] virtual Result<void> update(const QString &path, const Change &change) = 0;
+};
+
+} // namespace varnel

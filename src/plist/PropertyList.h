@@ -1,0 +1,61 @@
+#pragma once
+
+#include "base/Result.h"
+#include "plist/Value.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <memory>
+
+namespace varnel::plist {
+
+enum class Format { Binary, Xml };
+
+/// One property-list file with a dictionary at its root, held as its bytes.
+///
+/// Edits splice (XML) or copy the object graph (binary); everything that the edit does not name
+/// stays as it is, also what this class has no type for. Numbers are read and written without the
+/// locale.
+class PropertyList {
+public:
+    /// Takes the bytes of a file. Unloadable unless they are a whole, valid property list (every
+    /// object in range, every reference valid, no cycle; XML well-formed) with a dictionary at the
+    /// root.
+    static Result<PropertyList> open(QByteArray bytes);
+
+    /// A dictionary without keys, as XML.
+    static PropertyList empty();
+
+    PropertyList(PropertyList &&) noexcept;
+    PropertyList &operator=(PropertyList &&) noexcept;
+    ~PropertyList();
+
+    [[nodiscard]] Format format() const;
+
+    /// The value at a path of dictionary keys from the root; Kind::Missing where a key is absent or
+    /// a step is no dictionary.
+    [[nodiscard]] Value value(const QStringList &path) const;
+
+    /// Sets the last key of the path. The dictionaries on the way must exist (NotFound otherwise).
+    /// A value that is already there with the same type and content leaves the bytes as they are.
+    /// The new bytes are read back before they replace the old ones; when they do not say what was
+    /// asked, or any other key of the root has changed, the list stays as it was and the result is
+    /// Failed.
+    Result<void> set(const QStringList &path, const NewValue &value);
+
+    /// Removes the last key of the path. A key that is not there leaves the bytes as they are.
+    Result<void> remove(const QStringList &path);
+
+    /// The file as it is now.
+    [[nodiscard]] const QByteArray &bytes() const;
+
+private:
+    class Backend;
+    class BinaryBackend;
+    class XmlBackend;
+    explicit PropertyList(std::unique_ptr<Backend> backend);
+    std::unique_ptr<Backend> backend;
+};
+
+} // namespace varnel::plist

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/Result.h"
+#include "settings/ChangeRecord.h"
+#include "settings/SettingAccess.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace varnel {
+
+/// Where the old value of a setting is kept before the new one is written.
+class OldValueKeeper {
+public:
+    virtual ~OldValueKeeper() = default;
+    /// Keeps the record, unless one of the same setting is kept already.
+    virtual Result<void> addDataToBackupFile(const ChangeRecord &record) = 0;
+};
+
+/// What went wrong with one record of a save.
+struct SaveFailure {
+    enum class Step { Backup, Write };
+    Step step = Step::Write;
+    ChangeRecord record;
+    Error error;
+};
+
+/// The pending changes of a run and the old values to back up, over lists that somebody else holds.
+class PendingChanges {
+public:
+    /// The lists and flags are the caller's (the run's shared state) and outlive this object.
+    PendingChanges(QList<ChangeRecord> &changes, QList<ChangeRecord> &backups, RestartFlags &flags,
+                   SettingAccess &access, OldValueKeeper &keeper);
+
+    /// One record for each setting, the latest, at the end of the list.
+    void addDataToChangeDataList(int settingId, int value, const QString &extra);
+    /// One record for each setting, the first.
+    void addDataToBackupDataList(int settingId, int value, const QString &extra);
+
+    /// Writes one value through the setting's writer; an unknown number does nothing.
+    Result<void> writeData(int settingId, int value, const QString &extra);
+
+    /// Location, short location, action text; empty for an unknown number.
+    [[nodiscard]] QStringList actionString(int settingId, int value, const QString &extra) const;
+
+    /// Backup rows in list order, then the writes in list order; empties the pending list, keeps
+    /// the backup list. Failures never stop it; they are returned in the order in which they
+    /// happened.
+    QList<SaveFailure> saveChanges();
+
+    /// Empties the pending list only.
+    void dropChanges();
+
+private:
+    QList<ChangeRecord> &changes;
+    QList<ChangeRecord> &backups;
+    RestartFlags &flags;
+    SettingAccess &access;
+    OldValueKeeper &keeper;
+};
+
+} // namespace varnel

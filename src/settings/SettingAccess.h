@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+#include "base/Result.h"
+#include "settings/SettingRow.h"
+
+#include <QString>
+
+namespace varnel {
+
+class FinderInfo;
+class PreferenceFiles;
+
+/// The pair that a setting exchanges: its integer, and its string for string settings.
+struct SettingValue {
+    int number = 0;
+    QString text = QStringLiteral("");
+
+    bool operator==(const SettingValue &) const = default;
+};
+
+struct SettingReading {
+    SettingValue value; ///< what the setting's own control would exchange after a fresh read
+    bool found = false; ///< whether the key (or the folder flag) is there
+    /// Text settings: the string as stored. Numbers: the raw number even where a control would
+    /// clamp it. 1402 with its key missing reads as its default index.
+};
+
+/// Reads and writes settings by their rows, without any control.
+class SettingAccess {
+public:
+    SettingAccess(HomeFolder home, PreferenceFiles &files, FinderInfo &finderInfo);
+
+    [[nodiscard]] SettingReading read(const SettingRow &row) const;
+
+    /// Writes or removes; raises the row's restart flag whatever the outcome (but never for the
+    /// removal of a BarItems row). The error says what could not be written; the file is then as it
+    /// was.
+    Result<void> write(const SettingRow &row, const SettingValue &value, RestartFlags &flags);
+
+    [[nodiscard]] const HomeFolder &home() const;
+
+private:
+    HomeFolder homeFolder;
+    PreferenceFiles &files;
+    FinderInfo &finderInfo;
+};
+
+/// The sentence that describes a value of the setting.
+[[nodiscard]] QString actionString(const SettingRow &row, const SettingValue &value);
+
+} // namespace varnel
