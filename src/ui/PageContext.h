@@ -13,6 +13,7 @@ class Desktop;
 class Dialogs;
 class FileReader;
 class FinderInfo;
+class FolderMaker;
 class PreferenceFiles;
 class ProcessManager;
 class ProcessTable;
@@ -35,6 +36,7 @@ struct PageContext {
     SharedObject &shared;
     PreferenceFiles &files;
     FinderInfo &finderInfo;
+    FolderMaker &folders;
     CommandRunner &runner;
     Dialogs &dialogs;
     HostPorts *host = nullptr; ///< null where no page asks for it
