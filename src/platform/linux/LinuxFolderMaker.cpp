@@ -20,7 +20,7 @@ namespace {
 
 class Descriptor {
 public:
-    explicit Descriptor(int fd) : fd(fd) { }
+    explicit Descriptor(int opened) : fd(opened) { }
     Descriptor(Descriptor &&other) noexcept : fd(std::exchange(other.fd, -1)) { }
     Descriptor &operator=(Descriptor &&) = delete;
     ~Descriptor()
