@@ -14,7 +14,7 @@ void NodeModel::note(const Node &parent)
 {
     int row = 0;
     for (const std::shared_ptr<Node> &child : parent.children()) {
-        places.insert(child.get(), { &parent == root.get() ? nullptr : &parent, row++ });
+        places.insert(child.get(), {&parent == root.get() ? nullptr : &parent, row++});
         note(*child);
     }
 }

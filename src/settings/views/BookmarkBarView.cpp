@@ -3,6 +3,7 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "settings/views/DefaultBox.h"
+#include "ui/Theme.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -18,12 +19,12 @@ struct ItemText {
 
 const std::array<ItemText, BookmarkBarView::ItemCount> &itemTexts()
 {
-    static const std::array<ItemText, BookmarkBarView::ItemCount> texts { {
-        { QStringLiteral("Reading List"), QStringLiteral("readingListCheckBox") },
-        { QStringLiteral("Top Sites"), QStringLiteral("topSitesCheckBox") },
-        { QStringLiteral("Address Book"), QStringLiteral("addressBookCheckBox") },
-        { QStringLiteral("Bonjour"), QStringLiteral("bonjourCheckBox") },
-    } };
+    static const std::array<ItemText, BookmarkBarView::ItemCount> texts {{
+        {QStringLiteral("Reading List"), QStringLiteral("readingListCheckBox")},
+        {QStringLiteral("Top Sites"), QStringLiteral("topSitesCheckBox")},
+        {QStringLiteral("Address Book"), QStringLiteral("addressBookCheckBox")},
+        {QStringLiteral("Bonjour"), QStringLiteral("bonjourCheckBox")},
+    }};
     return texts;
 }
 
@@ -145,10 +146,9 @@ QCheckBox *BookmarkBarView::makeItemBox(Item item)
 
 void BookmarkBarView::buildControls(QBoxLayout *column)
 {
-    constexpr int width = 260;
-    for (const Item item : { ReadingList, TopSites, AddressBook, Bonjour }) {
+    for (const Item item : {ReadingList, TopSites, AddressBook, Bonjour}) {
         QCheckBox *box = makeItemBox(item);
-        box->setFixedWidth(width);
+        box->setFixedWidth(Theme::FieldWidth);
         column->addWidget(box, 0, Qt::AlignRight);
         if (item == ReadingList)
             titleLabel()->setBuddy(box);

@@ -1,6 +1,7 @@
 #include "settings/views/ChoiceField.h"
 
 #include "settings/SettingAccess.h"
+#include "ui/Theme.h"
 #include "ui/WheelGuard.h"
 
 namespace varnel {
@@ -34,12 +35,11 @@ void ChoiceField::read(const SettingAccess &access, bool updateControls)
 
 QComboBox *ChoiceField::makeComboBox(QWidget *parent)
 {
-    constexpr int narrowest = 260;
     auto *comboBox = new QComboBox(parent);
     for (const Choice &choice : setting->choices)
         comboBox->addItem(choice.label);
     comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    comboBox->setMinimumWidth(narrowest);
+    comboBox->setMinimumWidth(Theme::FieldWidth);
     WheelGuard::protect(comboBox);
     box.attach(comboBox);
     return comboBox;

@@ -1,5 +1,7 @@
 #include "settings/views/ChoiceView.h"
 
+#include "ui/Theme.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -84,7 +86,7 @@ void ChoiceView::buildNamedLine(QBoxLayout *column, int place)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(name);
-    line->addSpacing(16);
+    line->addSpacing(Theme::Gap);
     line->addWidget(comboBox);
     column->addLayout(line);
     column->addLayout(noteLine());

@@ -1,6 +1,7 @@
 #include "settings/views/FolderView.h"
 
 #include "ui/Dialogs.h"
+#include "ui/Theme.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -33,7 +34,7 @@ void FolderView::buildFieldLine(QHBoxLayout *line)
     chooseButton->setObjectName(QStringLiteral("chooseButton"));
     chooseButton->setAccessibleName(QStringLiteral("Choose a folder: ") + setting().label);
     chooseButton->setEnabled(fieldEnabled());
-    line->addSpacing(8);
+    line->addSpacing(Theme::GapSmall);
     line->addWidget(chooseButton);
     connect(chooseButton, &QPushButton::clicked, this, &FolderView::getNewLocation);
 }

@@ -19,7 +19,7 @@ namespace {
 QBoxLayout *captionColumn(QLabel *title, QLabel *help)
 {
     auto *column = new QVBoxLayout;
-    column->setSpacing(4);
+    column->setSpacing(Theme::GapTiny);
     column->addWidget(title);
     column->addWidget(help);
     column->addStretch();
@@ -113,8 +113,8 @@ void GenericView::writeData(int settingId, const SettingValue &value)
 {
     if (!carries(settingId))
         return;
-    const Result<void> written = context.access.write(*findSetting(settingId), value,
-                                                      context.flags);
+    const Result<void> written =
+        context.access.write(*findSetting(settingId), value, context.flags);
     if (!written)
         varnelLog(lcIo, written.error().text);
 }
@@ -130,21 +130,21 @@ void GenericView::makeControls()
         return;
     title = new QLabel(caption.title, this);
     title->setObjectName(QStringLiteral("titleLabel"));
-    title->setFont(Theme::titleFont(font()));
+    Theme::setTextRole(title, Theme::TextRole::RowTitle);
     auto *help = new QLabel(caption.help, this);
     help->setObjectName(QStringLiteral("helpLabel"));
     help->setWordWrap(true);
-    Theme::mute(help);
+    Theme::setTextRole(help, Theme::TextRole::Help);
 
     auto *controls = new QVBoxLayout;
-    controls->setSpacing(4);
+    controls->setSpacing(Theme::GapTiny);
     buildControls(controls);
     controls->addStretch();
     levelTitle(title, *controls);
 
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(24, 16, 24, 16);
-    row->setSpacing(24);
+    row->setContentsMargins(Theme::GapLarge, Theme::Gap, Theme::GapLarge, Theme::Gap);
+    row->setSpacing(Theme::GapLarge);
     row->addLayout(captionColumn(title, help), 1);
     row->addLayout(controls);
     setToolTip(whereItIsKept());
@@ -157,7 +157,7 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     note->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // A long note must not push the controls about.
     note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    Theme::mute(note);
+    Theme::setTextRole(note, Theme::TextRole::Help);
     auto *line = new QHBoxLayout;
     if (!leading) {
         line->addWidget(note);
@@ -181,7 +181,7 @@ QString GenericView::whereItIsKept() const
     QStringList keys;
     for (const SettingRow *row : rows) {
         const bool nested = row->mechanism == Mechanism::NestedChoice;
-        keys += row->keys.join(nested ? u" → "_qs : u"\n"_qs);
+        keys += row->keys.join(nested ? QStringLiteral(" → ") : QStringLiteral("\n"));
     }
     return QStringLiteral("Library/Preferences") + setting().file + u'\n' + keys.join(u'\n');
 }
@@ -190,18 +190,8 @@ void GenericView::paintEvent(QPaintEvent *)
 {
     if (!drawsBackground)
         return;
-    // The outline's left edge lies outside, its other edges half inside, so that what is seen are
-    // hairlines between rows.
-    const QRectF area(rect());
-    const QPolygonF outline({ { area.left() - 1, 0 },
-                              { area.left() - 1, area.height() },
-                              { area.width(), area.height() },
-                              { area.width(), 0 } });
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Theme::rowFill(palette()));
-    painter.setPen(QPen(Theme::rowStroke(palette()), 0));
-    painter.drawPolygon(outline);
+    Theme::drawShadedRow(&painter, rect(), palette());
 }
 
 } // namespace varnel

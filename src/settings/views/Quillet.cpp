@@ -12,13 +12,12 @@
 
 namespace varnel {
 
-Quillet::Quillet(const PageContext &context) :
-    context(context),
-    access(context.home, context.files, context.finderInfo),
-    backup(context.shared),
-    pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
-            context.shared.restartFlags(), access, backup),
-    viewContext { access, context.shared.restartFlags(), context.dialogs }
+Quillet::Quillet(const PageContext &context)
+    : context(context), access(context.home, context.files, context.finderInfo),
+      backup(context.shared),
+      pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
+              context.shared.restartFlags(), access, backup),
+      viewContext {access, context.shared.restartFlags(), context.dialogs}
 {
     if (context.interfaceLoads(QStringLiteral("QuilletView")))
         awakeFromNib();
@@ -38,8 +37,7 @@ void Quillet::addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), boo
     (context.shared.*keep)(module);
     moduleList.push_back(module);
     if (!module->load(context, viewContext))
-        varnelLog(lcSettings,
-                  fillIn(u"Error loading Nib for %@!", { module->row().interfaceName }));
+        varnelLog(lcSettings, fillIn(u"Error loading Nib for %@!", {module->row().interfaceName}));
     if (connected)
         module->setParentView(this);
 }
@@ -102,7 +100,7 @@ void Quillet::cancelChanges()
         QStringLiteral("Cancel All Latest Changes"),
         QStringLiteral("Are you sure you want to cancel all latest changes you've made with this "
                        "program"),
-        { QStringLiteral("Cancel Changes"), QStringLiteral("Continue") },
+        {QStringLiteral("Cancel Changes"), QStringLiteral("Continue")},
     };
     context.dialogs.showAlert(page.get(), alert, [self = QPointer<Quillet>(this)](int code) {
         if (self)
@@ -123,9 +121,9 @@ void Quillet::readData()
 {
     const SharedObject &shared = context.shared;
     const std::array<std::shared_ptr<SettingModule>, 9> order {
-        shared.generalModule(),   shared.safariModule(),        shared.finderModule(),
-        shared.dockModule(),      shared.screenCaptureModule(), shared.mailModule(),
-        shared.itunesModule(),    shared.timeMachineModule(),   shared.quickTimePlayerModule(),
+        shared.generalModule(), shared.safariModule(),        shared.finderModule(),
+        shared.dockModule(),    shared.screenCaptureModule(), shared.mailModule(),
+        shared.itunesModule(),  shared.timeMachineModule(),   shared.quickTimePlayerModule(),
     };
     for (const std::shared_ptr<SettingModule> &module : order) {
         if (module)

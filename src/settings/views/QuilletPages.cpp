@@ -12,15 +12,15 @@ void Quillet::showModules(ModuleId module)
 {
     using Builder = void (Quillet::*)(int, int &, int &, bool, bool &);
     static const QHash<ModuleId, Builder> builders {
-        { ModuleId::General, &Quillet::showGeneralkModules },
-        { ModuleId::Dock, &Quillet::showDockModules },
-        { ModuleId::Finder, &Quillet::showFinderModules },
-        { ModuleId::ITunes, &Quillet::showITunesModules },
-        { ModuleId::Mail, &Quillet::showMailModules },
-        { ModuleId::QuickTimePlayer, &Quillet::showQuickTimePlayerModules },
-        { ModuleId::Safari, &Quillet::showSafariModules },
-        { ModuleId::ScreenCapture, &Quillet::showScreenCaptureModules },
-        { ModuleId::TimeMachine, &Quillet::showTimeMachineModules },
+        {ModuleId::General, &Quillet::showGeneralkModules},
+        {ModuleId::Dock, &Quillet::showDockModules},
+        {ModuleId::Finder, &Quillet::showFinderModules},
+        {ModuleId::ITunes, &Quillet::showITunesModules},
+        {ModuleId::Mail, &Quillet::showMailModules},
+        {ModuleId::QuickTimePlayer, &Quillet::showQuickTimePlayerModules},
+        {ModuleId::Safari, &Quillet::showSafariModules},
+        {ModuleId::ScreenCapture, &Quillet::showScreenCaptureModules},
+        {ModuleId::TimeMachine, &Quillet::showTimeMachineModules},
     };
     int total = 0;
     int top = -1;
@@ -75,7 +75,8 @@ void Quillet::showMailModules(int filter, int &total, int &top, bool finish, boo
     buildPage(context.shared.mailModule().get(), filter, total, top, finish, shading);
 }
 
-void Quillet::showQuickTimePlayerModules(int filter, int &total, int &top, bool finish, bool &shading)
+void Quillet::showQuickTimePlayerModules(int filter, int &total, int &top, bool finish,
+                                         bool &shading)
 {
     buildPage(context.shared.quickTimePlayerModule().get(), filter, total, top, finish, shading);
 }

@@ -63,7 +63,20 @@ void QuilletView::awakeFromNib()
     ui->menuOutlineVew->expandAll();
     selectMenuRow(0);
     setButtonsEnabled(false);
+    dressControls();
     connectControls();
+}
+
+void QuilletView::dressControls()
+{
+    Theme::makeSearchField(ui->searchField);
+    Theme::makeAccentButton(ui->saveButton);
+    ui->saveButton->setIcon(Icons::icon(QStringLiteral("Save")));
+    ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
+    ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
+    for (QLabel *line : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->changes1Label,
+                         ui->changes2Label, ui->changes3Label})
+        Theme::setTextRole(line, Theme::TextRole::Help);
 }
 
 void QuilletView::connectControls()
@@ -86,7 +99,7 @@ void QuilletView::setParentView(Quillet *controller)
 void QuilletView::setGlobalBackupFileName(const QString &name)
 {
     backupFileName = name;
-    varnelLog(lcSettings, fillIn(u"setGlobalBackupFileName (LoginItemsView): %@", { name }));
+    varnelLog(lcSettings, fillIn(u"setGlobalBackupFileName (LoginItemsView): %@", {name}));
 }
 
 void QuilletView::outlineViewSelectionDidChange()
@@ -100,7 +113,11 @@ void QuilletView::outlineViewSelectionDidChange()
 
 void QuilletView::selectMenuRow(int row)
 {
-    ui->menuOutlineVew->setCurrentIndex(menu->index(row, 0, {}));
+    const QModelIndex index = menu->index(row, 0, {});
+    if (ui->menuOutlineVew->selectionModel()->isSelected(index))
+        outlineViewSelectionDidChange();
+    else
+        ui->menuOutlineVew->setCurrentIndex(index);
 }
 
 int QuilletView::selectedMenuRow() const
@@ -130,9 +147,9 @@ void QuilletView::placeFooter()
 {
     layout()->activate();
     const int left = ui->mainScrollView->x() - ui->footer->x();
-    const int height = layOutFooter({ { { ui->saveButton, ui->saveLabel, ui->changes1Label },
-                                        { ui->cancelButton, ui->cancelLabel, ui->changes2Label },
-                                        { ui->viewButton, ui->viewLabel, ui->changes3Label } } },
+    const int height = layOutFooter({{{ui->saveButton, ui->saveLabel, ui->changes1Label},
+                                      {ui->cancelButton, ui->cancelLabel, ui->changes2Label},
+                                      {ui->viewButton, ui->viewLabel, ui->changes3Label}}},
                                     left);
     ui->footer->setFixedHeight(height);
 }

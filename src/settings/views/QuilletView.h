@@ -49,6 +49,7 @@ protected:
 
 private:
     void awakeFromNib();
+    void dressControls();
     void connectControls();
     void placeFooter();
 

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "settings/views/DefaultBox.h"
+#include "ui/Theme.h"
 #include "ui/WheelGuard.h"
 
 #include <QHBoxLayout>
@@ -77,13 +78,12 @@ void SliderView::writeShownData()
 
 void SliderView::buildControls(QBoxLayout *column)
 {
-    constexpr int width = 260;
     auto *widget = new QSlider(Qt::Horizontal, this);
     widget->setObjectName(QStringLiteral("slider"));
     widget->setAccessibleName(setting().label);
     widget->setRange(setting().minimum, setting().maximum);
     widget->setPageStep(16);
-    widget->setFixedWidth(width);
+    widget->setFixedWidth(Theme::FieldWidth);
     WheelGuard::protect(widget);
     slider.attach(widget);
     titleLabel()->setBuddy(widget);
@@ -93,7 +93,7 @@ void SliderView::buildControls(QBoxLayout *column)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(label);
-    line->addSpacing(16);
+    line->addSpacing(Theme::Gap);
     line->addWidget(widget);
     column->addLayout(line);
 

@@ -1,6 +1,7 @@
 #include "settings/views/StepperView.h"
 
 #include "settings/views/DefaultBox.h"
+#include "ui/Theme.h"
 #include "ui/WheelGuard.h"
 
 #include <QHBoxLayout>
@@ -78,7 +79,7 @@ void StepperView::buildControls(QBoxLayout *column)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(widget);
-    line->addSpacing(8);
+    line->addSpacing(Theme::GapSmall);
     line->addWidget(label);
     column->addLayout(line);
 

@@ -1,6 +1,7 @@
 #include "settings/views/TextView.h"
 
 #include "settings/views/DefaultBox.h"
+#include "ui/Theme.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -81,11 +82,10 @@ void TextView::buildControls(QBoxLayout *column)
 
 void TextView::buildFieldLine(QHBoxLayout *line)
 {
-    constexpr int width = 260;
     auto *field = new QLineEdit(this);
     field->setObjectName(QStringLiteral("textField"));
     field->setAccessibleName(setting().label);
-    field->setFixedWidth(width);
+    field->setFixedWidth(Theme::FieldWidth);
     textField.attach(field);
     titleLabel()->setBuddy(field);
     line->addWidget(field);

@@ -37,7 +37,7 @@ protected:
     [[nodiscard]] bool fieldEnabled() const { return textField.isEnabled(); }
 
 private:
-    ControlState<QLineEdit, QString> textField { QStringLiteral("") };
+    ControlState<QLineEdit, QString> textField {QStringLiteral("")};
     ControlState<QCheckBox, bool> checkBox;
     QString reportedText;
     bool reportedBox = false;

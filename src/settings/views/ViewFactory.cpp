@@ -23,17 +23,16 @@ struct ChoiceGroup {
 const QHash<QString, ChoiceGroup> &choiceGroups()
 {
     static const QHash<QString, ChoiceGroup> groups {
-        { QStringLiteral("LockDockView"),
-          { { QStringLiteral("Lock the Dock"),
-              QStringLiteral("What can no longer be changed by dragging") },
-            { QStringLiteral("contentsComboBox"), QStringLiteral("posComboBox"),
-              QStringLiteral("sizeComboBox") } } },
-        { QStringLiteral("DisplayControlView"),
-          { { QStringLiteral("Controls over the film"),
-              QStringLiteral("When the display control and the title bar are seen") },
-            { QStringLiteral("displayControlHiddenComboBox"),
-              QStringLiteral("displayControlVisibleComboBox"),
-              QStringLiteral("titleBarComboBox") } } },
+        {QStringLiteral("LockDockView"),
+         {{QStringLiteral("Lock the Dock"),
+           QStringLiteral("What can no longer be changed by dragging")},
+          {QStringLiteral("contentsComboBox"), QStringLiteral("posComboBox"),
+           QStringLiteral("sizeComboBox")}}},
+        {QStringLiteral("DisplayControlView"),
+         {{QStringLiteral("Controls over the film"),
+           QStringLiteral("When the display control and the title bar are seen")},
+          {QStringLiteral("displayControlHiddenComboBox"),
+           QStringLiteral("displayControlVisibleComboBox"), QStringLiteral("titleBarComboBox")}}},
     };
     return groups;
 }
@@ -54,7 +53,7 @@ std::unique_ptr<GenericView> makeChoiceView(const ViewContext &context,
 std::unique_ptr<GenericView> makeSettingView(const QString &viewClass, const ViewContext &context)
 {
     const QList<const SettingRow *> rows = rowsOfView(viewClass);
-    const GenericView::Caption caption { rows.front()->label, rows.front()->help };
+    const GenericView::Caption caption {rows.front()->label, rows.front()->help};
     switch (rows.front()->control) {
     case ControlKind::ComboBox:
         break;
