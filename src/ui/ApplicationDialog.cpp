@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 
 namespace varnel {
@@ -30,9 +31,10 @@ ApplicationDialog::ApplicationDialog(QWidget *parent, const QString &startFolder
     setOption(QFileDialog::DontUseNativeDialog);
     setFileMode(QFileDialog::ExistingFile);
     connect(this, &QFileDialog::currentChanged, this, [this](const QString &current) {
-        // The dialog offers only files to its button by itself.
-        if (isBundle(current))
-            selectFile(current);
+        // By itself the dialog offers only files to its button.
+        auto *name = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        if (name != nullptr && isBundle(current))
+            name->setText(QFileInfo(current).fileName());
     });
     for (auto *view : findChildren<QAbstractItemView *>()) {
         view->installEventFilter(this);
