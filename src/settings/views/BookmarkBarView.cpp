@@ -12,20 +12,13 @@ namespace varnel {
 
 namespace {
 
-struct ItemText {
-    QString label;
-    QString objectName;
-};
-
-const std::array<ItemText, BookmarkBarView::ItemCount> &itemTexts()
+/// The boxes' object names, in the items' order.
+QString itemBoxName(BookmarkBarView::Item item)
 {
-    static const std::array<ItemText, BookmarkBarView::ItemCount> texts {{
-        {QStringLiteral("Reading List"), QStringLiteral("readingListCheckBox")},
-        {QStringLiteral("Top Sites"), QStringLiteral("topSitesCheckBox")},
-        {QStringLiteral("Address Book"), QStringLiteral("addressBookCheckBox")},
-        {QStringLiteral("Bonjour"), QStringLiteral("bonjourCheckBox")},
-    }};
-    return texts;
+    static const QStringList names {
+        QStringLiteral("readingListCheckBox"), QStringLiteral("topSitesCheckBox"),
+        QStringLiteral("addressBookCheckBox"), QStringLiteral("bonjourCheckBox")};
+    return names.at(item);
 }
 
 } // namespace
@@ -68,7 +61,7 @@ void BookmarkBarView::readData(bool updateControls)
     const SettingReading reading = readSetting();
     if (updateControls) {
         defaultBox.show(!reading.found);
-        showItems(reading.found ? reading.value.text : QString());
+        showItems(reading.found ? BarItems::fromText(reading.value.text) : BarItems());
         checkDefaultCheckbox(reading.found);
     }
     takeBoxStates();
@@ -81,11 +74,10 @@ void BookmarkBarView::readData(bool updateControls)
     setBackupValueStr(itemDigits());
 }
 
-void BookmarkBarView::showItems(const QString &digits)
+void BookmarkBarView::showItems(const BarItems &shown)
 {
-    const QStringList states = digits.split(u';');
-    for (int item = 0; item < ItemCount; ++item)
-        items[std::size_t(item)].show(states.value(item) == u"1");
+    for (std::size_t item = 0; item < ItemCount; ++item)
+        items[item].show(shown.shown[item]);
 }
 
 void BookmarkBarView::takeBoxStates()
@@ -97,10 +89,10 @@ void BookmarkBarView::takeBoxStates()
 
 QString BookmarkBarView::itemDigits() const
 {
-    QStringList digits;
-    for (const auto &item : items)
-        digits += item.value() ? QStringLiteral("1") : QStringLiteral("0");
-    return fillIn(u"%d;%d;%d;%d", digits);
+    BarItems shown;
+    for (std::size_t item = 0; item < ItemCount; ++item)
+        shown.shown[item] = items[item].value();
+    return shown.text();
 }
 
 QString BookmarkBarView::shownValue() const
@@ -136,9 +128,8 @@ void BookmarkBarView::writeShownData()
 
 QCheckBox *BookmarkBarView::makeItemBox(Item item)
 {
-    const ItemText &text = itemTexts()[item];
-    auto *box = new QCheckBox(text.label, this);
-    box->setObjectName(text.objectName);
+    auto *box = new QCheckBox(BarItems::allNames().at(item), this);
+    box->setObjectName(itemBoxName(item));
     items[item].attach(box);
     connect(box, &QCheckBox::clicked, this, [this, item] { itemCheckBoxChangeValue(item); });
     return box;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/BarItems.h"
 #include "settings/views/ControlState.h"
 #include "settings/views/GenericView.h"
 
@@ -12,7 +13,7 @@ class BookmarkBarView : public GenericView {
     Q_OBJECT
 
 public:
-    enum Item { ReadingList, TopSites, AddressBook, Bonjour, ItemCount };
+    enum Item { ReadingList, TopSites, AddressBook, Bonjour, ItemCount = BarItems::count };
 
     BookmarkBarView(const ViewContext &context, const QList<const SettingRow *> &settings,
                     const Caption &caption);
@@ -43,7 +44,7 @@ protected:
 private:
     QCheckBox *makeItemBox(Item item);
     void itemCheckBoxChangeValue(Item item);
-    void showItems(const QString &digits);
+    void showItems(const BarItems &shown);
     void takeBoxStates();
     [[nodiscard]] QString itemDigits() const;
     [[nodiscard]] QString shownValue() const;

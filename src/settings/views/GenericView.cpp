@@ -1,6 +1,5 @@
 #include "settings/views/GenericView.h"
 
-#include "base/Logging.h"
 #include "settings/Catalogue.h"
 #include "settings/views/ChangeReceiver.h"
 #include "ui/Theme.h"
@@ -113,10 +112,8 @@ void GenericView::writeData(int settingId, const SettingValue &value)
 {
     if (!carries(settingId))
         return;
-    const Result<void> written =
-        context.access.write(*findSetting(settingId), value, context.flags);
-    if (!written)
-        varnelLog(lcIo, written.error().text);
+    // A failure has been logged where it happened; the user's action goes on.
+    static_cast<void>(context.access.write(*findSetting(settingId), value, context.flags));
 }
 
 SettingReading GenericView::readSetting() const

@@ -2,6 +2,7 @@
 
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "settings/PreferenceFiles.h"
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletView.h"
 #include "settings/views/SettingsColumn.h"
@@ -45,6 +46,7 @@ void Quillet::addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), boo
 void Quillet::awakeFromNib()
 {
     page = WidgetOwner<QuilletView>(std::make_unique<QuilletView>());
+    const PreferenceFiles::ReadPass pass(context.files);
     addModule(&SharedObject::setQuickTimePlayerModule, true);
     addModule(&SharedObject::setTimeMachineModule, true);
     addModule(&SharedObject::setItunesModule, true);
@@ -89,8 +91,8 @@ void Quillet::disableSaveButton()
 
 void Quillet::saveChanges()
 {
-    for (const SaveFailure &failure : pending.saveChanges())
-        varnelLog(lcIo, failure.error.text);
+    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
+    static_cast<void>(pending.saveChanges());
     disableSaveButton();
 }
 
@@ -120,6 +122,7 @@ void Quillet::cancelAlertDidEnd(int returnCode)
 void Quillet::readData()
 {
     const SharedObject &shared = context.shared;
+    const PreferenceFiles::ReadPass pass(context.files);
     const std::array<std::shared_ptr<SettingModule>, 9> order {
         shared.generalModule(), shared.safariModule(),        shared.finderModule(),
         shared.dockModule(),    shared.screenCaptureModule(), shared.mailModule(),
@@ -135,9 +138,8 @@ void Quillet::viewChanges() { }
 
 void Quillet::writeData(int settingId, int value, const QString &extra)
 {
-    const Result<void> written = pending.writeData(settingId, value, extra);
-    if (!written)
-        varnelLog(lcIo, written.error().text);
+    // A failure has been logged where it happened.
+    static_cast<void>(pending.writeData(settingId, value, extra));
 }
 
 QStringList Quillet::actionString(int settingId, int value, const QString &extra) const

@@ -6,6 +6,7 @@
 #include "settings/views/FooterLayout.h"
 #include "settings/views/Quillet.h"
 #include "ui/Icons.h"
+#include "ui/ImageAndTextCell.h"
 #include "ui/NodeModel.h"
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
@@ -60,6 +61,7 @@ void QuilletView::awakeFromNib()
 {
     menu = new NodeModel(rootNode, iconOfModule, this);
     ui->menuOutlineVew->setModel(menu);
+    ui->menuOutlineVew->setItemDelegate(new ImageAndTextCell(ui->menuOutlineVew));
     ui->menuOutlineVew->expandAll();
     selectMenuRow(0);
     setButtonsEnabled(false);
