@@ -139,7 +139,7 @@ void BookmarkBarView::buildControls(QBoxLayout *column)
 {
     for (const Item item : {ReadingList, TopSites, AddressBook, Bonjour}) {
         QCheckBox *box = makeItemBox(item);
-        box->setFixedWidth(Theme::FieldWidth);
+        box->setFixedWidth(Theme::fieldWidth);
         column->addWidget(box, 0, Qt::AlignRight);
         if (item == ReadingList)
             titleLabel()->setBuddy(box);

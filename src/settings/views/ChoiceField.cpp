@@ -39,7 +39,7 @@ QComboBox *ChoiceField::makeComboBox(QWidget *parent)
     for (const Choice &choice : setting->choices)
         comboBox->addItem(choice.label);
     comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    comboBox->setMinimumWidth(Theme::FieldWidth);
+    comboBox->setMinimumWidth(Theme::fieldWidth);
     WheelGuard::protect(comboBox);
     box.attach(comboBox);
     return comboBox;

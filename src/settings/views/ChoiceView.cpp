@@ -86,7 +86,7 @@ void ChoiceView::buildNamedLine(QBoxLayout *column, int place)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(name);
-    line->addSpacing(Theme::Gap);
+    line->addSpacing(Theme::gap);
     line->addWidget(comboBox);
     column->addLayout(line);
     column->addLayout(noteLine());

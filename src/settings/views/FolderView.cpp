@@ -34,7 +34,7 @@ void FolderView::buildFieldLine(QHBoxLayout *line)
     chooseButton->setObjectName(QStringLiteral("chooseButton"));
     chooseButton->setAccessibleName(QStringLiteral("Choose a folder: ") + setting().label);
     chooseButton->setEnabled(fieldEnabled());
-    line->addSpacing(Theme::GapSmall);
+    line->addSpacing(Theme::gapSmall);
     line->addWidget(chooseButton);
     connect(chooseButton, &QPushButton::clicked, this, &FolderView::getNewLocation);
 }

@@ -18,7 +18,7 @@ namespace {
 QBoxLayout *captionColumn(QLabel *title, QLabel *help)
 {
     auto *column = new QVBoxLayout;
-    column->setSpacing(Theme::GapTiny);
+    column->setSpacing(Theme::gapTiny);
     column->addWidget(title);
     column->addWidget(help);
     column->addStretch();
@@ -134,14 +134,14 @@ void GenericView::makeControls()
     Theme::setTextRole(help, Theme::TextRole::Help);
 
     auto *controls = new QVBoxLayout;
-    controls->setSpacing(Theme::GapTiny);
+    controls->setSpacing(Theme::gapTiny);
     buildControls(controls);
     controls->addStretch();
     levelTitle(title, *controls);
 
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(Theme::GapLarge, Theme::Gap, Theme::GapLarge, Theme::Gap);
-    row->setSpacing(Theme::GapLarge);
+    row->setContentsMargins(Theme::gapLarge, Theme::gap, Theme::gapLarge, Theme::gap);
+    row->setSpacing(Theme::gapLarge);
     row->addLayout(captionColumn(title, help), 1);
     row->addLayout(controls);
     setToolTip(whereItIsKept());

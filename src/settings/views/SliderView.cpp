@@ -83,7 +83,7 @@ void SliderView::buildControls(QBoxLayout *column)
     widget->setAccessibleName(setting().label);
     widget->setRange(setting().minimum, setting().maximum);
     widget->setPageStep(16);
-    widget->setFixedWidth(Theme::FieldWidth);
+    widget->setFixedWidth(Theme::fieldWidth);
     WheelGuard::protect(widget);
     slider.attach(widget);
     titleLabel()->setBuddy(widget);
@@ -93,7 +93,7 @@ void SliderView::buildControls(QBoxLayout *column)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(label);
-    line->addSpacing(Theme::Gap);
+    line->addSpacing(Theme::gap);
     line->addWidget(widget);
     column->addLayout(line);
 

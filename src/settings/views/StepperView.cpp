@@ -79,7 +79,7 @@ void StepperView::buildControls(QBoxLayout *column)
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(widget);
-    line->addSpacing(Theme::GapSmall);
+    line->addSpacing(Theme::gapSmall);
     line->addWidget(label);
     column->addLayout(line);
 

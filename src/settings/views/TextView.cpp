@@ -85,7 +85,7 @@ void TextView::buildFieldLine(QHBoxLayout *line)
     auto *field = new QLineEdit(this);
     field->setObjectName(QStringLiteral("textField"));
     field->setAccessibleName(setting().label);
-    field->setFixedWidth(Theme::FieldWidth);
+    field->setFixedWidth(Theme::fieldWidth);
     textField.attach(field);
     titleLabel()->setBuddy(field);
     line->addWidget(field);
