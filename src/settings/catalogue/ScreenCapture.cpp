@@ -61,6 +61,7 @@ Rows screenCaptureRows()
                             format(u"TIFF"_qs, u"tiff"_qs), useDefault()},
                 .initialIndex = 7,
                 .caseSensitive = true,
+                .missingKeepsChoice = true,
                 .otherAction = u"Save newly created screenshot image in default file format"_qs,
                 .keywords = {u"screen capture save file format screenshot image"_qs},
                 .label = u"File format"_qs,

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "settings/SettingAccess.h"
+#include "settings/views/ViewContext.h"
+
+#include <QList>
+#include <QWidget>
+
+class QBoxLayout;
+class QLabel;
+
+namespace varnel {
+
+class ChangeReceiver;
+
+/// One row of a hidden-settings page: the control of a setting, or of a few that belong together.
+///
+/// It knows the value last read from disk, reports a user's edits to its receiver (old value first,
+/// then the new one) and writes values through the setting's catalogue row. Its object name is the
+/// view class of that row. Widgets are made when the row is first put on a page; its state is there
+/// before.
+class GenericView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The texts at the left of the row.
+    struct Caption {
+        QString title;
+        QString help;
+    };
+
+    /// `settings` are the catalogue rows of one view class, at least one.
+    GenericView(const ViewContext &context, QList<const SettingRow *> settings,
+                const Caption &caption);
+
+    /// Not owned; null drops all reports.
+    void setParentView(ChangeReceiver *receiver);
+
+    /// Whether the row's background is painted, which is what makes rows alternate.
+    [[nodiscard]] bool needToDrawBackground() const;
+    void setNeedToDrawBackground(bool need);
+
+    void changeValue(int settingId, int value, const QString &extra);
+    void backupValue(int settingId, int value, const QString &extra);
+
+    /// The old value that goes with the next report.
+    [[nodiscard]] virtual int backupValueInt() const { return backupNumber; }
+    [[nodiscard]] QString backupValueStr() const { return backupText; }
+
+    [[nodiscard]] const QList<const SettingRow *> &settings() const { return rows; }
+    [[nodiscard]] bool carries(int settingId) const;
+
+    // Views of several settings tell them apart by their place, in number order.
+    [[nodiscard]] int getViewID(int place = 0) const;
+    [[nodiscard]] QString getViewDescription(int place = 0) const;
+    [[nodiscard]] QString getLocationString() const;
+    [[nodiscard]] QString getShortLocationString() const;
+    [[nodiscard]] QString getActionString(int settingId, const SettingValue &value) const;
+
+    /// Sets the control's first state, then reads.
+    virtual void awakeFromNib();
+
+    /// Reads what is on disk. With false the control is left alone, and what it shows counts as the
+    /// value read where the setting is a choice.
+    virtual void readData(bool updateControls) = 0;
+
+    /// Writes a value of a setting that this view carries, or removes its key; raises the restart
+    /// flag. A failure is logged.
+    void writeData(int settingId, const SettingValue &value);
+    /// Writes what the controls show now.
+    virtual void writeShownData() = 0;
+    void writeData() { writeShownData(); }
+
+    /// Makes the row's widgets, once.
+    void makeControls();
+
+protected:
+    /// Puts the controls into the column at the right of the row; the first line is the one that
+    /// stands level with the title.
+    virtual void buildControls(QBoxLayout *column) = 0;
+
+    /// The line under a control: room for a note at its right end, and `leading` (if any) at the
+    /// left end of the last `width` units.
+    QBoxLayout *noteLine(QWidget *leading = nullptr, int width = 260);
+
+    [[nodiscard]] const SettingRow &setting() const { return *rows.front(); }
+    [[nodiscard]] QLabel *titleLabel() const { return title; }
+    [[nodiscard]] SettingReading readSetting() const;
+    [[nodiscard]] const ViewContext &viewContext() const { return context; }
+    void setBackupValueInt(int value) { backupNumber = value; }
+    void setBackupValueStr(const QString &value) { backupText = value; }
+
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] QString whereItIsKept() const;
+
+    ViewContext context;
+    QList<const SettingRow *> rows;
+    Caption caption;
+    ChangeReceiver *parentView = nullptr;
+    bool drawsBackground = false;
+    int backupNumber = 0;
+    QString backupText = QStringLiteral("");
+    QLabel *title = nullptr;
+};
+
+} // namespace varnel

@@ -1,0 +1,150 @@
+#include "settings/views/Quillet.h"
+
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/views/Modules.h"
+#include "settings/views/QuilletView.h"
+#include "settings/views/SettingsColumn.h"
+#include "shell/SharedObject.h"
+#include "ui/Dialogs.h"
+
+#include <QPointer>
+
+namespace varnel {
+
+Quillet::Quillet(const PageContext &context)
+    : context(context), access(context.home, context.files, context.finderInfo),
+      backup(context.shared),
+      pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
+              context.shared.restartFlags(), access, backup),
+      viewContext {access, context.shared.restartFlags(), context.dialogs}
+{
+    if (context.interfaceLoads(QStringLiteral("QuilletView")))
+        awakeFromNib();
+}
+
+Quillet::~Quillet()
+{
+    // The shared state may keep the modules a little longer.
+    for (const std::shared_ptr<SettingModule> &module : moduleList)
+        module->setParentView(nullptr);
+}
+
+template <typename Module>
+void Quillet::addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected)
+{
+    const auto module = std::make_shared<Module>();
+    (context.shared.*keep)(module);
+    moduleList.push_back(module);
+    if (!module->load(context, viewContext))
+        varnelLog(lcSettings, fillIn(u"Error loading Nib for %@!", {module->row().interfaceName}));
+    if (connected)
+        module->setParentView(this);
+}
+
+void Quillet::awakeFromNib()
+{
+    page = WidgetOwner<QuilletView>(std::make_unique<QuilletView>());
+    const PreferenceFiles::ReadPass pass(context.files);
+    addModule(&SharedObject::setQuickTimePlayerModule, true);
+    addModule(&SharedObject::setTimeMachineModule, true);
+    addModule(&SharedObject::setItunesModule, true);
+    addModule(&SharedObject::setMailModule, true);
+    addModule(&SharedObject::setScreenCaptureModule, true);
+    addModule(&SharedObject::setFinderModule, true);
+    addModule(&SharedObject::setSafariModule, true);
+    addModule(&SharedObject::setDockModule, true);
+    addModule(&SharedObject::setGeneralModule, false);
+    context.shared.generalModule()->setParentView(this);
+    page->setParentView(this);
+}
+
+QWidget *Quillet::getQuilletView()
+{
+    if (page)
+        showModules(ModuleId::General);
+    return page.get();
+}
+
+void Quillet::addDataToChangeDataList(int settingId, int value, const QString &extra)
+{
+    pending.addDataToChangeDataList(settingId, value, extra);
+}
+
+void Quillet::addDataToBackupDataList(int settingId, int value, const QString &extra)
+{
+    pending.addDataToBackupDataList(settingId, value, extra);
+}
+
+void Quillet::enableSaveButton()
+{
+    if (page)
+        page->setButtonsEnabled(true);
+}
+
+void Quillet::disableSaveButton()
+{
+    if (page)
+        page->setButtonsEnabled(false);
+}
+
+void Quillet::saveChanges()
+{
+    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
+    static_cast<void>(pending.saveChanges());
+    disableSaveButton();
+}
+
+void Quillet::cancelChanges()
+{
+    const Alert alert {
+        QStringLiteral("Cancel All Latest Changes"),
+        QStringLiteral("Are you sure you want to cancel all latest changes you've made with this "
+                       "program"),
+        {QStringLiteral("Cancel Changes"), QStringLiteral("Continue")},
+    };
+    context.dialogs.showAlert(page.get(), alert, [self = QPointer<Quillet>(this)](int code) {
+        if (self)
+            self->cancelAlertDidEnd(code);
+    });
+}
+
+void Quillet::cancelAlertDidEnd(int returnCode)
+{
+    if (returnCode != FirstButton)
+        return;
+    readData();
+    pending.dropChanges();
+    disableSaveButton();
+}
+
+void Quillet::readData()
+{
+    const SharedObject &shared = context.shared;
+    const PreferenceFiles::ReadPass pass(context.files);
+    const std::array<std::shared_ptr<SettingModule>, 9> order {
+        shared.generalModule(), shared.safariModule(),        shared.finderModule(),
+        shared.dockModule(),    shared.screenCaptureModule(), shared.mailModule(),
+        shared.itunesModule(),  shared.timeMachineModule(),   shared.quickTimePlayerModule(),
+    };
+    for (const std::shared_ptr<SettingModule> &module : order) {
+        if (module)
+            module->readData();
+    }
+}
+
+void Quillet::viewChanges() { }
+
+void Quillet::writeData(int settingId, int value, const QString &extra)
+{
+    // A failure has been logged where it happened.
+    static_cast<void>(pending.writeData(settingId, value, extra));
+}
+
+QStringList Quillet::actionString(int settingId, int value, const QString &extra) const
+{
+    return pending.actionString(settingId, value, extra);
+}
+
+} // namespace varnel

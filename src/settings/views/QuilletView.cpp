@@ -1,0 +1,172 @@
+#include "settings/views/QuilletView.h"
+
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "settings/Catalogue.h"
+#include "settings/views/FooterLayout.h"
+#include "settings/views/Quillet.h"
+#include "ui/Icons.h"
+#include "ui/ImageAndTextCell.h"
+#include "ui/NodeModel.h"
+#include "ui/Theme.h"
+#include "ui_QuilletView.h"
+
+#include <QEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace varnel {
+
+namespace {
+
+/// Titles are told apart without regard to case.
+const ModuleRow *moduleTitled(const QString &title)
+{
+    const QList<ModuleRow> &all = modules();
+    const auto hit = std::find_if(all.begin(), all.end(), [&title](const ModuleRow &row) {
+        return row.outlineTitle.compare(title, Qt::CaseInsensitive) == 0;
+    });
+    return hit == all.end() ? nullptr : &*hit;
+}
+
+QIcon iconOfModule(const QString &title)
+{
+    const ModuleRow *row = moduleTitled(title);
+    return row ? Icons::icon(row->icon) : QIcon();
+}
+
+std::shared_ptr<Node> makeMenu()
+{
+    auto root = std::make_shared<Node>();
+    for (const ModuleRow &row : modules()) {
+        auto child = std::make_shared<Node>();
+        child->setName(row.outlineTitle);
+        root->children().append(child);
+    }
+    return root;
+}
+
+} // namespace
+
+QuilletView::QuilletView() : ui(std::make_unique<Ui::QuilletView>()), rootNode(makeMenu())
+{
+    ui->setupUi(this);
+    awakeFromNib();
+}
+
+QuilletView::~QuilletView() = default;
+
+void QuilletView::awakeFromNib()
+{
+    menu = new NodeModel(rootNode, iconOfModule, this);
+    ui->menuOutlineVew->setModel(menu);
+    ui->menuOutlineVew->setItemDelegate(new ImageAndTextCell(ui->menuOutlineVew));
+    ui->menuOutlineVew->expandAll();
+    selectMenuRow(0);
+    setButtonsEnabled(false);
+    dressControls();
+    connectControls();
+}
+
+void QuilletView::dressControls()
+{
+    Theme::makeSearchField(ui->searchField);
+    Theme::makeAccentButton(ui->saveButton);
+    ui->saveButton->setIcon(Icons::icon(QStringLiteral("Save")));
+    ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
+    ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
+    for (QLabel *line : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->changes1Label,
+                         ui->changes2Label, ui->changes3Label})
+        Theme::setTextRole(line, Theme::TextRole::Help);
+}
+
+void QuilletView::connectControls()
+{
+    connect(ui->menuOutlineVew->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &QuilletView::outlineViewSelectionDidChange);
+    connect(ui->menuOutlineVew, &SourceList::chosenAgain, this,
+            &QuilletView::outlineViewSelectionDidChange);
+    connect(ui->saveButton, &QAbstractButton::clicked, this, [this] { parentView->saveChanges(); });
+    connect(ui->cancelButton, &QAbstractButton::clicked, this,
+            [this] { parentView->cancelChanges(); });
+    connect(ui->viewButton, &QAbstractButton::clicked, this, [this] { parentView->viewChanges(); });
+}
+
+void QuilletView::setParentView(Quillet *controller)
+{
+    parentView = controller;
+}
+
+void QuilletView::setGlobalBackupFileName(const QString &name)
+{
+    backupFileName = name;
+    varnelLog(lcSettings, fillIn(u"setGlobalBackupFileName (LoginItemsView): %@", {name}));
+}
+
+void QuilletView::outlineViewSelectionDidChange()
+{
+    const QModelIndexList selected = ui->menuOutlineVew->selectionModel()->selectedIndexes();
+    if (!parentView || selected.isEmpty())
+        return;
+    if (const ModuleRow *row = moduleTitled(menu->nodeAt(selected.front())->name()))
+        parentView->showModules(row->id);
+}
+
+void QuilletView::selectMenuRow(int row)
+{
+    const QModelIndex index = menu->index(row, 0, {});
+    if (ui->menuOutlineVew->selectionModel()->isSelected(index))
+        outlineViewSelectionDidChange();
+    else
+        ui->menuOutlineVew->setCurrentIndex(index);
+}
+
+int QuilletView::selectedMenuRow() const
+{
+    return ui->menuOutlineVew->currentIndex().row();
+}
+
+SettingsColumn *QuilletView::mainView() const
+{
+    return ui->mainView;
+}
+
+void QuilletView::scrollToTop()
+{
+    ui->mainScrollView->verticalScrollBar()->setValue(0);
+    ui->mainScrollView->horizontalScrollBar()->setValue(0);
+}
+
+void QuilletView::setButtonsEnabled(bool enabled)
+{
+    ui->saveButton->setEnabled(enabled);
+    ui->cancelButton->setEnabled(enabled);
+    ui->viewButton->setEnabled(enabled);
+}
+
+void QuilletView::placeFooter()
+{
+    layout()->activate();
+    const int left = ui->mainScrollView->x() - ui->footer->x();
+    const int height = layOutFooter({{{ui->saveButton, ui->saveLabel, ui->changes1Label},
+                                      {ui->cancelButton, ui->cancelLabel, ui->changes2Label},
+                                      {ui->viewButton, ui->viewLabel, ui->changes3Label}}},
+                                    left);
+    ui->footer->setFixedHeight(height);
+}
+
+void QuilletView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeFooter();
+}
+
+void QuilletView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        placeFooter();
+}
+
+} // namespace varnel

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class QuilletView;
+}
+
+namespace varnel {
+
+class Node;
+class NodeModel;
+class Quillet;
+class SettingsColumn;
+
+/// The page of the hidden settings: the list of modules, the column of settings, the footer.
+class QuilletView : public QWidget {
+    Q_OBJECT
+
+public:
+    QuilletView();
+    ~QuilletView() override;
+
+    /// The controller; not owned. Before it is set, selecting a module shows nothing.
+    void setParentView(Quillet *controller);
+
+    /// Keeps a copy of the name.
+    void setGlobalBackupFileName(const QString &name);
+    [[nodiscard]] QString globalBackupFileName() const { return backupFileName; }
+
+    /// Shows the page of the selected module.
+    void outlineViewSelectionDidChange();
+
+    /// Selects that row of the list alone.
+    void selectMenuRow(int row);
+    [[nodiscard]] int selectedMenuRow() const;
+
+    [[nodiscard]] SettingsColumn *mainView() const;
+    void scrollToTop();
+
+    /// The three buttons of the footer, together.
+    void setButtonsEnabled(bool enabled);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void awakeFromNib();
+    void dressControls();
+    void connectControls();
+    void placeFooter();
+
+    std::unique_ptr<Ui::QuilletView> ui;
+    std::shared_ptr<Node> rootNode;
+    NodeModel *menu = nullptr;
+    Quillet *parentView = nullptr;
+    QString backupFileName;
+};
+
+} // namespace varnel

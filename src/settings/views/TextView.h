@@ -1,0 +1,46 @@
+#pragma once
+
+#include "settings/views/ControlState.h"
+#include "settings/views/GenericView.h"
+
+class QHBoxLayout;
+
+namespace varnel {
+
+/// A text field, with a box for the default. Every keystroke reports the new text.
+class TextView : public GenericView {
+    Q_OBJECT
+
+public:
+    TextView(const ViewContext &context, const QList<const SettingRow *> &settings,
+             const Caption &caption);
+
+    [[nodiscard]] QString currentTextFieldValue() const { return reportedText; }
+    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
+
+    void textFieldChangeValue();
+    void controlTextDidChange();
+    void checkBoxChangeValue();
+    virtual void setDefaultCheckBoxStat();
+    virtual void updateWindowForControlTextChange();
+
+    void readData(bool updateControls) override;
+    void writeShownData() override;
+
+protected:
+    void buildControls(QBoxLayout *column) override;
+    /// Puts the field, and what goes with it, into the line beside the title.
+    virtual void buildFieldLine(QHBoxLayout *line);
+
+    [[nodiscard]] QString shownText() const { return textField.value(); }
+    void showText(const QString &text) { textField.show(text); }
+    [[nodiscard]] bool fieldEnabled() const { return textField.isEnabled(); }
+
+private:
+    ControlState<QLineEdit, QString> textField {QStringLiteral("")};
+    ControlState<QCheckBox, bool> checkBox;
+    QString reportedText;
+    bool reportedBox = false;
+};
+
+} // namespace varnel

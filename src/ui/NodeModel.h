@@ -1,0 +1,49 @@
+#pragma once
+
+#include "shell/Node.h"
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QIcon>
+
+#include <functional>
+#include <memory>
+
+namespace varnel {
+
+/// An outline's view of a tree of nodes: one column, the names, each with the icon that the page
+/// gives it.
+class NodeModel : public QAbstractItemModel {
+    Q_OBJECT
+
+public:
+    using IconOf = std::function<QIcon(const QString &name)>;
+
+    /// The root itself is not shown. The tree must not change afterwards.
+    NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QObject *parent);
+
+    /// Null for the root.
+    [[nodiscard]] const Node *nodeAt(const QModelIndex &index) const;
+
+    [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex &parent) const override;
+    [[nodiscard]] QModelIndex parent(const QModelIndex &child) const override;
+    [[nodiscard]] int rowCount(const QModelIndex &parent) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent) const override;
+    [[nodiscard]] bool hasChildren(const QModelIndex &parent) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+private:
+    struct Place {
+        const Node *parent = nullptr; ///< null beneath the root
+        int row = 0;
+    };
+    void note(const Node &parent);
+    [[nodiscard]] const Node &nodeOrRoot(const QModelIndex &index) const;
+
+    std::shared_ptr<Node> root;
+    IconOf iconOf;
+    QHash<const Node *, Place> places;
+};
+
+} // namespace varnel

@@ -1,0 +1,37 @@
+#include "ui/SheetShade.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace varnel {
+
+SheetShade::SheetShade(QWidget *window, QWidget *above) : QWidget(window), sheet(above)
+{
+    setObjectName(QStringLiteral("sheetShade"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setGeometry(window->rect());
+    window->installEventFilter(this);
+    sheet->installEventFilter(this);
+    connect(sheet, &QObject::destroyed, this, &QObject::deleteLater);
+    raise();
+    show();
+}
+
+bool SheetShade::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        setGeometry(parentWidget()->rect());
+    // A spontaneous hide is the desktop's (another workspace): the sheet is still up.
+    if (watched == sheet && event->type() == QEvent::Hide && !event->spontaneous()) {
+        hide();
+        deleteLater();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void SheetShade::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), QColor(16, 36, 60, 64));
+}
+
+} // namespace varnel

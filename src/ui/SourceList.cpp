@@ -1,0 +1,32 @@
+#include "ui/SourceList.h"
+
+#include "ui/Theme.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+
+namespace varnel {
+
+SourceList::SourceList(QWidget *parent) : QTreeView(parent)
+{
+    setHeaderHidden(true);
+    setRootIsDecorated(false);
+    setIndentation(0);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setAllColumnsShowFocus(true);
+    Theme::makeSourceList(this);
+}
+
+void SourceList::mousePressEvent(QMouseEvent *event)
+{
+    const QModelIndex pressed = indexAt(event->position().toPoint());
+    const bool again = pressed.isValid() && selectionModel()->isSelected(pressed);
+    QTreeView::mousePressEvent(event);
+    if (again && event->button() == Qt::LeftButton)
+        emit chosenAgain();
+}
+
+} // namespace varnel
