@@ -1,0 +1,21 @@
+# The SVG masters are the only artwork kept; the pictures that the program carries are made here, so
+# that nothing is parsed while it starts. One run of one tool makes them all.
+
+# varnel_add_icons(TARGET): renders resources/icons/*.svg and compiles the pictures into TARGET.
+function(varnel_add_icons target)
+  add_executable(varnel_render_icons ${CMAKE_SOURCE_DIR}/tools/renderIcons.cpp)
+  target_link_libraries(varnel_render_icons PRIVATE varnel_flags Qt6::Gui Qt6::Svg)
+
+  file(GLOB masters CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/icons/*.svg)
+  set(out ${CMAKE_BINARY_DIR}/icons)
+  set(compiled ${CMAKE_BINARY_DIR}/icons/qrc_icons.cpp)
+  # As in src/ui/Icons.cpp. PNG is packed already: packing it again only costs time at the start.
+  set(sizes 16 20 24 32 40 48 64 96 128)
+  add_custom_command(OUTPUT ${compiled}
+    COMMAND varnel_render_icons ${CMAKE_SOURCE_DIR}/resources/icons ${out} ${sizes}
+    COMMAND Qt6::rcc --no-compress --name icons -o ${compiled} ${out}/icons.qrc
+    DEPENDS varnel_render_icons ${masters}
+    COMMENT "Rendering icons" VERBATIM)
+  set_source_files_properties(${compiled} PROPERTIES SKIP_AUTOGEN ON SKIP_PRECOMPILE_HEADERS ON)
+  target_sources(${target} PRIVATE ${compiled})
+endfunction()
