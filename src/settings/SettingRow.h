@@ -45,9 +45,9 @@ enum class Mechanism {
 using StoredValue = std::variant<std::monostate, bool, int, QString>;
 
 struct Choice {
-    QString label;
-    StoredValue writes;
-    QString action; ///< the sentence for this index; null: the row's otherAction
+    QString label {};
+    StoredValue writes {};
+    QString action {}; ///< the sentence for this index; null: the row's otherAction
 };
 
 /// Which control edits the setting.
@@ -56,27 +56,27 @@ enum class ControlKind { ComboBox, Slider, Stepper, TextField, FolderField, Chec
 /// Everything that is true of one setting.
 struct SettingRow {
     int id = 0;
-    QString name; ///< short name for the terminal, lower case with hyphens, unique
-    QString viewClass; ///< the view's class name; several rows may share one
+    QString name {}; ///< short name for the terminal, lower case with hyphens, unique
+    QString viewClass {}; ///< the view's class name; several rows may share one
     ModuleId module = ModuleId::General;
-    QString file; ///< with its leading slash, appended to the preferences folder; null for
-                  ///< LibraryFolder
-    QStringList keys; ///< in writing order; for NestedChoice the path
+    QString file {}; ///< with its leading slash, appended to the preferences folder; null for
+                     ///< LibraryFolder
+    QStringList keys {}; ///< in writing order; for NestedChoice the path
     Mechanism mechanism = Mechanism::Choice;
     ValueKind kind = ValueKind::Choice;
     ControlKind control = ControlKind::ComboBox;
-    QString type; ///< "boolean", "integer", "string", "array", "file flag": what is written
-    QList<Choice> choices;
+    QString type {}; ///< "boolean", "integer", "string", "array", "file flag": what is written
+    QList<Choice> choices {};
     int initialIndex = 0; ///< the control's choice before the first read
     bool caseSensitive = false; ///< string choices: how the stored text is compared
-    QString defaultAction; ///< sentence for -1 / "-1" of numbers and strings, where it differs
-    QString otherAction; ///< sentence of every index without its own; for numbers and strings the
-                         ///< format
-    QStringList keywords; ///< search texts; the last one is what the index holds
+    QString defaultAction {}; ///< sentence for -1 / "-1" of numbers and strings, where it differs
+    QString otherAction {}; ///< sentence of every index without its own; for numbers and strings
+                            ///< the format
+    QStringList keywords {}; ///< search texts; the last one is what the index holds
     bool searchable = true; ///< whether the search index holds the row
-    std::optional<RestartFlag> restarts;
-    QString label; ///< plain words for the row in the window
-    QString help; ///< one line below it
+    std::optional<RestartFlag> restarts {};
+    QString label {}; ///< plain words for the row in the window
+    QString help {}; ///< one line below it
     int minimum = 0; ///< numbers: the control's range
     int maximum = 0;
     int shownWhenMissing = 0; ///< numbers: what the control shows when the key is missing

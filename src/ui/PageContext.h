@@ -11,6 +11,7 @@ namespace varnel {
 class CommandRunner;
 class Dialogs;
 class FinderInfo;
+class FolderMaker;
 class PreferenceFiles;
 class SharedObject;
 
@@ -20,6 +21,7 @@ struct PageContext {
     SharedObject &shared;
     PreferenceFiles &files;
     FinderInfo &finderInfo;
+    FolderMaker &folders;
     CommandRunner &runner;
     Dialogs &dialogs;
     /// Whether the interface description of that name ("GeneralView") loads. Compiled-in

@@ -1,0 +1,203 @@
+#include "base/Sqlite.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstring>
+
+#include <sqlite3.h>
+
+namespace varnel {
+
+namespace {
+
+/// No value that this program writes comes near it; a hostile one must not fill the memory.
+constexpr int largestValue = 1 << 20;
+
+struct Finalize {
+    void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+bool isUsers(const char *name)
+{
+    return name != nullptr && std::strcmp(name, "users") == 0;
+}
+
+bool isSchema(const char *name)
+{
+    return name != nullptr && std::strncmp(name, "sqlite_", 7) == 0;
+}
+
+// Each of the following allows one verb. A trigger or view acts under its own name in the last
+// argument; none may.
+
+int allowSelect(void *, int action, const char *first, const char *, const char *,
+                const char *inner)
+{
+    const bool allowed = action == SQLITE_SELECT || (action == SQLITE_READ && isUsers(first));
+    return allowed && inner == nullptr ? SQLITE_OK : SQLITE_DENY;
+}
+
+int allowInsert(void *, int action, const char *first, const char *, const char *,
+                const char *inner)
+{
+    return action == SQLITE_INSERT && isUsers(first) && inner == nullptr ? SQLITE_OK : SQLITE_DENY;
+}
+
+int allowDelete(void *, int action, const char *first, const char *, const char *,
+                const char *inner)
+{
+    const bool allowed = (action == SQLITE_DELETE || action == SQLITE_READ) && isUsers(first);
+    return allowed && inner == nullptr ? SQLITE_OK : SQLITE_DENY;
+}
+
+int allowCreateTable(void *, int action, const char *first, const char *, const char *,
+                     const char *)
+{
+    switch (action) {
+    case SQLITE_CREATE_TABLE:
+        return isUsers(first) ? SQLITE_OK : SQLITE_DENY;
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+    case SQLITE_READ:
+        return isSchema(first) ? SQLITE_OK : SQLITE_DENY;
+    default:
+        return SQLITE_DENY;
+    }
+}
+
+int allowNothing(void *, int, const char *, const char *, const char *, const char *)
+{
+    return SQLITE_DENY;
+}
+
+using Authorizer = int (*)(void *, int, const char *, const char *, const char *, const char *);
+
+Authorizer authorizerFor(Sqlite::Verb verb)
+{
+    switch (verb) {
+    case Sqlite::Verb::CreateTable:
+        return allowCreateTable;
+    case Sqlite::Verb::Insert:
+        return allowInsert;
+    case Sqlite::Verb::Delete:
+        return allowDelete;
+    }
+    return allowNothing;
+}
+
+/// Prepares the first statement; an error of the library when the text does not parse, may not do
+/// what it says, or holds a second statement. Null with SQLITE_OK when the text holds none.
+int prepare(sqlite3 *database, const QString &sql, Authorizer authorizer, Statement &statement)
+{
+    const QByteArray text = sql.toUtf8();
+    const char *tail = nullptr;
+    sqlite3_stmt *raw = nullptr;
+    sqlite3_set_authorizer(database, authorizer, nullptr);
+    int outcome = sqlite3_prepare_v2(database, text.constData(), -1, &raw, &tail);
+    statement.reset(raw);
+    if (outcome != SQLITE_OK || tail == nullptr)
+        return outcome;
+    // Whatever stands behind is denied, so that the library itself says what is wrong with it.
+    sqlite3_set_authorizer(database, allowNothing, nullptr);
+    outcome = sqlite3_prepare_v2(database, tail, -1, &raw, nullptr);
+    sqlite3_finalize(raw);
+    sqlite3_set_authorizer(database, authorizer, nullptr);
+    return outcome;
+}
+
+void defend(sqlite3 *database)
+{
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite3_limit(database, SQLITE_LIMIT_LENGTH, largestValue);
+    sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
+}
+
+QString columnText(sqlite3_stmt *statement, int column)
+{
+    const unsigned char *bytes = sqlite3_column_text(statement, column);
+    return bytes == nullptr ? QStringLiteral("")
+                            : QString::fromUtf8(reinterpret_cast<const char *>(bytes));
+}
+
+QStringList rowTexts(sqlite3_stmt *statement)
+{
+    QStringList texts;
+    const int count = sqlite3_column_count(statement);
+    texts.reserve(count);
+    for (int column = 0; column < count; ++column)
+        texts.append(columnText(statement, column));
+    return texts;
+}
+
+} // namespace
+
+void Sqlite::Close::operator()(sqlite3 *database) const
+{
+    sqlite3_close(database);
+}
+
+Sqlite::Sqlite(sqlite3 *database) : database(database) { }
+
+Error Sqlite::lastError() const
+{
+    return {ErrorCode::Unloadable, QString::fromUtf8(sqlite3_errmsg(database.get()))};
+}
+
+Result<Sqlite> Sqlite::open(const QString &path, Access access)
+{
+    const QFileInfo file(path);
+    // The library would open a FIFO and wait for it.
+    if (file.exists() && !file.isFile())
+        return Error {ErrorCode::NotAFile, QStringLiteral("not a regular file")};
+    if (access == Access::ReadOnly && !file.exists())
+        return Error {ErrorCode::NotFound, QStringLiteral("no such file")};
+    const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY
+                                                 : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    sqlite3 *raw = nullptr;
+    const int outcome = sqlite3_open_v2(QFile::encodeName(path).constData(), &raw, flags, nullptr);
+    Sqlite opened(raw);
+    if (outcome != SQLITE_OK)
+        return opened.lastError();
+    defend(raw);
+    return opened;
+}
+
+Result<void> Sqlite::run(const QString &sql, Verb verb)
+{
+    Statement statement;
+    if (prepare(database.get(), sql, authorizerFor(verb), statement) != SQLITE_OK)
+        return lastError();
+    if (!statement)
+        return {};
+    int step = SQLITE_ROW;
+    while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) { }
+    if (step != SQLITE_DONE)
+        return lastError();
+    return {};
+}
+
+Result<void> Sqlite::select(const QString &sql, int columns,
+                            const std::function<bool(const QStringList &)> &row)
+{
+    Statement statement;
+    if (prepare(database.get(), sql, allowSelect, statement) != SQLITE_OK)
+        return lastError();
+    if (sqlite3_column_count(statement.get()) < columns)
+        return Error {ErrorCode::Unloadable, QStringLiteral("too few columns in users")};
+    int step = SQLITE_ROW;
+    while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
+        if (!row(rowTexts(statement.get())))
+            return {};
+    }
+    if (step != SQLITE_DONE)
+        return lastError();
+    return {};
+}
+
+} // namespace varnel

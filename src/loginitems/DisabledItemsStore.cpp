@@ -1,0 +1,113 @@
+#include "loginitems/DisabledItemsStore.h"
+
+#include "base/Logging.h"
+#include "base/Sqlite.h"
+#include "base/Text.h"
+
+namespace varnel {
+
+namespace {
+
+void logFailure(QStringView format, const Error &error)
+{
+    varnelLog(lcLoginItems, fillIn(format, {error.text}));
+}
+
+Result<void> deletePath(Sqlite &store, const QString &sql)
+{
+    Result<void> deleted = store.run(sql, Sqlite::Verb::Delete);
+    if (!deleted)
+        logFailure(u"Failed to create the SQL query for deleting data with error: %s",
+                   deleted.error());
+    return deleted;
+}
+
+QString deleteQuery(const QString &path)
+{
+    return fillIn(u"DELETE FROM users WHERE value1='%@'", {path});
+}
+
+} // namespace
+
+DisabledItemsStore::DisabledItemsStore(const QString &supportFolder)
+    : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")}))
+{
+}
+
+const QString &DisabledItemsStore::path() const
+{
+    return storePath;
+}
+
+Result<void> DisabledItemsStore::readDisabledLoginItemsData(
+    const std::function<bool(const QString &path)> &isListed)
+{
+    // Reading makes no file; a store that is not there holds nothing.
+    Result<Sqlite> reader = Sqlite::open(storePath, Sqlite::Access::ReadOnly);
+    if (!reader)
+        return reader.error();
+    const QString query = QStringLiteral("SELECT * FROM users");
+    varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
+    QStringList doubled;
+    const Result<void> read = reader.value().select(query, 1, [&](const QStringList &texts) {
+        if (isListed(texts[0]))
+            doubled.append(texts[0]);
+        return true;
+    });
+    if (!read || doubled.isEmpty())
+        return read;
+
+    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    if (!store)
+        return store.error();
+    for (const QString &path : doubled)
+        (void)deletePath(store.value(),
+                         deleteQuery(path)); // logged; the next path has its own chance
+    return {};
+}
+
+Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,
+                                                           const QString &backupFileName)
+{
+    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    if (!store)
+        return store.error();
+    varnelLog(lcLoginItems, fillIn(u"Opened sqlite database at %@", {backupFileName}));
+    const Result<void> created =
+        store.value().run(QStringLiteral("CREATE TABLE IF NOT EXISTS users (value1 TEXT)"),
+                          Sqlite::Verb::CreateTable);
+    if (!created)
+        logFailure(u"Failed to create the SQL query for creating a table with error: %s",
+                   created.error());
+
+    const QString search = fillIn(u"SELECT * FROM users WHERE value1='%@'", {path});
+    varnelLog(lcLoginItems, fillIn(u"searchQuery (addDisabledLoginItemsData): %@", {search}));
+    bool stored = false;
+    // A search that fails has found nothing; the insertion then says what is wrong.
+    (void)store.value().select(search, 1, [&](const QStringList &) {
+        stored = true;
+        return false;
+    });
+    if (stored)
+        return {};
+
+    const QString query = fillIn(u"INSERT INTO users VALUES('%@')", {path});
+    varnelLog(lcLoginItems, fillIn(u"query (addDisabledLoginItemsData): %@", {query}));
+    Result<void> inserted = store.value().run(query, Sqlite::Verb::Insert);
+    if (!inserted)
+        logFailure(u"Failed to create the SQL query for inserting data with error: %s",
+                   inserted.error());
+    return inserted;
+}
+
+Result<void> DisabledItemsStore::deleteDisabledLoginItemsData(const QString &path)
+{
+    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    if (!store)
+        return store.error();
+    const QString query = deleteQuery(path);
+    varnelLog(lcLoginItems, fillIn(u"query (deleteDisabledLoginItemsData): %@", {query}));
+    return deletePath(store.value(), query);
+}
+
+} // namespace varnel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace varnel {
+
+/// The applications that this program has taken out of the session's list: one SQLite table `users`
+/// with one column. Opened and closed for each operation. Values go into the statements as they
+/// are; each statement may do only its own verb on that table, and nothing behind its first
+/// statement runs.
+class DisabledItemsStore {
+public:
+    /// supportFolder ends in a slash; the doubled slash that results in the path is part of it.
+    explicit DisabledItemsStore(const QString &supportFolder);
+
+    [[nodiscard]] const QString &path() const;
+
+    /// Calls `isListed` for each stored path in order: true deletes the path from the store, false
+    /// leaves it to the caller, who has taken it into the list.
+    Result<void>
+    readDisabledLoginItemsData(const std::function<bool(const QString &path)> &isListed);
+
+    /// `backupFileName` is only printed (null when none was chosen).
+    Result<void> addDisabledLoginItemsData(const QString &path, const QString &backupFileName);
+
+    Result<void> deleteDisabledLoginItemsData(const QString &path);
+
+private:
+    QString storePath;
+};
+
+} // namespace varnel

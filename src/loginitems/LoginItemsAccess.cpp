@@ -1,0 +1,120 @@
+#include "loginitems/LoginItemsAccess.h"
+
+#include "base/Logging.h"
+#include "platform/SessionLoginItems.h"
+#include "plist/BundleIcon.h"
+
+#include <QSet>
+
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+QString lastComponent(const QString &path)
+{
+    return path.section(u'/', -1, -1, QString::SectionSkipEmpty);
+}
+
+/// Both have run by now; the first failure is the one to tell.
+Result<void> firstFailure(Result<void> first, Result<void> second)
+{
+    return first.ok() ? std::move(second) : std::move(first);
+}
+
+/// The told logs know nothing of the session's list.
+Result<void> logged(Result<void> outcome)
+{
+    if (!outcome)
+        varnelLog(lcIo, outcome.error().text);
+    return outcome;
+}
+
+} // namespace
+
+LoginItemsAccess::LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store,
+                                   InverseKeeper &keeper, const FileReader &files)
+    : session(session), store(store), keeper(keeper), files(files)
+{
+}
+
+QList<LoginItemRow> LoginItemsAccess::readData()
+{
+    QList<LoginItemRow> rows;
+    QSet<QString> listed;
+    if (const Result<QList<SessionLoginItem>> items = session.snapshot()) {
+        for (const SessionLoginItem &item : items.value()) {
+            rows.append({item.name, item.path, true, item.icon});
+            listed.insert(item.path);
+        }
+    }
+    // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
+    (void)store.readDisabledLoginItemsData([&](const QString &path) {
+        if (listed.contains(path))
+            return true;
+        listed.insert(path);
+        LoginItemRow row = newRow(path);
+        row.enabled = false;
+        rows.append(row);
+        return false;
+    });
+    return rows;
+}
+
+LoginItemRow LoginItemsAccess::newRow(const QString &path) const
+{
+    return {lastComponent(path), path, true, bundleIconPath(files, path)};
+}
+
+Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool enabled,
+                                         bool backup)
+{
+    if (actionId < LoginItemChange::Add || actionId > LoginItemChange::Disable)
+        return {};
+    const bool tellsState = actionId == LoginItemChange::Remove;
+    Result<void> kept;
+    if (backup)
+        kept = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
+    const auto change = [&] {
+        switch (actionId) {
+        case LoginItemChange::Add:
+            return add(path, enabled);
+        case LoginItemChange::Remove:
+            return remove(path, enabled);
+        case LoginItemChange::Enable:
+            return enable(path);
+        default:
+            return disable(path);
+        }
+    };
+    Result<void> changed = change();
+    return firstFailure(std::move(changed), std::move(kept));
+}
+
+Result<void> LoginItemsAccess::add(const QString &path, bool enabled)
+{
+    return enabled ? logged(session.insertAtEnd(path))
+                   : store.addDisabledLoginItemsData(path, selectedBackupFileName);
+}
+
+Result<void> LoginItemsAccess::remove(const QString &path, bool enabled)
+{
+    return enabled ? logged(session.removeEvery(path)) : store.deleteDisabledLoginItemsData(path);
+}
+
+Result<void> LoginItemsAccess::enable(const QString &path)
+{
+    Result<void> inserted = logged(session.insertAtEnd(path));
+    return firstFailure(std::move(inserted), store.deleteDisabledLoginItemsData(path));
+}
+
+Result<void> LoginItemsAccess::disable(const QString &path)
+{
+    // Stored first, then removed, and removed even when storing failed: the session keeps what it
+    // removes.
+    Result<void> stored = store.addDisabledLoginItemsData(path, selectedBackupFileName);
+    return firstFailure(std::move(stored), logged(session.removeEvery(path)));
+}
+
+} // namespace varnel

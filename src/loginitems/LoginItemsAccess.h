@@ -1,0 +1,60 @@
+#pragma once
+
+#include "base/Result.h"
+#include "loginitems/DisabledItemsStore.h"
+#include "loginitems/LoginItemChange.h"
+#include "loginitems/LoginItemRow.h"
+
+#include <QList>
+#include <QString>
+
+namespace varnel {
+
+class FileReader;
+class SessionLoginItems;
+
+/// Where the way back from a login-item change is kept before the change is made.
+class InverseKeeper {
+public:
+    virtual ~InverseKeeper() = default;
+    /// Keeps the inverse of the change, unless one of the same path is kept already.
+    virtual Result<void> addDataToBackupFile(int actionId, const QString &path,
+                                             int enabledFlag) = 0;
+};
+
+/// The two places of login items as one list: the session's list holds the enabled, the store the
+/// disabled ones.
+class LoginItemsAccess {
+public:
+    /// Everything outlives this object. `files` reads the bundles' icon names.
+    LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store, InverseKeeper &keeper,
+                     const FileReader &files);
+
+    /// Enabled items in the list's order, then the store's. What stands in both is taken out of the
+    /// store.
+    [[nodiscard]] QList<LoginItemRow> readData();
+
+    /// The row of an application that is not in the list yet, ticked.
+    [[nodiscard]] LoginItemRow newRow(const QString &path) const;
+
+    /// Makes one change, its way back first when `backup` says so. A failure of one step stops
+    /// neither the next nor the change; the first is returned. Action numbers of 4 or more, or
+    /// below 0, do nothing.
+    Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
+
+    /// Printed in the store's log; null until a backup was opened.
+    QString selectedBackupFileName;
+
+private:
+    Result<void> add(const QString &path, bool enabled);
+    Result<void> remove(const QString &path, bool enabled);
+    Result<void> enable(const QString &path);
+    Result<void> disable(const QString &path);
+
+    SessionLoginItems &session;
+    DisabledItemsStore &store;
+    InverseKeeper &keeper;
+    const FileReader &files;
+};
+
+} // namespace varnel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace varnel {
+
+/// What the session's desktop does for a program. Nothing here is waited for; failures are logged.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    /// Opens an address in the user's browser.
+    virtual void openUrl(const QString &address) = 0;
+
+    /// A request in the shape of a task: program, working directory, arguments. The request
+    /// `/usr/bin/open -R PATH` shows PATH in the file manager.
+    virtual void launch(const QString &program, const QString &workingDirectory,
+                        const QStringList &arguments) = 0;
+};
+
+} // namespace varnel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QList>
+#include <QString>
+
+namespace varnel {
+
+/// One item of the session's login-items list that resolves to an application.
+struct SessionLoginItem {
+    QString name; ///< display name
+    QString path; ///< of the application: an .app bundle, an executable, or a desktop entry
+    QString icon; ///< file path or icon-theme name; null when there is none
+};
+
+/// The session's list of what starts at login.
+class SessionLoginItems {
+public:
+    virtual ~SessionLoginItems() = default;
+
+    /// The items that resolve, in the list's order. An error: the list can't be had.
+    [[nodiscard]] virtual Result<QList<SessionLoginItem>> snapshot() const = 0;
+
+    /// Inserts the application at the end. One that was removed before comes back byte for byte. A
+    /// path that is in the list moves to the end.
+    virtual Result<void> insertAtEnd(const QString &path) = 0;
+
+    /// Removes every item whose path equals the given one. What is removed is kept first, so that
+    /// inserting the path again brings it back; the text of a failure says where.
+    virtual Result<void> removeEvery(const QString &path) = 0;
+};
+
+} // namespace varnel

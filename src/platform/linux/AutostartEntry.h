@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace varnel {
+
+/// What this program reads of one desktop entry.
+struct AutostartEntry {
+    QString name; ///< in the user's language; null when the entry has none
+    QString icon; ///< a file's path or a theme's name; null when the entry has none
+    QString ownPath; ///< the application that this program wrote into the entry; null otherwise
+    QStringList
+        exec; ///< the command's words without field codes; empty when it has none or does not parse
+    QStringList onlyShowIn;
+    QStringList notShowIn;
+    QString tryExec;
+    bool off = false; ///< Hidden, or switched off by a desktop's own key
+};
+
+/// None when the bytes are no desktop entry of the type Application. Hidden entries need nothing
+/// else.
+[[nodiscard]] std::optional<AutostartEntry> parseAutostartEntry(const QByteArray &bytes);
+
+/// A new entry for an application, its path in our own key.
+[[nodiscard]] QByteArray newAutostartEntry(const QString &applicationPath);
+
+/// An entry that hides the system-wide one of the same file name.
+[[nodiscard]] QByteArray hidingAutostartEntry();
+
+/// The bytes with every key that switches the entry off taken out, everything else as it is.
+[[nodiscard]] QByteArray switchedOn(const QByteArray &bytes);
+
+} // namespace varnel

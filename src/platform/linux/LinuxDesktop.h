@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+namespace varnel {
+
+/// The session's desktop, through the programs that speak for it: `xdg-open` for addresses and
+/// folders, `gdbus` for its file manager. They run on their own; this program ends without waiting
+/// for them.
+class LinuxDesktop : public Desktop {
+public:
+    void openUrl(const QString &address) override;
+
+    /// `/usr/bin/open -R PATH` asks the file manager to show PATH, and opens the folder around it
+    /// where there is no such file manager. Any other request is started as it stands.
+    void launch(const QString &program, const QString &workingDirectory,
+                const QStringList &arguments) override;
+};
+
+} // namespace varnel

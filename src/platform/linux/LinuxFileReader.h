@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/FileReader.h"
+
+namespace varnel {
+
+/// Files of the host itself: bundles, system files. Links are followed anywhere.
+class LinuxFileReader : public FileReader {
+public:
+    bool exists(const QString &path) const override;
+    Result<QByteArray> read(const QString &path) const override;
+};
+
+} // namespace varnel

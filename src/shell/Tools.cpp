@@ -1,0 +1,74 @@
+#include "shell/Tools.h"
+
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "platform/FolderMaker.h"
+#include "shell/TerminalCommand.h"
+
+#include <QFileInfo>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace varnel {
+
+Tools::Tools(HomeFolder homeFolder, FolderMaker &folderMaker, CommandRunner &commandRunner)
+    : home(std::move(homeFolder)), folders(folderMaker), runner(commandRunner)
+{
+}
+
+QString Tools::ensured(const QString &path) const
+{
+    if (QFileInfo::exists(path))
+        return path;
+    const Result<void> made = folders.makeFolder(home, path);
+    // The caller gets the path regardless, and finds out when it writes there. A missing parent is
+    // the usual case of a first run, not worth a line.
+    if (!made && made.error().code != ErrorCode::NotFound)
+        varnelLog(lcIo, made.error().text);
+    return path;
+}
+
+QString Tools::pathForSupportFolder() const
+{
+    return ensured(home.path + u"/Library/Application Support/Varnel/");
+}
+
+QString Tools::pathForBackupFolder() const
+{
+    return ensured(home.path + u"/Library/Application Support/Varnel/Backup/");
+}
+
+QString Tools::pathForDataFile() const
+{
+    return pathForSupportFolder() + u"Pellora.userdata";
+}
+
+QString Tools::createBackupFile() const
+{
+    const QString folder = pathForBackupFolder();
+    QString path;
+    int number = 0;
+    do {
+        path = folder + u"quillet" + QString::number(++number) + u".sqlite";
+    } while (QFileInfo::exists(path));
+    varnelLog(lcShell, fillIn(u"Backup File Name: %@", {path}));
+    return path;
+}
+
+void Tools::killApp(const QString &name) const
+{
+    auto command = std::make_unique<TerminalCommand>(runner);
+    const auto data = std::make_shared<TaskData>();
+    data->setLaunchPath(QStringLiteral("/usr/bin/killall"));
+    data->setArguments({name});
+    command->setTaskData(data);
+    command->executeCommand();
+
+    // Each one stays registered for the ends of child processes until the run is over.
+    static std::vector<std::unique_ptr<TerminalCommand>> keptForTheRun;
+    keptForTheRun.push_back(std::move(command));
+}
+
+} // namespace varnel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+
+#include <QString>
+
+namespace varnel {
+
+class CommandRunner;
+class FolderMaker;
+
+/// Where the program keeps its own files in a home, and how it ends other programs.
+class Tools {
+public:
+    Tools(HomeFolder home, FolderMaker &folders, CommandRunner &runner);
+
+    /// ".../Library/Application Support/Varnel/", made when missing. Only this one folder is made,
+    /// never those above it; the path comes back whether that worked or not.
+    [[nodiscard]] QString pathForSupportFolder() const;
+
+    /// The same for ".../Varnel/Backup/": on a first run it can be made only after the support
+    /// folder.
+    [[nodiscard]] QString pathForBackupFolder() const;
+
+    /// The user-data file in the support folder, which is made when missing.
+    [[nodiscard]] QString pathForDataFile() const;
+
+    /// The first free name of "quillet1.sqlite", "quillet2.sqlite", ... in the backup folder; gaps
+    /// are used again. Logs it. The file itself is made by the first backup row.
+    [[nodiscard]] QString createBackupFile() const;
+
+    /// Ends every process of that name and waits for that to be done. Whether there was one is not
+    /// reported.
+    void killApp(const QString &name) const;
+
+private:
+    [[nodiscard]] QString ensured(const QString &path) const;
+
+    HomeFolder home;
+    FolderMaker &folders;
+    CommandRunner &runner;
+};
+
+} // namespace varnel

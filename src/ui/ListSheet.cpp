@@ -1,0 +1,137 @@
+#include "ui/ListSheet.h"
+
+#include "base/Logging.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+constexpr int margin = 16;
+constexpr int gap = 8;
+constexpr int rowHeight = 28;
+constexpr QSize firstSize(640, 360);
+
+QTableView *makeTable(TextTableModel *model, QWidget *parent)
+{
+    auto *table = new QTableView(parent);
+    table->setModel(model);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setAlternatingRowColors(true);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    QHeaderView *header = table->horizontalHeader();
+    header->setSectionsClickable(true);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setStretchLastSection(true);
+    return table;
+}
+
+} // namespace
+
+ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns,
+                     const QLoggingCategory &(*category)(), QWidget *parent)
+    : QDialog(parent), model(new TextTableModel(std::move(columns), this)),
+      tableView(makeTable(model, this)), caption(new QLabel(this)),
+      emptyLabel(new QLabel(tableView->viewport())), category(category)
+{
+    setWindowTitle(title);
+    setModal(true);
+    resize(firstSize);
+    tableView->setAccessibleName(title);
+    tableView->setColumnWidth(0, model->columnCount() > 1 ? firstSize.width() / 4 : 0);
+    caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    caption->hide();
+
+    emptyLabel->setAlignment(Qt::AlignCenter);
+    emptyLabel->setWordWrap(true);
+    emptyLabel->setEnabled(false);
+    auto *overlay = new QVBoxLayout(tableView->viewport());
+    overlay->addWidget(emptyLabel);
+
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(gap);
+    layout->addWidget(caption);
+    layout->addWidget(tableView);
+    layout->addSpacing(gap);
+    layout->addWidget(buttons);
+
+    connect(buttons, &QDialogButtonBox::rejected, this, &ListSheet::closeWindow);
+    connect(tableView->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            &ListSheet::didClickTableColumn);
+}
+
+void ListSheet::setRows(QList<QStringList> rows)
+{
+    model->setRows(std::move(rows));
+    showEmptyText();
+}
+
+const QList<QStringList> &ListSheet::rows() const
+{
+    return model->rows();
+}
+
+QLabel *ListSheet::captionLabel() const
+{
+    return caption;
+}
+
+void ListSheet::setEmptyText(const QString &text)
+{
+    emptyLabel->setText(text);
+    showEmptyText();
+}
+
+void ListSheet::didClickTableColumn(int column)
+{
+    varnelLog(category, QStringLiteral("didClickTableColumn"));
+    sortFlag.click(column);
+    model->sortRows(column, sortFlag.sortDescending);
+    QHeaderView *header = tableView->horizontalHeader();
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(column,
+                             sortFlag.sortDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+const SortFlag &ListSheet::sorting() const
+{
+    return sortFlag;
+}
+
+void ListSheet::closeWindow()
+{
+    setRows({});
+    done(QDialog::Accepted);
+}
+
+void ListSheet::reject()
+{
+    closeWindow();
+}
+
+void ListSheet::showEmptyText()
+{
+    emptyLabel->setVisible(model->rows().isEmpty());
+}
+
+} // namespace varnel

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "ui/SortFlag.h"
+#include "ui/TextTableModel.h"
+
+#include <QDialog>
+#include <QLoggingCategory>
+
+class QLabel;
+class QTableView;
+
+namespace varnel {
+
+/// A sheet that lists rows of text, sorts them when a header is clicked, and changes nothing.
+class ListSheet : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `category` takes the line "didClickTableColumn" of each header click.
+    ListSheet(const QString &title, QList<TextTableModel::Column> columns,
+              const QLoggingCategory &(*category)(), QWidget *parent);
+
+    /// New rows stand in their own order, whatever sorting was done before; the sort state stays.
+    void setRows(QList<QStringList> rows);
+    [[nodiscard]] const QList<QStringList> &rows() const;
+
+    /// A line of muted text above the table; hidden while it is empty.
+    [[nodiscard]] QLabel *captionLabel() const;
+
+    /// Said in grey over the table while there are no rows.
+    void setEmptyText(const QString &text);
+
+    void didClickTableColumn(int column);
+    [[nodiscard]] const SortFlag &sorting() const;
+
+    /// Drops the rows and ends the sheet.
+    void closeWindow();
+
+protected:
+    void reject() override;
+
+private:
+    void showEmptyText();
+
+    TextTableModel *model;
+    QTableView *tableView;
+    QLabel *caption;
+    QLabel *emptyLabel;
+    SortFlag sortFlag;
+    const QLoggingCategory &(*category)();
+};
+
+} // namespace varnel

@@ -1,0 +1,73 @@
+#include "platform/linux/AutostartEntry.h"
+
+#include <gtest/gtest.h>
+
+using namespace varnel;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::optional<AutostartEntry> parse(const QByteArray &lines)
+{
+    return parseAutostartEntry("[Desktop Entry]\nType=Application\n" + lines);
+}
+
+} // namespace
+
+TEST(AutostartEntry, ReadsNameIconAndCommand)
+{
+    const auto entry = parse("Name=Clock\nIcon=clock\nExec=/usr/bin/clock --quiet %U\n"
+                             "OnlyShowIn=GNOME;KDE;\nTryExec=clock\n");
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->name, u"Clock"_s);
+    EXPECT_EQ(entry->icon, u"clock"_s);
+    EXPECT_EQ(entry->exec, (QStringList {u"/usr/bin/clock"_s, u"--quiet"_s}));
+    EXPECT_EQ(entry->onlyShowIn, (QStringList {u"GNOME"_s, u"KDE"_s}));
+    EXPECT_EQ(entry->tryExec, u"clock"_s);
+    EXPECT_FALSE(entry->off);
+}
+
+TEST(AutostartEntry, IsOffWhenHiddenOrSwitchedOffByADesktop)
+{
+    EXPECT_TRUE(parse("Hidden=true\n")->off);
+    EXPECT_FALSE(parse("Hidden=false\n")->off);
+    EXPECT_TRUE(parse("X-GNOME-Autostart-enabled=false\n")->off);
+    EXPECT_TRUE(parse("X-MATE-Autostart-enabled=false\n")->off);
+    EXPECT_FALSE(parse("X-GNOME-Autostart-enabled=true\n")->off);
+    EXPECT_TRUE(parseAutostartEntry("[Desktop Entry]\nHidden=true\n")->off);
+}
+
+TEST(AutostartEntry, OtherFilesAreNone)
+{
+    EXPECT_FALSE(parseAutostartEntry(""));
+    EXPECT_FALSE(parseAutostartEntry("not a key file"));
+    EXPECT_FALSE(parseAutostartEntry("[Other]\nType=Application\n"));
+    EXPECT_FALSE(parseAutostartEntry("[Desktop Entry]\nType=Link\nURL=x\n"));
+    EXPECT_FALSE(parseAutostartEntry(QByteArray("\0\0\xff\xfe", 4)));
+}
+
+TEST(AutostartEntry, ANewOneComesBackWithItsPath)
+{
+    const QString path = u"/Applications/It's \"100%\" $HOME `x` \\.app"_s;
+    const auto entry = parseAutostartEntry(newAutostartEntry(path));
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->ownPath, path);
+    EXPECT_EQ(entry->exec.size(), 1);
+    EXPECT_EQ(entry->name, u"It's \"100%\" $HOME `x` \\"_s);
+}
+
+TEST(AutostartEntry, SwitchingOnKeepsCommentsAndTranslations)
+{
+    const QByteArray before = "# mine\n[Desktop Entry]\nType=Application\n# a word\nName=Clock\n"
+                              "Name[de]=Uhr\nHidden=true\nX-GNOME-Autostart-enabled=false\n"
+                              "\n[Desktop Action New]\nName=New\n";
+    const QByteArray after = switchedOn(before);
+    EXPECT_FALSE(parseAutostartEntry(after)->off);
+    for (const char *kept : {"# mine\n", "# a word\n", "Name[de]=Uhr\n", "[Desktop Action New]\n"})
+        EXPECT_TRUE(after.contains(kept)) << kept;
+}
+
+TEST(AutostartEntry, AHidingOneIsOff)
+{
+    EXPECT_TRUE(parseAutostartEntry(hidingAutostartEntry())->off);
+}
