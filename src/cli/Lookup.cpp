@@ -36,7 +36,7 @@ QStringList similarNames(const QString &typed)
 
 Result<const SettingRow *> lookUpSetting(const QString &typed)
 {
-    if (const SettingRow *row = findSetting(QStringView(typed)))
+    if (const SettingRow *row = findSetting(QStringView(typed.toLower())))
         return row;
     const QStringList similar = similarNames(typed);
     const QString hint = similar.isEmpty()

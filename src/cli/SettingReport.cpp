@@ -37,6 +37,16 @@ QJsonValue writtenJson(const StoredValue &stored)
     return std::visit(ToJson {}, stored);
 }
 
+/// What a choice puts into the file: one value, or, where two keys get different ones, each under
+/// its key. Null removes.
+QJsonValue choiceJson(const SettingRow &row, const Choice &choice)
+{
+    const bool *first = std::get_if<bool>(&choice.writes);
+    if (row.mechanism == Mechanism::LibraryPlaylist && first)
+        return QJsonObject {{row.keys[0], *first}, {row.keys[1], !*first}};
+    return writtenJson(choice.writes);
+}
+
 QJsonArray choicesJson(const SettingRow &row)
 {
     QJsonArray choices;
@@ -44,7 +54,7 @@ QJsonArray choicesJson(const SettingRow &row)
         const Choice &choice = row.choices[index];
         choices.append(QJsonObject {{u"index"_qs, index},
                                     {u"label"_qs, choice.label},
-                                    {u"writes"_qs, writtenJson(choice.writes)}});
+                                    {u"writes"_qs, choiceJson(row, choice)}});
     }
     return choices;
 }
