@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/linux/FileDescriptor.h"
+
+#include <sys/stat.h>
+
+namespace varnel {
+
+/// Gives a file, made by this process, the owner, group, mode and extended attributes (access
+/// control lists among them) of another: 0, or the errno value of the first that can't be given.
+///
+/// Left out, as the kernel itself does whenever somebody writes to a file: the set-user-id and
+/// set-group-id bits and the file's capabilities. Security labels are the kernel's own business and
+/// are given where it lets us.
+[[nodiscard]] int copyAttributes(const FileDescriptor &from, const struct stat &status,
+                                 const FileDescriptor &to);
+
+/// Gives a file owner, group and mode, where it does not have them: 0 or an errno value.
+[[nodiscard]] int setOwnerAndMode(const FileDescriptor &file, uid_t owner, gid_t group,
+                                  mode_t mode);
+
+} // namespace varnel

@@ -1,0 +1,73 @@
+#include "platform/linux/FileReplacement.h"
+
+#include "platform/linux/FileAttributes.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/PathWalk.h"
+#include "platform/linux/TemporaryFile.h"
+
+#include <fcntl.h>
+
+namespace varnel {
+
+namespace {
+
+/// Makes the temporary file whole: bytes, attributes, all of it on the disk.
+template <typename SetAttributes>
+int prepare(TemporaryFile &file, const QByteArray &bytes, const SetAttributes &setAttributes)
+{
+    if (const int error = file.create())
+        return error;
+    if (const int error = file.write(bytes))
+        return error;
+    if (const int error = setAttributes(file.descriptor()))
+        return error;
+    return file.flush();
+}
+
+/// Whether the file is still the one that was read.
+int compareWithTarget(const FileDescriptor &folder, const QByteArray &name, const struct stat &old)
+{
+    struct stat now { };
+    if (::fstatat(folder.get(), name.constData(), &now, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? EAGAIN : errno;
+    return sameState(now, old) ? 0 : EAGAIN;
+}
+
+} // namespace
+
+int replaceFile(const FileDescriptor &folder, const QByteArray &name, const FileContent &old,
+                const QByteArray &bytes)
+{
+    // The folder's rights would do, but who made the file read-only did not want it changed.
+    if (::faccessat(folder.get(), name.constData(), W_OK, AT_EACCESS) != 0)
+        return errno;
+    TemporaryFile file(folder, name);
+    const int error = prepare(file, bytes, [&](const FileDescriptor &made) {
+        return copyAttributes(old.file, old.status, made);
+    });
+    if (error != 0)
+        return error;
+    if (const int changed = compareWithTarget(folder, name, old.status))
+        return changed;
+    return file.replaceTarget();
+}
+
+int createFile(const FileDescriptor &folder, const QByteArray &name, const struct stat &home,
+               const QByteArray &bytes)
+{
+    TemporaryFile file(folder, name);
+    const int error = prepare(file, bytes, [&](const FileDescriptor &made) {
+        constexpr mode_t mode = S_IRUSR | S_IWUSR;
+        struct stat now { };
+        if (::fstat(made.get(), &now) != 0)
+            return errno;
+        const bool ownHome = home.st_uid == ::geteuid();
+        return setOwnerAndMode(made, home.st_uid, ownHome ? now.st_gid : home.st_gid, mode);
+    });
+    if (error != 0)
+        return error;
+    const int moved = file.becomeTarget();
+    return moved == EEXIST ? EAGAIN : moved;
+}
+
+} // namespace varnel

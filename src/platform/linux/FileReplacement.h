@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/linux/FileDescriptor.h"
+
+#include <QByteArray>
+
+#include <sys/stat.h>
+
+namespace varnel {
+
+struct FileContent;
+
+// Both write a temporary file beside the target, flush it and move it into place in one step: 0, or
+// an errno value, and then nothing has changed and no other file is left. EAGAIN when another
+// program changed or made the target meanwhile.
+
+/// Puts new bytes in the place of a file, keeping its owner, group, mode and extended attributes.
+[[nodiscard]] int replaceFile(const FileDescriptor &folder, const QByteArray &name,
+                              const FileContent &old, const QByteArray &bytes);
+
+/// Makes a file, mode 0600. It belongs to the owner and group of the home, if that is somebody
+/// else's; otherwise to whom the system gives it.
+[[nodiscard]] int createFile(const FileDescriptor &folder, const QByteArray &name,
+                             const struct stat &home, const QByteArray &bytes);
+
+} // namespace varnel

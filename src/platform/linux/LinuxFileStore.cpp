@@ -1,0 +1,164 @@
+#include "platform/linux/LinuxFileStore.h"
+
+#include "base/Logging.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/FileReplacement.h"
+#include "platform/linux/FolderLock.h"
+#include "platform/linux/PathWalk.h"
+#include "platform/linux/SystemError.h"
+#include "platform/linux/TemporaryFile.h"
+
+#include <fcntl.h>
+
+namespace varnel {
+
+namespace {
+
+/// The walk holds folders without the right to read them; locking, listing and flushing need it.
+FileDescriptor openFolder(const FileDescriptor &parent, const QByteArray &name)
+{
+    return FileDescriptor(uninterrupted([&] {
+        return ::openat(parent.get(), name.constData(),
+                        O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    }));
+}
+
+Error describe(const QString &path, int error)
+{
+    switch (error) {
+    case EISDIR:
+        return {ErrorCode::NotAFile, path + u": Not a regular file"};
+    case EAGAIN:
+        return {ErrorCode::Failed, path + u": Another program is changing the file"};
+    default:
+        return systemError(path, error);
+    }
+}
+
+int createIn(const HomeFolder &home, const Place &place, const QByteArray &bytes)
+{
+    struct stat status { };
+    const FileDescriptor folder = openHome(home);
+    if (!folder || ::fstat(folder.get(), &status) != 0)
+        return errno;
+    return createFile(place.folder, place.name, status, bytes);
+}
+
+} // namespace
+
+LinuxFileStore::LinuxFileStore(HomeFolder home, std::chrono::milliseconds lockWait)
+    : home(std::move(home)), lockWait(lockWait)
+{
+}
+
+Error LinuxFileStore::fail(const QString &path, int error) const
+{
+    Error result = describe(path, error);
+    if (result.code != ErrorCode::NotFound)
+        varnelLog(lcIo, result.text);
+    return result;
+}
+
+bool LinuxFileStore::exists(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    return place.error == 0 && place.status.has_value();
+}
+
+Result<QByteArray> LinuxFileStore::read(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    auto content = place.error == 0 ? readFile(place.folder, place.name) : place.error;
+    if (auto *found = std::get_if<FileContent>(&content))
+        return std::move(found->bytes);
+    Error error = describe(path, std::get<int>(content));
+    if (error.code != ErrorCode::NotFound && !logged.contains(error.text)) {
+        logged.insert(error.text);
+        varnelLog(lcIo, error.text);
+    }
+    return error;
+}
+
+Result<void> LinuxFileStore::update(const QString &path, const Change &change)
+{
+    Place place = walkPath(home, path);
+    if (place.error == ENOENT) {
+        const Result<std::optional<QByteArray>> answer = change(std::nullopt);
+        if (!answer)
+            return answer.error();
+        return answer.value() ? Result<void>(describe(path, ENOENT)) : Result<void>();
+    }
+    if (place.error != 0)
+        return fail(path, place.error);
+    FileDescriptor folder = openFolder(place.folder, QByteArrayLiteral("."));
+    if (!folder)
+        return fail(path, errno);
+    place.folder = std::move(folder);
+    // Who has waited in vain once does not wait again for each of fifty settings.
+    const FolderLock lock(place.folder,
+                          unlocked.isEmpty() ? lockWait : std::chrono::milliseconds::zero());
+    if (lock.state() == FolderLock::State::Held)
+        sweepOnce(place.folder);
+    return updateIn(place, path, change, lock.state() == FolderLock::State::TimedOut);
+}
+
+Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, const Change &change,
+                                      bool withoutLock)
+{
+    const auto content = readFile(place.folder, place.name);
+    const auto *old = std::get_if<FileContent>(&content);
+    if (old == nullptr && std::get<int>(content) != ENOENT)
+        return fail(path, std::get<int>(content));
+    Result<std::optional<QByteArray>> answer =
+        change(old != nullptr ? std::optional(old->bytes) : std::nullopt);
+    if (!answer)
+        return answer.error();
+    const std::optional<QByteArray> &bytes = answer.value();
+    if (!bytes || (old != nullptr && *bytes == old->bytes))
+        return {};
+    const int error = old != nullptr ? replaceFile(place.folder, place.name, *old, *bytes)
+                                     : createIn(home, place, *bytes);
+    if (error != 0)
+        return fail(path, error);
+    finish(place, path, withoutLock);
+    return {};
+}
+
+void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)
+{
+    // The change is made; only a power cut in the next moments could still take it back.
+    if (uninterrupted([&] { return ::fsync(place.folder.get()); }) != 0 && errno != EINVAL)
+        varnelLog(lcIo, path + u": The folder could not be flushed: " + qt_error_string(errno));
+    if (!withoutLock)
+        return;
+    varnelLog(lcIo, path + u": Changed although another run is changing files beside it");
+    if (!unlocked.contains(path))
+        unlocked.append(path);
+}
+
+void LinuxFileStore::sweep(const QString &folderPath)
+{
+    const Place place = walkPath(home, folderPath);
+    const FileDescriptor folder =
+        place.error == 0 ? openFolder(place.folder, place.name) : FileDescriptor();
+    // Whatever keeps it from being swept will be told when a file there is to be changed.
+    if (!folder)
+        return;
+    const FolderLock lock(folder, std::chrono::milliseconds::zero());
+    if (lock.state() == FolderLock::State::Held)
+        sweepOnce(folder);
+}
+
+void LinuxFileStore::sweepOnce(const FileDescriptor &folder)
+{
+    struct stat status { };
+    if (::fstat(folder.get(), &status) != 0)
+        return;
+    const std::pair<quint64, quint64> identity(status.st_dev, status.st_ino);
+    if (swept.contains(identity))
+        return;
+    swept.insert(identity);
+    sweepLeftovers(folder);
+}
+
+} // namespace varnel

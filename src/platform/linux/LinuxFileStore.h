@@ -1,0 +1,61 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+#include "platform/FileStore.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <chrono>
+#include <utility>
+
+namespace varnel {
+
+class FileDescriptor;
+struct Place;
+
+/// The file store of a home on a Linux file system.
+///
+/// - Where links may lead, and where a dangling one does, see walkPath().
+/// - A file is replaced by a new one of its name, so further hard links keep the old bytes.
+/// - A file that its mode keeps the user from writing to is not replaced (NotPermitted), although
+///   the folder's rights would allow it; neither is one whose owner and group can't be kept.
+/// - A file that another program changed between reading and replacing stands as that program left
+///   it (Failed).
+/// - A new file that a missing folder would have to hold is NotFound.
+/// - Every failure but NotFound is logged to lcIo, naming the file; one and the same failure to
+///   read once only. The change function's own errors are passed on as they are, not logged.
+/// - An update must not start another one within its change function: it would wait for itself.
+class LinuxFileStore : public FileStore {
+public:
+    /// lockWait bounds the wait for another run that changes files in the same folder.
+    explicit LinuxFileStore(HomeFolder home,
+                            std::chrono::milliseconds lockWait = std::chrono::seconds(5));
+
+    bool exists(const QString &path) const override;
+    Result<QByteArray> read(const QString &path) const override;
+    Result<void> update(const QString &path, const Change &change) override;
+
+    /// The files that were changed without the folder's lock, because another run did not give it
+    /// up in time. What that run changed meanwhile may be lost: worth telling the user.
+    [[nodiscard]] QStringList changedWithoutLock() const { return unlocked; }
+
+    /// Removes the temporary files that runs which died left in a folder of the home. Updates do so
+    /// in the folder that they write to; this is for the start of the program.
+    void sweep(const QString &folder);
+
+private:
+    [[nodiscard]] Error fail(const QString &path, int error) const;
+    [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
+                                        const Change &change, bool withoutLock);
+    void finish(const Place &place, const QString &path, bool withoutLock);
+    void sweepOnce(const FileDescriptor &folder);
+
+    HomeFolder home;
+    std::chrono::milliseconds lockWait;
+    QStringList unlocked;
+    QSet<std::pair<quint64, quint64>> swept; ///< device and inode of folders
+    mutable QSet<QString> logged;
+};
+
+} // namespace varnel

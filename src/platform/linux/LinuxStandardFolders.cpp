@@ -1,0 +1,61 @@
+#include "platform/linux/LinuxStandardFolders.h"
+
+#include "base/Logging.h"
+#include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/PathWalk.h"
+#include "platform/linux/SystemError.h"
+
+namespace varnel {
+
+namespace {
+
+Result<void> ensureFolder(const HomeFolder &home, const QString &path)
+{
+    if (Result<void> made = LinuxFolderMaker().makeFolder(home, path); !made)
+        return made;
+    const Place place = walkPath(home, path);
+    if (place.error != 0)
+        return systemError(path, place.error);
+    if (!place.status || !S_ISDIR(place.status->st_mode))
+        return systemError(path, ENOTDIR);
+    return {};
+}
+
+/// Whether the folder can be taken for a Mac home.
+Result<void> needLibrary(const HomeFolder &home)
+{
+    const QString library = home.path + u"/Library";
+    const Place place = walkPath(home, library);
+    if (place.error != 0 && place.error != ENOENT)
+        return systemError(library, place.error);
+    if (place.status && S_ISDIR(place.status->st_mode))
+        return {};
+    return Error {ErrorCode::NotFound,
+                  home.path + u": No folder \"Library\" in it; is this a home folder?"};
+}
+
+Result<void> ensureAll(const HomeFolder &home, StandardFolders::Missing missing)
+{
+    if (missing == StandardFolders::Missing::NeedLibrary) {
+        if (Result<void> library = needLibrary(home); !library)
+            return library;
+    }
+    for (const QStringView name :
+         {u"/Library", u"/Library/Preferences", u"/Library/Application Support"}) {
+        if (Result<void> made = ensureFolder(home, home.path + name); !made)
+            return made;
+    }
+    return {};
+}
+
+} // namespace
+
+Result<void> LinuxStandardFolders::ensure(const HomeFolder &home, Missing missing)
+{
+    Result<void> made = ensureAll(home, missing);
+    if (!made)
+        varnelLog(lcIo, made.error().text);
+    return made;
+}
+
+} // namespace varnel
