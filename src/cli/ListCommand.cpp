@@ -1,31 +1,21 @@
 #include "cli/ListCommand.h"
 
-#include "cli/Failure.h"
-#include "cli/HomeSession.h"
+#include "cli/Outcome.h"
 #include "cli/Lookup.h"
-
-#include <QJsonArray>
 
 namespace varnel::cli {
 
 namespace {
 
-QByteArray json(const QList<SettingGroup> &groups, const HomeSession &session)
-{
-    QJsonArray settings;
-    for (const SettingGroup &group : groups)
-        for (const SettingRow *row : group.rows)
-            settings.append(settingObject(session.report(*row)));
-    return jsonDocument({{u"settings"_qs, settings}});
-}
-
-QString table(const QList<SettingGroup> &groups, const HomeSession &session, const Style &style)
+QString table(const QList<SettingReport> &reports, const Style &style)
 {
     Table table;
-    for (const SettingGroup &group : groups) {
-        table.addHeading(group.module->outlineTitle);
-        for (const SettingRow *row : group.rows)
-            table.addRow(settingCells(session.report(*row)));
+    const SettingRow *previous = nullptr;
+    for (const SettingReport &report : reports) {
+        if (!previous || previous->module != report.row->module)
+            table.addHeading(moduleRow(report.row->module).outlineTitle);
+        table.addRow(settingCells(report));
+        previous = report.row;
     }
     return table.text(style);
 }
@@ -49,20 +39,20 @@ ExitStatus ListCommand::run(const Request &request, Console &console) const
     if (!request.arguments.isEmpty()) {
         const Result<const ModuleRow *> module = lookUpGroup(request.arguments.first());
         if (!module)
-            return failure(console, module.error());
+            return failure(module.error());
         only = module.value();
     }
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
-        return failure(console, home.error());
+        return failure(home.error());
 
     const HomeSession session(home.value());
-    const QList<SettingGroup> groups = settingGroups(only);
+    const QList<SettingReport> reports = session.reports(settingsInOutlineOrder(only));
     if (request.has(u"json"_qs))
-        console.print(json(groups, session));
+        console.print(settingsDocument(u"settings"_qs, reports));
     else
-        console.print(table(groups, session, console.style()));
-    return ExitStatus::Done;
+        console.print(table(reports, console.style()));
+    return readingStatus(session, reports);
 }
 
 } // namespace varnel::cli

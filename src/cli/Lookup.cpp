@@ -22,7 +22,7 @@ QString allTitles()
     return titles.join(u", ");
 }
 
-/// Short names that contain what was typed, or its longest word.
+/// Short names that contain what was typed.
 QStringList similarNames(const QString &typed)
 {
     QStringList names;
@@ -54,19 +54,14 @@ Result<const ModuleRow *> lookUpGroup(const QString &typed)
                   u"unknown group '" + typed + u"'; the groups are " + allTitles()};
 }
 
-QList<SettingGroup> settingGroups(const ModuleRow *only)
+QList<const SettingRow *> settingsInOutlineOrder(const ModuleRow *only)
 {
-    QList<SettingGroup> groups;
-    for (const ModuleRow &module : modules()) {
-        if (only && only != &module)
-            continue;
-        SettingGroup group {&module, {}};
+    QList<const SettingRow *> rows;
+    for (const ModuleRow &module : modules())
         for (const SettingRow &row : catalogue())
-            if (row.module == module.id)
-                group.rows.append(&row);
-        groups.append(group);
-    }
-    return groups;
+            if (row.module == module.id && (!only || only == &module))
+                rows.append(&row);
+    return rows;
 }
 
 } // namespace varnel::cli

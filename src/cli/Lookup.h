@@ -7,12 +7,6 @@
 
 namespace varnel::cli {
 
-/// One group and its settings, by number.
-struct SettingGroup {
-    const ModuleRow *module = nullptr;
-    QList<const SettingRow *> rows;
-};
-
 /// A setting by number or short name; Invalid, with a text for the user, when there is none.
 [[nodiscard]] Result<const SettingRow *> lookUpSetting(const QString &typed);
 
@@ -20,7 +14,8 @@ struct SettingGroup {
 /// same without "Module"), in any letter case; Invalid when there is none.
 [[nodiscard]] Result<const ModuleRow *> lookUpGroup(const QString &typed);
 
-/// The groups in outline order; only the one named, when a name is given.
-[[nodiscard]] QList<SettingGroup> settingGroups(const ModuleRow *only = nullptr);
+/// The settings, group after group in outline order, each group by number; those of one group, when
+/// it is given.
+[[nodiscard]] QList<const SettingRow *> settingsInOutlineOrder(const ModuleRow *only = nullptr);
 
 } // namespace varnel::cli

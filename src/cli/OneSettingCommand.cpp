@@ -1,7 +1,6 @@
 #include "cli/OneSettingCommand.h"
 
-#include "cli/Failure.h"
-#include "cli/HomeSession.h"
+#include "cli/Outcome.h"
 #include "cli/Lookup.h"
 
 namespace varnel::cli {
@@ -15,17 +14,18 @@ ExitStatus OneSettingCommand::run(const Request &request, Console &console) cons
 {
     const Result<const SettingRow *> row = lookUpSetting(request.arguments.first());
     if (!row)
-        return failure(console, row.error());
+        return failure(row.error());
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
-        return failure(console, home.error());
+        return failure(home.error());
 
-    const SettingReport report = HomeSession(home.value()).report(*row.value());
+    const HomeSession session(home.value());
+    const QList<SettingReport> reports = session.reports({row.value()});
     if (request.has(u"json"_qs))
-        console.print(jsonDocument(settingObject(report)));
+        console.print(jsonDocument(settingObject(reports.first())));
     else
-        console.print(text(report, console));
-    return ExitStatus::Done;
+        console.print(text(reports.first(), console));
+    return readingStatus(session, reports);
 }
 
 } // namespace varnel::cli

@@ -1,28 +1,14 @@
 #include "cli/Runner.h"
 
-#include "base/Logging.h"
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "cli/Help.h"
+#include "cli/Log.h"
 #include "platform/linux/LinuxTerminal.h"
 
 namespace varnel::cli {
 
 namespace {
-
-void logLine(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    const QString category = QString::fromUtf8(context.category);
-    Console::note(category + u": " + text);
-}
-
-/// Log lines stay away unless they are asked for.
-void prepareLogging(bool verbose)
-{
-    qInstallMessageHandler(logLine);
-    if (!verbose)
-        QLoggingCategory::setFilterRules(u"*=false"_qs);
-}
 
 QString help(const CommandLine &line, const Commands &commands)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/ExitStatus.h"
 #include "cli/HomeSession.h"
 #include "settings/PendingChanges.h"
 
@@ -27,20 +28,21 @@ struct SaveReport {
     QString backupFile; ///< null when there is none
     QList<SavedChange> changes;
     QList<SaveFailure> failures;
-    QStringList filesWithoutLock; ///< where another run's change may have been lost
+    QStringList filesWithoutLock; ///< changed while another run was changing them
     RestartFlags restart;
 
+    /// Failed only when nothing was written and no file was met that can't be loaded.
     [[nodiscard]] ExitStatus status() const;
 };
 
 /// One save, as the window would make it: the old values into a backup file of this run, then the
 /// new ones. Of several values for one setting the last counts. What would leave a file as it is
-/// is not written and gets no row; when that is all, nothing is made at all.
+/// is not written and gets no row; when that is all, no backup file is made.
 ///
 /// An error means that nothing was changed: the home's folders can't be made, or a file can't be
-/// read.
+/// read at all. A file that is no property list is left alone and told among the failures.
 [[nodiscard]] Result<SaveReport> saveSettings(HomeSession &session,
                                               const QList<WantedValue> &wanted,
-                                              StandardFolders::Missing missing);
+                                              StandardFolders::Missing folders);
 
 } // namespace varnel::cli

@@ -1,30 +1,19 @@
 #include "cli/SearchCommand.h"
 
-#include "cli/Failure.h"
-#include "cli/HomeSession.h"
+#include "cli/Outcome.h"
 #include "settings/Catalogue.h"
 #include "settings/SearchIndex.h"
-
-#include <QJsonArray>
 
 namespace varnel::cli {
 
 namespace {
 
-QList<SettingReport> matches(const QString &text, const HomeSession &session)
+QList<const SettingRow *> matches(const QString &text)
 {
-    QList<SettingReport> found;
-    for (const int id : SearchIndex().search(text))
-        found.append(session.report(*findSetting(id)));
-    return found;
-}
-
-QByteArray json(const QList<SettingReport> &found)
-{
-    QJsonArray results;
-    for (const SettingReport &report : found)
-        results.append(settingObject(report));
-    return jsonDocument({{u"results"_qs, results}});
+    QList<const SettingRow *> rows;
+    for (const SearchResult &result : findSettings(text))
+        rows.append(findSetting(result.id));
+    return rows;
 }
 
 QString table(const QList<SettingReport> &found, const Style &style)
@@ -53,17 +42,17 @@ ExitStatus SearchCommand::run(const Request &request, Console &console) const
 {
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
-        return failure(console, home.error());
+        return failure(home.error());
 
     const HomeSession session(home.value());
     const QString &text = request.arguments.first();
-    const QList<SettingReport> found = matches(text, session);
+    const QList<SettingReport> found = session.reports(matches(text));
     if (request.has(u"json"_qs))
-        console.print(json(found));
+        console.print(settingsDocument(u"results"_qs, found));
     else
         console.print(table(found, console.style()));
     if (!found.isEmpty())
-        return ExitStatus::Done;
+        return readingStatus(session, found);
     console.message(u"nothing found for '"_qs + text + u'\'');
     return ExitStatus::Negative;
 }

@@ -149,6 +149,14 @@ QByteArray jsonDocument(QJsonObject object)
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
 
+QByteArray settingsDocument(const QString &name, const QList<SettingReport> &reports)
+{
+    QJsonArray settings;
+    for (const SettingReport &report : reports)
+        settings.append(settingObject(report));
+    return jsonDocument({{name, settings}});
+}
+
 QList<Table::Cell> settingCells(const SettingReport &report)
 {
     return {{QString::number(report.row->id), Table::Look::Quiet},
