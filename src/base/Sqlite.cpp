@@ -183,13 +183,16 @@ Result<void> Sqlite::run(const QString &sql, Verb verb)
 }
 
 Result<void> Sqlite::select(const QString &sql, int columns,
-                            const std::function<bool(const QStringList &)> &row)
+                            const std::function<bool(const QStringList &)> &row,
+                            const std::function<void()> &prepared)
 {
     Statement statement;
     if (prepare(database.get(), sql, allowSelect, statement) != SQLITE_OK)
         return lastError();
     if (sqlite3_column_count(statement.get()) < columns)
         return Error {ErrorCode::Unloadable, QStringLiteral("too few columns in users")};
+    if (prepared)
+        prepared();
     int step = SQLITE_ROW;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
         if (!row(rowTexts(statement.get())))

@@ -34,9 +34,11 @@ public:
     Result<void> run(const QString &sql, Verb verb);
 
     /// Steps a SELECT on `users` and hands each row's columns as text (null columns as empty text)
-    /// to `row` until that answers false. At least `columns` columns, else Unloadable.
+    /// to `row` until that answers false. At least `columns` columns, else Unloadable. `prepared`
+    /// is called before the first step, and not when the statement can't be made.
     Result<void> select(const QString &sql, int columns,
-                        const std::function<bool(const QStringList &)> &row);
+                        const std::function<bool(const QStringList &)> &row,
+                        const std::function<void()> &prepared = {});
 
 private:
     struct Close {

@@ -3,30 +3,45 @@
 #include "base/Result.h"
 #include "plist/Value.h"
 
+#include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
+#include <map>
+#include <memory>
 #include <optional>
 
 namespace varnel {
 
 class FileStore;
 
+namespace plist {
+class PropertyList;
+}
+
+/// The integer value of what stands under a key: booleans 0 or 1, reals truncated towards zero,
+/// strings by their leading number, 64-bit values cut to 32. None for a missing key, and for what
+/// has no integer value: arrays, dictionaries, data, dates.
+[[nodiscard]] std::optional<int> intValue(const plist::Value &value);
+
 /// One key of one preference file: read, set, removed. No caching between calls, no merging.
 ///
 /// Paths are whole file paths. A file that can't be loaded as a dictionary reads as if every key
-/// were missing and is never written; the writers then answer Unloadable.
+/// were missing and is never written; the writers then answer Unloadable. Both are logged to lcIo.
 class PreferenceFiles {
 public:
     explicit PreferenceFiles(FileStore &store);
+    ~PreferenceFiles();
+    PreferenceFiles(const PreferenceFiles &) = delete;
+    PreferenceFiles &operator=(const PreferenceFiles &) = delete;
 
     /// The object's text; none when the key is missing. An object that is no string counts as
     /// present and gives "".
     [[nodiscard]] std::optional<QString> readStringPlistValue(const QString &path,
                                                               const QString &key) const;
 
-    /// The object's integer value: booleans 0 or 1, reals truncated towards zero, strings by their
-    /// leading number, 64-bit values cut to 32. None when the key is missing.
+    /// The object's intValue(); none when it has none or the key is missing.
     [[nodiscard]] std::optional<int> readNumberPlistValue(const QString &path,
                                                           const QString &key) const;
 
@@ -47,8 +62,38 @@ public:
     Result<void> changeExisting(const QString &path, const QStringList &keyPath,
                                 const std::optional<plist::NewValue> &value);
 
+    /// What happens to one key, the last of a path of keys: set or (without a value) removed.
+    struct KeyChange {
+        QStringList keyPath;
+        std::optional<plist::NewValue> value;
+    };
+    enum class IfMissing { Create, LeaveMissing };
+    /// Several changes in one file, in order, as one step: all of them or none.
+    Result<void> change(const QString &path, const QList<KeyChange> &changes, IfMissing ifMissing);
+
+    /// While one lives, a file is loaded at its first read and shared by the reads that follow; a
+    /// write forgets the file that it touches. For a program's start and for lists, where fifty
+    /// reads meet ten files. Passes may nest.
+    class ReadPass {
+    public:
+        explicit ReadPass(const PreferenceFiles &files);
+        ~ReadPass();
+        ReadPass(const ReadPass &) = delete;
+        ReadPass &operator=(const ReadPass &) = delete;
+
+    private:
+        const PreferenceFiles &files;
+    };
+
 private:
+    using LoadedFile = std::shared_ptr<const plist::PropertyList>; ///< null: reads as missing
+    [[nodiscard]] LoadedFile load(const QString &path) const;
+    [[nodiscard]] LoadedFile loaded(const QString &path) const;
+
     FileStore &store;
+    mutable int passes = 0;
+    mutable std::map<QString, LoadedFile> shared; ///< empty outside a pass
+    mutable QSet<QString> reported; ///< files that were logged as unloadable by a read
 };
 
 } // namespace varnel

@@ -21,9 +21,11 @@ struct SettingValue {
 
 struct SettingReading {
     SettingValue value; ///< what the setting's own control would exchange after a fresh read
-    bool found = false; ///< whether the key (or the folder flag) is there
-    /// Text settings: the string as stored. Numbers: the raw number even where a control would
-    /// clamp it. 1402 with its key missing reads as its default index.
+    /// Whether the key is there, with a value that the setting can show; for the Library folder,
+    /// whether its flag could be read.
+    bool found = false;
+    // Text settings: the string as stored. Numbers: the raw number even where a control would clamp
+    // it; -1 when not found. 1402 with its key missing reads as its default index.
 };
 
 /// Reads and writes settings by their rows, without any control.
@@ -41,6 +43,19 @@ public:
     [[nodiscard]] const HomeFolder &home() const;
 
 private:
+    [[nodiscard]] QString filePath(const SettingRow &row) const;
+    [[nodiscard]] QString libraryPath() const;
+    [[nodiscard]] SettingReading readNested(const SettingRow &row) const;
+    [[nodiscard]] SettingReading readLibraryPlaylist(const SettingRow &row) const;
+    [[nodiscard]] SettingReading readLibraryFolder() const;
+    [[nodiscard]] SettingReading readNumber(const SettingRow &row) const;
+    [[nodiscard]] SettingReading readText(const SettingRow &row) const;
+    [[nodiscard]] SettingReading readBarItems(const SettingRow &row) const;
+
+    Result<void> writeKeys(const SettingRow &row, const SettingValue &value);
+    Result<void> writeLibraryFolder(const SettingRow &row, int index);
+    Result<void> writeBarItems(const SettingRow &row, const QString &text);
+
     HomeFolder homeFolder;
     PreferenceFiles &files;
     FinderInfo &finderInfo;

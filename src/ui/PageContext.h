@@ -9,11 +9,26 @@
 namespace varnel {
 
 class CommandRunner;
+class Desktop;
 class Dialogs;
+class FileReader;
 class FinderInfo;
 class FolderMaker;
 class PreferenceFiles;
+class ProcessManager;
+class ProcessTable;
 class SharedObject;
+class SystemFacts;
+
+/// The machine that the program runs on, as the system-information page sees it.
+struct HostPorts {
+    SystemFacts &facts;
+    ProcessTable &processTable;
+    ProcessManager &processManager;
+    Desktop &desktop;
+    FileReader &files;
+    QString systemRoot = QStringLiteral("/"); ///< whose system version is told
+};
 
 /// What the pages are given by the program that makes them. Everything named here outlives them.
 struct PageContext {
@@ -24,6 +39,7 @@ struct PageContext {
     FolderMaker &folders;
     CommandRunner &runner;
     Dialogs &dialogs;
+    HostPorts *host = nullptr; ///< null where no page asks for it
     /// Whether the interface description of that name ("GeneralView") loads. Compiled-in
     /// descriptions always do; a page asks all the same, because a page that fails must leave the
     /// others standing.

@@ -22,6 +22,13 @@ const QList<QStringList> &TextTableModel::rows() const
     return texts;
 }
 
+void TextTableModel::setAlignment(int column, Qt::Alignment alignment)
+{
+    columns[column].alignment = alignment;
+    if (!texts.isEmpty())
+        emit dataChanged(index(0, column), index(rowCount() - 1, column), {Qt::TextAlignmentRole});
+}
+
 void TextTableModel::sortRows(int column, bool ascending)
 {
     const Qt::CaseSensitivity comparison = columns[column].comparison;
@@ -45,10 +52,17 @@ int TextTableModel::columnCount(const QModelIndex &parent) const
 
 QVariant TextTableModel::data(const QModelIndex &index, int role) const
 {
-    // The whole text stands in the tip too: a long one is elided in its cell.
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+    if (!index.isValid())
         return {};
-    return texts[index.row()][index.column()];
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole: // a long text is elided in its cell
+        return texts[index.row()][index.column()];
+    case Qt::TextAlignmentRole:
+        return int(columns[index.column()].alignment | Qt::AlignVCenter);
+    default:
+        return {};
+    }
 }
 
 QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -13,6 +13,7 @@ public:
     struct Column {
         QString title;
         Qt::CaseSensitivity comparison = Qt::CaseSensitive;
+        Qt::Alignment alignment = Qt::AlignLeft;
     };
 
     explicit TextTableModel(QList<Column> columns, QObject *parent = nullptr);
@@ -20,6 +21,8 @@ public:
     /// Each row has a text for each column.
     void setRows(QList<QStringList> rows);
     [[nodiscard]] const QList<QStringList> &rows() const;
+
+    void setAlignment(int column, Qt::Alignment alignment);
 
     /// By the texts of the column, not by the locale; equal rows keep their order.
     void sortRows(int column, bool ascending);

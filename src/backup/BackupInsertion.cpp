@@ -1,0 +1,73 @@
+#include "backup/BackupInsertion.h"
+
+#include "base/Logging.h"
+#include "base/Sqlite.h"
+#include "base/Text.h"
+
+namespace varnel {
+
+namespace {
+
+void createTable(Sqlite &database)
+{
+    const QString sql =
+        u"CREATE TABLE IF NOT EXISTS users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"_qs;
+    // A failure is logged and the row is tried all the same: the table may be there.
+    if (const Result<void> created = database.run(sql, Sqlite::Verb::CreateTable); !created)
+        varnelLog(lcBackup,
+                  fillIn(u"Failed to create the SQL query for creating a table with error: %s",
+                         {created.error().text}));
+    else
+        varnelLog(lcBackup, u"Create the SQL query for creating a table"_qs);
+}
+
+bool hasRow(Sqlite &database, const QString &searchQuery)
+{
+    varnelLog(lcBackup, fillIn(u"searchQuery (LoginItemsView): %@", {searchQuery}));
+    bool found = false;
+    // A search that fails has found nothing; the insertion then says what is wrong.
+    (void)database.select(
+        searchQuery, 1,
+        [&found](const QStringList &) {
+            varnelLog(lcBackup, u"Data found2!"_qs);
+            found = true;
+            return false;
+        },
+        [] { varnelLog(lcBackup, u"Data found1!"_qs); });
+    return found;
+}
+
+Result<void> insertRow(Sqlite &database, const QString &insertQuery)
+{
+    varnelLog(lcBackup, fillIn(u"query (LoginItemsView): %@", {insertQuery}));
+    Result<void> inserted = database.run(insertQuery, Sqlite::Verb::Insert);
+    if (!inserted)
+        varnelLog(lcBackup,
+                  fillIn(u"Failed to create the SQL query for inserting data with error: %s",
+                         {inserted.error().text}));
+    else
+        varnelLog(lcBackup, u"Create the SQL query for inserting data"_qs);
+    return inserted;
+}
+
+Error inFile(const QString &backupFileName, const Error &error)
+{
+    return {error.code, backupFileName + u": " + error.text};
+}
+
+} // namespace
+
+Result<void> addBackupRow(const QString &backupFileName, const BackupInsertion &insertion)
+{
+    Result<Sqlite> database = Sqlite::open(backupFileName, Sqlite::Access::Create);
+    if (!database)
+        return inFile(backupFileName, database.error());
+    varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
+    createTable(database.value());
+    if (hasRow(database.value(), insertion.searchQuery))
+        return {};
+    const Result<void> inserted = insertRow(database.value(), insertion.insertQuery);
+    return inserted ? Result<void>() : inFile(backupFileName, inserted.error());
+}
+
+} // namespace varnel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QString>
+
+namespace varnel {
+
+/// One row for a backup file: the statement that looks for an earlier row of the same thing, and
+/// the one that adds it. Both stand as they are, values in them unescaped.
+struct BackupInsertion {
+    QString searchQuery;
+    QString insertQuery;
+};
+
+/// Opens the file (making it), makes the table, adds the row unless the search finds one, closes
+/// it. Each step is logged to lcBackup, but a file that can't be opened is not. The errors name the
+/// file and carry the library's text.
+Result<void> addBackupRow(const QString &backupFileName, const BackupInsertion &insertion);
+
+} // namespace varnel

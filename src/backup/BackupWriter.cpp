@@ -1,0 +1,21 @@
+#include "backup/BackupWriter.h"
+
+#include "backup/BackupInsertion.h"
+#include "base/Logging.h"
+#include "base/Text.h"
+
+namespace varnel {
+
+BackupWriter::BackupWriter(QString backupFileName) : backupFileName(std::move(backupFileName)) { }
+
+Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
+{
+    varnelLog(lcBackup, fillIn(u"addDataToBackupFile (Quillet): %@", {backupFileName}));
+    const QString id = QString::number(record.locationId);
+    return addBackupRow(backupFileName,
+                        {fillIn(u"SELECT * FROM users WHERE id=%d", {id}),
+                         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
+                                {id, QString::number(record.actionId), record.extraData, u""_qs})});
+}
+
+} // namespace varnel

@@ -1,0 +1,53 @@
+#include "platform/DryRunFileStore.h"
+
+namespace varnel {
+
+namespace {
+
+/// No bytes where there is no file.
+Result<std::optional<QByteArray>> present(Result<QByteArray> bytes)
+{
+    if (bytes)
+        return std::optional(std::move(bytes).value());
+    if (bytes.error().code == ErrorCode::NotFound)
+        return std::optional<QByteArray>();
+    return bytes.error();
+}
+
+} // namespace
+
+DryRunFileStore::DryRunFileStore(const FileStore &inner) : inner(inner) { }
+
+bool DryRunFileStore::exists(const QString &path) const
+{
+    return tried.contains(path) || inner.exists(path);
+}
+
+Result<QByteArray> DryRunFileStore::read(const QString &path) const
+{
+    const auto at = tried.find(path);
+    return at != tried.end() ? Result<QByteArray>(at->second) : inner.read(path);
+}
+
+Result<void> DryRunFileStore::update(const QString &path, const Change &change)
+{
+    const Result<std::optional<QByteArray>> old = present(read(path));
+    if (!old)
+        return old.error();
+    const Result<std::optional<QByteArray>> fresh = change(old.value());
+    if (!fresh)
+        return fresh.error();
+    if (!fresh.value() || fresh.value() == old.value())
+        return {};
+    tried[path] = *fresh.value();
+    ++count;
+
+    const Result<std::optional<QByteArray>> original = present(inner.read(path));
+    if (original && original.value() == fresh.value())
+        changed.removeAll(path);
+    else if (!changed.contains(path))
+        changed.append(path);
+    return {};
+}
+
+} // namespace varnel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/FileStore.h"
+
+#include <QStringList>
+
+#include <map>
+
+namespace varnel {
+
+/// A file store that tries changes out in memory: what is read back is what the change would have
+/// left, and no file is touched. What only a real write can meet (a full disk, missing rights) it
+/// does not foresee.
+class DryRunFileStore : public FileStore {
+public:
+    /// The inner store is only read, and outlives this one.
+    explicit DryRunFileStore(const FileStore &inner);
+
+    bool exists(const QString &path) const override;
+    Result<QByteArray> read(const QString &path) const override;
+    Result<void> update(const QString &path, const Change &change) override;
+
+    /// The files that would now differ from what they are, in the order of their first change.
+    [[nodiscard]] const QStringList &changedPaths() const { return changed; }
+
+    /// How many tries left something different from what they met.
+    [[nodiscard]] int changes() const { return count; }
+
+private:
+    const FileStore &inner;
+    std::map<QString, QByteArray> tried;
+    QStringList changed;
+    int count = 0;
+};
+
+} // namespace varnel

@@ -1,0 +1,27 @@
+#include "platform/DryRunFinderInfo.h"
+
+namespace varnel {
+
+DryRunFinderInfo::DryRunFinderInfo(const FinderInfo &inner) : inner(inner) { }
+
+FinderInfo::Reading DryRunFinderInfo::read(const QString &path) const
+{
+    const auto at = tried.find(path);
+    return at != tried.end() ? Reading {0, at->second} : inner.read(path);
+}
+
+int DryRunFinderInfo::write(const QString &path, const FinderInfoBytes &bytes)
+{
+    if (const Reading before = read(path); before.error == 0 && before.bytes == bytes)
+        return 0;
+    tried[path] = bytes;
+    ++count;
+    const Reading original = inner.read(path);
+    if (original.error == 0 && original.bytes == bytes)
+        changed.removeAll(path);
+    else if (!changed.contains(path))
+        changed.append(path);
+    return 0;
+}
+
+} // namespace varnel

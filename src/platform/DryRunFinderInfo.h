@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/FinderInfo.h"
+
+#include <QStringList>
+
+#include <map>
+
+namespace varnel {
+
+/// Finder information that tries writes out in memory and touches nothing.
+class DryRunFinderInfo : public FinderInfo {
+public:
+    /// The inner one is only read, and outlives this one.
+    explicit DryRunFinderInfo(const FinderInfo &inner);
+
+    Reading read(const QString &path) const override;
+    int write(const QString &path, const FinderInfoBytes &bytes) override;
+
+    /// The paths whose information would now differ from what it is, in the order of their first
+    /// change.
+    [[nodiscard]] const QStringList &changedPaths() const { return changed; }
+
+    /// How many tries left something different from what they met.
+    [[nodiscard]] int changes() const { return count; }
+
+private:
+    const FinderInfo &inner;
+    std::map<QString, FinderInfoBytes> tried;
+    QStringList changed;
+    int count = 0;
+};
+
+} // namespace varnel

@@ -1,0 +1,58 @@
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "settings/BarItems.h"
+#include "settings/SettingAccess.h"
+
+namespace varnel {
+
+namespace {
+
+QString choiceText(const SettingRow &row, int index)
+{
+    const bool known = index >= 0 && index < row.choices.size();
+    if (known && !row.choices[index].action.isNull())
+        return row.choices[index].action;
+    return row.otherAction;
+}
+
+QString numberText(const SettingRow &row, int number)
+{
+    if (number == -1 && !row.defaultAction.isNull())
+        return row.defaultAction;
+    // The "%s" of two rows is never filled in: the sentence is shown with it.
+    return row.otherAction.contains(u"%d") ? fillIn(row.otherAction, {QString::number(number)})
+                                           : row.otherAction;
+}
+
+QString barItemsText(const SettingRow &row, const QString &text)
+{
+    const QString names = BarItems::fromText(text).names().join(u", ");
+    const QString sentence = fillIn(row.otherAction, {names});
+    varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
+    return sentence;
+}
+
+QString stringText(const SettingRow &row, const QString &text)
+{
+    if (text == u"-1" && !row.defaultAction.isNull())
+        return row.defaultAction;
+    return row.mechanism == Mechanism::BarItems ? barItemsText(row, text)
+                                                : fillIn(row.otherAction, {text});
+}
+
+} // namespace
+
+QString actionString(const SettingRow &row, const SettingValue &value)
+{
+    switch (row.kind) {
+    case ValueKind::Choice:
+        return choiceText(row, value.number);
+    case ValueKind::Number:
+        return numberText(row, value.number);
+    case ValueKind::String:
+        return stringText(row, value.text);
+    }
+    return row.otherAction;
+}
+
+} // namespace varnel

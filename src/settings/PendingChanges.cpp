@@ -1,0 +1,79 @@
+#include "settings/PendingChanges.h"
+
+#include "base/Logging.h"
+#include "settings/Catalogue.h"
+
+#include <algorithm>
+
+namespace varnel {
+
+namespace {
+
+auto findRecord(QList<ChangeRecord> &records, int settingId)
+{
+    return std::find_if(records.begin(), records.end(), [settingId](const ChangeRecord &record) {
+        return record.locationId == settingId;
+    });
+}
+
+} // namespace
+
+PendingChanges::PendingChanges(QList<ChangeRecord> &changes, QList<ChangeRecord> &backups,
+                               RestartFlags &flags, SettingAccess &access, OldValueKeeper &keeper)
+    : changes(changes), backups(backups), flags(flags), access(access), keeper(keeper)
+{
+}
+
+void PendingChanges::addDataToChangeDataList(int settingId, int value, const QString &extra)
+{
+    varnelLog(lcSettings, u"addDataToChangeDataList"_qs);
+    if (const auto earlier = findRecord(changes, settingId); earlier != changes.end())
+        changes.erase(earlier);
+    changes.append({settingId, value, extra});
+}
+
+void PendingChanges::addDataToBackupDataList(int settingId, int value, const QString &extra)
+{
+    varnelLog(lcSettings, u"addDataToBackupDataList"_qs);
+    if (findRecord(backups, settingId) == backups.end())
+        backups.append({settingId, value, extra});
+}
+
+Result<void> PendingChanges::writeData(int settingId, int value, const QString &extra)
+{
+    const SettingRow *row = findSetting(settingId);
+    return row != nullptr ? access.write(*row, {value, extra}, flags) : Result<void>();
+}
+
+QStringList PendingChanges::actionString(int settingId, int value, const QString &extra) const
+{
+    const SettingRow *row = findSetting(settingId);
+    if (row == nullptr)
+        return {};
+    return {locationString(*row), shortLocationString(*row),
+            varnel::actionString(*row, {value, extra})};
+}
+
+QList<SaveFailure> PendingChanges::saveChanges()
+{
+    QList<SaveFailure> failures;
+    for (const ChangeRecord &record : backups) {
+        if (const Result<void> kept = keeper.addDataToBackupFile(record); !kept)
+            failures.append({SaveFailure::Step::Backup, record, kept.error()});
+    }
+    for (const ChangeRecord &record : changes) {
+        if (const Result<void> written =
+                writeData(record.locationId, record.actionId, record.extraData);
+            !written)
+            failures.append({SaveFailure::Step::Write, record, written.error()});
+    }
+    changes.clear();
+    return failures;
+}
+
+void PendingChanges::dropChanges()
+{
+    changes.clear();
+}
+
+} // namespace varnel

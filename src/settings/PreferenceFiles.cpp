@@ -1,0 +1,181 @@
+#include "settings/PreferenceFiles.h"
+
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "platform/FileStore.h"
+#include "plist/PropertyList.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace varnel {
+
+namespace {
+
+int truncated(double real)
+{
+    constexpr double least = std::numeric_limits<int>::min();
+    constexpr double most = std::numeric_limits<int>::max();
+    // A comparison with NaN is false; it has no number to give.
+    return real == real ? int(std::clamp(real, least, most)) : 0;
+}
+
+Error unloadable(const QString &path, const Error &why)
+{
+    return {ErrorCode::Unloadable, path + u": " + why.text};
+}
+
+/// An absent dictionary on the way is no error: there is nothing to set or remove in.
+Result<void> apply(plist::PropertyList &list, const PreferenceFiles::KeyChange &change)
+{
+    Result<void> done =
+        change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
+    if (!done && done.error().code == ErrorCode::NotFound)
+        return {};
+    return done;
+}
+
+Result<std::optional<QByteArray>> changed(const QString &path, plist::PropertyList list,
+                                          const QList<PreferenceFiles::KeyChange> &changes)
+{
+    for (const PreferenceFiles::KeyChange &change : changes) {
+        if (const Result<void> done = apply(list, change); !done)
+            return Error {done.error().code, path + u": " + done.error().text};
+    }
+    return std::optional(list.bytes());
+}
+
+} // namespace
+
+std::optional<int> intValue(const plist::Value &value)
+{
+    switch (value.kind) {
+    case plist::Kind::Boolean:
+        return value.boolean ? 1 : 0;
+    case plist::Kind::Integer:
+        return static_cast<int>(value.integer);
+    case plist::Kind::Real:
+        return truncated(value.real);
+    case plist::Kind::String:
+        return leadingInt(value.string);
+    case plist::Kind::Missing:
+    case plist::Kind::StringArray:
+    case plist::Kind::Array:
+    case plist::Kind::Dictionary:
+    case plist::Kind::Other:
+        break;
+    }
+    return std::nullopt;
+}
+
+PreferenceFiles::PreferenceFiles(FileStore &store) : store(store) { }
+
+PreferenceFiles::~PreferenceFiles() = default;
+
+std::optional<QString> PreferenceFiles::readStringPlistValue(const QString &path,
+                                                             const QString &key) const
+{
+    const plist::Value value = readValue(path, {key});
+    if (value.kind == plist::Kind::Missing)
+        return std::nullopt;
+    return value.kind == plist::Kind::String && !value.string.isNull() ? value.string
+                                                                       : QStringLiteral("");
+}
+
+std::optional<int> PreferenceFiles::readNumberPlistValue(const QString &path,
+                                                         const QString &key) const
+{
+    return intValue(readValue(path, {key}));
+}
+
+plist::Value PreferenceFiles::readValue(const QString &path, const QStringList &keyPath) const
+{
+    const LoadedFile file = loaded(path);
+    return file ? file->value(keyPath) : plist::Value();
+}
+
+Result<void> PreferenceFiles::writeStringPlistValue(const QString &path, const QString &key,
+                                                    const QString &value)
+{
+    return change(path, {{{key}, value}}, IfMissing::Create);
+}
+
+Result<void> PreferenceFiles::writeNumberPlistValue(const QString &path, const QString &key,
+                                                    int value)
+{
+    return change(path, {{{key}, qint64(value)}}, IfMissing::Create);
+}
+
+Result<void> PreferenceFiles::writeBoolPlistValue(const QString &path, const QString &key,
+                                                  bool value)
+{
+    return change(path, {{{key}, value}}, IfMissing::Create);
+}
+
+Result<void> PreferenceFiles::deletePlistValue(const QString &path, const QString &key)
+{
+    return changeExisting(path, {key}, std::nullopt);
+}
+
+Result<void> PreferenceFiles::changeExisting(const QString &path, const QStringList &keyPath,
+                                             const std::optional<plist::NewValue> &value)
+{
+    return change(path, {{keyPath, value}}, IfMissing::LeaveMissing);
+}
+
+Result<void> PreferenceFiles::change(const QString &path, const QList<KeyChange> &changes,
+                                     IfMissing ifMissing)
+{
+    shared.erase(path);
+    return store.update(
+        path, [&](const std::optional<QByteArray> &old) -> Result<std::optional<QByteArray>> {
+            if (!old) {
+                if (ifMissing == IfMissing::LeaveMissing)
+                    return std::optional<QByteArray>();
+                return changed(path, plist::PropertyList::empty(), changes);
+            }
+            Result<plist::PropertyList> list = plist::PropertyList::open(*old);
+            if (!list) {
+                const Error error = unloadable(path, list.error());
+                varnelLog(lcIo, error.text);
+                return error;
+            }
+            return changed(path, std::move(list).value(), changes);
+        });
+}
+
+PreferenceFiles::LoadedFile PreferenceFiles::loaded(const QString &path) const
+{
+    if (passes == 0)
+        return load(path);
+    const auto known = shared.find(path);
+    return known != shared.end() ? known->second : shared.emplace(path, load(path)).first->second;
+}
+
+PreferenceFiles::LoadedFile PreferenceFiles::load(const QString &path) const
+{
+    Result<QByteArray> bytes = store.read(path);
+    if (!bytes)
+        return nullptr; // the store has said why, unless there is no such file
+    Result<plist::PropertyList> list = plist::PropertyList::open(std::move(bytes).value());
+    if (list)
+        return std::make_shared<const plist::PropertyList>(std::move(list).value());
+    if (!reported.contains(path)) {
+        reported.insert(path);
+        varnelLog(lcIo, unloadable(path, list.error()).text);
+    }
+    return nullptr;
+}
+
+PreferenceFiles::ReadPass::ReadPass(const PreferenceFiles &files) : files(files)
+{
+    ++files.passes;
+}
+
+PreferenceFiles::ReadPass::~ReadPass()
+{
+    if (--files.passes == 0)
+        files.shared.clear();
+}
+
+} // namespace varnel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/DryRunFileStore.h"
+#include "platform/DryRunFinderInfo.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/SettingAccess.h"
+
+namespace varnel {
+
+/// Writes that are tried out before they are made: whether each would change anything, and which
+/// files. Nothing is touched.
+class Rehearsal {
+public:
+    /// Both are only read, and outlive this object.
+    Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo);
+
+    /// Whether writing the value, after the writes that were tried before it, would change
+    /// anything; the error that the write would meet (Unloadable and what reading meets).
+    Result<bool> wouldChange(const SettingRow &row, const SettingValue &value);
+
+    /// What would differ from what it is: preference files, then the folder of a flag.
+    [[nodiscard]] QStringList changedPaths() const;
+
+private:
+    DryRunFileStore store;
+    DryRunFinderInfo finderInfo;
+    PreferenceFiles files;
+    SettingAccess access;
+};
+
+} // namespace varnel
