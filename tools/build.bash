@@ -77,6 +77,10 @@ configure() {
             grep -q '^VARNEL_BUILD_TESTS:BOOL=ON$' "$cache" && return 0
         fi
     fi
+    # Used where it is found, never asked for by ./run and ./test.
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+    fi
     say "configuring build/$preset"
     mkdir -p "$project/build"
     options+=("-DVARNEL_BUILD_TESTS=$tests")
@@ -143,6 +147,3 @@ run_tests() {
     env -u DISPLAY -u WAYLAND_DISPLAY \
         ctest --test-dir "$project/build/$preset" --output-on-failure --parallel "$(nproc)" "$@"
 }
-
-# Used where it is found, never asked for by ./run and ./test.
-command -v ccache >/dev/null && export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
