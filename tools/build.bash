@@ -102,8 +102,8 @@ build() {
     shift
     (($#)) && targets=(--target "$@")
     local folder=$project/build/$preset name=${*:-all}
-    local stamp="$folder/.built-${name// /-}"
-    if [[ ! -f $stamp ]] || changed_since "$stamp"; then
+    local stamp="$folder/.built-${name// /-}" all="$folder/.built-all"
+    if changed_since "$stamp" && changed_since "$all"; then
         say "building ${*:-everything} (build/$preset)"
         loud=1
     fi
@@ -125,7 +125,7 @@ changed_since() {
     for part in CMakeLists.txt CMakePresets.json cmake src interface resources tests packaging fuzz bench; do
         [[ -e $project/$part ]] && parts+=("$project/$part")
     done
-    [[ $(find "${parts[@]}" -newer "$1" -print -quit) ]]
+    [[ ! -f $1 || $(find "${parts[@]}" -newer "$1" -print -quit) ]]
 }
 
 # make_locale PRESET: a locale with a decimal comma, inside the build folder, for the tests.
