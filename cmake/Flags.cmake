@@ -6,7 +6,7 @@ option(VARNEL_FUZZ "Build the libFuzzer targets" OFF)
 add_library(varnel_flags INTERFACE)
 
 target_compile_options(varnel_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Wall -Wextra -Wpedantic $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow> -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2 -Wnull-dereference
   -Wimplicit-fallthrough -Werror)
 
