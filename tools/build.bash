@@ -50,7 +50,7 @@ need_packages() {
     fi
     mkdir -p "$project/build"
     local log=$project/build/apt.log
-    say "installing ${#missing[@]} packages and what they need (log: build/apt.log): ${missing[*]}"
+    say "installing with apt (log: build/apt.log): ${missing[*]}"
     apt_get() {
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y \
             -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" </dev/null
@@ -122,7 +122,7 @@ build() {
 # A guess for what to say; whether anything is built is the build program's own decision.
 changed_since() {
     local part parts=()
-    for part in CMakeLists.txt CMakePresets.json cmake src interface resources tests packaging fuzz bench; do
+    for part in CMakeLists.txt CMakePresets.json cmake src interface resources tools tests packaging fuzz bench; do
         [[ -e $project/$part ]] && parts+=("$project/$part")
     done
     [[ ! -f $1 || $(find "${parts[@]}" -newer "$1" -print -quit) ]]
