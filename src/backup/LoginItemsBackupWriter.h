@@ -1,0 +1,22 @@
+#pragma once
+
+#include "loginitems/LoginItemsAccess.h"
+
+#include <QString>
+
+namespace varnel {
+
+/// Puts the way back from login-item changes into the backup file of a run.
+class LoginItemsBackupWriter : public InverseKeeper {
+public:
+    /// The path may not exist yet; the first row creates the file.
+    explicit LoginItemsBackupWriter(QString backupFileName);
+
+    /// The first row of a path wins. Values go into the statements as they are.
+    Result<void> addDataToBackupFile(int actionId, const QString &path, int enabledFlag) override;
+
+private:
+    QString backupFileName;
+};
+
+} // namespace varnel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "backup/BackupRow.h"
+#include "base/Result.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+
+namespace varnel {
+
+/// The writers that a backup is played back through: those of a save, without backup rows.
+class PlaybackTarget {
+public:
+    virtual ~PlaybackTarget() = default;
+    /// An unknown number does nothing and is no error.
+    virtual Result<void> writeSetting(int settingId, int value, const QString &extra) = 0;
+    virtual void writeLoginItem(int actionId, const QString &path, bool enabled) = 0;
+};
+
+/// Plays the rows in file order. Stops at the first setting that can't be written, with its error.
+Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target);
+
+/// Location and description of a row, as a list of changes shows them. The settings' own texts are
+/// asked for by `describe`, which answers location, short location, action text, or nothing for an
+/// unknown number: such a row stands empty.
+struct BackupLine {
+    QString location;
+    QString description;
+};
+using DescribeSetting = std::function<QStringList(int settingId, int value, const QString &extra)>;
+[[nodiscard]] BackupLine describeRow(const BackupRow &row, const DescribeSetting &describe);
+
+} // namespace varnel

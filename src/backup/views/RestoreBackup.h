@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/PageContext.h"
+#include "ui/WidgetOwner.h"
+
+namespace varnel {
+
+class RestoreBackupView;
+
+/// The restore page's controller.
+class RestoreBackup {
+public:
+    explicit RestoreBackup(const PageContext &context);
+    ~RestoreBackup();
+    RestoreBackup(const RestoreBackup &) = delete;
+    RestoreBackup &operator=(const RestoreBackup &) = delete;
+
+    /// Null when its interface description does not load.
+    [[nodiscard]] QWidget *getRestoreBackupView();
+
+    /// Lists the backup files again.
+    void reloadData();
+
+private:
+    WidgetOwner<RestoreBackupView> view;
+};
+
+} // namespace varnel

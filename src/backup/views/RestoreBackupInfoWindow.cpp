@@ -1,0 +1,57 @@
+#include "backup/views/RestoreBackupInfoWindow.h"
+
+#include "backup/BackupReader.h"
+#include "backup/Playback.h"
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "settings/views/Quillet.h"
+#include "shell/SharedObject.h"
+#include "shell/Tools.h"
+
+#include <QFileInfo>
+#include <QLabel>
+
+namespace varnel {
+
+RestoreBackupInfoWindow::RestoreBackupInfoWindow(const PageContext &context, QWidget *parent)
+    : ListSheet(tr("Contents of the Backup File"),
+                {{tr("Location"), Qt::CaseInsensitive}, {tr("Description"), Qt::CaseSensitive}},
+                lcBackup, parent),
+      context(context)
+{
+    setEmptyText(tr("This file holds no changes that can be undone."));
+}
+
+void RestoreBackupInfoWindow::updateLabel()
+{
+    setRows({});
+    varnelLog(lcBackup, QStringLiteral("init RestoreBackupInfoWindow"));
+    const QString folder =
+        Tools(context.home, context.folders, context.runner).pathForBackupFolder();
+    const QString path = fillIn(u"%@%@", {folder, context.shared.selectedBackupFileName()});
+    if (QFileInfo::exists(path))
+        setCaption(path);
+    readBackupFile(path);
+}
+
+void RestoreBackupInfoWindow::readBackupFile(const QString &path)
+{
+    const Result<QList<BackupRow>> rows = readBackupRows(path);
+    if (!rows) {
+        varnelLog(lcIo, rows.error().text);
+        return;
+    }
+    const std::shared_ptr<Quillet> quillet = context.shared.quillet();
+    const DescribeSetting describe = [&](int settingId, int value, const QString &extra) {
+        return quillet ? quillet->actionString(settingId, value, extra) : QStringList();
+    };
+    QList<QStringList> texts;
+    texts.reserve(rows.value().size());
+    for (const BackupRow &row : rows.value()) {
+        const BackupLine line = describeRow(row, describe);
+        texts.append({line.location, line.description});
+    }
+    setRows(std::move(texts));
+}
+
+} // namespace varnel

@@ -1,0 +1,272 @@
+#include "backup/views/RestoreBackupView.h"
+
+#include "backup/BackupReader.h"
+#include "backup/views/BackupModel.h"
+#include "backup/views/RestoreBackupInfoWindow.h"
+#include "backup/views/SharedPlayback.h"
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "shell/SharedObject.h"
+#include "shell/Tools.h"
+#include "ui/CaptionRow.h"
+#include "ui/Dialogs.h"
+#include "ui/Icons.h"
+#include "ui/ImageAndTextCell.h"
+#include "ui/Theme.h"
+
+#include <QFile>
+#include <QHeaderView>
+#include <QPointer>
+#include <QShortcut>
+
+#include <algorithm>
+
+#include "ui_RestoreBackupView.h"
+
+namespace varnel {
+
+RestoreBackupView::RestoreBackupView(const PageContext &context)
+    : context(context), ui(std::make_unique<Ui::RestoreBackupView>()),
+      theFileNames(new BackupModel(this))
+{
+    ui->setupUi(this);
+    setUpTable();
+    connectControls();
+    reloadData();
+}
+
+RestoreBackupView::~RestoreBackupView() = default;
+
+void RestoreBackupView::setUpTable()
+{
+    QTableView *table = ui->tableView;
+    table->setModel(theFileNames);
+    table->setItemDelegate(new ImageAndTextCell(table));
+    Theme::makeList(table);
+    table->setColumnWidth(BackupModel::Name, 400);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setSectionsClickable(true);
+    Theme::setTextRole(ui->emptyLabel, Theme::TextRole::Help);
+}
+
+void RestoreBackupView::connectControls()
+{
+    connect(ui->tableView->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            &RestoreBackupView::didClickTableColumn);
+    connect(ui->tableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &RestoreBackupView::tableViewSelected);
+    connect(ui->restoreButton, &QPushButton::clicked, this, &RestoreBackupView::restoreBackupFiles);
+    connect(ui->deleteButton, &QPushButton::clicked, this,
+            &RestoreBackupView::deleteSelectedFilesAfterAsking);
+    connect(ui->infoButton, &QPushButton::clicked, this, &RestoreBackupView::showRestoreInfoWindow);
+    ui->restoreButton->setIcon(Icons::icon(QStringLiteral("Restore")));
+    ui->deleteButton->setIcon(Icons::icon(QStringLiteral("Delete")));
+    ui->infoButton->setIcon(Icons::icon(QStringLiteral("Info")));
+    for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel})
+        Theme::setTextRole(caption, Theme::TextRole::Help);
+    connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+            &RestoreBackupView::reloadData);
+    auto *remove = new QShortcut(QKeySequence::Delete, ui->tableView);
+    remove->setContext(Qt::WidgetShortcut);
+    connect(remove, &QShortcut::activated, this,
+            &RestoreBackupView::deleteSelectedFilesAfterAsking);
+}
+
+void RestoreBackupView::placeFooter()
+{
+    layout()->activate();
+    const int height = layOutCaptionRow({{ui->restoreButton, ui->restoreLabel},
+                                         {ui->deleteButton, ui->deleteLabel},
+                                         {ui->infoButton, ui->infoLabel}},
+                                        ui->tableView->x() - ui->footer->x());
+    ui->footer->setFixedHeight(height);
+}
+
+void RestoreBackupView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeFooter();
+}
+
+void RestoreBackupView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        placeFooter();
+}
+
+QString RestoreBackupView::backupFolder() const
+{
+    return Tools(context.home, context.folders, context.runner).pathForBackupFolder();
+}
+
+void RestoreBackupView::reloadData()
+{
+    const auto nameAt = [this](int row) { return theFileNames->entries()[row].name; };
+    QStringList selected;
+    for (const int row : selectedRows())
+        selected.append(nameAt(row));
+    const int currentRow = ui->tableView->currentIndex().row();
+    const QString current = currentRow < 0 ? QString() : nameAt(currentRow);
+
+    getBackupFiles();
+    QItemSelectionModel *selection = ui->tableView->selectionModel();
+    for (int row = 0; row < theFileNames->rowCount(); ++row) {
+        const QModelIndex index = theFileNames->index(row, 0);
+        if (nameAt(row) == current)
+            selection->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        if (selected.contains(nameAt(row)))
+            selection->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    showEmptyText();
+    setButtonsStatus();
+}
+
+void RestoreBackupView::getBackupFiles()
+{
+    const QString folder = backupFolder();
+    varnelLog(lcBackup, fillIn(u"Path = %@", {folder}));
+    QList<BackupEntry> entries = listBackups(folder);
+    sorting.sortDescending = true;
+    sortByName(entries, sorting.sortDescending);
+    theFileNames->setEntries(std::move(entries));
+    showSortIndicator(BackupModel::Name);
+}
+
+/// The ordinary image stands for a flag that is down, the reverse one for a flag that is up.
+void RestoreBackupView::showSortIndicator(int column)
+{
+    QHeaderView *header = ui->tableView->horizontalHeader();
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(column,
+                             sorting.sortDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void RestoreBackupView::didClickTableColumn(int column)
+{
+    varnelLog(lcBackup, QStringLiteral("didClickTableColumn"));
+    sorting.click(column);
+    theFileNames->sortEntries(column, sorting.sortDescending);
+    showSortIndicator(column);
+}
+
+void RestoreBackupView::showEmptyText()
+{
+    ui->emptyLabel->setVisible(theFileNames->rowCount() == 0);
+}
+
+QList<int> RestoreBackupView::selectedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : ui->tableView->selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int RestoreBackupView::selectedRow() const
+{
+    const QList<int> rows = selectedRows();
+    const int current = ui->tableView->currentIndex().row();
+    if (rows.contains(current))
+        return current;
+    return rows.isEmpty() ? -1 : rows.first();
+}
+
+void RestoreBackupView::setButtonsStatus()
+{
+    const bool selected = selectedRow() >= 0;
+    ui->restoreButton->setEnabled(selected);
+    ui->deleteButton->setEnabled(selected);
+    ui->infoButton->setEnabled(selected);
+}
+
+void RestoreBackupView::tableViewSelected()
+{
+    setButtonsStatus();
+}
+
+void RestoreBackupView::restoreBackupFiles()
+{
+    const int row = selectedRow();
+    if (row < 0 || row >= theFileNames->rowCount())
+        return;
+    // Taken down first: what happens while the file is played must not change what is deleted.
+    const QList<int> rows = selectedRows();
+    const QString path =
+        fillIn(u"%@%@", {backupFolder(), theFileNames->entries()[row].name});
+    varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
+    if (play(path))
+        deleteRows(rows);
+}
+
+bool RestoreBackupView::play(const QString &path)
+{
+    const Result<QList<BackupRow>> rows = readBackupRows(path);
+    if (!rows) {
+        varnelLog(lcIo, rows.error().text);
+        return false;
+    }
+    SharedPlayback target(context.shared);
+    return playBack(rows.value(), target).ok();
+}
+
+void RestoreBackupView::deleteSelectedFilesAfterAsking()
+{
+    const int row = selectedRow();
+    if (row < 0 || row >= theFileNames->rowCount())
+        return;
+    const QString question = selectedRows().size() == 1
+        ? fillIn(u"Are you sure you want to delete %@?", {theFileNames->entries()[row].name})
+        : QStringLiteral("Are you sure you want to delete selected backup files");
+    context.dialogs.showAlert(this,
+                              {QStringLiteral("Delete Backup File"),
+                               question,
+                               {QStringLiteral("Delete"), QStringLiteral("Cancel")}},
+                              [self = QPointer<RestoreBackupView>(this)](int code) {
+                                  if (self)
+                                      self->deleteAlertDidEnd(code);
+                              });
+}
+
+void RestoreBackupView::deleteAlertDidEnd(int returnCode)
+{
+    if (returnCode == FirstButton)
+        deleteSelectedFiles();
+}
+
+void RestoreBackupView::deleteSelectedFiles()
+{
+    deleteRows(selectedRows());
+    tableViewSelected();
+}
+
+void RestoreBackupView::deleteRows(const QList<int> &rows)
+{
+    const QString folder = backupFolder();
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
+        const QString path = fillIn(u"%@%@", {folder, theFileNames->entries()[*row].name});
+        varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
+        if (!QFile::remove(path))
+            varnelLog(lcIo, path + u": could not be deleted");
+        varnelLog(lcBackup, fillIn(u"%@", {path}));
+        theFileNames->removeEntryAt(*row);
+        setButtonsStatus();
+    }
+    showEmptyText();
+}
+
+void RestoreBackupView::showRestoreInfoWindow()
+{
+    const int row = selectedRow();
+    if (row < 0 || row >= theFileNames->rowCount())
+        return;
+    context.shared.setSelectedBackupFileName(theFileNames->entries()[row].name);
+    varnelLog(lcBackup, fillIn(u"%@", {context.shared.selectedBackupFileName()}));
+    if (restoreBackupInfoWindow == nullptr)
+        restoreBackupInfoWindow = new RestoreBackupInfoWindow(context, window());
+    context.dialogs.showSheet(restoreBackupInfoWindow);
+    restoreBackupInfoWindow->updateLabel();
+}
+
+} // namespace varnel

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QList>
+
+class QLabel;
+class QWidget;
+
+namespace varnel {
+
+/// A button and the caption below it.
+struct CaptionedButton {
+    QWidget *button;
+    QLabel *caption;
+};
+
+/// Places the captions from `left` on, each 15 pixels right of the one before, with its button
+/// centred above it. Gives the height that they take.
+int layOutCaptionRow(const QList<CaptionedButton> &buttons, int left);
+
+} // namespace varnel
