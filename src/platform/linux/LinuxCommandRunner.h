@@ -4,6 +4,7 @@
 
 namespace varnel {
 
+/// Runs a child process without standard input. A program that can't be started is logged to lcIo.
 class LinuxCommandRunner : public CommandRunner {
 public:
     Result<QString> run(const QString &launchPath, const QStringList &arguments) override;

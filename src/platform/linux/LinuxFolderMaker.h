@@ -4,6 +4,7 @@
 
 namespace varnel {
 
+/// Makes single folders; links are followed as walkPath() does.
 class LinuxFolderMaker : public FolderMaker {
 public:
     Result<void> makeFolder(const HomeFolder &home, const QString &path) override;

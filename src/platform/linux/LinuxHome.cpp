@@ -1,0 +1,75 @@
+#include "platform/linux/LinuxHome.h"
+
+#include "platform/linux/SystemError.h"
+
+#include <QFile>
+
+#include <memory>
+#include <vector>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace varnel {
+
+namespace {
+
+QString withoutLastSlashes(QString path)
+{
+    while (path.endsWith(u'/'))
+        path.chop(1);
+    return path;
+}
+
+/// The home of the user database; empty when it knows none.
+QByteArray registeredHome()
+{
+    std::vector<char> buffer(size_t {16} * 1024);
+    passwd entry {};
+    passwd *found = nullptr;
+    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0
+        || found == nullptr)
+        return {};
+    return found->pw_dir;
+}
+
+Result<void> checkFolder(const QByteArray &path)
+{
+    struct stat status { };
+    if (::stat(path.constData(), &status) != 0)
+        return systemError(QFile::decodeName(path), errno);
+    if (!S_ISDIR(status.st_mode))
+        return Error {ErrorCode::Invalid, QFile::decodeName(path) + u": Not a folder"};
+    return {};
+}
+
+} // namespace
+
+Result<HomeFolder> ownHome()
+{
+    QByteArray path = qgetenv("HOME");
+    if (!path.startsWith('/'))
+        path = registeredHome();
+    if (!path.startsWith('/'))
+        return Error {ErrorCode::NotFound, QStringLiteral("No home folder: HOME is not set")};
+    if (const Result<void> folder = checkFolder(path); !folder)
+        return folder.error();
+    return HomeFolder {withoutLastSlashes(QFile::decodeName(path)), true};
+}
+
+Result<HomeFolder> namedHome(const QString &directory)
+{
+    if (directory.isEmpty() || directory.contains(QChar::Null))
+        return Error {ErrorCode::Invalid, QStringLiteral("The name of the home folder is empty")};
+    const QByteArray path = QFile::encodeName(directory);
+    if (const Result<void> folder = checkFolder(path); !folder)
+        return folder.error();
+    const std::unique_ptr<char, decltype(&::free)> canonical(::realpath(path.constData(), nullptr),
+                                                             &::free);
+    if (!canonical)
+        return systemError(directory, errno);
+    return HomeFolder {withoutLastSlashes(QFile::decodeName(canonical.get())), false};
+}
+
+} // namespace varnel
