@@ -18,5 +18,6 @@ function(varnel_test_program name)
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE varnel_flags ${arg_LIBRARIES} GTest::gtest GTest::gmock)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120 ${arg_PROPERTIES})
+  # The list of tests is asked for by ctest itself, while other work may load the machine.
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ${arg_PROPERTIES})
 endfunction()

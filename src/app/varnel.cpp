@@ -1,4 +1,6 @@
-int main()
+#include "shell/views/Application.h"
+
+int main(int argc, char **argv)
 {
-    return 0;
+    return varnel::runApplication(argc, argv);
 }

@@ -1,4 +1,6 @@
-int main()
+#include "cli/Runner.h"
+
+int main(int argc, char **argv)
 {
-    return 0;
+    return varnel::cli::run(argc, argv);
 }

@@ -34,7 +34,7 @@ public:
     /// Only when ok().
     [[nodiscard]] const T &value() const & { return std::get<0>(state); }
     [[nodiscard]] T &value() & { return std::get<0>(state); }
-    [[nodiscard]] T &&value() && { return std::get<0>(std::move(state)); }
+    [[nodiscard]] T value() && { return std::get<0>(std::move(state)); }
 
     /// Only when not ok().
     [[nodiscard]] const Error &error() const { return std::get<1>(state); }

@@ -1,12 +1,59 @@
 #include "cli/Runner.h"
 
-#include "cli/ExitStatus.h"
+#include "cli/CommandLine.h"
+#include "cli/Console.h"
+#include "cli/Help.h"
+#include "cli/Log.h"
+#include "platform/linux/LinuxTerminal.h"
 
 namespace varnel::cli {
 
-int run(int, char **)
+namespace {
+
+QString help(const CommandLine &line, const Commands &commands)
 {
-    return int(ExitStatus::Usage);
+    if (line.command)
+        return commandHelp(line.command->info());
+    return line.group.isNull() ? programHelp(commands) : groupHelp(line.group, commands);
+}
+
+QString hint(const CommandLine &line)
+{
+    const QString command = line.command ? QString(u' ' + line.command->info().name) : QString();
+    return u"'varnelctl" + command + u" --help' tells more";
+}
+
+ExitStatus obey(const CommandLine &line, const Commands &commands, Console &console)
+{
+    switch (line.wish) {
+    case CommandLine::Wish::Help:
+        console.print(help(line, commands));
+        return ExitStatus::Done;
+    case CommandLine::Wish::Version:
+        console.print(u"varnelctl "_qs + QStringLiteral(VARNEL_VERSION) + u'\n');
+        return ExitStatus::Done;
+    case CommandLine::Wish::Wrong:
+        console.message(line.problem);
+        console.message(hint(line));
+        return ExitStatus::Usage;
+    case CommandLine::Wish::Run:
+        break;
+    }
+    prepareLogging(line.request.has(u"verbose"_qs));
+    // The table of settings is what somebody who types nothing wants to see.
+    const Command &command = line.command ? *line.command : *commands.front();
+    return command.run(line.request, console);
+}
+
+} // namespace
+
+int run(int argc, char **argv)
+{
+    LinuxTerminal::prepareStreams();
+    const Commands commands = makeCommands();
+    Console console;
+    const CommandLine line = parseCommandLine(argc, argv, commands);
+    return int(console.finish(obey(line, commands, console)));
 }
 
 } // namespace varnel::cli

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "base/Result.h"
-
-#include <QByteArray>
-#include <QString>
+#include "platform/FileReader.h"
 
 #include <functional>
 #include <optional>
@@ -16,16 +13,8 @@ namespace varnel {
 /// Links are followed; when the process's user is not the home's owner, only to places beneath the
 /// home (NotPermitted otherwise, reading and writing). Anything but a regular file is NotAFile, and
 /// never blocks.
-class FileStore {
+class FileStore : public FileReader {
 public:
-    virtual ~FileStore() = default;
-
-    /// Whether anything stands at the path (links followed).
-    [[nodiscard]] virtual bool exists(const QString &path) const = 0;
-
-    /// The whole file. NotFound when nothing stands there.
-    [[nodiscard]] virtual Result<QByteArray> read(const QString &path) const = 0;
-
     /// Gets the old bytes (none: no file) and answers the new ones (none: leave everything as it
     /// is).
     using Change =

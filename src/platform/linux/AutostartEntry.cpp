@@ -162,17 +162,12 @@ QByteArray hidingAutostartEntry()
     return "[Desktop Entry]\nHidden=true\n";
 }
 
-QByteArray switchedOn(const QByteArray &bytes)
+QByteArray withOwnPath(const QByteArray &bytes, const QString &applicationPath)
 {
     const KeyFile file = load(bytes);
     if (!file)
         return bytes;
-    g_key_file_remove_key(file.get(), group, G_KEY_FILE_DESKTOP_KEY_HIDDEN, nullptr);
-    const Texts keys(g_key_file_get_keys(file.get(), group, nullptr, nullptr));
-    for (char **key = keys.get(); key != nullptr && *key != nullptr; ++key) {
-        if (isSwitch(*key))
-            g_key_file_remove_key(file.get(), group, *key, nullptr);
-    }
+    g_key_file_set_string(file.get(), group, ownPathKey, applicationPath.toUtf8().constData());
     return save(file.get());
 }
 

@@ -31,7 +31,8 @@ struct AutostartEntry {
 /// An entry that hides the system-wide one of the same file name.
 [[nodiscard]] QByteArray hidingAutostartEntry();
 
-/// The bytes with every key that switches the entry off taken out, everything else as it is.
-[[nodiscard]] QByteArray switchedOn(const QByteArray &bytes);
+/// The bytes with the application's path in our own key, everything else as it is.
+[[nodiscard]] QByteArray withOwnPath(const QByteArray &bytes, const QString &applicationPath);
+
 
 } // namespace varnel

@@ -4,7 +4,7 @@
 
 namespace varnel {
 
-/// Files of the host itself: bundles, system files. Links are followed anywhere.
+/// Files of the host itself: bundles, system files. Links are followed wherever they lead.
 class LinuxFileReader : public FileReader {
 public:
     bool exists(const QString &path) const override;

@@ -56,13 +56,12 @@ TEST(AutostartEntry, ANewOneComesBackWithItsPath)
     EXPECT_EQ(entry->name, u"It's \"100%\" $HOME `x` \\"_s);
 }
 
-TEST(AutostartEntry, SwitchingOnKeepsCommentsAndTranslations)
+TEST(AutostartEntry, TakingAPathKeepsCommentsAndTranslations)
 {
     const QByteArray before = "# mine\n[Desktop Entry]\nType=Application\n# a word\nName=Clock\n"
-                              "Name[de]=Uhr\nHidden=true\nX-GNOME-Autostart-enabled=false\n"
-                              "\n[Desktop Action New]\nName=New\n";
-    const QByteArray after = switchedOn(before);
-    EXPECT_FALSE(parseAutostartEntry(after)->off);
+                              "Name[de]=Uhr\n\n[Desktop Action New]\nName=New\n";
+    const QByteArray after = withOwnPath(before, u"/A/Clock.app"_s);
+    EXPECT_EQ(parseAutostartEntry(after)->ownPath, u"/A/Clock.app"_s);
     for (const char *kept : {"# mine\n", "# a word\n", "Name[de]=Uhr\n", "[Desktop Action New]\n"})
         EXPECT_TRUE(after.contains(kept)) << kept;
 }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "cli/ExitStatus.h"
+#include "cli/Request.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace varnel::cli {
+
+class Console;
+
+/// One positional argument of a command.
+struct ParameterInfo {
+    enum class Count { One, Optional, OneOrMore };
+    QString name; ///< as the usage line shows it, "SETTING"
+    QString help;
+    Count count = Count::One;
+};
+
+/// One option, "--name" or "--name VALUE".
+struct OptionInfo {
+    QString name; ///< without the dashes
+    QString valueName; ///< null for a switch
+    QString help;
+};
+
+/// Everything that the parser and the help texts know of a command.
+struct CommandInfo {
+    QString name; ///< one word, or several for a command beneath another: "backups show"
+    QString summary; ///< one line, no full stop
+    QString details; ///< paragraphs below the usage line; may be null
+    QList<ParameterInfo> parameters;
+    QList<OptionInfo> options; ///< beside the ones that every command has
+    QStringList examples; ///< command lines without the program's name
+};
+
+/// One command of the terminal program.
+class Command {
+public:
+    virtual ~Command() = default;
+    [[nodiscard]] virtual CommandInfo info() const = 0;
+
+    /// Data goes to the console's output, everything else to its messages.
+    virtual ExitStatus run(const Request &request, Console &console) const = 0;
+};
+
+} // namespace varnel::cli

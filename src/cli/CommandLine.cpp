@@ -1,0 +1,173 @@
+// The only source that includes the parser: it is slow to compile.
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <map>
+
+namespace varnel::cli {
+
+namespace {
+
+const char *const argumentsName = "arguments";
+
+void addOptions(CLI::App &app, const QList<OptionInfo> &options)
+{
+    for (const OptionInfo &option : options) {
+        const std::string name = "--" + option.name.toStdString();
+        if (option.valueName.isNull())
+            app.add_flag(name);
+        else
+            app.add_option(name)->take_all()->expected(1)->allow_extra_args(false);
+    }
+}
+
+CLI::App *child(CLI::App &parent, const std::string &name)
+{
+    for (CLI::App *below : parent.get_subcommands(std::function<bool(CLI::App *)> {}))
+        if (below->get_name() == name)
+            return below;
+    return nullptr;
+}
+
+/// The parser's node of a command; the words before the last are nodes that only hold others.
+CLI::App *addCommand(CLI::App &root, const CommandInfo &info)
+{
+    CLI::App *at = &root;
+    for (const QString &word : info.name.split(u' ')) {
+        at->require_subcommand(0, 1);
+        const std::string name = word.toStdString();
+        CLI::App *below = child(*at, name);
+        at = below ? below : at->add_subcommand(name);
+    }
+    addOptions(*at, info.options);
+    // Counted by the program, not by the parser: its messages would name what nobody typed.
+    at->add_option(argumentsName)->expected(0, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args(false);
+    return at;
+}
+
+CLI::App *deepestNamed(CLI::App &root)
+{
+    CLI::App *at = &root;
+    while (!at->get_subcommands().empty())
+        at = at->get_subcommands().front();
+    return at;
+}
+
+/// Text of the command line; a name that is no UTF-8 is refused rather than changed.
+bool decode(const std::vector<std::string> &from, QStringList &to)
+{
+    for (const std::string &raw : from) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        to.append(decoder(QByteArrayView(raw.data(), qsizetype(raw.size()))));
+        if (decoder.hasError())
+            return false;
+    }
+    return true;
+}
+
+bool collect(const CLI::App &app, Request &request)
+{
+    for (const CLI::Option *option : app.get_options()) {
+        if (option->count() == 0)
+            continue;
+        if (option->get_positional()) {
+            if (!decode(option->results(), request.arguments))
+                return false;
+            continue;
+        }
+        QStringList &values = request.options[QString::fromStdString(option->get_name()).mid(2)];
+        if (option->get_expected_max() > 0 && !decode(option->results(), values))
+            return false;
+    }
+    return true;
+}
+
+QString countProblem(const CommandInfo &info, qsizetype count)
+{
+    qsizetype least = 0;
+    qsizetype most = 0;
+    for (const ParameterInfo &parameter : info.parameters) {
+        least += parameter.count == ParameterInfo::Count::Optional ? 0 : 1;
+        most += parameter.count == ParameterInfo::Count::OneOrMore ? count : 1;
+        if (least > count)
+            return u"'%1' needs %2"_qs.arg(info.name, parameter.name);
+    }
+    return count > most ? u"'%1' takes no more than %2 argument(s)"_qs.arg(info.name).arg(most)
+                        : QString();
+}
+
+CommandLine wrong(const QString &problem)
+{
+    CommandLine line;
+    line.wish = CommandLine::Wish::Wrong;
+    line.problem = problem;
+    return line;
+}
+
+/// The parser speaks in several lines, and of its own names.
+QString plainProblem(const CLI::ParseError &error)
+{
+    const QString text = QString::fromUtf8(error.what()).simplified();
+    const QString unknown = u"The following argument was not expected: "_qs;
+    const QString unknowns = u"The following arguments were not expected: "_qs;
+    for (const QString &start : {unknown, unknowns})
+        if (text.startsWith(start))
+            return u"not understood: "_qs + text.mid(start.size());
+    return text;
+}
+
+} // namespace
+
+CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &commands)
+{
+    CLI::App app;
+    app.name("varnelctl");
+    app.fallthrough();
+    app.set_help_flag("-h,--help");
+    app.set_version_flag("--version", std::string());
+    addOptions(app, commonOptions());
+    std::map<const CLI::App *, const Command *> byNode;
+    for (const auto &command : commands)
+        byNode.emplace(addCommand(app, command->info()), command.get());
+
+    CommandLine line;
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp &) {
+        line.wish = CommandLine::Wish::Help;
+    } catch (const CLI::CallForVersion &) {
+        line.wish = CommandLine::Wish::Version;
+    } catch (const CLI::ParseError &error) {
+        return wrong(plainProblem(error));
+    }
+
+    const CLI::App *node = deepestNamed(app);
+    const auto found = byNode.find(node);
+    if (found != byNode.end())
+        line.command = found->second;
+    else if (node != &app)
+        line.group = QString::fromStdString(node->get_name());
+    if (line.wish != CommandLine::Wish::Run)
+        return line;
+
+    if (!line.group.isNull())
+        return wrong(u"'%1' needs one of its commands"_qs.arg(line.group));
+    if (!collect(app, line.request) || (node != &app && !collect(*node, line.request)))
+        return wrong(u"an argument is not UTF-8 text"_qs);
+    if (line.command) {
+        const QString problem
+            = countProblem(line.command->info(), line.request.arguments.size());
+        if (!problem.isNull()) {
+            line.wish = CommandLine::Wish::Wrong;
+            line.problem = problem;
+        }
+    }
+    return line;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "cli/Registry.h"
+
+#include <QString>
+
+namespace varnel::cli {
+
+/// What a command line asks for.
+struct CommandLine {
+    enum class Wish { Run, Help, Version, Wrong };
+    Wish wish = Wish::Run;
+    const Command *command = nullptr; ///< null: none was named
+    QString group; ///< help was asked for the commands beneath this word; else null
+    Request request;
+    QString problem; ///< what is wrong, one line
+};
+
+/// Sorts out the arguments after the program's name. Options stand before or after the command;
+/// what follows "--" is an argument, whatever it begins with.
+[[nodiscard]] CommandLine parseCommandLine(int argc, const char *const *argv,
+                                           const Commands &commands);
+
+} // namespace varnel::cli

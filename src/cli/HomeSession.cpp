@@ -1,0 +1,97 @@
+#include "cli/HomeSession.h"
+
+#include "platform/linux/LinuxHome.h"
+#include "plist/PropertyList.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+#include <optional>
+
+namespace varnel::cli {
+
+namespace {
+
+const QString homeOption = QStringLiteral("home");
+const QString newHomeOption = QStringLiteral("new-home");
+
+Result<HomeFolder> folderNamedBy(const Request &request)
+{
+    if (!request.has(homeOption))
+        return ownHome();
+    const QString directory = request.value(homeOption);
+    if (directory.isEmpty())
+        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
+    return namedHome(directory);
+}
+
+std::optional<Error> whyUnreadable(const FileStore &store, const QString &path)
+{
+    Result<QByteArray> bytes = store.read(path);
+    if (!bytes)
+        return bytes.error().code == ErrorCode::NotFound ? std::nullopt
+                                                         : std::optional(bytes.error());
+    const Result<plist::PropertyList> list = plist::PropertyList::open(std::move(bytes).value());
+    if (list)
+        return std::nullopt;
+    return Error {ErrorCode::Unloadable, path + u": " + list.error().text};
+}
+
+} // namespace
+
+Result<HomeFolder> chosenHome(const Request &request)
+{
+    const Result<HomeFolder> home = folderNamedBy(request);
+    if (!home)
+        return home;
+    const QString library = home.value().path + u"/Library";
+    const bool mayLackLibrary = home.value().own || request.has(newHomeOption);
+    if (!mayLackLibrary && !QFileInfo(library).isDir())
+        return Error {ErrorCode::NotFound,
+                      home.value().path
+                          + u": no folder Library in it, so it is taken for no home folder"
+                            u" (--new-home makes one of it)"};
+    return home;
+}
+
+StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &request)
+{
+    return home.own || request.has(newHomeOption) ? StandardFolders::Missing::Make
+                                                  : StandardFolders::Missing::NeedLibrary;
+}
+
+HomeSession::HomeSession(const HomeFolder &home)
+    : store(home), finderInfo(home), files(store), settings(home, files, finderInfo)
+{
+}
+
+QList<SettingReport> HomeSession::reports(const QList<const SettingRow *> &rows) const
+{
+    const PreferenceFiles::ReadPass pass(files);
+    QList<SettingReport> reports;
+    for (const SettingRow *row : rows)
+        reports.append({row, settings.read(*row)});
+    return reports;
+}
+
+QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) const
+{
+    // A file in which one key was found is readable; only the others need a second look.
+    QSet<QString> readable;
+    for (const SettingReport &report : reports)
+        if (report.reading.found)
+            readable.insert(report.row->file);
+    QList<Error> errors;
+    QSet<QString> seen;
+    for (const SettingReport &report : reports) {
+        const QString &file = report.row->file;
+        if (file.isNull() || readable.contains(file) || seen.contains(file))
+            continue;
+        seen.insert(file);
+        if (const auto error = whyUnreadable(store, home().preferencesDirectory() + file))
+            errors.append(*error);
+    }
+    return errors;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "cli/SettingReport.h"
+#include "platform/StandardFolders.h"
+#include "platform/linux/LinuxFileStore.h"
+#include "platform/linux/LinuxFinderInfo.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/SettingAccess.h"
+
+#include <QList>
+
+namespace varnel::cli {
+
+/// The home that a command line names with --home, else one's own. NotFound for a named folder that
+/// has no Library folder, unless --new-home was given. Makes nothing.
+[[nodiscard]] Result<HomeFolder> chosenHome(const Request &request);
+
+/// Which of the home's standard folders a command that writes may make.
+[[nodiscard]] StandardFolders::Missing foldersToMake(const HomeFolder &home,
+                                                     const Request &request);
+
+/// The core, joined to the host for one home folder.
+class HomeSession {
+public:
+    explicit HomeSession(const HomeFolder &home);
+
+    [[nodiscard]] const HomeFolder &home() const { return settings.home(); }
+    [[nodiscard]] LinuxFileStore &fileStore() { return store; }
+    [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
+    [[nodiscard]] SettingAccess &access() { return settings; }
+
+    /// What the home holds for each of the settings; every file is loaded once.
+    [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
+
+    /// Why files of these settings could not be read as preferences, one error for each such file.
+    /// Their settings read as if they were not stored.
+    [[nodiscard]] QList<Error> unreadableFiles(const QList<SettingReport> &reports) const;
+
+private:
+    LinuxFileStore store;
+    LinuxFinderInfo finderInfo;
+    PreferenceFiles files;
+    SettingAccess settings;
+};
+
+} // namespace varnel::cli

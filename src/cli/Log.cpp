@@ -1,0 +1,38 @@
+#include "cli/Log.h"
+
+#include "cli/Console.h"
+
+#include <QLoggingCategory>
+
+namespace varnel::cli {
+
+namespace {
+
+int silences = 0;
+
+void logLine(QtMsgType, const QMessageLogContext &context, const QString &text)
+{
+    if (silences == 0)
+        Console::note(QString::fromUtf8(context.category) + u": " + text);
+}
+
+} // namespace
+
+void prepareLogging(bool verbose)
+{
+    qInstallMessageHandler(logLine);
+    if (!verbose)
+        QLoggingCategory::setFilterRules(u"*=false"_qs);
+}
+
+LogSilence::LogSilence()
+{
+    ++silences;
+}
+
+LogSilence::~LogSilence()
+{
+    --silences;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace varnel::cli {
+
+/// Log lines go to standard error, with their category, when they are asked for; else nowhere.
+void prepareLogging(bool verbose);
+
+/// Keeps the log silent while one lives: for work that is only tried out.
+class LogSilence {
+public:
+    LogSilence();
+    ~LogSilence();
+    LogSilence(const LogSilence &) = delete;
+    LogSilence &operator=(const LogSilence &) = delete;
+};
+
+} // namespace varnel::cli

@@ -1,0 +1,33 @@
+#include "cli/Registry.h"
+
+#include "cli/GetCommand.h"
+#include "cli/ListCommand.h"
+#include "cli/SearchCommand.h"
+#include "cli/SetCommand.h"
+#include "cli/ShowCommand.h"
+
+namespace varnel::cli {
+
+Commands makeCommands()
+{
+    Commands commands;
+    commands.push_back(std::make_unique<ListCommand>());
+    commands.push_back(std::make_unique<ShowCommand>());
+    commands.push_back(std::make_unique<GetCommand>());
+    commands.push_back(std::make_unique<SetCommand>());
+    commands.push_back(std::make_unique<SearchCommand>());
+    return commands;
+}
+
+const QList<OptionInfo> &commonOptions()
+{
+    static const QList<OptionInfo> options {
+        {u"home"_qs, u"DIR"_qs, u"work on the home folder DIR instead of one's own"_qs},
+        {u"new-home"_qs, {}, u"make the standard folders of a DIR that has no Library yet"_qs},
+        {u"json"_qs, {}, u"print one JSON object instead of text"_qs},
+        {u"verbose"_qs, {}, u"show the log on standard error"_qs},
+    };
+    return options;
+}
+
+} // namespace varnel::cli

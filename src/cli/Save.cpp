@@ -1,0 +1,122 @@
+#include "cli/Save.h"
+
+#include "backup/BackupWriter.h"
+#include "cli/Log.h"
+#include "platform/linux/LinuxCommandRunner.h"
+#include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxStandardFolders.h"
+#include "settings/Catalogue.h"
+#include "settings/Rehearsal.h"
+#include "shell/Tools.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+#include <algorithm>
+
+namespace varnel::cli {
+
+namespace {
+
+/// One value for each setting, in the order of the last mention.
+QList<WantedValue> lastOfEach(const QList<WantedValue> &wanted)
+{
+    QList<WantedValue> last;
+    for (const WantedValue &each : wanted) {
+        last.removeIf([&](const WantedValue &earlier) { return earlier.row == each.row; });
+        last.append(each);
+    }
+    return last;
+}
+
+/// The old values of the settings that need a write, by number.
+using OldValues = QHash<int, SettingValue>;
+
+Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue> &wanted)
+{
+    // Trying a write out would log as the write itself does.
+    const LogSilence silence;
+    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    OldValues old;
+    for (const WantedValue &each : lastOfEach(wanted)) {
+        const Result<bool> change = rehearsal.wouldChange(*each.row, each.value);
+        if (!change && change.error().code != ErrorCode::Unloadable)
+            return change.error();
+        if (!change || change.value())
+            old.insert(each.row->id, session.access().read(*each.row).value);
+    }
+    return old;
+}
+
+/// The name of this run's backup file. The backup folder is tried before the folder above it, and
+/// again after: so it is there for the first save of a first run.
+QString backupFileOfRun(const HomeFolder &home)
+{
+    LinuxFolderMaker folders;
+    LinuxCommandRunner runner;
+    const Tools tools(home, folders, runner);
+    static_cast<void>(tools.pathForBackupFolder());
+    static_cast<void>(tools.pathForSupportFolder());
+    static_cast<void>(tools.pathForBackupFolder());
+    return tools.createBackupFile();
+}
+
+bool written(const QList<SaveFailure> &failures, int settingId)
+{
+    return std::none_of(failures.begin(), failures.end(), [&](const SaveFailure &failure) {
+        return failure.step == SaveFailure::Step::Write && failure.record.locationId == settingId;
+    });
+}
+
+SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
+{
+    const QString backupFile = backupFileOfRun(session.home());
+    BackupWriter writer(backupFile);
+    QList<ChangeRecord> changes;
+    QList<ChangeRecord> backups;
+    SaveReport report;
+    PendingChanges pending(changes, backups, report.restart, session.access(), writer);
+    for (const WantedValue &each : wanted) {
+        const int id = each.row->id;
+        if (!old.contains(id))
+            continue;
+        pending.addDataToBackupDataList(id, old[id].number, old[id].text);
+        pending.addDataToChangeDataList(id, each.value.number, each.value.text);
+    }
+    const QList<ChangeRecord> asked = changes;
+    report.failures = pending.saveChanges();
+    for (const ChangeRecord &record : asked)
+        if (written(report.failures, record.locationId))
+            report.changes.append({findSetting(record.locationId), old[record.locationId],
+                                   {record.actionId, record.extraData}});
+    if (QFileInfo::exists(backupFile))
+        report.backupFile = backupFile;
+    report.filesWithoutLock = session.fileStore().changedWithoutLock();
+    return report;
+}
+
+} // namespace
+
+ExitStatus SaveReport::status() const
+{
+    if (failures.isEmpty() && filesWithoutLock.isEmpty())
+        return ExitStatus::Done;
+    const bool leftAlone = std::any_of(failures.begin(), failures.end(), [](const auto &failure) {
+        return failure.error.code == ErrorCode::Unloadable;
+    });
+    return changes.isEmpty() && !leftAlone ? ExitStatus::Failed : ExitStatus::Partly;
+}
+
+Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &wanted,
+                                StandardFolders::Missing folders)
+{
+    LinuxStandardFolders standardFolders;
+    if (const Result<void> made = standardFolders.ensure(session.home(), folders); !made)
+        return made.error();
+    const Result<OldValues> old = settingsToWrite(session, wanted);
+    if (!old)
+        return old.error();
+    return old.value().isEmpty() ? SaveReport() : save(session, wanted, old.value());
+}
+
+} // namespace varnel::cli

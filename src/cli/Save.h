@@ -1,0 +1,48 @@
+#pragma once
+
+#include "cli/ExitStatus.h"
+#include "cli/HomeSession.h"
+#include "settings/PendingChanges.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace varnel::cli {
+
+/// A setting and the value that it shall have.
+struct WantedValue {
+    const SettingRow *row = nullptr;
+    SettingValue value;
+};
+
+/// A setting that a save has written.
+struct SavedChange {
+    const SettingRow *row = nullptr;
+    SettingValue oldValue;
+    SettingValue newValue;
+};
+
+/// What came of one save.
+struct SaveReport {
+    QString backupFile; ///< null when there is none
+    QList<SavedChange> changes;
+    QList<SaveFailure> failures;
+    QStringList filesWithoutLock; ///< changed while another run was changing them
+    RestartFlags restart;
+
+    /// Failed only when nothing was written and no file was met that can't be loaded.
+    [[nodiscard]] ExitStatus status() const;
+};
+
+/// One save, as the window would make it: the old values into a backup file of this run, then the
+/// new ones. Of several values for one setting the last counts. What would leave a file as it is
+/// is not written and gets no row; when that is all, no backup file is made.
+///
+/// An error means that nothing was changed: the home's folders can't be made, or a file can't be
+/// read at all. A file that is no property list is left alone and told among the failures.
+[[nodiscard]] Result<SaveReport> saveSettings(HomeSession &session,
+                                              const QList<WantedValue> &wanted,
+                                              StandardFolders::Missing folders);
+
+} // namespace varnel::cli

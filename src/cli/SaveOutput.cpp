@@ -1,0 +1,92 @@
+#include "cli/SaveOutput.h"
+
+#include "cli/RestartNames.h"
+#include "cli/SettingReport.h"
+#include "cli/TextWidth.h"
+#include "cli/ValueText.h"
+#include "settings/Catalogue.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+QString nameOf(const SaveFailure &failure)
+{
+    return findSetting(failure.record.locationId)->name;
+}
+
+QString message(const SaveFailure &failure)
+{
+    const bool backup = failure.step == SaveFailure::Step::Backup;
+    return nameOf(failure) + (backup ? u": the old value is not in the backup file: " : u": not written: ")
+        + failure.error.text;
+}
+
+QJsonObject changeObject(const SavedChange &change)
+{
+    return {{u"id"_qs, change.row->id},
+            {u"old"_qs, exchangedJson(*change.row, change.oldValue)},
+            {u"new"_qs, exchangedJson(*change.row, change.newValue)},
+            {u"action"_qs, actionString(*change.row, change.newValue)}};
+}
+
+QJsonObject failureObject(const SaveFailure &failure)
+{
+    const bool backup = failure.step == SaveFailure::Step::Backup;
+    return {{u"id"_qs, failure.record.locationId},
+            {u"step"_qs, backup ? u"backup"_qs : u"write"_qs},
+            {u"message"_qs, failure.error.text}};
+}
+
+} // namespace
+
+QJsonObject saveObject(const SaveReport &report)
+{
+    QJsonArray changed;
+    for (const SavedChange &change : report.changes)
+        changed.append(changeObject(change));
+    QJsonObject object {
+        {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
+        {u"changed"_qs, changed},
+        {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))}};
+    QJsonArray failures;
+    for (const SaveFailure &failure : report.failures)
+        failures.append(failureObject(failure));
+    if (!failures.isEmpty())
+        object.insert(u"failures"_qs, failures);
+    return object;
+}
+
+QString saveText(const SaveReport &report, const Style &style)
+{
+    if (report.changes.isEmpty())
+        return report.failures.isEmpty() ? u"Nothing to change.\n"_qs : QString();
+    Table table;
+    table.addHeading(u"Changed"_qs);
+    for (const SavedChange &change : report.changes)
+        table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
+                      {change.row->name},
+                      {labelText(*change.row, change.newValue), Table::Look::Strong},
+                      {u"was: " + labelText(*change.row, change.oldValue), Table::Look::Quiet}});
+    QString text = table.text(style);
+    if (!report.backupFile.isNull())
+        text += u"\nOld values: " + printable(report.backupFile) + u'\n';
+    if (report.restart)
+        text += u"To be restarted: " + restartNames(report.restart).join(u", ") + u'\n';
+    return text;
+}
+
+QStringList saveMessages(const SaveReport &report)
+{
+    QStringList messages;
+    for (const SaveFailure &failure : report.failures)
+        messages.append(message(failure));
+    for (const QString &file : report.filesWithoutLock)
+        messages.append(file + u": changed while another run was changing it; what that run wrote"
+                               u" may be lost");
+    return messages;
+}
+
+} // namespace varnel::cli

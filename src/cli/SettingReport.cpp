@@ -1,0 +1,188 @@
+#include "cli/SettingReport.h"
+
+#include "cli/RestartNames.h"
+#include "cli/ValueText.h"
+#include "settings/Catalogue.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace varnel::cli {
+
+namespace {
+
+constexpr int schemaVersion = 1;
+
+QString kindName(ValueKind kind)
+{
+    switch (kind) {
+    case ValueKind::Choice:
+        return u"choice"_qs;
+    case ValueKind::Number:
+        return u"number"_qs;
+    case ValueKind::String:
+        break;
+    }
+    return u"string"_qs;
+}
+
+QJsonValue writtenJson(const StoredValue &stored)
+{
+    struct ToJson {
+        QJsonValue operator()(std::monostate) const { return QJsonValue::Null; }
+        QJsonValue operator()(bool value) const { return value; }
+        QJsonValue operator()(int value) const { return value; }
+        QJsonValue operator()(const QString &value) const { return value; }
+    };
+    return std::visit(ToJson {}, stored);
+}
+
+/// What a choice puts into the file: one value, or, where two keys get different ones, each under
+/// its key. Null removes.
+QJsonValue choiceJson(const SettingRow &row, const Choice &choice)
+{
+    const bool *first = std::get_if<bool>(&choice.writes);
+    if (row.mechanism == Mechanism::LibraryPlaylist && first)
+        return QJsonObject {{row.keys[0], *first}, {row.keys[1], !*first}};
+    return writtenJson(choice.writes);
+}
+
+QJsonArray choicesJson(const SettingRow &row)
+{
+    QJsonArray choices;
+    for (int index = 0; index < row.choices.size(); ++index) {
+        const Choice &choice = row.choices[index];
+        choices.append(QJsonObject {{u"index"_qs, index},
+                                    {u"label"_qs, choice.label},
+                                    {u"writes"_qs, choiceJson(row, choice)}});
+    }
+    return choices;
+}
+
+QJsonValue textOrNull(const QString &text)
+{
+    return text.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
+}
+
+/// The preference file's name; null for the setting that is no preference.
+QString fileName(const SettingRow &row)
+{
+    return row.file.startsWith(u'/') ? row.file.mid(1) : row.file;
+}
+
+QString restartName(const SettingRow &row)
+{
+    return row.restarts ? restartNames(*row.restarts).value(0) : QString();
+}
+
+QString searchText(const SettingRow &row)
+{
+    return row.searchable && !row.keywords.isEmpty() ? row.keywords.last() : QString();
+}
+
+bool isDefault(const SettingReport &report)
+{
+    return report.reading.value == defaultValue(*report.row);
+}
+
+void addField(Table &table, const QString &name, const QString &value)
+{
+    if (!value.isEmpty())
+        table.addRow({{name, Table::Look::Quiet}, {value}});
+}
+
+/// The value, and its words where they say more.
+QString valueInWords(const SettingReport &report)
+{
+    const QString exchanged = exchangedText(*report.row, report.reading.value);
+    const QString label = labelText(*report.row, report.reading.value);
+    return exchanged == label ? label : QString(exchanged + u"  " + label);
+}
+
+void addChoices(Table &table, const SettingReport &report)
+{
+    const QList<Choice> &choices = report.row->choices;
+    for (int index = 0; index < choices.size(); ++index) {
+        const bool current = index == report.reading.value.number;
+        table.addRow({{index == 0 ? u"choices"_qs : QString(), Table::Look::Quiet},
+                      {QString::number(index) + u"  " + choices[index].label,
+                       current ? Table::Look::Strong : Table::Look::Plain}});
+    }
+}
+
+} // namespace
+
+QJsonValue exchangedJson(const SettingRow &row, const SettingValue &value)
+{
+    return row.kind == ValueKind::String ? QJsonValue(value.text) : QJsonValue(value.number);
+}
+
+QJsonObject settingObject(const SettingReport &report)
+{
+    const SettingRow &row = *report.row;
+    const SettingValue &value = report.reading.value;
+    return {
+        {u"id"_qs, row.id},
+        {u"name"_qs, row.name},
+        {u"class"_qs, row.viewClass},
+        {u"module"_qs, moduleRow(row.module).moduleClass},
+        {u"location"_qs, locationString(row)},
+        {u"shortLocation"_qs, shortLocationString(row)},
+        {u"file"_qs, textOrNull(fileName(row))},
+        {u"keys"_qs, QJsonArray::fromStringList(row.keys)},
+        {u"type"_qs, row.type},
+        {u"kind"_qs, kindName(row.kind)},
+        {u"choices"_qs, choicesJson(row)},
+        {u"keywords"_qs, QJsonArray::fromStringList(row.keywords)},
+        {u"searchText"_qs, textOrNull(searchText(row))},
+        {u"restarts"_qs, textOrNull(restartName(row))},
+        {u"value"_qs, exchangedJson(row, value)},
+        {u"label"_qs, labelText(row, value)},
+        {u"action"_qs, actionString(row, value)},
+        {u"found"_qs, report.reading.found},
+    };
+}
+
+QByteArray jsonDocument(QJsonObject object)
+{
+    object.insert(u"schemaVersion"_qs, schemaVersion);
+    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+}
+
+QByteArray settingsDocument(const QString &name, const QList<SettingReport> &reports)
+{
+    QJsonArray settings;
+    for (const SettingReport &report : reports)
+        settings.append(settingObject(report));
+    return jsonDocument({{name, settings}});
+}
+
+QList<Table::Cell> settingCells(const SettingReport &report)
+{
+    return {{QString::number(report.row->id), Table::Look::Quiet},
+            {report.row->name},
+            {labelText(*report.row, report.reading.value),
+             isDefault(report) ? Table::Look::Quiet : Table::Look::Strong}};
+}
+
+QString settingSheet(const SettingReport &report, const Style &style)
+{
+    const SettingRow &row = *report.row;
+    Table table;
+    table.addHeading(row.name);
+    addField(table, u"number"_qs, QString::number(row.id));
+    addField(table, u"setting"_qs, row.label);
+    addField(table, u"what it does"_qs, row.help);
+    addField(table, u"group"_qs, shortLocationString(row));
+    addField(table, u"file"_qs, fileName(row));
+    addField(table, u"keys"_qs, row.keys.join(u", "));
+    addField(table, u"type written"_qs, row.type);
+    addField(table, u"restarts"_qs, restartName(row));
+    addField(table, u"value"_qs, valueInWords(report));
+    addField(table, u"in words"_qs, actionString(row, report.reading.value));
+    addField(table, u"stored"_qs, report.reading.found ? u"yes"_qs : u"no"_qs);
+    addChoices(table, report);
+    return table.text(style);
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "cli/OneSettingCommand.h"
+
+namespace varnel::cli {
+
+class ShowCommand : public OneSettingCommand {
+public:
+    [[nodiscard]] CommandInfo info() const override;
+
+protected:
+    [[nodiscard]] QString text(const SettingReport &report, const Console &console) const override;
+};
+
+} // namespace varnel::cli

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Result.h"
+#include "settings/SettingAccess.h"
+
+#include <QString>
+
+namespace varnel::cli {
+
+/// The value that a text names for a setting, or Invalid with a text for the user.
+///
+/// Choices: a label (any letter case, blanks at its end not needed), an index, "-1" or "default".
+/// Numbers: a whole number in the control's range, "-1" or "default". The bar's items: four digits
+/// 0 or 1 with ";" between, "-1" or "default". Texts: any text; only "-1" is the default.
+[[nodiscard]] Result<SettingValue> parseValue(const SettingRow &row, const QString &typed);
+
+/// The value as it is exchanged: an index, a number, a text.
+[[nodiscard]] QString exchangedText(const SettingRow &row, const SettingValue &value);
+
+/// The value in words: the choice's label, "48 pixels", names, "use default value".
+[[nodiscard]] QString labelText(const SettingRow &row, const SettingValue &value);
+
+/// The value that stands for the default.
+[[nodiscard]] SettingValue defaultValue(const SettingRow &row);
+
+} // namespace varnel::cli

@@ -1,0 +1,258 @@
+#include "platform/linux/LinuxSessionLoginItems.h"
+
+#include "base/Logging.h"
+#include "platform/FileStore.h"
+#include "platform/FolderMaker.h"
+#include "platform/linux/HomeEntries.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+using Answer = Result<std::optional<QByteArray>>;
+
+KeptEntry keptForm(const HomeFolder &home, const AutostartItem &item)
+{
+    KeptEntry entry;
+    entry.fileName = item.fileName;
+    entry.ofUser = item.ofUser;
+    entry.bytes = item.bytes;
+    if (item.ofUser) {
+        entry.link = linkText(home, item.file);
+        entry.mode = modeOf(home, item.file);
+    }
+    return entry;
+}
+
+} // namespace
+
+LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders,
+                                               const QString &supportFolder, FileStore &store,
+                                               FolderMaker &maker, const FileReader &hostFiles)
+    : home(std::move(home)), folders(std::move(folders)),
+      orderFile(supportFolder + u"LoginItemsOrder.txt"),
+      kept(supportFolder + u"RemovedLoginItems/", store), store(store), maker(maker),
+      hostFiles(hostFiles)
+{
+}
+
+QString LinuxSessionLoginItems::userFile(const QString &fileName) const
+{
+    return folders.user + u'/' + fileName;
+}
+
+QList<AutostartItem> LinuxSessionLoginItems::items() const
+{
+    QList<AutostartItem> list = readAutostartList(folders, store, hostFiles);
+    const QStringList inserted = order();
+    if (inserted.isEmpty())
+        return list;
+    QHash<QString, qsizetype> places;
+    for (qsizetype place = 0; place < inserted.size(); ++place)
+        places.insert(inserted[place], place + 1);
+    std::stable_sort(list.begin(), list.end(), [&](const AutostartItem &a, const AutostartItem &b) {
+        return places.value(a.fileName) < places.value(b.fileName);
+    });
+    return list;
+}
+
+Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
+{
+    QList<SessionLoginItem> list;
+    for (const AutostartItem &item : items()) {
+        const QString name =
+            item.entry.name.isEmpty() ? QFileInfo(item.path).fileName() : item.entry.name;
+        list.append({name, item.path, item.entry.icon});
+    }
+    return list;
+}
+
+Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
+{
+    QStringList moved;
+    for (const AutostartItem &item : items()) {
+        if (item.path == path)
+            moved.append(item.fileName);
+    }
+    if (!moved.isEmpty())
+        return changeOrder(moved, true);
+
+    makeUserFolder();
+    QStringList restored;
+    for (const KeptEntry &entry : kept.entriesOf(path)) {
+        if (!canTake(entry))
+            continue;
+        if (Result<void> put = putBack(entry); !put)
+            return put;
+        restored.append(entry.fileName);
+    }
+    if (restored.isEmpty())
+        return insertNew(path);
+    Result<void> ordered = changeOrder(restored, true);
+    if (!ordered)
+        return ordered;
+    // What is back in the list needs no keeping; a leftover does no harm.
+    (void)removeEntry(home, kept.fileOf(path));
+    return {};
+}
+
+/// A place is free for a kept entry when nothing stands there, or only what hides the system's.
+bool LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
+{
+    const Result<QByteArray> now = store.read(userFile(entry.fileName));
+    const bool isFree = !now && now.error().code == ErrorCode::NotFound
+        && linkText(home, userFile(entry.fileName)).isNull();
+    const bool hides = now && now.value() == hidingAutostartEntry();
+    return entry.ofUser ? isFree || hides : hides;
+}
+
+Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
+{
+    const QString file = userFile(entry.fileName);
+    if (!entry.ofUser)
+        return removeEntry(home, file);
+    if (!entry.link.isNull()) {
+        if (Result<void> removed = removeEntry(home, file); !removed)
+            return removed;
+        return makeLink(home, file, entry.link);
+    }
+    if (Result<void> written = writeFile(file, entry.bytes); !written)
+        return written;
+    return setMode(home, file, entry.mode);
+}
+
+Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
+{
+    const QString name = freeName(path);
+    QByteArray bytes = newAutostartEntry(path);
+    if (path.endsWith(u".desktop")) {
+        const Result<QByteArray> installed = hostFiles.read(path);
+        // A copy under another name, or of an entry that is not installed, must say where it comes
+        // from.
+        const bool speaksForItself = name == QFileInfo(path).fileName()
+            && folders.applications.contains(QFileInfo(path).path());
+        if (installed && parseAutostartEntry(installed.value()))
+            bytes = speaksForItself ? installed.value() : withOwnPath(installed.value(), path);
+    }
+    if (Result<void> written = writeFile(userFile(name), bytes); !written)
+        return written;
+    return changeOrder({name}, true);
+}
+
+/// A file name that neither the user's nor a system's folder has: taking a system's would hide that
+/// entry.
+QString LinuxSessionLoginItems::freeName(const QString &path) const
+{
+    QString base = QFileInfo(path).fileName();
+    for (const QStringView ending : {u".desktop", u".app"}) {
+        if (base.endsWith(ending))
+            base.chop(ending.size());
+    }
+    const auto isTaken = [&](const QString &name) {
+        const auto standsIn = [&](const QString &folder) {
+            const QFileInfo file(folder + u'/' + name);
+            return file.exists() || file.isSymLink();
+        };
+        return standsIn(folders.user)
+            || std::any_of(folders.system.begin(), folders.system.end(), standsIn);
+    };
+    QString name = base + u".desktop";
+    for (int number = 2; isTaken(name); ++number)
+        name = base + u'-' + QString::number(number) + u".desktop";
+    return name;
+}
+
+Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
+{
+    QList<AutostartItem> matching = items();
+    matching.removeIf([&](const AutostartItem &item) { return item.path != path; });
+    if (matching.isEmpty())
+        return {};
+    QList<KeptEntry> entries;
+    QStringList names;
+    for (const AutostartItem &item : std::as_const(matching)) {
+        entries.append(keptForm(home, item));
+        names.append(item.fileName);
+    }
+    makeFolders(kept.folder());
+    if (Result<void> keeping = kept.keep(path, entries); !keeping)
+        return keeping;
+    varnelLog(lcIo, path + u": kept in " + kept.fileOf(path));
+
+    makeUserFolder();
+    for (const AutostartItem &item : std::as_const(matching)) {
+        if (Result<void> taken = takeOut(item); !taken)
+            return Error {taken.error().code,
+                          taken.error().text + u" (the entry is kept in " + kept.fileOf(path)
+                              + u')'};
+    }
+    return changeOrder(names, false);
+}
+
+Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
+{
+    const QString file = userFile(item.fileName);
+    if (item.ofUser && (item.isLink || !item.overSystem)) {
+        if (Result<void> removed = removeEntry(home, file); !removed)
+            return removed;
+    }
+    if (item.ofUser && !item.overSystem)
+        return {};
+    return writeFile(file, hidingAutostartEntry());
+}
+
+Result<void> LinuxSessionLoginItems::writeFile(const QString &file, const QByteArray &bytes)
+{
+    return store.update(
+        file, [&](const std::optional<QByteArray> &) -> Answer { return std::optional(bytes); });
+}
+
+void LinuxSessionLoginItems::makeUserFolder()
+{
+    makeFolders(folders.user);
+}
+
+/// Failures show when a file is to be written there.
+void LinuxSessionLoginItems::makeFolders(const QString &folder)
+{
+    const QString start = home.path + u'/';
+    if (!folder.startsWith(start)) {
+        QDir().mkpath(folder);
+        return;
+    }
+    for (qsizetype slash = start.size(); slash > 0;) {
+        slash = folder.indexOf(u'/', slash + 1);
+        (void)maker.makeFolder(home, slash < 0 ? folder : folder.left(slash));
+    }
+}
+
+QStringList LinuxSessionLoginItems::order() const
+{
+    const Result<QByteArray> bytes = store.read(orderFile);
+    return bytes ? QString::fromUtf8(bytes.value()).split(u'\n', Qt::SkipEmptyParts)
+                 : QStringList();
+}
+
+Result<void> LinuxSessionLoginItems::changeOrder(const QStringList &fileNames, bool append)
+{
+    makeFolders(QFileInfo(orderFile).path());
+    return store.update(orderFile, [&](const std::optional<QByteArray> &old) -> Answer {
+        QStringList names =
+            QString::fromUtf8(old.value_or(QByteArray())).split(u'\n', Qt::SkipEmptyParts);
+        names.removeIf([&](const QString &name) { return fileNames.contains(name); });
+        if (append)
+            names += fileNames;
+        if (names.isEmpty() && !old)
+            return std::optional<QByteArray>();
+        return std::optional(names.isEmpty() ? QByteArray() : names.join(u'\n').toUtf8() + '\n');
+    });
+}
+
+} // namespace varnel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+#include "platform/linux/AutostartList.h"
+#include "platform/linux/KeptLoginItems.h"
+#include "platform/SessionLoginItems.h"
+
+#include <QStringList>
+
+namespace varnel {
+
+class FileReader;
+class FileStore;
+class FolderMaker;
+
+/// The XDG autostart list as a list with an order: by file name, then what was inserted, in the
+/// order of insertion (which a file of the program's own remembers).
+///
+/// Inserting writes an entry into the user's folder; a desktop entry is copied, for anything else
+/// one is made. Removing keeps the entry first, then deletes it, or, where a system-wide one of its
+/// name would come to light, leaves an entry that hides it. Inserting the same application again
+/// puts back what was kept, byte for byte.
+class LinuxSessionLoginItems : public SessionLoginItems {
+public:
+    /// supportFolder ends in a slash. Everything outlives this object.
+    LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders, const QString &supportFolder,
+                           FileStore &store, FolderMaker &maker, const FileReader &hostFiles);
+
+    Result<QList<SessionLoginItem>> snapshot() const override;
+    Result<void> insertAtEnd(const QString &path) override;
+    Result<void> removeEvery(const QString &path) override;
+
+private:
+    [[nodiscard]] QList<AutostartItem> items() const;
+    [[nodiscard]] QString userFile(const QString &fileName) const;
+    [[nodiscard]] QString freeName(const QString &path) const;
+    [[nodiscard]] bool canTake(const KeptEntry &entry) const;
+
+    Result<void> putBack(const KeptEntry &entry);
+    Result<void> insertNew(const QString &path);
+    Result<void> takeOut(const AutostartItem &item);
+    Result<void> writeFile(const QString &file, const QByteArray &bytes);
+    void makeUserFolder();
+    void makeFolders(const QString &folder);
+
+    [[nodiscard]] QStringList order() const;
+    Result<void> changeOrder(const QStringList &fileNames, bool append);
+
+    HomeFolder home;
+    AutostartFolders folders;
+    QString orderFile;
+    KeptLoginItems kept;
+    FileStore &store;
+    FolderMaker &maker;
+    const FileReader &hostFiles;
+};
+
+} // namespace varnel

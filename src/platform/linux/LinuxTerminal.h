@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArrayView>
+
+namespace varnel {
+
+/// The process's standard streams, as a terminal program needs them.
+namespace LinuxTerminal {
+
+/// Keeps a reader that goes away from ending the process in the middle of a save, and keeps the
+/// three standard numbers from being given to the files that the program opens: one that is closed
+/// becomes a stream on which every write fails.
+void prepareStreams();
+
+[[nodiscard]] bool isTerminal(int descriptor);
+
+/// Columns of the terminal; 0 when the descriptor is none, or it doesn't say.
+[[nodiscard]] int columns(int descriptor);
+
+/// All the bytes, or why not. NotFound: the reader has gone.
+[[nodiscard]] Result<void> writeAll(int descriptor, QByteArrayView bytes);
+
+} // namespace LinuxTerminal
+
+} // namespace varnel

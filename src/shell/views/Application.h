@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/linux/LinuxCommandRunner.h"
+#include "platform/linux/LinuxFileStore.h"
+#include "platform/linux/LinuxFinderInfo.h"
+#include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/TerminationSignals.h"
+#include "settings/PreferenceFiles.h"
+#include "shell/views/MainWindow.h"
+#include "shell/views/StartOptions.h"
+#include "shell/views/Varnel.h"
+#include "shell/views/VarnelAppDelegate.h"
+#include "ui/QtDialogs.h"
+
+namespace varnel {
+
+/// The desktop program on one home folder: puts the host's services, the pages and the window
+/// together.
+class Application {
+public:
+    /// The application object exists already.
+    explicit Application(const HomeFolder &home);
+
+    [[nodiscard]] MainWindow &window() { return mainWindow; }
+
+private:
+    LinuxFileStore store;
+    PreferenceFiles files;
+    LinuxFinderInfo finderInfo;
+    LinuxFolderMaker folders;
+    LinuxCommandRunner runner;
+    QtDialogs dialogs;
+    VarnelAppDelegate delegate;
+    MainWindow mainWindow;
+    Varnel controller;
+    TerminationSignals terminationSignals;
+};
+
+/// The whole of varnel, from the command line to the exit status: 0, 2 for a command line that is
+/// not understood, 3 for a home folder that can't be worked on.
+int runApplication(int argc, char **argv);
+
+} // namespace varnel

@@ -1,0 +1,109 @@
+#include "shell/views/MainWindow.h"
+
+#include "ui/Icons.h"
+#include "ui/Theme.h"
+#include "ui_MainWindow.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+
+namespace varnel {
+
+namespace {
+
+void inkOnBand(QWidget *text)
+{
+    QPalette palette = text->palette();
+    palette.setColor(QPalette::WindowText, Theme::bandInk(palette));
+    text->setPalette(palette);
+}
+
+} // namespace
+
+MainWindow::MainWindow(const HomeFolder &home) : ui(std::make_unique<Ui::MainWindow>())
+{
+    ui->setupUi(this);
+    setWindowIcon(Icons::icon(QStringLiteral("varnel")));
+    dressBand(home);
+    dressTabs();
+    makeMenu();
+    setMinimumSize(Theme::WindowMinimumWidth, Theme::WindowMinimumHeight);
+    resize(Theme::WindowWidth, Theme::WindowHeight);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::dressBand(const HomeFolder &home)
+{
+    ui->bandIcon->setPixmap(
+        windowIcon().pixmap(QSize(Theme::BandIconSize, Theme::BandIconSize), devicePixelRatioF()));
+    Theme::setTextRole(ui->bandName, Theme::TextRole::BandName);
+    for (QWidget *small :
+         {static_cast<QWidget *>(ui->bandSubtitle), static_cast<QWidget *>(ui->editedHome)})
+        small->setFont(Theme::font(Theme::TextRole::Help, font()));
+    for (QWidget *text :
+         {static_cast<QWidget *>(ui->bandName), static_cast<QWidget *>(ui->bandSubtitle),
+          static_cast<QWidget *>(ui->editedHome)})
+        inkOnBand(text);
+    if (!home.own)
+        ui->editedHome->setText(tr("Editing ") + home.path);
+}
+
+void MainWindow::dressTabs()
+{
+    const QStringList icons {QStringLiteral("Welcome"), QStringLiteral("SystemInformation"),
+                             QStringLiteral("LoginItems"), QStringLiteral("HiddenSettings"),
+                             QStringLiteral("RestoreBackup")};
+    for (int i = 0; i < ui->tabView->count(); ++i)
+        ui->tabView->setTabIcon(i, Icons::icon(icons.value(i)));
+}
+
+void MainWindow::makeMenu()
+{
+    auto *menu = new QMenu(this);
+    for (int i = 0; i < ui->tabView->count(); ++i) {
+        QAction *page =
+            menu->addAction(ui->tabView->tabText(i), QKeySequence(Qt::CTRL | (Qt::Key_1 + i)));
+        connect(page, &QAction::triggered, this, [this, i] { ui->tabView->setCurrentIndex(i); });
+        addAction(page);
+    }
+    menu->addSeparator();
+    QAction *quit = menu->addAction(tr("Quit Varnel"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setObjectName(QStringLiteral("quitAction"));
+    connect(quit, &QAction::triggered, this, &MainWindow::quitRequested);
+    addAction(quit); // the keys work while the menu is closed, too
+    ui->menuButton->setMenu(menu);
+}
+
+TabView *MainWindow::tabView() const
+{
+    return ui->tabView;
+}
+
+PageContainer *MainWindow::container(PageId page) const
+{
+    switch (page) {
+    case PageId::Welcome:
+        return ui->welcomeView;
+    case PageId::SysInfo:
+        return ui->sysInfoView;
+    case PageId::LoginItems:
+        return ui->loginItemsView;
+    case PageId::RestoreBackup:
+        return ui->restoreBackupView;
+    case PageId::Quillet:
+        return ui->quilletView;
+    }
+    return nullptr;
+}
+
+void MainWindow::raiseToUser()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+} // namespace varnel

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+namespace Ui {
+class MainWindow;
+}
+
+namespace varnel {
+
+class PageContainer;
+class TabView;
+
+/// The five pages in the order in which they are built.
+enum class PageId { Welcome, SysInfo, LoginItems, RestoreBackup, Quillet };
+
+/// The one window: the band, the tabs, an empty container in each.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// Names the home on the band when it is not one's own.
+    explicit MainWindow(const HomeFolder &home);
+    ~MainWindow() override;
+
+    [[nodiscard]] TabView *tabView() const;
+    /// Null for none.
+    [[nodiscard]] PageContainer *container(PageId page) const;
+
+    /// To the front, also from a minimised state.
+    void raiseToUser();
+
+signals:
+    /// The application menu's quit command.
+    void quitRequested();
+
+private:
+    void dressBand(const HomeFolder &home);
+    void dressTabs();
+    void makeMenu();
+
+    std::unique_ptr<Ui::MainWindow> ui;
+};
+
+} // namespace varnel

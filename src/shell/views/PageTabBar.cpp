@@ -1,0 +1,102 @@
+#include "shell/views/PageTabBar.h"
+
+#include "ui/Theme.h"
+
+#include <QHoverEvent>
+#include <QPainter>
+
+namespace varnel {
+
+namespace {
+
+constexpr int barHeight = 44;
+constexpr int markHeight = 3;
+
+} // namespace
+
+PageTabBar::PageTabBar(QWidget *parent) : QTabBar(parent)
+{
+    setDrawBase(false);
+    setExpanding(false);
+    setUsesScrollButtons(false);
+    setElideMode(Qt::ElideNone);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);
+    setIconSize({Theme::TabIconSize, Theme::TabIconSize});
+}
+
+QFont PageTabBar::fontOf(int index) const
+{
+    return index == currentIndex() ? Theme::font(Theme::TextRole::RowTitle, font()) : font();
+}
+
+QSize PageTabBar::tabSizeHint(int index) const
+{
+    // By the chosen tab's heavier letters, so that nothing moves when another is chosen.
+    const QFontMetrics metrics(Theme::font(Theme::TextRole::RowTitle, font()));
+    const int word = metrics.horizontalAdvance(tabText(index));
+    return {Theme::Gap + Theme::TabIconSize + Theme::GapSmall + word + Theme::Gap, barHeight};
+}
+
+void PageTabBar::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    for (int index = 0; index < count(); ++index)
+        drawTab(painter, index);
+}
+
+void PageTabBar::drawTab(QPainter &painter, int index) const
+{
+    const QRect tab = tabRect(index);
+    const bool chosen = index == currentIndex();
+    const QColor accent = Theme::accent(palette());
+    const QRect plate =
+        tab.adjusted(Theme::GapTiny, Theme::GapTiny, -Theme::GapTiny, -Theme::GapTiny - markHeight);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (index == hovered && !chosen) {
+        QColor veil = palette().color(QPalette::WindowText);
+        veil.setAlphaF(0.06F);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(veil);
+        painter.drawRoundedRect(plate, Theme::FloatingRadius, Theme::FloatingRadius);
+    }
+    if (chosen && hasFocus()) {
+        painter.setPen(QPen(accent, 1.5));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(plate).adjusted(1, 1, -1, -1), Theme::FloatingRadius,
+                                Theme::FloatingRadius);
+    }
+    const int left = tab.left() + Theme::Gap;
+    const QRect icon(left, tab.top() + (tab.height() - markHeight - Theme::TabIconSize) / 2,
+                     Theme::TabIconSize, Theme::TabIconSize);
+    tabIcon(index).paint(&painter, icon);
+    painter.setFont(fontOf(index));
+    painter.setPen(chosen ? accent : palette().color(QPalette::WindowText));
+    const QRect word(icon.right() + 1 + Theme::GapSmall, tab.top(),
+                     tab.right() - icon.right() - Theme::GapSmall, tab.height() - markHeight);
+    painter.drawText(word, int(Qt::AlignVCenter) | Qt::TextSingleLine, tabText(index));
+    if (chosen) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(accent);
+        painter.drawRoundedRect(QRectF(tab.left() + Theme::GapSmall, tab.bottom() + 1 - markHeight,
+                                       tab.width() - 2 * Theme::GapSmall, markHeight),
+                                markHeight / 2.0, markHeight / 2.0);
+    }
+}
+
+bool PageTabBar::event(QEvent *event)
+{
+    if (event->type() == QEvent::HoverMove || event->type() == QEvent::HoverEnter
+        || event->type() == QEvent::HoverLeave) {
+        const int now = event->type() == QEvent::HoverLeave
+            ? -1
+            : tabAt(static_cast<QHoverEvent *>(event)->position().toPoint());
+        if (now != hovered) {
+            hovered = now;
+            update();
+        }
+    }
+    return QTabBar::event(event);
+}
+
+} // namespace varnel

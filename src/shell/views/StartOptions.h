@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace varnel {
+
+/// What the command line asks of the desktop program.
+struct StartOptions {
+    std::optional<QString> home; ///< as typed
+    bool newHome = false; ///< make the standard folders of that home
+    QString answer; ///< a text to print in place of opening the window
+    QString mistake; ///< what is wrong with the command line
+};
+
+/// The arguments begin with the program's name. Needs no application object.
+[[nodiscard]] StartOptions parseStartOptions(const QStringList &arguments);
+
+} // namespace varnel

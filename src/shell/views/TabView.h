@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QTabWidget>
+
+namespace varnel {
+
+/// The five pages, one visible at a time. All of them have the same size at all times, the hidden
+/// ones as well.
+class TabView : public QTabWidget {
+    Q_OBJECT
+
+public:
+    explicit TabView(QWidget *parent = nullptr);
+
+protected:
+    void tabInserted(int index) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void alignPages();
+    void placeTabBar();
+};
+
+} // namespace varnel

@@ -1,0 +1,137 @@
+#include "shell/views/Varnel.h"
+
+#include "base/Logging.h"
+#include "shell/Tools.h"
+#include "shell/views/PageContainer.h"
+#include "shell/views/TabView.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+constexpr int hiddenSettingsTab = 3;
+
+} // namespace
+
+Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<PageRow> rows)
+    : context(pageContext), window(mainWindow), pages(std::move(rows))
+{
+    const Tools tools(context.home, context.folders, context.runner);
+    context.shared.setBackupFileName(tools.createBackupFile());
+}
+
+void Varnel::awakeFromNib()
+{
+    connect(window.tabView(), &QTabWidget::currentChanged, this,
+            &Varnel::tabViewShouldSelectTabViewItem);
+    for (const PageRow &row : std::as_const(pages))
+        build(row);
+    window.tabView()->setCurrentIndex(0);
+}
+
+void Varnel::build(const PageRow &row)
+{
+    if (row.make)
+        getters[row.page] = row.make(context, *this);
+    if (context.interfaceLoads(row.interfaceName))
+        show(row.page);
+    else
+        varnelLog(lcShell, row.loadFailure);
+}
+
+void Varnel::show(PageId page)
+{
+    removeSubview(page);
+    const PageContainer *frame = window.container(row(page).frameFrom);
+    const QSize size = frame != nullptr ? frame->size() : QSize(0, 0);
+    PageContainer *container = window.container(page);
+    const PageGetter getter = getters.value(page);
+    QWidget *view = getter ? getter() : nullptr;
+    if (container != nullptr && view != nullptr)
+        container->addSubview(view, size);
+}
+
+void Varnel::removeSubview(PageId page)
+{
+    PageContainer *container = window.container(page);
+    if (container == nullptr || container->subviews().isEmpty())
+        return;
+    container->subviews().first()->setParent(nullptr);
+    container->update();
+}
+
+const PageRow &Varnel::row(PageId page) const
+{
+    return *std::find_if(pages.begin(), pages.end(),
+                         [page](const PageRow &candidate) { return candidate.page == page; });
+}
+
+bool Varnel::tabViewShouldSelectTabViewItem(int index)
+{
+    const QString label = window.tabView()->tabText(index);
+    const auto &reload = row(PageId::RestoreBackup).reload;
+    if (reload && label.compare(u"Restore Backup", Qt::CaseInsensitive) == 0)
+        reload(context.shared);
+    varnelLog(lcShell, label);
+    return true;
+}
+
+void Varnel::showWelcomeTabView()
+{
+    window.tabView()->setCurrentIndex(hiddenSettingsTab);
+}
+
+void Varnel::showWelcomeView()
+{
+    show(PageId::Welcome);
+}
+
+void Varnel::showSysInfoView()
+{
+    show(PageId::SysInfo);
+}
+
+void Varnel::showLoginItemsView()
+{
+    show(PageId::LoginItems);
+}
+
+void Varnel::showRestoreBackupView()
+{
+    show(PageId::RestoreBackup);
+}
+
+void Varnel::showQuilletView()
+{
+    show(PageId::Quillet);
+}
+
+void Varnel::removeWelcomeSubview()
+{
+    removeSubview(PageId::Welcome);
+}
+
+void Varnel::removeSysInfoSubview()
+{
+    removeSubview(PageId::SysInfo);
+}
+
+void Varnel::removeLoginItemsSubview()
+{
+    removeSubview(PageId::LoginItems);
+}
+
+void Varnel::removeRestoreBackupSubview()
+{
+    removeSubview(PageId::RestoreBackup);
+}
+
+void Varnel::removeQuilletSubview()
+{
+    removeSubview(PageId::Quillet);
+}
+
+} // namespace varnel

@@ -1,0 +1,37 @@
+#include "ui/ElidedLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace varnel {
+
+QString ElidedLabel::fitting() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {0, fontMetrics().height()};
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    // One more than the text, lest rounding elides what fits.
+    return {fontMetrics().horizontalAdvance(text()) + 1, fontMetrics().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    style()->drawItemText(&painter, contentsRect(), int(alignment()) | Qt::TextSingleLine,
+                          palette(), isEnabled(), fitting(), foregroundRole());
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent *event)
+{
+    QLabel::resizeEvent(event);
+    setToolTip(fitting() == text() ? QString() : text());
+}
+
+} // namespace varnel

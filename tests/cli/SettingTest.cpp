@@ -1,0 +1,255 @@
+#include "cli/Varnelctl.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <gtest/gtest.h>
+
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+const char *const dock = "com.apple.dock.plist";
+
+class SettingTest : public Test {
+protected:
+    [[nodiscard]] QString backup(int number = 1) const
+    {
+        return home.path() + u"/Library/Application Support/Varnel/Backup/quillet"
+            + QString::number(number) + u".sqlite";
+    }
+    /// The rows of a backup file as the database's own tool prints them.
+    [[nodiscard]] QByteArray rows(int number = 1) const
+    {
+        return runProgram(u"sqlite3"_qs, {backup(number), u"SELECT * FROM users"_qs},
+                          varnelctl.environment)
+            .out;
+    }
+    [[nodiscard]] Outcome set(const QStringList &values) const
+    {
+        return varnelctl.run(QStringList {u"set"_qs} + values);
+    }
+    [[nodiscard]] QByteArray get(const QString &setting) const
+    {
+        return varnelctl.run({u"get"_qs, setting}).out;
+    }
+    [[nodiscard]] QString dockFile() const { return home.preference(QString::fromUtf8(dock)); }
+
+    TemporaryHome home;
+    Varnelctl varnelctl {home};
+};
+
+TEST_F(SettingTest, aFirstSaveInAFreshHomeKeepsTheOldValueAndWritesTheNewOne)
+{
+    const Outcome outcome = set({u"minimize-effect=Scale effect"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(get(u"1008"_qs), "1\tScale effect\n");
+    EXPECT_EQ(rows(), "1008|2||\n");
+
+    const QJsonObject json = outcome.json();
+    EXPECT_EQ(json.keys(), (QStringList {u"backup"_qs, u"changed"_qs, u"restart"_qs,
+                                         u"schemaVersion"_qs}));
+    EXPECT_EQ(json.value(u"backup"_qs).toString(), backup());
+    EXPECT_EQ(json.value(u"restart"_qs).toArray(), QJsonArray({u"Dock"_qs}));
+    const QJsonArray changed = json.value(u"changed"_qs).toArray();
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0].toObject(),
+              (QJsonObject {{u"id"_qs, 1008},
+                            {u"old"_qs, 2},
+                            {u"new"_qs, 1},
+                            {u"action"_qs, u"Use scale effect when minimizing appliction"_qs}}));
+}
+
+TEST_F(SettingTest, backupRowsStandInTheOrderGivenAndEveryRunHasItsOwnFile)
+{
+    installSamples(home, u"binary"_qs);
+    EXPECT_EQ(set({u"1300=when scrolling"_qs, u"1004=64"_qs, u"1200=0;0;0;1"_qs}).status, 0);
+    EXPECT_EQ(rows(), "1300|2||\n1004|48||\n1200|0|1;1;0;0|\n");
+    EXPECT_EQ(set({u"1004=72"_qs}).status, 0);
+    EXPECT_EQ(rows(2), "1004|64||\n");
+}
+
+TEST_F(SettingTest, ofSeveralValuesForOneSettingTheLastCountsAndTheFirstPlaceOfItsRow)
+{
+    installSamples(home, u"binary"_qs);
+    const Outcome outcome = set({u"1004=64"_qs, u"1008=1"_qs, u"dock-size=32"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(get(u"1004"_qs), "32\t32 pixels\n");
+    EXPECT_EQ(rows(), "1004|48||\n1008|0||\n");
+    const QJsonArray changed = outcome.json().value(u"changed"_qs).toArray();
+    ASSERT_EQ(changed.size(), 2);
+    EXPECT_EQ(changed[0].toObject().value(u"id"_qs).toInt(), 1008);
+    EXPECT_EQ(changed[1].toObject().value(u"new"_qs).toInt(), 32);
+}
+
+TEST_F(SettingTest, whatWouldLeaveTheFileAsItIsGetsNoRow)
+{
+    installSamples(home, u"xml"_qs);
+    const Outcome outcome
+        = set({u"1008=genie effect"_qs, u"1004=64"_qs, u"1003=96"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.json().value(u"changed"_qs).toArray().size(), 1);
+    EXPECT_EQ(rows(), "1004|48||\n");
+}
+
+TEST_F(SettingTest, whenNothingChangesNothingIsMade)
+{
+    installSamples(home, u"xml"_qs);
+    const auto before = snapshot(home.path());
+    const Outcome text = set({u"1008=0"_qs, u"1005=bottom"_qs, u"1300=2"_qs});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_FALSE(text.out.isEmpty()) << "says so";
+    const Outcome json = set({u"1008=0"_qs, u"1601=-1"_qs, u"1204=no"_qs, u"--json"_qs});
+    EXPECT_EQ(json.status, 0);
+    EXPECT_TRUE(json.json().value(u"backup"_qs).isNull());
+    EXPECT_TRUE(json.json().value(u"changed"_qs).toArray().isEmpty());
+    EXPECT_TRUE(json.json().value(u"restart"_qs).toArray().isEmpty());
+    EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(SettingTest, twoSettingsOfOneKeyAreWrittenOneAfterTheOther)
+{
+    EXPECT_EQ(set({u"1603=disable"_qs}).status, 0);
+    EXPECT_EQ(set({u"1600=yes"_qs, u"1603=disable"_qs}).status, 0);
+    EXPECT_EQ(get(u"1603"_qs), "1\tdisable\n") << "the last to be written wins";
+    EXPECT_EQ(set({u"1603=disable"_qs, u"1600=yes"_qs}).status, 0);
+    EXPECT_EQ(get(u"1603"_qs), "0\tenable\n");
+}
+
+TEST_F(SettingTest, valuesAreTakenAsIndexNumberLabelOrDefault)
+{
+    const QList<QStringList> good {
+        {u"1008=1"_qs, u"1\tScale effect\n"_qs},
+        {u"1008=GENIE effect"_qs, u"0\tGenie effect\n"_qs},
+        {u"1008=-1"_qs, u"2\tuse default value\n"_qs},
+        {u"1008=0"_qs, u"0\tGenie effect\n"_qs},
+        {u"1008=default"_qs, u"2\tuse default value\n"_qs},
+        {u"1007=minimize windows into their application icon"_qs,
+         u"0\tminimize windows into their application icon \n"_qs},
+        {u"1007=create a new icon for each minimized window "_qs,
+         u"1\tcreate a new icon for each minimized window \n"_qs},
+        {u"1205=yes"_qs, u"0\tyes\n"_qs},
+        {u"1205=-1"_qs, u"1\tno (default)\n"_qs},
+        {u"1004=16"_qs, u"16\t16 pixels\n"_qs},
+        {u"1004=128"_qs, u"128\t128 pixels\n"_qs},
+        {u"1004=-1"_qs, u"-1\tuse default value\n"_qs},
+        {u"1203=0"_qs, u"0\t0 items\n"_qs},
+        {u"1203=Default"_qs, u"-1\tuse default value\n"_qs},
+        {u"1400=default"_qs, u"default\n"_qs},
+        {u"1400="_qs, u"\n"_qs},
+        {u"1400= a=b '' "_qs, u" a=b '' \n"_qs},
+        {u"1302=shown"_qs, u"1\tshown\n"_qs},
+        {u"1302=-1"_qs, u"0\thidden\n"_qs},
+    };
+    installSample(home, u"binary"_qs, u"com.apple.Safari.plist"_qs);
+    for (const QStringList &pair : good) {
+        const Outcome outcome = set({pair[0]});
+        EXPECT_TRUE(outcome.status == 0 || outcome.status == 4)
+            << pair[0].toStdString() << outcome.err.toStdString();
+        EXPECT_EQ(get(pair[0].left(4)), pair[1].toUtf8()) << pair[0].toStdString();
+    }
+}
+
+TEST_F(SettingTest, aValueOutOfItsKindEndsWithTwoAndNothingAtAllIsWritten)
+{
+    installSamples(home, u"binary"_qs);
+    const auto before = snapshot(home.path());
+    for (const char16_t *bad :
+         {u"1008=3", u"1008=-2", u"1008=", u"1008=genie", u"1008= 1", u"1008=+1", u"1008=1.0",
+          u"1008=99999999999999999999", u"1004=15", u"1004=129", u"1004=48px", u"1004=4 8",
+          u"1004=\u0664\u0668", u"1004=", u"1203=1000", u"1200=1;0;0", u"1200=1;0;0;2", u"1200=",
+          u"1200=1;0;0;1;0", u"1200=yes", u"1301=Enabled", u"1004", u"=1", u"nosuch=1"}) {
+        const Outcome outcome = set({u"1009=yes"_qs, QString::fromUtf16(bad), u"1010=0"_qs});
+        EXPECT_EQ(outcome.status, 2) << QString::fromUtf16(bad).toStdString();
+        EXPECT_TRUE(outcome.out.isEmpty());
+        EXPECT_FALSE(outcome.err.isEmpty());
+    }
+    EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(SettingTest, aFileThatCannotBeLoadedStaysByteForByteAndTheStatusIsFour)
+{
+    const QByteArray broken = "bplist00 is not one";
+    writeFile(dockFile(), broken);
+    const Outcome outcome = set({u"1004=64"_qs, u"1101=yes"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_TRUE(outcome.err.contains(dockFile().toUtf8())) << outcome.err.toStdString();
+    EXPECT_EQ(fileBytes(dockFile()), broken);
+    EXPECT_EQ(get(u"1101"_qs), "0\tyes\n") << "the rest is done";
+    EXPECT_EQ(rows(), "1004|-1||\n1101|2||\n");
+    EXPECT_EQ(outcome.json().value(u"changed"_qs).toArray().size(), 1);
+    EXPECT_EQ(outcome.json().value(u"restart"_qs).toArray(),
+              QJsonArray({u"Dock"_qs, u"Finder"_qs}));
+    ASSERT_EQ(outcome.json().value(u"failures"_qs).toArray().size(), 1);
+
+    EXPECT_EQ(set({u"1004=-1"_qs}).status, 4) << "a removal is no better";
+    EXPECT_EQ(fileBytes(dockFile()), broken);
+}
+
+TEST_F(SettingTest, anOldTextWithAnApostropheHasNoRowButTheSaveGoesOn)
+{
+    EXPECT_EQ(set({u"1400=Anna's"_qs}).status, 0);
+    const Outcome outcome = set({u"1400=shot"_qs});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_TRUE(outcome.err.contains("screenshot-prefix")) << outcome.err.toStdString();
+    EXPECT_EQ(get(u"1400"_qs), "shot\n");
+    EXPECT_EQ(rows(2), "");
+}
+
+TEST_F(SettingTest, foldersOfANamedHomeAreMadeOnlyWithinItsLibraryUnlessItIsNew)
+{
+    TemporaryHome other;
+    QDir(other.path() + u"/Library/Preferences").removeRecursively();
+    QDir(other.path() + u"/Library/Application Support").removeRecursively();
+    EXPECT_EQ(set({u"1004=64"_qs, u"--home"_qs, other.path()}).status, 0);
+    EXPECT_TRUE(QFileInfo::exists(other.preference(QString::fromUtf8(dock))));
+    EXPECT_FALSE(QFileInfo::exists(dockFile())) << "one's own home is left alone";
+
+    TemporaryHome fresh;
+    QDir(fresh.path() + u"/Library").removeRecursively();
+    EXPECT_EQ(set({u"1004=64"_qs, u"--home"_qs, fresh.path()}).status, 3);
+    EXPECT_FALSE(QFileInfo::exists(fresh.path() + u"/Library"));
+    EXPECT_EQ(set({u"1004=64"_qs, u"--home"_qs, fresh.path(), u"--new-home"_qs}).status, 0);
+    EXPECT_TRUE(QFileInfo::exists(fresh.preference(QString::fromUtf8(dock))));
+}
+
+TEST_F(SettingTest, onesOwnHomeGetsItsStandardFolders)
+{
+    QDir(home.path() + u"/Library").removeRecursively();
+    EXPECT_EQ(set({u"1004=64"_qs}).status, 0);
+    EXPECT_EQ(get(u"1004"_qs), "64\t64 pixels\n");
+    EXPECT_EQ(rows(), "1004|-1||\n");
+}
+
+TEST_F(SettingTest, aFolderInTheFilesPlaceIsRefusedBeforeAnythingIsWritten)
+{
+    QDir().mkpath(dockFile());
+    const auto before = snapshot(home.path());
+    const Outcome outcome = set({u"1101=yes"_qs, u"1004=64"_qs});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(outcome.err.contains(dockFile().toUtf8())) << outcome.err.toStdString();
+    EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(SettingTest, settingsThatNeverCreateAFileChangeNothingWhereThereIsNone)
+{
+    const Outcome outcome = set({u"1204=yes"_qs, u"1200=1;0;0;0"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.json().value(u"backup"_qs).isNull());
+    EXPECT_FALSE(QFileInfo::exists(home.preference(u"com.apple.Safari.plist"_qs)));
+}
+
+TEST_F(SettingTest, theLogTellsTheSaveStepByStepWhenAskedFor)
+{
+    EXPECT_TRUE(set({u"1004=64"_qs}).err.isEmpty());
+    const Outcome verbose = set({u"1004=65"_qs, u"--verbose"_qs});
+    const qsizetype name = verbose.err.indexOf("varnel.shell: Backup File Name: " + backup(2).toUtf8());
+    const qsizetype row = verbose.err.indexOf("addDataToBackupFile (Quillet): ");
+    EXPECT_GE(name, 0) << verbose.err.toStdString();
+    EXPECT_GT(row, name);
+}
+
+} // namespace

@@ -1,0 +1,105 @@
+#include "cli/Varnelctl.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace varnel::test {
+
+QJsonObject Outcome::json() const
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(out, &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << out.toStdString();
+    return document.object();
+}
+
+Varnelctl::Varnelctl(const TemporaryHome &home)
+{
+    environment.insert(QStringLiteral("PATH"), qEnvironmentVariable("PATH"));
+    environment.insert(QStringLiteral("HOME"), home.path());
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
+    environment.insert(QStringLiteral("varnelctl"), QStringLiteral(VARNELCTL));
+    // Leak checks need what a test's container may not give.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), qEnvironmentVariable("ASAN_OPTIONS"));
+}
+
+Outcome Varnelctl::run(const QStringList &arguments) const
+{
+    return runProgram(QStringLiteral(VARNELCTL), arguments, environment);
+}
+
+Outcome Varnelctl::shell(const QString &line) const
+{
+    return runProgram(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), line}, environment);
+}
+
+Outcome runProgram(const QString &program, const QStringList &arguments,
+                   const QProcessEnvironment &environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments, QIODevice::ReadOnly);
+    EXPECT_TRUE(process.waitForFinished(60000)) << qPrintable(program);
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << qPrintable(program);
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+void installSample(const TemporaryHome &home, const QString &format, const QString &name)
+{
+    const QString sample
+        = QStringLiteral(TEST_DATA) + u"/preferences/" + format + u'/' + name;
+    writeFile(home.preference(name), fileBytes(sample));
+}
+
+void installSamples(const TemporaryHome &home, const QString &format)
+{
+    for (const char16_t *name : {u".GlobalPreferences.plist", u"com.apple.dock.plist",
+                                 u"com.apple.finder.plist", u"com.apple.Safari.plist"})
+        installSample(home, format, QString::fromUtf16(name));
+}
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return file.readAll();
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QMap<QString, QString> snapshot(const QString &folder)
+{
+    QMap<QString, QString> found;
+    QDirIterator walk(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        struct stat status { };
+        EXPECT_EQ(::lstat(QFile::encodeName(path).constData(), &status), 0) << qPrintable(path);
+        const QByteArray bytes = S_ISREG(status.st_mode) ? fileBytes(path) : QByteArray();
+        found.insert(path.mid(folder.size()),
+                     QStringLiteral("inode %1 mode %2 changed %3.%4 bytes ")
+                             .arg(status.st_ino)
+                             .arg(status.st_mode, 0, 8)
+                             .arg(status.st_mtim.tv_sec)
+                             .arg(status.st_mtim.tv_nsec)
+                         + QString::fromLatin1(bytes.toHex()));
+    }
+    return found;
+}
+
+} // namespace varnel::test

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "support/TemporaryHome.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+namespace varnel::test {
+
+/// What a run of a program left behind.
+struct Outcome {
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+
+    [[nodiscard]] QJsonObject json() const;
+};
+
+/// The real terminal program, run with HOME set to a home of the test's own, in a fixed locale and
+/// time zone.
+class Varnelctl {
+public:
+    explicit Varnelctl(const TemporaryHome &home);
+
+    QProcessEnvironment environment;
+
+    [[nodiscard]] Outcome run(const QStringList &arguments) const;
+    /// The same from a line for the shell, in which "$varnelctl" names the program.
+    [[nodiscard]] Outcome shell(const QString &line) const;
+};
+
+/// Runs any program to its end.
+[[nodiscard]] Outcome runProgram(const QString &program, const QStringList &arguments,
+                                 const QProcessEnvironment &environment);
+
+/// Puts a sample preference file ("binary" or "xml") into the home.
+void installSample(const TemporaryHome &home, const QString &format, const QString &name);
+/// All of them.
+void installSamples(const TemporaryHome &home, const QString &format);
+
+[[nodiscard]] QByteArray fileBytes(const QString &path);
+void writeFile(const QString &path, const QByteArray &bytes);
+
+/// Every path beneath a folder with its size, time, inode and, for files, bytes.
+[[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
+
+} // namespace varnel::test

@@ -1,0 +1,149 @@
+# What ./run, ./test, .ci/run and ./check-all share: packages, configuring, building, testing.
+# To be sourced by bash; the sourcing script sets `me` to the name it speaks under.
+# Everything said goes to standard error: standard output belongs to the programs and to ctest.
+
+me=${me:-build}
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+say() { printf '%s: %s\n' "$me" "$*" >&2; }
+
+die() {
+    say "$*"
+    exit 1
+}
+
+# packages_for PURPOSE...: the names, one a line.
+packages_for() {
+    local package purpose _
+    while IFS=$'\t' read -r package purpose _; do
+        [[ $package != \#* && " $* " == *" $purpose "* ]] && printf '%s\n' "$package"
+    done <"$project/packaging/packages.tsv"
+    return 0
+}
+
+# missing_packages PURPOSE...: those of them that this system does not have.
+missing_packages() {
+    local wanted package status
+    local -A installed=()
+    mapfile -t wanted < <(packages_for "$@")
+    while read -r package status; do
+        [[ $status == installed ]] && installed[$package]=1
+    done < <(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null)
+    for package in "${wanted[@]}"; do
+        [[ ${installed[$package]-} ]] || printf '%s\n' "$package"
+    done
+}
+
+# need_packages PURPOSE...: installs what is missing; asks the system nothing when nothing is.
+need_packages() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        say "this is no Debian: going on with what is here (packaging/packages.tsv lists what is needed)"
+        return 0
+    fi
+    local missing as_root=()
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]} == 0)) && return 0
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null ||
+            die "please install, as root: apt-get install --no-install-recommends ${missing[*]}"
+        as_root=(sudo)
+    fi
+    mkdir -p "$project/build"
+    local log=$project/build/apt.log
+    say "installing with apt (log: build/apt.log): ${missing[*]}"
+    apt_get() {
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y \
+            -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" </dev/null
+    }
+    # One stale or unreachable source need not matter: the installation tells whether it does.
+    apt_get update >"$log" 2>&1 || say "some package lists could not be refreshed; going on"
+    if ! apt_get install --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
+        tail -n 20 "$log" >&2
+        die "apt could not install them; the lines above say why (all of it: build/apt.log)"
+    fi
+}
+
+# configure PRESET [tests]: only when the build folder is not configured, or lacks the wanted tests.
+# Who builds the programs alone has no packages for the tests, so they are left out at first.
+configure() {
+    local preset=$1 tests=OFF options=() log=$project/build/$1-configure.log
+    [[ ${2-} == tests ]] && tests=ON
+    local folder=$project/build/$preset cache=$project/build/$preset/CMakeCache.txt
+    if [[ -f $cache ]]; then
+        if stale "$cache"; then
+            options+=(--fresh)
+        elif [[ -f $folder/build.ninja ]]; then
+            [[ $tests == OFF ]] && return 0
+            grep -q '^VARNEL_BUILD_TESTS:BOOL=ON$' "$cache" && return 0
+        fi
+    fi
+    # Used where it is found, never asked for by ./run and ./test.
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+    fi
+    say "configuring build/$preset"
+    mkdir -p "$project/build"
+    options+=("-DVARNEL_BUILD_TESTS=$tests")
+    if ! (cd "$project" && cmake --preset "$preset" "${options[@]}") >"$log" 2>&1; then
+        cat "$log" >&2
+        die "configuring failed; the lines above say why"
+    fi
+}
+
+# stale CACHE: the project was moved or copied since, or the compiler cache it names is gone.
+stale() {
+    grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$1" || return 0
+    grep -q '^CMAKE_CXX_COMPILER_LAUNCHER:.*=ccache$' "$1" && ! command -v ccache >/dev/null
+}
+
+# build PRESET [TARGET...]: says that it builds, and shows progress, only when something changed.
+build() {
+    local preset=$1 targets=() loud=
+    shift
+    (($#)) && targets=(--target "$@")
+    local folder=$project/build/$preset name=${*:-all}
+    local stamp="$folder/.built-${name// /-}" all="$folder/.built-all"
+    if changed_since "$stamp" && changed_since "$all"; then
+        say "building ${*:-everything} (build/$preset)"
+        loud=1
+    fi
+    # Two at once in one build folder would tread on each other.
+    (
+        flock 9
+        if [[ $loud ]]; then
+            cmake --build "$folder" "${targets[@]}" 9>&-
+        else
+            cmake --build "$folder" "${targets[@]}" -- --quiet 9>&- | sed '/^ninja: no work to do\.$/d'
+        fi
+    ) >&2 9>"$project/build/.lock" || die "the build failed; the lines above say why"
+    touch "$stamp"
+}
+
+# A guess for what to say; whether anything is built is the build program's own decision.
+changed_since() {
+    local part parts=()
+    for part in CMakeLists.txt CMakePresets.json cmake src interface resources tools tests packaging fuzz bench; do
+        [[ -e $project/$part ]] && parts+=("$project/$part")
+    done
+    [[ ! -f $1 || $(find "${parts[@]}" -newer "$1" -print -quit) ]]
+}
+
+# make_locale PRESET: a locale with a decimal comma, inside the build folder, for the tests.
+make_locale() {
+    local folder=$project/build/$1/locale
+    [[ -d $folder/de_DE.UTF-8 ]] && return 0
+    mkdir -p "$folder"
+    localedef -i de_DE -f UTF-8 "$folder/de_DE.UTF-8" 2>/dev/null ||
+        say "the comma-decimal locale could not be made; the tests that need it will say so"
+}
+
+# run_tests PRESET [CTEST-ARGUMENT...]: builds everything, then ctest, without any display.
+run_tests() {
+    local preset=$1
+    shift
+    configure "$preset" tests
+    build "$preset"
+    make_locale "$preset"
+    env -u DISPLAY -u WAYLAND_DISPLAY \
+        ctest --test-dir "$project/build/$preset" --output-on-failure --parallel "$(nproc)" "$@"
+}
