@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/views/Modules.h"
+#include "settings/views/QuilletChangesInfoWindow.h"
 #include "settings/views/QuilletView.h"
 #include "settings/views/SettingsColumn.h"
 #include "shell/SharedObject.h"
@@ -134,7 +135,16 @@ void Quillet::readData()
     }
 }
 
-void Quillet::viewChanges() { }
+void Quillet::viewChanges()
+{
+    if (!page)
+        return;
+    if (!quilletChangesInfoWindow)
+        quilletChangesInfoWindow =
+            new QuilletChangesInfoWindow(*this, context.shared.quilletCommands(), page.get());
+    context.dialogs.showSheet(quilletChangesInfoWindow);
+    quilletChangesInfoWindow->readChangesData();
+}
 
 void Quillet::writeData(int settingId, int value, const QString &extra)
 {

@@ -12,6 +12,7 @@
 
 namespace varnel {
 
+class QuilletChangesInfoWindow;
 class QuilletView;
 
 /// The controller of the hidden settings: builds the nine modules and their pages, keeps the
@@ -44,6 +45,9 @@ public:
     void readData();
     /// The list of what is pending, as a sheet.
     void viewChanges();
+
+    /// Shows the settings that the search field's text finds, in place of the page.
+    void doSearch();
 
     /// Writes one value through its setting; an unknown number does nothing.
     void writeData(int settingId, int value, const QString &extra);
@@ -94,6 +98,7 @@ private:
     ViewContext viewContext;
     std::vector<std::shared_ptr<SettingModule>> moduleList;
     WidgetOwner<QuilletView> page;
+    QuilletChangesInfoWindow *quilletChangesInfoWindow = nullptr; ///< the page's child
 };
 
 } // namespace varnel

@@ -11,8 +11,13 @@
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
 
-#include <QEvent>
+#include <QAction>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QShortcut>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -67,6 +72,7 @@ void QuilletView::awakeFromNib()
     setButtonsEnabled(false);
     dressControls();
     connectControls();
+    connectSearch();
 }
 
 void QuilletView::dressControls()
@@ -93,6 +99,71 @@ void QuilletView::connectControls()
     connect(ui->viewButton, &QAbstractButton::clicked, this, [this] { parentView->viewChanges(); });
 }
 
+void QuilletView::connectSearch()
+{
+    emptyLabel = new QLabel(ui->mainScrollView->viewport());
+    emptyLabel->setObjectName(QStringLiteral("emptyLabel"));
+    emptyLabel->setAlignment(Qt::AlignCenter);
+    emptyLabel->setWordWrap(true);
+    emptyLabel->setTextFormat(Qt::PlainText);
+    emptyLabel->hide();
+    Theme::setTextRole(emptyLabel, Theme::TextRole::Help);
+    auto *overlay = new QVBoxLayout(ui->mainScrollView->viewport());
+    overlay->addWidget(emptyLabel);
+
+    connect(ui->searchField, &QLineEdit::textChanged, this, [this] {
+        if (parentView && !leavingSearch)
+            parentView->doSearch();
+    });
+    ui->searchField->installEventFilter(this);
+    // The field's own button is a second way to leave the search.
+    if (auto *clear =
+            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction")))
+        connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
+    auto *find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, this, [this] {
+        ui->searchField->setFocus(Qt::ShortcutFocusReason);
+        ui->searchField->selectAll();
+    });
+}
+
+bool QuilletView::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool escape = event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
+    if (watched != ui->searchField || !escape || !parentView)
+        return QWidget::eventFilter(watched, event);
+    endSearch();
+    return true;
+}
+
+void QuilletView::endSearch()
+{
+    outlineViewSelectionDidChange();
+}
+
+void QuilletView::clearSearchText()
+{
+    // The field's own button listens to the same signal, so it can't just be blocked.
+    const QScopedValueRollback leaving(leavingSearch, true);
+    ui->searchField->clear();
+    emptyLabel->hide();
+}
+
+QString QuilletView::searchText() const
+{
+    return ui->searchField->text();
+}
+
+void QuilletView::showSearchOutcome(bool nothingFound)
+{
+    emptyLabel->setText(searchText().isEmpty()
+                            ? QStringLiteral("Type a word to find settings, or press Escape to go "
+                                             "back to the group")
+                            : QStringLiteral("No setting is found by “%1”").arg(searchText()));
+    emptyLabel->setVisible(nothingFound);
+}
+
 void QuilletView::setParentView(Quillet *controller)
 {
     parentView = controller;
@@ -109,6 +180,7 @@ void QuilletView::outlineViewSelectionDidChange()
     const QModelIndexList selected = ui->menuOutlineVew->selectionModel()->selectedIndexes();
     if (!parentView || selected.isEmpty())
         return;
+    clearSearchText();
     if (const ModuleRow *row = moduleTitled(menu->nodeAt(selected.front())->name()))
         parentView->showModules(row->id);
 }

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QLabel;
+
 namespace Ui {
 class QuilletView;
 }
@@ -40,8 +42,14 @@ public:
     [[nodiscard]] SettingsColumn *mainView() const;
     void scrollToTop();
 
+    [[nodiscard]] QString searchText() const;
+    /// Says over the column why it is empty, if it is.
+    void showSearchOutcome(bool nothingFound);
+
     /// The three buttons of the footer, together.
     void setButtonsEnabled(bool enabled);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -51,13 +59,18 @@ private:
     void awakeFromNib();
     void dressControls();
     void connectControls();
+    void connectSearch();
+    void endSearch();
+    void clearSearchText();
     void placeFooter();
 
     std::unique_ptr<Ui::QuilletView> ui;
     std::shared_ptr<Node> rootNode;
     NodeModel *menu = nullptr;
+    QLabel *emptyLabel = nullptr;
     Quillet *parentView = nullptr;
     QString backupFileName;
+    bool leavingSearch = false;
 };
 
 } // namespace varnel

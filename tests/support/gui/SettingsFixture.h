@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/linux/LinuxFileStore.h"
+#include "platform/linux/LinuxFinderInfo.h"
+#include "platform/linux/LinuxFolderMaker.h"
+#include "settings/PreferenceFiles.h"
+#include "shell/SharedObject.h"
+#include "support/FakeCommandRunner.h"
+#include "support/TemporaryHome.h"
+#include "support/gui/FakeDialogs.h"
+#include "ui/PageContext.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace varnel::test {
+
+/// A home of the test's own with real files, and everything that a page is given.
+class SettingsFixture : public testing::Test {
+protected:
+    /// Makes a preference file ("com.apple.dock.plist") whose dictionary holds this XML.
+    void putFile(const QString &name, const QString &entries)
+    {
+        QFile file(home.preference(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write((u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+                    + entries + u"</dict></plist>\n")
+                       .toUtf8());
+    }
+
+    [[nodiscard]] bool fileExists(const QString &name) const
+    {
+        return QFile::exists(home.preference(name));
+    }
+
+    /// What stands under a path of keys now.
+    [[nodiscard]] plist::Value stored(const QString &name, const QStringList &keyPath) const
+    {
+        return files.readValue(home.preference(name), keyPath);
+    }
+
+    TemporaryHome home;
+    LinuxFileStore store {home.home()};
+    PreferenceFiles files {store};
+    LinuxFinderInfo finderInfo {home.home()};
+    LinuxFolderMaker folders;
+    FakeCommandRunner runner;
+    FakeDialogs dialogs;
+    SharedObject shared;
+    PageContext context {home.home(), shared, files, finderInfo, folders, runner, dialogs};
+};
+
+} // namespace varnel::test
