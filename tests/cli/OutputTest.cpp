@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -41,12 +42,16 @@ protected:
         size.ws_row = 25;
         EXPECT_EQ(::ioctl(terminal, TIOCSWINSZ, &size), 0);
         EXPECT_EQ(runOn(side, arguments), 0);
-        // While this side is open the terminal keeps what was printed; a group fits into it.
-        QByteArray buffer(8192, '\0');
-        const ssize_t got = ::read(terminal, buffer.data(), size_t(buffer.size()));
+        // The terminal keeps what was printed until it is read; its end is an error (EIO).
         ::close(side);
+        QByteArray all;
+        QByteArray buffer(4096, '\0');
+        for (ssize_t got = 1; got > 0;) {
+            got = ::read(terminal, buffer.data(), size_t(buffer.size()));
+            all.append(buffer.left(std::max<ssize_t>(got, 0)));
+        }
         ::close(terminal);
-        return QString::fromUtf8(buffer.left(got)).remove(u'\r');
+        return QString::fromUtf8(all).remove(u'\r');
     }
 
     TemporaryHome home;
