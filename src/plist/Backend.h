@@ -1,0 +1,23 @@
+#pragma once
+
+#include "plist/PropertyList.h"
+
+namespace varnel::plist {
+
+/// What each of the two formats does; PropertyList's own comments hold here too. Paths of an edit
+/// are not empty.
+class PropertyList::Backend {
+public:
+    Backend() = default;
+    Backend(const Backend &) = delete;
+    Backend &operator=(const Backend &) = delete;
+    virtual ~Backend() = default;
+
+    [[nodiscard]] virtual Format format() const = 0;
+    [[nodiscard]] virtual Value value(const QStringList &path) const = 0;
+    virtual Result<void> set(const QStringList &path, const NewValue &value) = 0;
+    virtual Result<void> remove(const QStringList &path) = 0;
+    [[nodiscard]] virtual const QByteArray &bytes() const = 0;
+};
+
+} // namespace varnel::plist

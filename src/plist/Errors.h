@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/Result.h"
+
+namespace varnel::plist {
+
+inline Error unloadable()
+{
+    return {ErrorCode::Unloadable, QStringLiteral("not a valid property list with a dictionary")};
+}
+
+inline Error noDictionary()
+{
+    return {ErrorCode::NotFound, QStringLiteral("no dictionary on the way to the key")};
+}
+
+inline Error notReadBack()
+{
+    return {ErrorCode::Failed, QStringLiteral("the edited property list does not read back")};
+}
+
+} // namespace varnel::plist

@@ -1,0 +1,70 @@
+#include "plist/PropertyList.h"
+
+#include "plist/Backend.h"
+#include "plist/BinaryBackend.h"
+#include "plist/XmlBackend.h"
+
+namespace varnel::plist {
+
+namespace {
+
+Error emptyPath()
+{
+    return {ErrorCode::Invalid, QStringLiteral("the root of a property list cannot be edited")};
+}
+
+} // namespace
+
+Result<PropertyList> PropertyList::open(QByteArray bytes)
+{
+    auto backend = bytes.startsWith("bplist") ? BinaryBackend::open(std::move(bytes))
+                                              : XmlBackend::open(std::move(bytes));
+    if (!backend)
+        return backend.error();
+    return PropertyList(std::move(backend).value());
+}
+
+PropertyList PropertyList::empty()
+{
+    auto list = open(QByteArrayLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                       "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                                       "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                                       "<plist version=\"1.0\">\n<dict/>\n</plist>\n"));
+    return std::move(list).value();
+}
+
+PropertyList::PropertyList(std::unique_ptr<Backend> backend) : backend(std::move(backend)) { }
+PropertyList::PropertyList(PropertyList &&) noexcept = default;
+PropertyList &PropertyList::operator=(PropertyList &&) noexcept = default;
+PropertyList::~PropertyList() = default;
+
+Format PropertyList::format() const
+{
+    return backend->format();
+}
+
+Value PropertyList::value(const QStringList &path) const
+{
+    return backend->value(path);
+}
+
+Result<void> PropertyList::set(const QStringList &path, const NewValue &value)
+{
+    if (path.isEmpty())
+        return emptyPath();
+    return backend->set(path, value);
+}
+
+Result<void> PropertyList::remove(const QStringList &path)
+{
+    if (path.isEmpty())
+        return emptyPath();
+    return backend->remove(path);
+}
+
+const QByteArray &PropertyList::bytes() const
+{
+    return backend->bytes();
+}
+
+} // namespace varnel::plist

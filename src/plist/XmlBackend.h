@@ -1,0 +1,27 @@
+#pragma once
+
+#include "plist/Backend.h"
+#include "plist/XmlEdit.h"
+
+namespace varnel::plist {
+
+class PropertyList::XmlBackend : public PropertyList::Backend {
+public:
+    static Result<std::unique_ptr<Backend>> open(QByteArray bytes);
+
+    explicit XmlBackend(XmlDocument document) : document(std::move(document)) { }
+
+    [[nodiscard]] Format format() const override { return Format::Xml; }
+    [[nodiscard]] Value value(const QStringList &path) const override;
+    Result<void> set(const QStringList &path, const NewValue &value) override;
+    Result<void> remove(const QStringList &path) override;
+    [[nodiscard]] const QByteArray &bytes() const override { return document.file; }
+
+private:
+    Result<void> apply(const QStringList &path, const NewValue *value, const XmlLocation &location,
+                       const std::vector<XmlSplice> &splices);
+
+    XmlDocument document;
+};
+
+} // namespace varnel::plist

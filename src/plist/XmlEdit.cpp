@@ -1,0 +1,130 @@
+#include "plist/XmlEdit.h"
+
+#include "plist/XmlStyle.h"
+
+namespace varnel::plist {
+
+namespace {
+
+Error notInXml()
+{
+    return {ErrorCode::Invalid, QStringLiteral("the text holds a character that XML cannot hold")};
+}
+
+/// Writes a value as markup; lines are broken only where the file breaks them.
+struct Markup {
+    QString line; ///< line break and indentation of the value itself; may be empty
+    QString indentation;
+
+    std::optional<QString> operator()(bool value) const
+    {
+        return value ? QStringLiteral("<true/>") : QStringLiteral("<false/>");
+    }
+    std::optional<QString> operator()(qint64 value) const
+    {
+        return QString(u"<integer>" + QString::number(value) + u"</integer>");
+    }
+    std::optional<QString> operator()(const QString &value) const
+    {
+        const auto text = escapeXml(value);
+        if (!text)
+            return {};
+        return QString(u"<string>" + *text + u"</string>");
+    }
+    std::optional<QString> operator()(const QStringList &values) const
+    {
+        if (values.isEmpty())
+            return QStringLiteral("<array/>");
+        QString markup = QStringLiteral("<array>");
+        for (const QString &value : values) {
+            const auto element = (*this)(value);
+            if (!element)
+                return {};
+            markup += (line.isEmpty() ? line : line + indentation) + *element;
+        }
+        return QString(markup + line + u"</array>");
+    }
+};
+
+XmlSplice insertion(const XmlDocument &document, const XmlNode &dictionary, const XmlStyle &style,
+                    const QString &entry)
+{
+    const XmlEncoding encoding = document.encoding;
+    const auto unit = static_cast<std::uint32_t>(encoding.unit());
+    if (dictionary.isSelfClosing()) {
+        const QString grown = u">" + entry + style.beforeEnd() + u"</dict>";
+        return {dictionary.end - 2 * unit, dictionary.end, encoding.encode(grown)};
+    }
+    const QString space = encoding.spaceBefore(
+        QByteArrayView(document.file).first(dictionary.contentEnd), dictionary.contentEnd);
+    const auto at = dictionary.contentEnd - unit * static_cast<std::uint32_t>(space.size());
+    const bool isEmpty = dictionary.contentStart == dictionary.contentEnd;
+    return {at, at, encoding.encode(isEmpty ? QString(entry + style.beforeEnd()) : entry)};
+}
+
+} // namespace
+
+Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
+                                            const XmlLocation &location, const QString &key,
+                                            const NewValue &value)
+{
+    const XmlNode &dictionary = location.innermost();
+    const XmlStyle style(document, dictionary);
+    const auto lineAt = [&](std::uint32_t offset) {
+        return lastLine(document.encoding.spaceBefore(document.file, offset));
+    };
+    std::vector<XmlSplice> splices;
+    for (const XmlFound &found : location.found()) {
+        QString line = lineAt(found.node.start);
+        if (line.isEmpty())
+            line = lineAt(dictionary.entries[found.entry].start);
+        const auto markup = std::visit(Markup {line, style.indentation()}, value);
+        if (!markup)
+            return notInXml();
+        splices.push_back({found.node.start, found.node.end, document.encoding.encode(*markup)});
+    }
+    if (!splices.empty())
+        return splices;
+
+    const QString line = lastLine(style.beforeValue());
+    const auto name = escapeXml(key);
+    const auto markup = std::visit(
+        Markup {line.isEmpty() ? lastLine(style.beforeKey()) : line, style.indentation()}, value);
+    if (!name || !markup)
+        return notInXml();
+    const QString entry =
+        style.beforeKey() + u"<key>" + *name + u"</key>" + style.beforeValue() + *markup;
+    splices.push_back(insertion(document, dictionary, style, entry));
+    return splices;
+}
+
+std::vector<XmlSplice> splicesToRemove(const XmlDocument &document, const XmlLocation &location)
+{
+    std::vector<XmlSplice> splices;
+    for (const XmlFound &found : location.found()) {
+        const std::uint32_t start = location.innermost().entries[found.entry].start;
+        const auto space = document.encoding.spaceBefore(document.file, start).size();
+        const auto spaceBytes = static_cast<std::uint32_t>(space * document.encoding.unit());
+        splices.push_back({start - spaceBytes, found.node.end, {}});
+    }
+    return splices;
+}
+
+QByteArray spliced(QByteArrayView file, const std::vector<XmlSplice> &splices)
+{
+    qsizetype size = file.size();
+    for (const XmlSplice &splice : splices)
+        size += splice.bytes.size() - (splice.end - splice.start);
+    QByteArray result;
+    result.reserve(size);
+    std::uint32_t done = 0;
+    for (const XmlSplice &splice : splices) {
+        result.append(file.sliced(done, splice.start - done));
+        result.append(splice.bytes);
+        done = splice.end;
+    }
+    result.append(file.sliced(done));
+    return result;
+}
+
+} // namespace varnel::plist

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/Result.h"
+#include "plist/XmlLocation.h"
+
+namespace varnel::plist {
+
+/// Bytes to be put in the place of others.
+struct XmlSplice {
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    QByteArray bytes;
+};
+
+/// The splices, in order, that set a key (in every entry that has it, so that all readers see the
+/// same) or add it behind the others. Invalid when the key or the value holds a character that XML
+/// cannot hold.
+[[nodiscard]] Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
+                                                          const XmlLocation &location,
+                                                          const QString &key,
+                                                          const NewValue &value);
+
+/// The splices that take a key's entries out, each with the white space before it.
+[[nodiscard]] std::vector<XmlSplice> splicesToRemove(const XmlDocument &document,
+                                                     const XmlLocation &location);
+
+/// The file with the splices done; every other byte is the same.
+[[nodiscard]] QByteArray spliced(QByteArrayView file, const std::vector<XmlSplice> &splices);
+
+} // namespace varnel::plist

@@ -1,0 +1,138 @@
+#include "plist/XmlParser.h"
+
+#include <expat.h>
+
+#include <algorithm>
+
+namespace varnel::plist {
+
+namespace {
+
+constexpr qsizetype smallestPiece = 64 * 1024;
+constexpr qsizetype largestPiece = 256 * 1024 * 1024;
+
+class Parser {
+public:
+    Parser(const char *encoding, XmlListener &listener)
+        : parser(XML_ParserCreate(encoding), &XML_ParserFree), listener(listener)
+    {
+        XML_SetUserData(parser.get(), this);
+        XML_SetElementHandler(parser.get(), &Parser::onStart, &Parser::onEnd);
+        XML_SetEntityDeclHandler(parser.get(), &Parser::onEntityDeclaration);
+        XML_SetSkippedEntityHandler(parser.get(), &Parser::onSkippedEntity);
+        XML_SetXmlDeclHandler(parser.get(), &Parser::onXmlDeclaration);
+        updateTextHandler();
+    }
+
+    /// Where the bytes fed next stand in the file, so that offsets can be told.
+    void setOrigin(qint64 fileOffset) { origin = fileOffset - fed; }
+
+    bool feed(QByteArrayView bytes)
+    {
+        // The parser starts a token again when more of it arrives. The pieces grow while one token
+        // does not end, so that a long one is not read over and over.
+        qsizetype piece = smallestPiece;
+        while (!bytes.isEmpty()) {
+            const XML_Index before = XML_GetCurrentByteIndex(parser.get());
+            const QByteArrayView next = bytes.first(std::min(piece, bytes.size()));
+            if (!parse(next, false))
+                return false;
+            bytes = bytes.sliced(next.size());
+            const bool stuck = XML_GetCurrentByteIndex(parser.get()) == before;
+            piece = stuck ? std::min(2 * piece, largestPiece) : smallestPiece;
+        }
+        return true;
+    }
+
+    bool finish() { return parse({}, true); }
+
+private:
+    bool parse(QByteArrayView bytes, bool isLast)
+    {
+        fed += bytes.size();
+        return XML_Parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast)
+            == XML_STATUS_OK;
+    }
+
+    static Parser &self(void *data) { return *static_cast<Parser *>(data); }
+
+    void proceed(bool agreed)
+    {
+        if (agreed)
+            updateTextHandler();
+        else
+            XML_StopParser(parser.get(), XML_FALSE);
+    }
+    void updateTextHandler()
+    {
+        XML_SetCharacterDataHandler(parser.get(), listener.wantsText() ? &Parser::onText : nullptr);
+    }
+    [[nodiscard]] std::uint32_t start() const
+    {
+        return static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser.get()) + origin);
+    }
+    [[nodiscard]] std::uint32_t end() const
+    {
+        return start() + static_cast<std::uint32_t>(XML_GetCurrentByteCount(parser.get()));
+    }
+
+    static void onStart(void *data, const XML_Char *name, const XML_Char **)
+    {
+        Parser &it = self(data);
+        it.proceed(it.listener.startElement(name, it.start(), it.end()));
+    }
+    static void onEnd(void *data, const XML_Char *)
+    {
+        Parser &it = self(data);
+        it.proceed(it.listener.endElement(it.start(), it.end()));
+    }
+    static void onText(void *data, const XML_Char *text, int length)
+    {
+        Parser &it = self(data);
+        if (!it.listener.text(QByteArrayView(text, length)))
+            XML_StopParser(it.parser.get(), XML_FALSE);
+    }
+    static void onEntityDeclaration(void *data, const XML_Char *, int, const XML_Char *, int,
+                                    const XML_Char *, const XML_Char *, const XML_Char *,
+                                    const XML_Char *)
+    {
+        XML_StopParser(self(data).parser.get(), XML_FALSE);
+    }
+    static void onSkippedEntity(void *data, const XML_Char *, int)
+    {
+        XML_StopParser(self(data).parser.get(), XML_FALSE);
+    }
+    static void onXmlDeclaration(void *data, const XML_Char *, const XML_Char *encoding, int)
+    {
+        if (encoding)
+            self(data).listener.encodingDeclared(encoding);
+    }
+
+    std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> parser;
+    XmlListener &listener;
+    qint64 fed = 0;
+    qint64 origin = 0;
+};
+
+} // namespace
+
+bool parseXml(QByteArrayView file, XmlListener &listener)
+{
+    Parser parser(nullptr, listener);
+    return parser.feed(file) && parser.finish();
+}
+
+bool parseXml(QByteArrayView file, const XmlPart &part, XmlEncoding encoding, XmlListener &listener)
+{
+    const auto around = [&](const char *text) {
+        return encoding.encode(QString::fromLatin1(text));
+    };
+    Parser parser(encoding.parserName(), listener);
+    if (!parser.feed(around(part.before)))
+        return false;
+    parser.setOrigin(part.start);
+    return parser.feed(file.sliced(part.start, part.end - part.start))
+        && parser.feed(around(part.behind)) && parser.finish();
+}
+
+} // namespace varnel::plist

@@ -1,0 +1,175 @@
+#include "plist/XmlScan.h"
+
+#include "plist/XmlNumber.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+
+namespace varnel::plist {
+
+namespace {
+
+QString fromUtf8(QByteArrayView utf8)
+{
+    // A zero-width no-break space at the start is part of the text here, no byte order mark.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(utf8);
+}
+
+bool isWhite(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+}
+
+} // namespace
+
+std::uint32_t hashOfKey(QByteArrayView utf8)
+{
+    std::uint32_t hash = 2166136261U; // FNV-1a
+    for (const char c : utf8)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash;
+}
+
+bool XmlScan::readFile(QByteArrayView file)
+{
+    if (!parseXml(file, *this) || !found)
+        return false;
+    fileEncoding = XmlEncoding::of(file, declaredEncoding);
+    remembered.entries.shrink_to_fit();
+    return fileEncoding.surrogatesMatch(file);
+}
+
+bool XmlScan::readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t end,
+                        XmlEncoding encoding)
+{
+    valueDepth = 1;
+    return parseXml(file, {start, end, "<dict>", "</dict>"}, encoding, *this);
+}
+
+bool XmlScan::startElement(QByteArrayView name, std::uint32_t start, std::uint32_t end)
+{
+    const auto element = elementOf(name);
+    if (!element || !grammar.open(*element))
+        return false;
+    if (grammar.depth() == 1 && *element == XmlElement::Plist)
+        valueDepth = 1;
+    collected.clear();
+    if (isMember()) {
+        if (*element == XmlElement::Key)
+            remembered.entries.push_back({start, 0});
+        else if (*element != XmlElement::String && remembered.element == XmlElement::Array)
+            value.value.kind = Kind::Array;
+    } else if (isAtTop() && *element != XmlElement::Key && *element != XmlElement::Plist) {
+        remember(*element, start, end);
+    }
+    return true;
+}
+
+void XmlScan::remember(XmlElement element, std::uint32_t start, std::uint32_t end)
+{
+    found = true;
+    inside = true;
+    remembered.element = element;
+    remembered.start = start;
+    remembered.contentStart = end;
+    Value &read = value.value;
+    switch (element) {
+    case XmlElement::Dict:
+        read.kind = Kind::Dictionary;
+        break;
+    case XmlElement::Array:
+        read.kind = Kind::StringArray; // until something else turns up
+        break;
+    case XmlElement::True:
+    case XmlElement::False:
+        read.kind = Kind::Boolean;
+        read.boolean = element == XmlElement::True;
+        break;
+    case XmlElement::String:
+        read.kind = Kind::String;
+        break;
+    default:
+        read.kind = Kind::Other;
+        break;
+    }
+}
+
+bool XmlScan::endElement(std::uint32_t start, std::uint32_t end)
+{
+    if (!closeContent())
+        return false;
+    if (isRemembered()) {
+        remembered.contentEnd = start;
+        remembered.end = end;
+        inside = false;
+    }
+    return grammar.close();
+}
+
+bool XmlScan::closeContent()
+{
+    switch (grammar.innermost()) {
+    case XmlElement::Integer:
+        return closeNumber(decodeXmlInteger(collected));
+    case XmlElement::Real:
+        return closeNumber(decodeXmlReal(collected));
+    case XmlElement::Key:
+        if (isMember())
+            remembered.entries.back().hash = hashOfKey(collected);
+        else if (isAtTop())
+            entryKey = QByteArray::fromStdString(collected);
+        return true;
+    case XmlElement::String:
+        if (isRemembered())
+            value.value.string = fromUtf8(collected);
+        else if (isMember() && remembered.element == XmlElement::Array)
+            value.value.strings.append(fromUtf8(collected));
+        return true;
+    default:
+        return true;
+    }
+}
+
+bool XmlScan::closeNumber(Decoded number)
+{
+    if (number.value.kind == Kind::Missing)
+        return false;
+    if (isRemembered())
+        value = std::move(number);
+    return true;
+}
+
+bool XmlScan::text(QByteArrayView piece)
+{
+    if (!grammar.takesText())
+        return isWhite(piece);
+    collected.append(piece.data(), static_cast<std::size_t>(piece.size()));
+    return true;
+}
+
+bool XmlScan::wantsText() const
+{
+    if (grammar.depth() == 0)
+        return false;
+    switch (grammar.innermost()) {
+    case XmlElement::String:
+        return isRemembered() || isMember();
+    case XmlElement::Key:
+        return isMember() || isAtTop();
+    case XmlElement::Data:
+    case XmlElement::Date:
+        return false;
+    default:
+        return true;
+    }
+}
+
+void XmlScan::encodingDeclared(QByteArrayView name)
+{
+    declaredEncoding = name.toByteArray();
+}
+
+} // namespace varnel::plist
