@@ -12,14 +12,12 @@ namespace varnel::cli {
 
 namespace {
 
-const char *const argumentsName = "arguments";
-
 void addOptions(CLI::App &app, const QList<OptionInfo> &options)
 {
     for (const OptionInfo &option : options) {
         const std::string name = "--" + option.name.toStdString();
         if (option.valueName.isNull())
-            app.add_flag(name);
+            app.add_flag(name)->disable_flag_override();
         else
             app.add_option(name)->take_all()->expected(1)->allow_extra_args(false);
     }
@@ -33,8 +31,19 @@ CLI::App *child(CLI::App &parent, const std::string &name)
     return nullptr;
 }
 
+/// One place for each argument: a place for many would take "[a,b]" apart. None is required, since
+/// the parser's complaint would name what nobody typed.
+void addArguments(CLI::App &app, const QList<ParameterInfo> &parameters, int typed)
+{
+    int places = int(parameters.size());
+    for (const ParameterInfo &parameter : parameters)
+        places += parameter.count == ParameterInfo::Count::OneOrMore ? typed : 0;
+    for (int place = 1; place <= places; ++place)
+        app.add_option("argument" + std::to_string(place))->allow_extra_args(false);
+}
+
 /// The parser's node of a command; the words before the last are nodes that only hold others.
-CLI::App *addCommand(CLI::App &root, const CommandInfo &info)
+CLI::App *addCommand(CLI::App &root, const CommandInfo &info, int typed)
 {
     CLI::App *at = &root;
     for (const QString &word : info.name.split(u' ')) {
@@ -44,9 +53,7 @@ CLI::App *addCommand(CLI::App &root, const CommandInfo &info)
         at = below ? below : at->add_subcommand(name);
     }
     addOptions(*at, info.options);
-    // Counted by the program, not by the parser: its messages would name what nobody typed.
-    at->add_option(argumentsName)->expected(0, CLI::detail::expected_max_vector_size)
-        ->allow_extra_args(false);
+    addArguments(*at, info.parameters, typed);
     return at;
 }
 
@@ -87,18 +94,13 @@ bool collect(const CLI::App &app, Request &request)
     return true;
 }
 
-QString countProblem(const CommandInfo &info, qsizetype count)
+/// The parameter for which nothing was typed; null when there is none.
+QString missingParameter(const CommandInfo &info, qsizetype typed)
 {
-    qsizetype least = 0;
-    qsizetype most = 0;
-    for (const ParameterInfo &parameter : info.parameters) {
-        least += parameter.count == ParameterInfo::Count::Optional ? 0 : 1;
-        most += parameter.count == ParameterInfo::Count::OneOrMore ? count : 1;
-        if (least > count)
-            return u"'%1' needs %2"_qs.arg(info.name, parameter.name);
-    }
-    return count > most ? u"'%1' takes no more than %2 argument(s)"_qs.arg(info.name).arg(most)
-                        : QString();
+    for (const ParameterInfo &parameter : info.parameters)
+        if (parameter.count != ParameterInfo::Count::Optional && typed-- <= 0)
+            return parameter.name;
+    return {};
 }
 
 CommandLine wrong(const QString &problem)
@@ -133,7 +135,7 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
     addOptions(app, commonOptions());
     std::map<const CLI::App *, const Command *> byNode;
     for (const auto &command : commands)
-        byNode.emplace(addCommand(app, command->info()), command.get());
+        byNode.emplace(addCommand(app, command->info(), argc), command.get());
 
     CommandLine line;
     try {
@@ -160,11 +162,11 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
     if (!collect(app, line.request) || (node != &app && !collect(*node, line.request)))
         return wrong(u"an argument is not UTF-8 text"_qs);
     if (line.command) {
-        const QString problem
-            = countProblem(line.command->info(), line.request.arguments.size());
-        if (!problem.isNull()) {
+        const CommandInfo info = line.command->info();
+        const QString missing = missingParameter(info, line.request.arguments.size());
+        if (!missing.isNull()) {
             line.wish = CommandLine::Wish::Wrong;
-            line.problem = problem;
+            line.problem = u'\'' + info.name + u"' needs " + missing;
         }
     }
     return line;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/Request.h"
 #include "cli/SettingReport.h"
 #include "platform/StandardFolders.h"
 #include "platform/linux/LinuxFileStore.h"

@@ -1,5 +1,7 @@
 #include "cli/ValueText.h"
 
+#include "settings/BarItems.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -8,6 +10,7 @@ namespace varnel::cli {
 namespace {
 
 const QString defaultLabel = QStringLiteral("use default value");
+const QString noItems = QStringLiteral("none");
 
 Error outOfKind(const SettingRow &row, const QString &typed, const QString &wanted)
 {
@@ -83,12 +86,31 @@ bool isFourDigits(const QString &typed)
     });
 }
 
+/// "Reading List, Bonjour"; nothing when a name is none of the four.
+std::optional<QString> itemsByName(const QString &typed)
+{
+    QStringList names;
+    for (const QString &part : typed.split(u',')) {
+        const QString name = part.trimmed();
+        if (!BarItems::allNames().contains(name, Qt::CaseInsensitive))
+            return std::nullopt;
+        names.append(name);
+    }
+    return BarItems::fromNames(names).text();
+}
+
 Result<SettingValue> parseItems(const SettingRow &row, const QString &typed)
 {
-    if (!isFourDigits(typed))
-        return outOfKind(row, typed,
-                         u"give four digits 0 or 1 with ';' between, or 'default'"_qs);
-    return SettingValue {0, typed};
+    if (isFourDigits(typed))
+        return SettingValue {0, typed};
+    if (typed.compare(noItems, Qt::CaseInsensitive) == 0)
+        return SettingValue {0, BarItems().text()};
+    if (const auto items = itemsByName(typed))
+        return SettingValue {0, *items};
+    return outOfKind(row, typed,
+                     u"give four digits 0 or 1 with ';' between, names out of "
+                         + BarItems::allNames().join(u", ") + u" with ',' between, '" + noItems
+                         + u"' or 'default'");
 }
 
 } // namespace
@@ -139,7 +161,10 @@ QString labelText(const SettingRow &row, const SettingValue &value)
     if (row.kind == ValueKind::Number)
         return QString::number(value.number)
             + (row.control == ControlKind::Slider ? u" pixels" : u" items");
-    return value.text;
+    if (row.mechanism != Mechanism::BarItems)
+        return value.text;
+    const QStringList names = BarItems::fromText(value.text).names();
+    return names.isEmpty() ? noItems : names.join(u", ");
 }
 
 } // namespace varnel::cli

@@ -11,7 +11,8 @@ namespace varnel::cli {
 ///
 /// Choices: a label (any letter case, blanks at its end not needed), an index, "-1" or "default".
 /// Numbers: a whole number in the control's range, "-1" or "default". The bar's items: four digits
-/// 0 or 1 with ";" between, "-1" or "default". Texts: any text; only "-1" is the default.
+/// 0 or 1 with ";" between, their names with "," between, "none", "-1" or "default". Texts: any
+/// text; only "-1" is the default.
 [[nodiscard]] Result<SettingValue> parseValue(const SettingRow &row, const QString &typed);
 
 /// The value as it is exchanged: an index, a number, a text.

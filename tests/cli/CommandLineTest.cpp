@@ -87,7 +87,8 @@ TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
         const Outcome help = varnelctl.run(level + QStringList {u"--help"_qs});
         const std::string name = level.join(u' ').toStdString();
         EXPECT_EQ(help.status, 0) << name;
-        EXPECT_TRUE(help.out.startsWith(level.isEmpty() ? "Shows" : "Usage: varnelctl " + level[0].toUtf8()))
+        EXPECT_TRUE(help.out.startsWith(level.isEmpty() ? QByteArray("Shows")
+                                                : QByteArray("Usage: varnelctl " + level[0].toUtf8())))
             << help.out.toStdString();
         EXPECT_TRUE(help.out.contains("Examples:\n  varnelctl ")) << name;
         EXPECT_TRUE(help.out.contains("--home DIR")) << name;

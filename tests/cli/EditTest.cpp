@@ -65,8 +65,9 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
     for (const char16_t *each : {u".GlobalPreferences.plist", u"com.apple.dock.plist",
                                  u"com.apple.finder.plist", u"com.apple.Safari.plist"}) {
         const QString file = QString::fromUtf16(each);
-        if (file != name)
-            EXPECT_EQ(fileBytes(home.preference(file)), fileBytes(sample + file));
+        if (file == name)
+            continue;
+        EXPECT_EQ(fileBytes(home.preference(file)), fileBytes(sample + file));
     }
     const Outcome changes
         = runProgram(u"python3"_qs,
@@ -80,9 +81,9 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, EditTest, Combine(ValuesIn(edits), Values(u"binary", u"xml")),
-                         [](const auto &info) {
-                             return std::get<0>(info.param).test
-                                 + ("In" + QString::fromUtf16(std::get<1>(info.param)).toStdString());
+                         [](const auto &values) {
+                             return std::get<0>(values.param).test
+                                 + ("In" + QString::fromUtf16(std::get<1>(values.param)).toStdString());
                          });
 
 TEST(XmlEditTest, everyByteButTheValuesStays)

@@ -76,7 +76,7 @@ TEST_F(ReadingTest, getPrintsTheExchangedValueAndItsWordsBehindATabulator)
     installSamples(home, u"binary"_qs);
     EXPECT_EQ(varnelctl.run({u"get"_qs, u"1008"_qs}).out, "0\tGenie effect\n");
     EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs}).out, "48\t48 pixels\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1200"_qs}).out, "1;1;0;0\n");
+    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1200"_qs}).out, "1;1;0;0\tReading List, Top Sites\n");
     EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out, "-1\tuse default value\n");
 }
 

@@ -141,6 +141,9 @@ TEST_F(SettingTest, valuesAreTakenAsIndexNumberLabelOrDefault)
         {u"1400=default"_qs, u"default\n"_qs},
         {u"1400="_qs, u"\n"_qs},
         {u"1400= a=b '' "_qs, u" a=b '' \n"_qs},
+        {u"1200=bonjour,Reading list"_qs, u"1;0;0;1\tReading List, Bonjour\n"_qs},
+        {u"1200=none"_qs, u"0;0;0;0\tnone\n"_qs},
+        {u"1200=default"_qs, u"-1\tuse default value\n"_qs},
         {u"1302=shown"_qs, u"1\tshown\n"_qs},
         {u"1302=-1"_qs, u"0\thidden\n"_qs},
     };
@@ -161,7 +164,7 @@ TEST_F(SettingTest, aValueOutOfItsKindEndsWithTwoAndNothingAtAllIsWritten)
          {u"1008=3", u"1008=-2", u"1008=", u"1008=genie", u"1008= 1", u"1008=+1", u"1008=1.0",
           u"1008=99999999999999999999", u"1004=15", u"1004=129", u"1004=48px", u"1004=4 8",
           u"1004=\u0664\u0668", u"1004=", u"1203=1000", u"1200=1;0;0", u"1200=1;0;0;2", u"1200=",
-          u"1200=1;0;0;1;0", u"1200=yes", u"1301=Enabled", u"1004", u"=1", u"nosuch=1"}) {
+          u"1200=1;0;0;1;0", u"1200=yes", u"1200=Bonjour,", u"1200=Bonjour;Top Sites", u"1301=Enabled", u"1004", u"=1", u"nosuch=1"}) {
         const Outcome outcome = set({u"1009=yes"_qs, QString::fromUtf16(bad), u"1010=0"_qs});
         EXPECT_EQ(outcome.status, 2) << QString::fromUtf16(bad).toStdString();
         EXPECT_TRUE(outcome.out.isEmpty());
@@ -246,7 +249,8 @@ TEST_F(SettingTest, theLogTellsTheSaveStepByStepWhenAskedFor)
 {
     EXPECT_TRUE(set({u"1004=64"_qs}).err.isEmpty());
     const Outcome verbose = set({u"1004=65"_qs, u"--verbose"_qs});
-    const qsizetype name = verbose.err.indexOf("varnel.shell: Backup File Name: " + backup(2).toUtf8());
+    const qsizetype name = verbose.err.indexOf(
+        QByteArray("varnel.shell: Backup File Name: " + backup(2).toUtf8()));
     const qsizetype row = verbose.err.indexOf("addDataToBackupFile (Quillet): ");
     EXPECT_GE(name, 0) << verbose.err.toStdString();
     EXPECT_GT(row, name);

@@ -1,0 +1,88 @@
+#include "cli/Varnelctl.h"
+
+#include <gtest/gtest.h>
+
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+/// One run whose whole output is kept in tests/data/cli.
+///
+/// To take a wanted change over: VARNEL_UPDATE_GOLDEN=1 ctest -R Golden, then read the difference.
+struct Golden {
+    const char16_t *file;
+    QStringList arguments;
+    int status = 0;
+};
+
+const QList<Golden> goldens {
+    {u"help.txt", {u"--help"_qs}},
+    {u"help-list.txt", {u"list"_qs, u"--help"_qs}},
+    {u"help-show.txt", {u"show"_qs, u"--help"_qs}},
+    {u"help-get.txt", {u"get"_qs, u"--help"_qs}},
+    {u"help-set.txt", {u"set"_qs, u"--help"_qs}},
+    {u"help-search.txt", {u"search"_qs, u"--help"_qs}},
+    {u"list.txt", {u"list"_qs}},
+    {u"list-safari.txt", {u"list"_qs, u"safari"_qs}},
+    {u"list-general.json", {u"list"_qs, u"General"_qs, u"--json"_qs}},
+    {u"show-choice.txt", {u"show"_qs, u"minimize-into-icon"_qs}},
+    {u"show-choice.json", {u"show"_qs, u"1008"_qs, u"--json"_qs}},
+    {u"show-number.txt", {u"show"_qs, u"1004"_qs}},
+    {u"show-number.json", {u"show"_qs, u"1203"_qs, u"--json"_qs}},
+    {u"show-items.txt", {u"show"_qs, u"1200"_qs}},
+    {u"show-items.json", {u"show"_qs, u"1200"_qs, u"--json"_qs}},
+    {u"show-text.json", {u"show"_qs, u"1403"_qs, u"--json"_qs}},
+    {u"show-folder.txt", {u"show"_qs, u"1302"_qs}},
+    {u"show-folder.json", {u"show"_qs, u"1302"_qs, u"--json"_qs}},
+    {u"show-twokeys.json", {u"show"_qs, u"1602"_qs, u"--json"_qs}},
+    {u"show-unsearchable.json", {u"show"_qs, u"1804"_qs, u"--json"_qs}},
+    {u"get.txt", {u"get"_qs, u"1300"_qs}},
+    {u"get.json", {u"get"_qs, u"1300"_qs, u"--json"_qs}},
+    {u"search.txt", {u"search"_qs, u"animation"_qs}},
+    {u"search.json", {u"search"_qs, u"Lock Size"_qs, u"--json"_qs}},
+    {u"search-nothing.txt", {u"search"_qs, u"reading list"_qs}, 1},
+    {u"search-nothing.json", {u"search"_qs, u"reading list"_qs, u"--json"_qs}, 1},
+    {u"set.txt",
+     {u"set"_qs, u"minimize-effect=Scale effect"_qs, u"dock-size=64"_qs, u"1304=yes"_qs,
+      u"1200=0;1;0;1"_qs, u"1400=画像"_qs}},
+    {u"set.json",
+     {u"set"_qs, u"minimize-effect=Scale effect"_qs, u"dock-size=-1"_qs, u"1304=yes"_qs,
+      u"1200=0;1;0;1"_qs, u"1400=画像"_qs, u"--json"_qs}},
+    {u"set-nothing.txt", {u"set"_qs, u"dock-size=48"_qs}},
+    {u"set-nothing.json", {u"set"_qs, u"dock-size=48"_qs, u"--json"_qs}},
+};
+
+class GoldenTest : public TestWithParam<std::tuple<Golden, const char16_t *, const char16_t *>> { };
+
+TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
+{
+    const auto &[golden, format, locale] = GetParam();
+    TemporaryHome home;
+    installSamples(home, QString::fromUtf16(format));
+    Varnelctl varnelctl(home);
+    varnelctl.environment.insert(u"LC_ALL"_qs, QString::fromUtf16(locale));
+
+    const Outcome outcome = varnelctl.run(golden.arguments);
+    EXPECT_EQ(outcome.status, golden.status) << outcome.err.toStdString();
+    QByteArray out = outcome.out;
+    out.replace(home.path().toUtf8(), "HOME");
+
+    const QString file = QStringLiteral(TEST_DATA) + u"/cli/" + QString::fromUtf16(golden.file);
+    if (qEnvironmentVariableIsSet("VARNEL_UPDATE_GOLDEN"))
+        writeFile(file, out);
+    EXPECT_EQ(out.toStdString(), fileBytes(file).toStdString());
+}
+
+// The comma locale need not be installed: the toolkit goes by its name.
+INSTANTIATE_TEST_SUITE_P(Output, GoldenTest,
+                         Combine(ValuesIn(goldens), Values(u"binary", u"xml"),
+                                 Values(u"C.UTF-8", u"de_DE.UTF-8")),
+                         [](const auto &values) {
+                             QString name = QString::fromUtf16(std::get<0>(values.param).file) + u'_'
+                                 + QString::fromUtf16(std::get<1>(values.param)) + u'_'
+                                 + QString::fromUtf16(std::get<2>(values.param)).left(1);
+                             return name.replace(u'.', u'_').remove(u'-').toStdString();
+                         });
+
+} // namespace
