@@ -102,7 +102,7 @@ build() {
     shift
     (($#)) && targets=(--target "$@")
     local folder=$project/build/$preset name=${*:-all}
-    local stamp="$folder/.built-${name// /-}" all="$folder/.built-all"
+    local stamp="$folder/.built-${name//[ \/]/-}" all="$folder/.built-all"
     if changed_since "$stamp" && changed_since "$all"; then
         say "building ${*:-everything} (build/$preset)"
         loud=1
