@@ -7,7 +7,12 @@ file(GLOB plist_test_sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp $
 varnel_test_program(unit_plist SOURCES ${plist_test_sources} UnitMain.cpp
   LIBRARIES varnel_test_support PkgConfig::LIBPLIST)
 
-# ./test compiles the locale into this folder.
-gtest_discover_tests(unit_plist DISCOVERY_MODE PRE_TEST TEST_SUFFIX .comma
-  PROPERTIES TIMEOUT 120 ENVIRONMENT
-  "LOCPATH=${CMAKE_BINARY_DIR}/locale\\;LC_ALL=de_DE.UTF-8\\;VARNEL_EXPECT_COMMA=1")
+# ./test compiles the locale into this folder. The environment is a list, which gtest_discover_tests
+# takes apart; so it is set in a file that ctest reads after the tests are known.
+gtest_discover_tests(unit_plist DISCOVERY_MODE PRE_TEST TEST_SUFFIX .comma TEST_LIST plist_comma_tests
+  PROPERTIES TIMEOUT 120)
+set(plist_comma ${CMAKE_CURRENT_BINARY_DIR}/plist_comma.cmake)
+file(WRITE ${plist_comma}
+  "set_tests_properties(\${plist_comma_tests} PROPERTIES ENVIRONMENT\n"
+  "  \"LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=de_DE.UTF-8;VARNEL_EXPECT_COMMA=1\")\n")
+set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${plist_comma})
