@@ -64,7 +64,8 @@ QList<LoginItemRow> LoginItemsAccess::readData()
 
 LoginItemRow LoginItemsAccess::newRow(const QString &path) const
 {
-    return {lastComponent(path), path, true, bundleIconPath(files, path)};
+    const QString icon = session.iconOf(path);
+    return {lastComponent(path), path, true, icon.isNull() ? bundleIconPath(files, path) : icon};
 }
 
 Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool enabled,

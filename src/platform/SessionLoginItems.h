@@ -26,6 +26,12 @@ public:
     /// path that is in the list moves to the end.
     virtual Result<void> insertAtEnd(const QString &path) = 0;
 
+    /// The icon that the application brings along in the host's own way; null where that has none.
+    [[nodiscard]] virtual QString iconOf(const QString &path) const = 0;
+
+    /// Where a person looks for an application to start at login.
+    [[nodiscard]] virtual QString applicationsFolder() const = 0;
+
     /// Removes every item whose path equals the given one. What is removed is kept first, so that
     /// inserting the path again brings it back; the text of a failure says where.
     virtual Result<void> removeEvery(const QString &path) = 0;

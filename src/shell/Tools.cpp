@@ -30,9 +30,14 @@ QString Tools::ensured(const QString &path) const
     return path;
 }
 
+QString Tools::supportFolderOf(const HomeFolder &home)
+{
+    return home.path + u"/Library/Application Support/Varnel/";
+}
+
 QString Tools::pathForSupportFolder() const
 {
-    return ensured(home.path + u"/Library/Application Support/Varnel/");
+    return ensured(supportFolderOf(home));
 }
 
 QString Tools::pathForBackupFolder() const

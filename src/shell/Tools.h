@@ -14,7 +14,10 @@ class Tools {
 public:
     Tools(HomeFolder home, FolderMaker &folders, CommandRunner &runner);
 
-    /// ".../Library/Application Support/Varnel/", made when missing. Only this one folder is made,
+    /// ".../Library/Application Support/Varnel/", whether it is there or not.
+    [[nodiscard]] static QString supportFolderOf(const HomeFolder &home);
+
+    /// The same, made when missing. Only this one folder is made,
     /// never those above it; the path comes back whether that worked or not.
     [[nodiscard]] QString pathForSupportFolder() const;
 

@@ -91,9 +91,16 @@ const QList<QStringList> &ListSheet::rows() const
     return model->rows();
 }
 
-QLabel *ListSheet::captionLabel() const
+void ListSheet::setCaption(const QString &text)
 {
-    return caption;
+    caption->setText(text);
+    caption->setToolTip(text);
+    caption->show();
+}
+
+QString ListSheet::captionText() const
+{
+    return caption->text();
 }
 
 void ListSheet::setEmptyText(const QString &text)

@@ -24,8 +24,9 @@ public:
     void setRows(QList<QStringList> rows);
     [[nodiscard]] const QList<QStringList> &rows() const;
 
-    /// A line of muted text above the table; hidden while it is empty.
-    [[nodiscard]] QLabel *captionLabel() const;
+    /// A line of muted text above the table; there is none at first.
+    void setCaption(const QString &text);
+    [[nodiscard]] QString captionText() const;
 
     /// Said in grey over the table while there are no rows.
     void setEmptyText(const QString &text);

@@ -17,16 +17,18 @@ class FolderMaker;
 class PreferenceFiles;
 class ProcessManager;
 class ProcessTable;
+class SessionLoginItems;
 class SharedObject;
 class SystemFacts;
 
-/// The machine that the program runs on, as the system-information page sees it.
+/// The machine and the session that the program runs in.
 struct HostPorts {
     SystemFacts &facts;
     ProcessTable &processTable;
     ProcessManager &processManager;
     Desktop &desktop;
     FileReader &files;
+    SessionLoginItems &loginItems;
     QString systemRoot = QStringLiteral("/"); ///< whose system version is told
 };
 

@@ -74,6 +74,27 @@ Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
     return list;
 }
 
+QString LinuxSessionLoginItems::iconOf(const QString &path) const
+{
+    if (!path.endsWith(u".desktop"))
+        return {};
+    const Result<QByteArray> bytes = hostFiles.read(path);
+    const auto entry = bytes ? parseAutostartEntry(bytes.value()) : std::nullopt;
+    return entry ? entry->icon : QString();
+}
+
+QString LinuxSessionLoginItems::applicationsFolder() const
+{
+    const QString bundles = QStringLiteral("/Applications");
+    if (QFileInfo(bundles).isDir())
+        return bundles;
+    for (auto folder = folders.applications.crbegin(); folder != folders.applications.crend(); ++folder) {
+        if (QFileInfo(*folder).isDir())
+            return *folder;
+    }
+    return home.path;
+}
+
 Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 {
     QStringList moved;

@@ -27,6 +27,9 @@ public:
                            FileStore &store, FolderMaker &maker, const FileReader &hostFiles);
 
     Result<QList<SessionLoginItem>> snapshot() const override;
+    /// The icon of a desktop entry.
+    QString iconOf(const QString &path) const override;
+    QString applicationsFolder() const override;
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> removeEvery(const QString &path) override;
 

@@ -146,10 +146,9 @@ void Quillet::viewChanges()
     quilletChangesInfoWindow->readChangesData();
 }
 
-void Quillet::writeData(int settingId, int value, const QString &extra)
+Result<void> Quillet::writeData(int settingId, int value, const QString &extra)
 {
-    // A failure has been logged where it happened.
-    static_cast<void>(pending.writeData(settingId, value, extra));
+    return pending.writeData(settingId, value, extra);
 }
 
 QStringList Quillet::actionString(int settingId, int value, const QString &extra) const

@@ -50,7 +50,7 @@ public:
     void doSearch();
 
     /// Writes one value through its setting; an unknown number does nothing.
-    void writeData(int settingId, int value, const QString &extra);
+    Result<void> writeData(int settingId, int value, const QString &extra);
     /// Location, short location, action text; empty for an unknown number.
     [[nodiscard]] QStringList actionString(int settingId, int value, const QString &extra) const;
 

@@ -42,7 +42,7 @@ Result<HomeFolder> chooseHome(const StartOptions &options)
     return home;
 }
 
-int openWindow(const HomeFolder &home)
+int openWindow(const HomeFolder &home, const QString &systemRoot)
 {
     MainWindow *window = nullptr;
     LinuxInstanceGuard guard;
@@ -52,7 +52,7 @@ int openWindow(const HomeFolder &home)
     };
     if (guard.acquire(home.path, raise) == InstanceGuard::Outcome::AlreadyRunning)
         return Done;
-    Application application(home);
+    Application application(home, systemRoot);
     window = &application.window();
     window->show();
     return QApplication::exec();
@@ -60,13 +60,16 @@ int openWindow(const HomeFolder &home)
 
 } // namespace
 
-Application::Application(const HomeFolder &home)
-    : store(home), files(store), finderInfo(home), mainWindow(home),
-      controller(
-          {home, SharedObject::getSharedObject(), files, finderInfo, folders, runner, dialogs},
-          mainWindow),
+Application::Application(const HomeFolder &home, const QString &systemRoot)
+    : store(home), files(store), finderInfo(home), host(home, systemRoot, store, folders),
+      mainWindow(home), context {home,    SharedObject::getSharedObject(),
+                                 files,   finderInfo,
+                                 folders, runner,
+                                 dialogs, &host.ports()},
+      controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate),
       terminationSignals(&VarnelAppDelegate::terminate)
 {
+    mainWindow.setCloseGate([this] { return quitFlow.windowShouldClose(); });
     QObject::connect(&mainWindow, &MainWindow::quitRequested, &VarnelAppDelegate::terminate);
     delegate.setWindow(&mainWindow);
     controller.awakeFromNib();
@@ -94,7 +97,7 @@ int runApplication(int argc, char **argv)
     if (!home)
         return refuse(NoHome, home.error().text);
     Theme::apply(application);
-    return openWindow(home.value());
+    return openWindow(home.value(), options.systemRoot);
 }
 
 } // namespace varnel

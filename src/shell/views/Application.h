@@ -6,7 +6,9 @@
 #include "platform/linux/LinuxFolderMaker.h"
 #include "platform/linux/TerminationSignals.h"
 #include "settings/PreferenceFiles.h"
+#include "shell/views/HostServices.h"
 #include "shell/views/MainWindow.h"
+#include "shell/views/QuitFlow.h"
 #include "shell/views/StartOptions.h"
 #include "shell/views/Varnel.h"
 #include "shell/views/VarnelAppDelegate.h"
@@ -19,7 +21,7 @@ namespace varnel {
 class Application {
 public:
     /// The application object exists already.
-    explicit Application(const HomeFolder &home);
+    Application(const HomeFolder &home, const QString &systemRoot);
 
     [[nodiscard]] MainWindow &window() { return mainWindow; }
 
@@ -29,10 +31,13 @@ private:
     LinuxFinderInfo finderInfo;
     LinuxFolderMaker folders;
     LinuxCommandRunner runner;
+    HostServices host;
     QtDialogs dialogs;
     VarnelAppDelegate delegate;
     MainWindow mainWindow;
+    PageContext context;
     Varnel controller;
+    QuitFlow quitFlow;
     TerminationSignals terminationSignals;
 };
 

@@ -5,6 +5,7 @@
 #include "ui_MainWindow.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QMenu>
 
@@ -96,6 +97,16 @@ PageContainer *MainWindow::container(PageId page) const
         return ui->quilletView;
     }
     return nullptr;
+}
+
+void MainWindow::setCloseGate(std::function<bool()> gate)
+{
+    windowShouldClose = std::move(gate);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(!windowShouldClose || windowShouldClose());
 }
 
 void MainWindow::raiseToUser()

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -31,6 +32,9 @@ public:
     /// Null for none.
     [[nodiscard]] PageContainer *container(PageId page) const;
 
+    /// Asked whenever the user closes the window; false keeps it open. Without one it closes.
+    void setCloseGate(std::function<bool()> gate);
+
     /// To the front, also from a minimised state.
     void raiseToUser();
 
@@ -38,12 +42,16 @@ signals:
     /// The application menu's quit command.
     void quitRequested();
 
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void dressBand(const HomeFolder &home);
     void dressTabs();
     void makeMenu();
 
     std::unique_ptr<Ui::MainWindow> ui;
+    std::function<bool()> windowShouldClose;
 };
 
 } // namespace varnel

@@ -11,6 +11,7 @@ namespace varnel {
 struct StartOptions {
     std::optional<QString> home; ///< as typed
     bool newHome = false; ///< make the standard folders of that home
+    QString systemRoot = QStringLiteral("/"); ///< whose system version is told
     QString answer; ///< a text to print in place of opening the window
     QString mistake; ///< what is wrong with the command line
 };

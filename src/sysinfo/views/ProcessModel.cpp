@@ -1,21 +1,12 @@
 #include "sysinfo/views/ProcessModel.h"
 
-#include <QImageReader>
-#include <QPixmap>
+#include "ui/FileIcon.h"
 
 #include <utility>
 
 namespace varnel {
 
 namespace {
-
-/// No icon where the file is missing or is no image.
-QIcon loadIcon(const QString &path)
-{
-    QImageReader reader(path);
-    const QImage image = reader.read();
-    return image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
-}
 
 bool isNumber(int column)
 {
@@ -69,7 +60,7 @@ QIcon ProcessModel::icon(const QString &path) const
 {
     auto known = icons.find(path);
     if (known == icons.end())
-        known = icons.insert(path, loadIcon(path));
+        known = icons.insert(path, fileIcon(path));
     return *known;
 }
 

@@ -1,5 +1,6 @@
 #include "settings/PendingChanges.h"
 
+#include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
 #include "support/SettingsHome.h"
 
@@ -185,4 +186,28 @@ TEST_F(PendingChangesTest, AFailedWriteIsToldRaisesItsFlagAndStopsNothing)
     EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));
     EXPECT_TRUE(changes.isEmpty());
     EXPECT_EQ(home.bytes(u"com.apple.dock.plist"_qs), "broken");
+}
+
+TEST(PendingChangesFaults, WhicheverFileFailsItIsAsItWasAndTheOthersAreWritten)
+{
+    const QList<ChangeRecord> wanted {{1009, 0, none}, {1100, 1, none}, {1500, 0, none}};
+    for (int failing = 1; failing <= wanted.size() + 1; ++failing) {
+        SettingsHome home;
+        for (const char *name : {"dock", "finder", "Mail"})
+            home.put(u"com.apple."_qs + QString::fromLatin1(name) + u".plist",
+                     u"<key>other</key><true/>"_qs);
+        FailingFileStore store(home.store);
+        store.failOperation(failing, {ErrorCode::Failed, u"disk"_qs});
+        PreferenceFiles files(store);
+        SettingAccess access(home.home.home(), files, home.finderInfo);
+        QList<ChangeRecord> changes = wanted;
+        QList<ChangeRecord> backups;
+        RecordingKeeper keeper;
+        PendingChanges pending(changes, backups, home.flags, access, keeper);
+        EXPECT_EQ(pending.saveChanges().size(), failing <= wanted.size() ? 1 : 0);
+        for (int i = 0; i < wanted.size(); ++i) {
+            const SettingReading reading = home.read(wanted[i].locationId);
+            EXPECT_EQ(reading.found, i != failing - 1) << failing << ' ' << i;
+        }
+    }
 }

@@ -16,9 +16,9 @@ QList<int> ids(const QList<SearchResult> &results)
     return all;
 }
 
-QList<int> found(const char16_t *typed)
+QList<int> found(QStringView typed)
 {
-    return ids(findSettings(QString(typed)));
+    return ids(findSettings(typed.toString()));
 }
 
 } // namespace

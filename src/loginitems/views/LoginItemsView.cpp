@@ -1,0 +1,262 @@
+#include "loginitems/views/LoginItemsView.h"
+
+#include "loginitems/views/LoginItemChangesInfoWindow.h"
+#include "loginitems/views/LoginItemsModel.h"
+#include "platform/SessionLoginItems.h"
+#include "shell/SharedObject.h"
+#include "shell/Tools.h"
+#include "ui/CaptionRow.h"
+#include "ui/Dialogs.h"
+#include "ui/Icons.h"
+#include "ui/ImageAndTextCell.h"
+#include "ui/Theme.h"
+
+#include <QHeaderView>
+#include <QPointer>
+#include <QShortcut>
+
+#include "ui_LoginItemsView.h"
+
+namespace varnel {
+
+LoginItemsView::LoginItemsView(const PageContext &context)
+    : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
+      preferences(context.home.preferencesDirectory()),
+      store(Tools(context.home, context.folders, context.runner).pathForSupportFolder()),
+      backup(context.shared.backupFileName()),
+      access(context.host->loginItems, store, backup, context.host->files),
+      pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
+{
+    ui->setupUi(this);
+    setUpTable();
+    dressControls();
+    connectControls();
+    setSaveButtonsEnabled(false);
+    readData();
+    tableViewSelected();
+}
+
+LoginItemsView::~LoginItemsView() = default;
+
+void LoginItemsView::setUpTable()
+{
+    QTableView *table = ui->tableView;
+    table->setModel(rows);
+    Theme::makeList(table);
+    auto *nameCell = new ImageAndTextCell(table);
+    auto *pathCell = new ImageAndTextCell(table);
+    pathCell->setElideMode(Qt::ElideMiddle);
+    table->setItemDelegateForColumn(LoginItemsModel::Name, nameCell);
+    table->setItemDelegateForColumn(LoginItemsModel::Path, pathCell);
+    table->setColumnWidth(LoginItemsModel::Enabled, 40);
+    table->setColumnWidth(LoginItemsModel::Name, 240);
+    table->horizontalHeader()->setStretchLastSection(true);
+}
+
+void LoginItemsView::dressControls()
+{
+    ui->shadow->setShadowColor(QColor::fromRgbF(0.66F, 0.66F, 0.66F));
+    ui->shadow->setBlurRadius(3.0);
+    Theme::makeAccentButton(ui->saveButton);
+    ui->saveButton->setIcon(Icons::icon(QStringLiteral("Save")));
+    ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
+    ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
+    ui->addButton->setIcon(Icons::icon(QStringLiteral("Add")));
+    ui->removeButton->setIcon(Icons::icon(QStringLiteral("Remove")));
+    for (QLabel *caption : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->addLabel,
+                            ui->removeLabel, ui->emptyLabel})
+        Theme::setTextRole(caption, Theme::TextRole::Help);
+}
+
+void LoginItemsView::connectControls()
+{
+    connect(rows, &LoginItemsModel::enabledChanged, this, &LoginItemsView::enabledDidChange);
+    connect(ui->tableView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        tableViewSelectionDidChange();
+        tableViewSelected();
+    });
+    connect(ui->addButton, &QPushButton::clicked, this, &LoginItemsView::addAppAsLoginItem);
+    connect(ui->removeButton, &QPushButton::clicked, this, &LoginItemsView::deleteAppFromLoginItem);
+    connect(ui->saveButton, &QPushButton::clicked, this, &LoginItemsView::saveChanges);
+    connect(ui->cancelButton, &QPushButton::clicked, this, &LoginItemsView::cancelChanges);
+    connect(ui->viewButton, &QPushButton::clicked, this, &LoginItemsView::viewChanges);
+    const auto onKey = [this](const QKeySequence &key, void (LoginItemsView::*slot)()) {
+        auto *shortcut = new QShortcut(key, ui->tableView);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, slot);
+    };
+    onKey(QKeySequence::Delete, &LoginItemsView::deleteAppFromLoginItem);
+    onKey(Qt::Key_Space, &LoginItemsView::toggleCurrentRow);
+}
+
+void LoginItemsView::placeFooter()
+{
+    layout()->activate();
+    const int left = ui->shadow->x() + ui->tableView->x() - ui->footer->x();
+    const int height = layOutCaptionRow({{ui->saveButton, ui->saveLabel},
+                                         {ui->cancelButton, ui->cancelLabel},
+                                         {ui->viewButton, ui->viewLabel}},
+                                        left);
+    // The second group keeps the same rule, and ends where the list ends.
+    const int gapBetween = 15;
+    const int groupWidth = ui->removeLabel->sizeHint().width() + gapBetween
+        + ui->addLabel->sizeHint().width();
+    layOutCaptionRow({{ui->removeButton, ui->removeLabel}, {ui->addButton, ui->addLabel}},
+                     left + ui->tableView->width() - groupWidth - Theme::gapSmall);
+    ui->footer->setFixedHeight(height);
+}
+
+void LoginItemsView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeFooter();
+}
+
+void LoginItemsView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        placeFooter();
+}
+
+void LoginItemsView::readData()
+{
+    access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    rows->setRows(access.readData());
+    showEmptyText();
+    tableViewSelectionDidChange();
+    tableViewSelected();
+}
+
+void LoginItemsView::showEmptyText()
+{
+    ui->emptyLabel->setVisible(rows->rowCount() == 0);
+}
+
+void LoginItemsView::addAppAsLoginItem()
+{
+    const std::optional<QString> path =
+        context.dialogs.chooseApplication(this, context.host->loginItems.applicationsFolder());
+    if (!path)
+        return;
+    rows->appendRow(access.newRow(*path));
+    showEmptyText();
+    // Not enabled, although its row is ticked: saving puts it into the store, and the user ticks
+    // it there to make it a login item.
+    addDataToChangeDataList(LoginItemChange::Add, *path, false);
+    enableSaveButton();
+}
+
+void LoginItemsView::deleteAppFromLoginItem()
+{
+    const int row = selectedRowIndex;
+    if (row < 0 || row >= rows->rowCount())
+        return;
+    const LoginItemRow item = rows->rows()[row];
+    rows->removeRowAt(row);
+    showEmptyText();
+    addDataToChangeDataList(LoginItemChange::Remove, item.path, item.enabled);
+    enableSaveButton();
+}
+
+void LoginItemsView::toggleCurrentRow()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    const QModelIndex box = rows->index(row, LoginItemsModel::Enabled);
+    rows->setData(box, rows->rows()[row].enabled ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+void LoginItemsView::enabledDidChange(int row, bool enabled)
+{
+    addDataToChangeDataList(enabled ? LoginItemChange::Enable : LoginItemChange::Disable,
+                            rows->rows()[row].path, false);
+    enableSaveButton();
+}
+
+void LoginItemsView::addDataToChangeDataList(int actionId, const QString &path, bool enabled)
+{
+    pending.addDataToChangeDataList(actionId, path, enabled);
+}
+
+Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool enabled,
+                                       bool backupFirst)
+{
+    access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    return access.writeData(actionId, path, enabled, backupFirst);
+}
+
+void LoginItemsView::saveChanges()
+{
+    access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
+    (void)pending.saveChanges();
+    disableSaveButton();
+}
+
+void LoginItemsView::cancelChanges()
+{
+    context.dialogs.showAlert(
+        this,
+        {QStringLiteral("Cancel All Latest Changes"),
+         QStringLiteral("Are you sure you want to cancel all latest changes you've made with this "
+                        "program"),
+         {QStringLiteral("Cancel Changes"), QStringLiteral("Continue")}},
+        [self = QPointer<LoginItemsView>(this)](int code) {
+            if (self)
+                self->cancelAlertDidEnd(code);
+        });
+}
+
+void LoginItemsView::cancelAlertDidEnd(int returnCode)
+{
+    if (returnCode != FirstButton)
+        return;
+    readData();
+    pending.dropChanges();
+    disableSaveButton();
+}
+
+void LoginItemsView::viewChanges()
+{
+    if (loginItemChangesInfoWindow == nullptr)
+        loginItemChangesInfoWindow = new LoginItemChangesInfoWindow(context.shared, window());
+    context.dialogs.showSheet(loginItemChangesInfoWindow);
+    loginItemChangesInfoWindow->readChangesData();
+}
+
+void LoginItemsView::enableSaveButton()
+{
+    setSaveButtonsEnabled(true);
+}
+
+void LoginItemsView::disableSaveButton()
+{
+    setSaveButtonsEnabled(false);
+}
+
+void LoginItemsView::setSaveButtonsEnabled(bool enabled)
+{
+    ui->saveButton->setEnabled(enabled);
+    ui->cancelButton->setEnabled(enabled);
+    ui->viewButton->setEnabled(enabled);
+}
+
+int LoginItemsView::selectedRow() const
+{
+    const QModelIndexList selected = ui->tableView->selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+void LoginItemsView::tableViewSelected()
+{
+    ui->removeButton->setEnabled(selectedRow() >= 0);
+}
+
+void LoginItemsView::tableViewSelectionDidChange()
+{
+    selectedRowIndex = selectedRow();
+}
+
+} // namespace varnel

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "backup/LoginItemsBackupWriter.h"
+#include "loginitems/DisabledItemsStore.h"
+#include "loginitems/LoginItemsAccess.h"
+#include "loginitems/PendingLoginItems.h"
+#include "ui/PageContext.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class LoginItemsView;
+}
+
+namespace varnel {
+
+class LoginItemChangesInfoWindow;
+class LoginItemsModel;
+
+/// What opens at login, and what this program has taken out of that list.
+class LoginItemsView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit LoginItemsView(const PageContext &context);
+    ~LoginItemsView() override;
+
+    /// Reads both places afresh.
+    void readData();
+
+    /// Asks for an application; it is added as a pending change.
+    void addAppAsLoginItem();
+    void deleteAppFromLoginItem();
+
+    void addDataToChangeDataList(int actionId, const QString &path, bool enabled);
+    /// Makes one change at once. Failures have been logged.
+    Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
+
+    void saveChanges();
+    /// Asks first.
+    void cancelChanges();
+    void cancelAlertDidEnd(int returnCode);
+    void viewChanges();
+
+    /// Save, Cancel and View together.
+    void enableSaveButton();
+    void disableSaveButton();
+
+    /// The row that was selected last; -1 for none.
+    [[nodiscard]] int currentSelectedRowIndex() const { return selectedRowIndex; }
+    [[nodiscard]] const LoginItemsModel *data() const { return rows; }
+    [[nodiscard]] const QString &disableLoginItemsDBFilePath() const { return store.path(); }
+    [[nodiscard]] const QString &preferencesDirectory() const { return preferences; }
+
+    void tableViewSelected();
+    void tableViewSelectionDidChange();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void setUpTable();
+    void connectControls();
+    void dressControls();
+    void placeFooter();
+    void setSaveButtonsEnabled(bool enabled);
+    void showEmptyText();
+    void toggleCurrentRow();
+    void enabledDidChange(int row, bool enabled);
+    [[nodiscard]] int selectedRow() const;
+
+    PageContext context;
+    std::unique_ptr<Ui::LoginItemsView> ui;
+    QString preferences;
+    DisabledItemsStore store;
+    LoginItemsBackupWriter backup;
+    LoginItemsAccess access;
+    PendingLoginItems pending;
+    LoginItemsModel *rows;
+    LoginItemChangesInfoWindow *loginItemChangesInfoWindow = nullptr; ///< made when first shown
+    int selectedRowIndex = -1;
+};
+
+} // namespace varnel

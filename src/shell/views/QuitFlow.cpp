@@ -1,0 +1,120 @@
+#include "shell/views/QuitFlow.h"
+
+#include "loginitems/views/LoginItems.h"
+#include "loginitems/views/LoginItemsView.h"
+#include "settings/views/Quillet.h"
+#include "shell/QuitDecision.h"
+#include "shell/SharedObject.h"
+#include "shell/Tools.h"
+#include "shell/views/CloseApplicationsSheet.h"
+#include "shell/views/CloseRowsModel.h"
+#include "ui/Dialogs.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace varnel {
+
+QuitFlow::QuitFlow(const PageContext &context, QWidget &mainWindow, std::function<void()> terminate)
+    : context(context), mainWindow(mainWindow), terminate(std::move(terminate))
+{
+}
+
+bool QuitFlow::windowShouldClose()
+{
+    if (forceToClose)
+        return true;
+    if (asking)
+        return false;
+    const qsizetype loginItemChanges = context.shared.loginItemCommands().size();
+    const qsizetype settingChanges = context.shared.quilletCommands().size();
+    if (loginItemChanges == 0 && settingChanges == 0)
+        return !checkKillAppStatus();
+    askToSave(settingChanges, loginItemChanges);
+    return false;
+}
+
+void QuitFlow::askToSave(qsizetype settingChanges, qsizetype loginItemChanges)
+{
+    asking = true;
+    const Alert alert {
+        QStringLiteral("Save Changes"),
+        savePromptText(settingChanges, loginItemChanges),
+        {QStringLiteral("Save"), QStringLiteral("Cancel"), QStringLiteral("Don't Save")},
+    };
+    context.dialogs.showAlert(&mainWindow, alert, [self = QPointer<QuitFlow>(this)](int code) {
+        if (self)
+            self->saveAlertDidEnd(code);
+    });
+}
+
+void QuitFlow::saveAlertDidEnd(int returnCode)
+{
+    asking = false;
+    if (returnCode == FirstButton)
+        savePending();
+    else if (returnCode != ThirdButton)
+        return;
+    if (!checkKillAppStatus())
+        finish();
+}
+
+void QuitFlow::savePending()
+{
+    const bool settingsPending = !context.shared.quilletCommands().isEmpty();
+    if (!context.shared.loginItemCommands().isEmpty()) {
+        const std::shared_ptr<LoginItems> page = context.shared.loginItems();
+        if (LoginItemsView *view = page ? page->loginItemsView() : nullptr)
+            view->saveChanges();
+    }
+    if (const std::shared_ptr<Quillet> quillet = context.shared.quillet();
+        quillet && settingsPending)
+        quillet->saveChanges();
+}
+
+bool QuitFlow::checkKillAppStatus()
+{
+    const QList<CloseRow> rows = closeRows(context.shared.restartFlags());
+    if (rows.isEmpty())
+        return false;
+    if (sheet == nullptr) {
+        sheet = new CloseApplicationsSheet(&mainWindow);
+        connect(sheet, &CloseApplicationsSheet::confirmed, this,
+                &QuitFlow::killAppAndCloseKillAppWindow);
+        connect(sheet, &CloseApplicationsSheet::skipped, this, &QuitFlow::closeKillAppWindow);
+    }
+    sheet->rows()->appendRows(rows);
+    sheet->fitRows();
+    asking = true;
+    context.dialogs.showSheet(sheet);
+    return true;
+}
+
+void QuitFlow::killAppAndCloseKillAppWindow()
+{
+    const QList<CloseRow> rows = sheet->rows()->rows();
+    for (const QString &process : processesToEnd(rows))
+        killApp(process);
+    closeKillAppWindow();
+}
+
+void QuitFlow::closeKillAppWindow()
+{
+    killApp(systemInterfaceProcess());
+    sheet->done(QDialog::Accepted);
+    finish();
+}
+
+void QuitFlow::finish()
+{
+    terminate();
+    forceToClose = true;
+}
+
+void QuitFlow::killApp(const QString &process) const
+{
+    Tools(context.home, context.folders, context.runner).killApp(process);
+}
+
+} // namespace varnel
