@@ -171,6 +171,21 @@ TEST_F(LinuxInstanceGuardTest, AFirstThatDoesNotListenIsToldAndStaysTheOnlyOne)
     EXPECT_TRUE(lines.first().contains(home.path()));
 }
 
+TEST_F(LinuxInstanceGuardTest, WithoutALockTheWindowOpensAllTheSame)
+{
+    {
+        LinuxInstanceGuard named;
+        ASSERT_EQ(acquire(named, home.path()), Outcome::First);
+    }
+    const QString lock = runtime.path() + u'/' + entriesOf(runtime.path()).first();
+    ASSERT_TRUE(QFile::remove(lock) && QDir().mkdir(lock));
+    LinuxInstanceGuard guard;
+    EXPECT_EQ(acquire(guard, home.path()), Outcome::First);
+    const QStringList lines = log.texts(QStringLiteral("varnel.io"));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_TRUE(lines.first().endsWith(qt_error_string(EISDIR)));
+}
+
 TEST_F(LinuxInstanceGuardTest, TheSessionsFolderIsUsedOnlyIfItIsPrivate)
 {
     const QByteArray own = "/tmp/varnel-" + QByteArray::number(::geteuid());
