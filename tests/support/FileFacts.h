@@ -32,13 +32,16 @@ void giveAll(const QString &folder, uid_t user, gid_t group);
 /// Somebody who has no account and owns nothing yet.
 constexpr uid_t stranger = 54321;
 
-/// Acts as another user while it lives. Only for root.
+/// Acts as another user while it lives, if this is root; a plain user goes on as himself.
 class ActingAs {
 public:
     explicit ActingAs(uid_t user);
     ActingAs(const ActingAs &) = delete;
     ActingAs &operator=(const ActingAs &) = delete;
     ~ActingAs();
+
+private:
+    bool changed;
 };
 
 } // namespace varnel::test

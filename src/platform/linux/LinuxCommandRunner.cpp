@@ -36,6 +36,8 @@ Result<QString> LinuxCommandRunner::run(const QString &launchPath, const QString
         return fail(launchPath, QStringLiteral("Not an absolute path"));
     QProcess child;
     child.setProcessChannelMode(QProcess::MergedChannels);
+    // A child that asks something must find the end of its input, not wait for an answer.
+    child.setStandardInputFile(QProcess::nullDevice());
     child.setChildProcessModifier(dropPrivileges);
     child.start(launchPath, arguments, QIODevice::ReadOnly);
     if (!child.waitForStarted(-1))

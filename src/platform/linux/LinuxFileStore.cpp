@@ -127,8 +127,10 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)
 {
     // The change is made; only a power cut in the next moments could still take it back.
-    if (uninterrupted([&] { return ::fsync(place.folder.get()); }) != 0 && errno != EINVAL)
-        varnelLog(lcIo, path + u": The folder could not be flushed: " + qt_error_string(errno));
+    const bool flushed = uninterrupted([&] { return ::fsync(place.folder.get()); }) == 0;
+    // Logging has calls of its own, which set errno too.
+    if (const int error = flushed ? 0 : errno; error != 0 && error != EINVAL)
+        varnelLog(lcIo, path + u": The folder could not be flushed: " + qt_error_string(error));
     if (!withoutLock)
         return;
     varnelLog(lcIo, path + u": Changed although another run is changing files beside it");

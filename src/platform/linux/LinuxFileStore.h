@@ -23,6 +23,7 @@ struct Place;
 /// - A file that another program changed between reading and replacing stands as that program left
 ///   it (Failed).
 /// - A new file that a missing folder would have to hold is NotFound.
+/// - Where the file system has no locks on folders, updates do without.
 /// - Every failure but NotFound is logged to lcIo, naming the file; one and the same failure to
 ///   read once only. The change function's own errors are passed on as they are, not logged.
 /// - An update must not start another one within its change function: it would wait for itself.

@@ -53,6 +53,12 @@ bool askToRaise(const QByteArray &socketPath)
            });
 }
 
+/// The error comes as an argument, because logging has calls of its own, which set errno too.
+void logFailure(const QString &what, int error)
+{
+    varnelLog(lcIo, what + u": " + qt_error_string(error));
+}
+
 } // namespace
 
 LinuxInstanceGuard::LinuxInstanceGuard(std::chrono::milliseconds patience) : patience(patience) { }
@@ -69,13 +75,16 @@ InstanceGuard::Outcome LinuxInstanceGuard::acquire(const QString &home, std::fun
 {
     onRaise = std::move(raise);
     const QByteArray folder = runtimeFolder();
+    if (folder.isEmpty()) {
+        varnelLog(lcIo, u"No private folder for the lock of the window of " + home);
+        return Outcome::First;
+    }
     const QByteArray base = folder + '/' + baseName(home);
     const QByteArray lockPath = base + ".lock";
-    if (!folder.isEmpty())
-        lock = FileDescriptor(::open(lockPath.constData(),
-                                     O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    lock = FileDescriptor(
+        ::open(lockPath.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!lock) {
-        varnelLog(lcIo, u"No lock for the window of " + home + u": " + qt_error_string(errno));
+        logFailure(u"No lock for the window of " + home, errno);
         return Outcome::First;
     }
     return compete(base + ".socket", home);
@@ -93,7 +102,7 @@ InstanceGuard::Outcome LinuxInstanceGuard::compete(const QByteArray &path, const
             return Outcome::First;
         }
         if (errno != EWOULDBLOCK) {
-            varnelLog(lcIo, QFile::decodeName(path) + u": " + qt_error_string(errno));
+            logFailure(QFile::decodeName(path), errno);
             return Outcome::First;
         }
         if (askToRaise(path))
@@ -115,7 +124,7 @@ void LinuxInstanceGuard::listen(const QByteArray &path)
                            return ::bind(made.get(), address, size);
                        });
     if (!bound || ::listen(made.get(), SOMAXCONN) != 0) {
-        varnelLog(lcIo, QFile::decodeName(path) + u": " + qt_error_string(errno));
+        logFailure(QFile::decodeName(path), errno);
         return;
     }
     socketPath = path;

@@ -182,6 +182,20 @@ TEST_F(LinuxFileStoreForeignLinks, APathThatStartsElsewhereIsRefused)
     expectRefused(secret);
 }
 
+TEST(LinuxFileStoreSomebodysHome, ALinkOutIsRefusedWithoutPrivilegesToo)
+{
+    // A folder of the machine's own stands in for the home, where this user is not its owner.
+    const QString link = QStringLiteral("/etc/os-release");
+    if (::geteuid() == 0 || !QFileInfo(link).symLinkTarget().startsWith(QStringLiteral("/usr/")))
+        GTEST_SKIP() << "needs a plain user and a link in a folder of the system";
+    const LogCapture log;
+    const LinuxFileStore store({QStringLiteral("/etc"), false});
+    const Result<QByteArray> result = store.read(link);
+    ASSERT_FALSE(result.ok());
+    EXPECT_EQ(result.error().code, ErrorCode::NotPermitted);
+    EXPECT_TRUE(store.read(QStringLiteral("/etc/passwd")).ok());
+}
+
 TEST_F(LinuxFileStoreForeignLinks, AHomeThatIsItselfReachedThroughALinkIsTheHome)
 {
     handOver();

@@ -57,12 +57,13 @@ struct ForeignHome : StoreFixture {
     void handOver() { giveAll(home.path(), stranger, stranger); }
 };
 
-/// The home belongs to a user without privileges, who then does the work.
+/// The home belongs to a user without privileges, who then does the work: whoever runs the test,
+/// or for root somebody else.
 struct PlainUser : StoreFixture {
-    void SetUp() override { VARNEL_NEEDS_ROOT(); }
     [[nodiscard]] bool homeIsInReach()
     {
-        giveAll(home.path(), stranger, stranger);
+        if (::geteuid() == 0)
+            giveAll(home.path(), stranger, stranger);
         const ActingAs user(stranger);
         return ::faccessat(AT_FDCWD, qPrintable(folder), R_OK | W_OK | X_OK, AT_EACCESS) == 0;
     }
