@@ -62,9 +62,9 @@ int openWindow(const HomeFolder &home)
 
 Application::Application(const HomeFolder &home)
     : store(home), files(store), finderInfo(home), mainWindow(home),
-      controller(
-          {home, SharedObject::getSharedObject(), files, finderInfo, folders, runner, dialogs},
-          mainWindow),
+      controller({home, SharedObject::getSharedObject(), files, finderInfo, folders, runner,
+                  dialogs, &host},
+                 mainWindow),
       terminationSignals(&VarnelAppDelegate::terminate)
 {
     QObject::connect(&mainWindow, &MainWindow::quitRequested, &VarnelAppDelegate::terminate);

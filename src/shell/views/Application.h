@@ -1,9 +1,14 @@
 #pragma once
 
 #include "platform/linux/LinuxCommandRunner.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxProcessManager.h"
+#include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/LinuxSystemFacts.h"
 #include "platform/linux/TerminationSignals.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/views/MainWindow.h"
@@ -29,6 +34,12 @@ private:
     LinuxFinderInfo finderInfo;
     LinuxFolderMaker folders;
     LinuxCommandRunner runner;
+    LinuxSystemFacts facts;
+    LinuxProcessTable processTable;
+    LinuxProcessManager processManager;
+    LinuxDesktop desktop;
+    LinuxFileReader hostFiles;
+    HostPorts host {facts, processTable, processManager, desktop, hostFiles};
     QtDialogs dialogs;
     VarnelAppDelegate delegate;
     MainWindow mainWindow;
