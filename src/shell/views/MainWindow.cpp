@@ -28,8 +28,8 @@ MainWindow::MainWindow(const HomeFolder &home) : ui(std::make_unique<Ui::MainWin
     dressBand(home);
     dressTabs();
     makeMenu();
-    setMinimumSize(Theme::WindowMinimumWidth, Theme::WindowMinimumHeight);
-    resize(Theme::WindowWidth, Theme::WindowHeight);
+    setMinimumSize(Theme::windowMinimumWidth, Theme::windowMinimumHeight);
+    resize(Theme::windowWidth, Theme::windowHeight);
 }
 
 MainWindow::~MainWindow() = default;
@@ -37,7 +37,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::dressBand(const HomeFolder &home)
 {
     ui->bandIcon->setPixmap(
-        windowIcon().pixmap(QSize(Theme::BandIconSize, Theme::BandIconSize), devicePixelRatioF()));
+        windowIcon().pixmap(QSize(Theme::bandIconSize, Theme::bandIconSize), devicePixelRatioF()));
     Theme::setTextRole(ui->bandName, Theme::TextRole::BandName);
     for (QWidget *small :
          {static_cast<QWidget *>(ui->bandSubtitle), static_cast<QWidget *>(ui->editedHome)})

@@ -22,7 +22,7 @@ MenuButton::MenuButton(QWidget *parent) : QToolButton(parent)
 
 QSize MenuButton::sizeHint() const
 {
-    return {Theme::GapHuge, Theme::GapHuge};
+    return {Theme::gapHuge, Theme::gapHuge};
 }
 
 void MenuButton::paintEvent(QPaintEvent *)
@@ -36,7 +36,7 @@ void MenuButton::paintEvent(QPaintEvent *)
         painter.setBrush(veil);
         painter.setPen(hasFocus() ? QPen(ink, 1) : QPen(Qt::NoPen));
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5),
-                                Theme::FloatingRadius, Theme::FloatingRadius);
+                                Theme::floatingRadius, Theme::floatingRadius);
     }
     painter.setPen(QPen(ink, lineWidth, Qt::SolidLine, Qt::RoundCap));
     const QPointF middle = QRectF(rect()).center();

@@ -22,7 +22,7 @@ PageTabBar::PageTabBar(QWidget *parent) : QTabBar(parent)
     setElideMode(Qt::ElideNone);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);
-    setIconSize({Theme::TabIconSize, Theme::TabIconSize});
+    setIconSize({Theme::tabIconSize, Theme::tabIconSize});
 }
 
 QFont PageTabBar::fontOf(int index) const
@@ -35,7 +35,7 @@ QSize PageTabBar::tabSizeHint(int index) const
     // By the chosen tab's heavier letters, so that nothing moves when another is chosen.
     const QFontMetrics metrics(Theme::font(Theme::TextRole::RowTitle, font()));
     const int word = metrics.horizontalAdvance(tabText(index));
-    return {Theme::Gap + Theme::TabIconSize + Theme::GapSmall + word + Theme::Gap, barHeight};
+    return {Theme::gap + Theme::tabIconSize + Theme::gapSmall + word + Theme::gap, barHeight};
 }
 
 void PageTabBar::paintEvent(QPaintEvent *)
@@ -51,35 +51,35 @@ void PageTabBar::drawTab(QPainter &painter, int index) const
     const bool chosen = index == currentIndex();
     const QColor accent = Theme::accent(palette());
     const QRect plate =
-        tab.adjusted(Theme::GapTiny, Theme::GapTiny, -Theme::GapTiny, -Theme::GapTiny - markHeight);
+        tab.adjusted(Theme::gapTiny, Theme::gapTiny, -Theme::gapTiny, -Theme::gapTiny - markHeight);
     painter.setRenderHint(QPainter::Antialiasing);
     if (index == hovered && !chosen) {
         QColor veil = palette().color(QPalette::WindowText);
         veil.setAlphaF(0.06F);
         painter.setPen(Qt::NoPen);
         painter.setBrush(veil);
-        painter.drawRoundedRect(plate, Theme::FloatingRadius, Theme::FloatingRadius);
+        painter.drawRoundedRect(plate, Theme::floatingRadius, Theme::floatingRadius);
     }
     if (chosen && hasFocus()) {
         painter.setPen(QPen(accent, 1.5));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(plate).adjusted(1, 1, -1, -1), Theme::FloatingRadius,
-                                Theme::FloatingRadius);
+        painter.drawRoundedRect(QRectF(plate).adjusted(1, 1, -1, -1), Theme::floatingRadius,
+                                Theme::floatingRadius);
     }
-    const int left = tab.left() + Theme::Gap;
-    const QRect icon(left, tab.top() + (tab.height() - markHeight - Theme::TabIconSize) / 2,
-                     Theme::TabIconSize, Theme::TabIconSize);
+    const int left = tab.left() + Theme::gap;
+    const QRect icon(left, tab.top() + (tab.height() - markHeight - Theme::tabIconSize) / 2,
+                     Theme::tabIconSize, Theme::tabIconSize);
     tabIcon(index).paint(&painter, icon);
     painter.setFont(fontOf(index));
     painter.setPen(chosen ? accent : palette().color(QPalette::WindowText));
-    const QRect word(icon.right() + 1 + Theme::GapSmall, tab.top(),
-                     tab.right() - icon.right() - Theme::GapSmall, tab.height() - markHeight);
+    const QRect word(icon.right() + 1 + Theme::gapSmall, tab.top(),
+                     tab.right() - icon.right() - Theme::gapSmall, tab.height() - markHeight);
     painter.drawText(word, int(Qt::AlignVCenter) | Qt::TextSingleLine, tabText(index));
     if (chosen) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(accent);
-        painter.drawRoundedRect(QRectF(tab.left() + Theme::GapSmall, tab.bottom() + 1 - markHeight,
-                                       tab.width() - 2 * Theme::GapSmall, markHeight),
+        painter.drawRoundedRect(QRectF(tab.left() + Theme::gapSmall, tab.bottom() + 1 - markHeight,
+                                       tab.width() - 2 * Theme::gapSmall, markHeight),
                                 markHeight / 2.0, markHeight / 2.0);
     }
 }

@@ -1,6 +1,11 @@
 #include "shell/views/PageTable.h"
 
+#include "settings/views/Quillet.h"
 #include "shell/Tools.h"
+#include "sysinfo/views/SysInfo.h"
+#include "sysinfo/views/SysInfoView.h"
+
+#include <utility>
 
 namespace varnel {
 
@@ -21,29 +26,32 @@ PageGetter makeBackupFolder(const PageContext &context, Varnel &)
     return {};
 }
 
-PageRow row(PageId page, const QString &interfaceName, const QString &loadFailure)
+PageRow row(PageId page, const QString &interfaceName, const QString &loadFailure,
+            decltype(PageRow::make) make)
 {
-    return {page, interfaceName, loadFailure, page, {}, {}};
+    return {page, interfaceName, loadFailure, page, std::move(make), {}};
 }
 
 } // namespace
 
 QList<PageRow> pageTable()
 {
-    PageRow welcome = row(PageId::Welcome, QStringLiteral("WelcomeView"),
-                          QStringLiteral("Error loading Nib for WelcomeView!"));
-    welcome.frameFrom = PageId::SysInfo;
-    const PageRow sysInfo = row(PageId::SysInfo, QStringLiteral("SysInfoView"),
-                                QStringLiteral("Error loading Nib for SysInfoView!"));
-    PageRow loginItems = row(PageId::LoginItems, QStringLiteral("LoginItemsView"),
-                             QStringLiteral("Error loading Nib for LoginItems!"));
-    loginItems.make = makeSupportFolder;
-    PageRow restoreBackup = row(PageId::RestoreBackup, QStringLiteral("RestoreBackupView"),
-                                QStringLiteral("Error loading Nib for RestoreBackup!"));
-    restoreBackup.make = makeBackupFolder;
-    const PageRow quillet = row(PageId::Quillet, QStringLiteral("QuilletView"),
-                                QStringLiteral("Error loading Nib for Quillet!"));
-    return {welcome, sysInfo, loginItems, restoreBackup, quillet};
+    QList<PageRow> table {
+        row(PageId::Welcome, QStringLiteral("WelcomeView"),
+            QStringLiteral("Error loading Nib for WelcomeView!"), {}),
+        row(PageId::SysInfo, QStringLiteral("SysInfoView"),
+            QStringLiteral("Error loading Nib for SysInfoView!"),
+            makePage<SysInfo, &SharedObject::setSysInfo, &SysInfo::getCustomView>),
+        row(PageId::LoginItems, QStringLiteral("LoginItemsView"),
+            QStringLiteral("Error loading Nib for LoginItems!"), makeSupportFolder),
+        row(PageId::RestoreBackup, QStringLiteral("RestoreBackupView"),
+            QStringLiteral("Error loading Nib for RestoreBackup!"), makeBackupFolder),
+        row(PageId::Quillet, QStringLiteral("QuilletView"),
+            QStringLiteral("Error loading Nib for Quillet!"),
+            makePage<Quillet, &SharedObject::setQuillet, &Quillet::getQuilletView>),
+    };
+    table.first().frameFrom = PageId::SysInfo;
+    return table;
 }
 
 } // namespace varnel

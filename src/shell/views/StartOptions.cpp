@@ -23,8 +23,8 @@ StartOptions parseStartOptions(const QStringList &arguments)
 {
     const QCommandLineOption home(QStringLiteral("home"), {}, QStringLiteral("DIR"));
     const QCommandLineOption newHome(QStringLiteral("new-home"));
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")});
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption version(QStringList {QStringLiteral("v"), QStringLiteral("version")});
+    const QCommandLineOption help(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     QCommandLineParser parser;
     parser.addOptions({home, newHome, version, help});
     const bool understood = parser.parse(arguments);

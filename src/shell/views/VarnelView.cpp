@@ -12,7 +12,7 @@ void VarnelView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     const QColor ground = Theme::isDark(palette()) ? palette().color(QPalette::Base) : Qt::white;
     painter.fillRect(event->rect(), ground);
-    Theme::drawBand(&painter, QRect(0, 0, width(), Theme::BandHeight), palette());
+    Theme::drawBand(&painter, QRect(0, 0, width(), Theme::bandHeight), palette());
 }
 
 } // namespace varnel
