@@ -9,8 +9,12 @@ function(varnel_add_icons target)
   file(GLOB masters CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/icons/*.svg)
   set(out ${CMAKE_BINARY_DIR}/icons)
   set(compiled ${CMAKE_BINARY_DIR}/icons/qrc_icons.cpp)
-  # As in src/ui/Icons.cpp. PNG is packed already: packing it again only costs time at the start.
+  # Edge lengths in device pixels: 16 to 64 logical pixels at scale 1 and 2, and the steps between
+  # that scale 1.5 asks for.
   set(sizes 16 20 24 32 40 48 64 96 128)
+  list(JOIN sizes "," size_list)
+  target_compile_definitions(${target} PRIVATE "VARNEL_ICON_SIZES=${size_list}")
+  # PNG is packed already: packing it again would only cost time at the start.
   add_custom_command(OUTPUT ${compiled}
     COMMAND varnel_render_icons ${CMAKE_SOURCE_DIR}/resources/icons ${out} ${sizes}
     COMMAND Qt6::rcc --no-compress --name icons -o ${compiled} ${out}/icons.qrc

@@ -26,8 +26,10 @@ QString numberText(const SettingRow &row, int number)
 
 QString barItemsText(const SettingRow &row, const QString &text)
 {
-    const QString names = BarItems::fromText(text).names().join(u", ");
-    const QString sentence = fillIn(row.otherAction, {names});
+    const QStringList names = BarItems::fromText(text).names();
+    // Joining no names gives null, which would be printed by name.
+    const QString list = names.isEmpty() ? u""_qs : names.join(u", ");
+    const QString sentence = fillIn(row.otherAction, {list});
     varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
     return sentence;
 }

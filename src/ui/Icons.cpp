@@ -10,6 +10,7 @@
 #include <QPixmap>
 
 #include <array>
+#include <cmath>
 
 // The resources lie in a static library, from which a linker takes only what is asked for by name.
 static void loadIconResources()
@@ -21,9 +22,8 @@ namespace varnel::Icons {
 
 namespace {
 
-/// Edge lengths in device pixels that the build renders: 16 to 64 logical pixels at scale 1 and 2,
-/// and the steps between that scale 1.5 asks for. As in cmake/Icons.cmake.
-constexpr std::array storedSizes {16, 20, 24, 32, 40, 48, 64, 96, 128};
+/// Edge lengths in device pixels, smallest first; the build that renders them says which.
+constexpr std::array storedSizes {VARNEL_ICON_SIZES};
 
 int storedSizeFor(int pixels)
 {

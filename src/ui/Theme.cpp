@@ -143,6 +143,11 @@ QColor accentText()
     return Qt::white;
 }
 
+QColor selectionFill(bool viewHasFocus)
+{
+    return viewHasFocus ? accentFill() : QColor(0x5F, 0x70, 0x88);
+}
+
 QColor danger(const QPalette &palette)
 {
     return isDark(palette) ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB3, 0x26, 0x1E);

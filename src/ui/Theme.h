@@ -65,6 +65,8 @@ inline constexpr int windowMinimumHeight = 560;
 /// The accent as a ground under accentText: the filled button, the selected row.
 [[nodiscard]] QColor accentFill();
 [[nodiscard]] QColor accentText();
+/// The ground of a selected row; greyer while the keyboard is elsewhere.
+[[nodiscard]] QColor selectionFill(bool viewHasFocus);
 /// Only for what deletes.
 [[nodiscard]] QColor danger(const QPalette &palette);
 

@@ -1,15 +1,18 @@
 #include "ui/Theme.h"
 
+#include "ui/Icons.h"
+#include "ui/StyleDrawing.h"
 #include "ui/VarnelStyle.h"
 
 #include <QAbstractItemView>
-#include <QAction>
 #include <QApplication>
+#include <QHeaderView>
 #include <QLinearGradient>
 #include <QLineEdit>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPushButton>
+#include <QTableView>
+#include <QTreeView>
 
 namespace varnel::Theme {
 
@@ -19,6 +22,11 @@ void makeSourceList(QAbstractItemView *view)
     view->setIconSize({listIconSize, listIconSize});
     view->setFrameShape(QFrame::NoFrame);
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (auto *tree = qobject_cast<QTreeView *>(view)) {
+        tree->setHeaderHidden(true);
+        tree->setIndentation(gap); // what the bar's rounded end needs beside the icon
+        tree->setUniformRowHeights(true);
+    }
 }
 
 void makeList(QAbstractItemView *view)
@@ -27,6 +35,16 @@ void makeList(QAbstractItemView *view)
     view->setIconSize({listIconSize, listIconSize});
     view->setAlternatingRowColors(true);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setTextElideMode(Qt::ElideMiddle); // of a path, both ends matter
+    if (auto *table = qobject_cast<QTableView *>(view)) {
+        table->setShowGrid(false);
+        table->setWordWrap(false);
+        table->verticalHeader()->hide();
+        table->verticalHeader()->setDefaultSectionSize(
+            std::max<int>(listRowHeight, table->fontMetrics().height() + gapSmall));
+        table->horizontalHeader()->setHighlightSections(false);
+        table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
 }
 
 void makeAccentButton(QPushButton *button)
@@ -43,17 +61,14 @@ void makeSearchField(QLineEdit *field)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
     field->setClearButtonEnabled(true);
+    field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
 }
 
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette)
 {
-    painter->save();
-    painter->fillRect(bounds, rowShading(palette));
-    painter->setPen(QPen(rowStroke(palette), 0)); // one device pixel at any scale
-    const QRectF edge = QRectF(bounds).adjusted(-1, 0, 0, 0);
-    const qreal device = 1 / painter->device()->devicePixelRatioF();
-    painter->drawRect(edge.adjusted(0, 0, -device, -device));
-    painter->restore();
+    // The left edge lies outside, so that rows of one page look like one sheet.
+    const QRectF whole = QRectF(bounds).adjusted(-1, 0, 0, 0);
+    StyleDrawing::box(painter, whole, 0, rowShading(palette), rowStroke(palette));
 }
 
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette)

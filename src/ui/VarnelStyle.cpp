@@ -1,15 +1,52 @@
 #include "ui/VarnelStyle.h"
 
+#include "ui/StyleDrawing.h"
 #include "ui/Theme.h"
 
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QSlider>
+#include <QStyleOption>
+#include <QTabBar>
+#include <QTreeView>
 #include <QVariant>
-#include <QWidget>
 
 namespace varnel {
 
 namespace {
+
 constexpr auto partProperty = "varnelPart";
+/// Buttons, fields and choice lists beside each other are of one height.
+constexpr int controlHeight = 28;
+
+using StyleDrawing::ButtonKind;
+
+ButtonKind buttonKind(const QStyleOption &option, const QWidget *widget)
+{
+    const VarnelStyle::Part part = VarnelStyle::part(widget);
+    if (part == VarnelStyle::Part::DangerButton)
+        return ButtonKind::Danger;
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
+    const bool isDefault = button && button->features.testFlag(QStyleOptionButton::DefaultButton);
+    return part == VarnelStyle::Part::AccentButton || isDefault ? ButtonKind::Accent
+                                                                : ButtonKind::Plain;
 }
+
+/// The bar spans the view and not the cell, so that it stands clear of both edges.
+QRectF sourceListBarRect(const QStyleOption &option, const QWidget *widget)
+{
+    QRectF bar = option.rect;
+    if (const auto *view = qobject_cast<const QAbstractScrollArea *>(widget)) {
+        bar.setLeft(Theme::gapSmall);
+        bar.setRight(view->viewport()->width() - Theme::gapSmall);
+    }
+    return bar.adjusted(0, 1, 0, -1);
+}
+
+} // namespace
 
 VarnelStyle::VarnelStyle() : QProxyStyle(QStringLiteral("Fusion")) { }
 
@@ -32,6 +69,226 @@ void VarnelStyle::polish(QPalette &palette)
 QPalette VarnelStyle::standardPalette() const
 {
     return Theme::lightPalette();
+}
+
+void VarnelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
+                                QPainter *painter, const QWidget *widget) const
+{
+    switch (element) {
+    case PE_PanelButtonCommand:
+        StyleDrawing::buttonPanel(painter, *option, buttonKind(*option, widget));
+        return;
+    case PE_FrameLineEdit:
+        StyleDrawing::fieldPanel(painter, *option,
+                                 part(widget) == Part::SearchField ? Theme::floatingRadius
+                                                                   : Theme::controlRadius);
+        return;
+    case PE_PanelLineEdit:
+        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+            frame && frame->lineWidth > 0) {
+            proxy()->drawPrimitive(PE_FrameLineEdit, option, painter, widget);
+            return;
+        }
+        break;
+    case PE_Frame:
+        StyleDrawing::box(painter, option->rect, 0, Qt::transparent,
+                          Theme::hairline(option->palette));
+        return;
+    case PE_FrameFocusRect:
+        // Buttons, choice lists and tabs show it on their ground.
+        if (!drawItemPart(element, *option, painter, widget)
+            && !qobject_cast<const QPushButton *>(widget)
+            && !qobject_cast<const QComboBox *>(widget) && !qobject_cast<const QTabBar *>(widget))
+            StyleDrawing::focusRing(painter, *option, Theme::controlRadius);
+        return;
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        StyleDrawing::checkBox(painter, *option);
+        return;
+    default:
+        if (drawItemPart(element, *option, painter, widget))
+            return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+bool VarnelStyle::drawItemPart(PrimitiveElement element, const QStyleOption &option,
+                               QPainter *painter, const QWidget *widget) const
+{
+    switch (part(widget)) {
+    case Part::SourceList:
+        return drawSourceListPart(element, option, painter, widget);
+    case Part::List:
+        // A whole row is chosen, so the row shows the focus and not one of its cells.
+        if (element == PE_PanelItemViewItem && option.state.testFlag(State_Selected)) {
+            painter->fillRect(option.rect, Theme::selectionFill(widget->hasFocus()));
+            return true;
+        }
+        return element == PE_FrameFocusRect && option.state.testFlag(State_Selected);
+    default:
+        return false;
+    }
+}
+
+bool VarnelStyle::drawSourceListPart(PrimitiveElement element, const QStyleOption &option,
+                                     QPainter *painter, const QWidget *widget) const
+{
+    // A cell paints inside of itself only; a tree's bar begins before it, in the row.
+    const auto barElement =
+        qobject_cast<const QTreeView *>(widget) ? PE_PanelItemViewRow : PE_PanelItemViewItem;
+    switch (element) {
+    case PE_PanelItemViewRow:
+    case PE_PanelItemViewItem:
+        if (element == barElement)
+            StyleDrawing::sourceListBar(painter, option, sourceListBarRect(option, widget),
+                                        widget->hasFocus());
+        return true;
+    case PE_FrameFocusRect:
+        return option.state.testFlag(State_Selected); // the bar's colour says it
+    case PE_IndicatorBranch:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void VarnelStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                              const QWidget *widget) const
+{
+    switch (element) {
+    case CE_PushButtonLabel:
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
+            QStyleOptionButton inked = *button;
+            inked.palette.setColor(QPalette::ButtonText,
+                                   StyleDrawing::buttonText(*option, buttonKind(*option, widget)));
+            QProxyStyle::drawControl(element, &inked, painter, widget);
+            return;
+        }
+        break;
+    case CE_TabBarTabShape:
+        if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option)) {
+            StyleDrawing::tab(painter, *tab);
+            return;
+        }
+        break;
+    case CE_HeaderSection:
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option)) {
+            const bool last = header->position == QStyleOptionHeader::End
+                || header->position == QStyleOptionHeader::OnlyOneSection;
+            StyleDrawing::headerGround(painter, *option, !last);
+            return;
+        }
+        break;
+    case CE_HeaderEmptyArea:
+        StyleDrawing::headerGround(painter, *option, false);
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void VarnelStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                     QPainter *painter, const QWidget *widget) const
+{
+    const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control == CC_Slider && slider && slider->orientation == Qt::Horizontal
+        && slider->tickPosition == QSlider::NoTicks) {
+        StyleDrawing::slider(painter, *slider,
+                             proxy()->subControlRect(control, option, SC_SliderGroove, widget),
+                             proxy()->subControlRect(control, option, SC_SliderHandle, widget));
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_SpinBox) // its own edge cannot be told from a dark ground
+        StyleDrawing::fieldEdge(painter, *option, Theme::controlRadius);
+}
+
+QRect VarnelStyle::subElementRect(SubElement element, const QStyleOption *option,
+                                  const QWidget *widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+    if (element == SE_LineEditContents && frame && frame->lineWidth > 0)
+        return rect.adjusted(Theme::gapTiny, 0, -Theme::gapTiny, 0);
+    return rect;
+}
+
+QSize VarnelStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
+                                    const QSize &size, const QWidget *widget) const
+{
+    const QSize fitting = QProxyStyle::sizeFromContents(type, option, size, widget);
+    const auto atLeast = [&fitting](int height) {
+        return QSize(fitting.width(), std::max(fitting.height(), height));
+    };
+    switch (type) {
+    case CT_PushButton:
+    case CT_ComboBox:
+    case CT_LineEdit:
+    case CT_SpinBox:
+        return atLeast(controlHeight);
+    case CT_ItemViewItem:
+        if (part(widget) == Part::SourceList)
+            return atLeast(Theme::sourceListRowHeight);
+        return part(widget) == Part::List ? atLeast(Theme::listRowHeight) : fitting;
+    default:
+        return fitting;
+    }
+}
+
+int VarnelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                             const QWidget *widget) const
+{
+    switch (metric) {
+    case PM_TabBarIconSize:
+        return Theme::tabIconSize;
+    case PM_SmallIconSize:
+    case PM_ListViewIconSize:
+    case PM_ButtonIconSize:
+        return Theme::listIconSize;
+    case PM_TabBarTabHSpace:
+        return Theme::gapHuge;
+    case PM_TabBarTabVSpace:
+        return Theme::gapLarge;
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabShiftHorizontal:
+        return 0; // the chosen tab's word does not jump
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return Theme::gapSmall;
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+        return widget && widget->isWindow() ? Theme::pageMargin : Theme::gap;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int VarnelStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                           QStyleHintReturn *answer) const
+{
+    switch (hint) {
+    case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
+    case SH_ItemView_ShowDecorationSelected:
+        if (part(widget) == Part::SourceList)
+            return 1; // the row is told that it is selected, not only the cell
+        break;
+    case SH_Table_GridLineColor:
+        if (option) {
+            // An opaque colour is asked for, as a number.
+            const QColor line = Theme::over(Theme::hairline(option->palette),
+                                            option->palette.color(QPalette::Base));
+            return static_cast<int>(line.rgb());
+        }
+        break;
+    default:
+        break;
+    }
+    return QProxyStyle::styleHint(hint, option, widget, answer);
 }
 
 } // namespace varnel

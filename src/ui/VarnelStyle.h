@@ -19,6 +19,27 @@ public:
     using QProxyStyle::polish;
     void polish(QPalette &palette) override;
     [[nodiscard]] QPalette standardPalette() const override;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                            QPainter *painter, const QWidget *widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption *option,
+                                       const QWidget *widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,
+                                         const QSize &size, const QWidget *widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *answer) const override;
+
+private:
+    bool drawItemPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,
+                      const QWidget *widget) const;
+    bool drawSourceListPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,
+                            const QWidget *widget) const;
 };
 
 } // namespace varnel

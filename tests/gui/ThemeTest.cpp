@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 using namespace varnel;
 
 namespace {
@@ -87,6 +89,7 @@ TEST(ThemeTest, theBandsInkIsReadableWhereTextMayStand)
 TEST(ThemeTest, whatIsDrawnInTheAccentIsReadable)
 {
     EXPECT_GE(Theme::contrast(Theme::accentText(), Theme::accentFill()), 4.5);
+    EXPECT_GE(Theme::contrast(Theme::accentText(), Theme::selectionFill(false)), 4.5);
     for (const QPalette &palette : bothPalettes()) {
         EXPECT_GE(Theme::contrast(Theme::accent(palette), palette.color(QPalette::Base)), 4.5);
         EXPECT_GE(Theme::contrast(Theme::danger(palette), palette.color(QPalette::Base)), 4.5);

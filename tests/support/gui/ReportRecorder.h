@@ -21,13 +21,13 @@ public:
 
     void addDataToChangeDataList(int settingId, int value, const QString &extra) override
     {
-        reports.append({Change, settingId, value, extra});
+        reports.append(Report {Change, settingId, value, extra});
     }
     void addDataToBackupDataList(int settingId, int value, const QString &extra) override
     {
-        reports.append({Backup, settingId, value, extra});
+        reports.append(Report {Backup, settingId, value, extra});
     }
-    void enableSaveButton() override { reports.append({Enable}); }
+    void enableSaveButton() override { reports.append(Report {Enable}); }
 
     /// All that was reported since the last call.
     QList<Report> take() { return std::exchange(reports, {}); }

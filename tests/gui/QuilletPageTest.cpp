@@ -1,0 +1,330 @@
+#include "settings/views/Quillet.h"
+
+#include "settings/views/Modules.h"
+#include "settings/views/QuilletView.h"
+#include "settings/views/SettingsColumn.h"
+#include "support/LogCapture.h"
+#include "support/gui/QuilletFixture.h"
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QSlider>
+#include <QTreeView>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class QuilletPage : public QuilletFixture { };
+
+std::string moduleName(const testing::TestParamInfo<int> &place)
+{
+    return modules().at(place.param).moduleClass.toStdString();
+}
+
+class EachModule : public QuilletFixture, public testing::WithParamInterface<int> { };
+
+} // namespace
+
+TEST_P(EachModule, ShowsItsViewsInPageOrderShadedInTurn)
+{
+    const ModuleRow &module = modules().at(GetParam());
+    start();
+    clickGroup(GetParam());
+    QStringList names;
+    bool shaded = true;
+    int y = 0;
+    for (GenericView *row : rows()) {
+        names += row->objectName();
+        EXPECT_EQ(row->needToDrawBackground(), shaded) << row->objectName().toStdString();
+        EXPECT_EQ(row->y(), y) << "rows stand flush from the top, with no gaps";
+        EXPECT_EQ(row->width(), page().mainView()->width());
+        EXPECT_TRUE(row->isVisible());
+        shaded = !shaded;
+        y += row->height();
+    }
+    EXPECT_EQ(names, module.pageOrder);
+    EXPECT_EQ(page().mainView()->height(), y);
+}
+
+TEST_P(EachModule, ShowsEveryControlInsideItsRow)
+{
+    start();
+    clickGroup(GetParam());
+    for (GenericView *row : rows()) {
+        for (const QWidget *control : row->findChildren<QWidget *>()) {
+            if (control->isWindow() || control->parentWidget() != row)
+                continue;
+            EXPECT_TRUE(row->rect().contains(control->geometry()))
+                << row->objectName().toStdString() << ' ' << control->objectName().toStdString();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Settings, EachModule, testing::Range(0, 9), moduleName);
+
+TEST_F(QuilletPage, IsHandedOutWithTheGeneralSettings)
+{
+    start();
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::General).pageOrder);
+    EXPECT_EQ(page().selectedMenuRow(), 0);
+}
+
+TEST_F(QuilletPage, ListsTheNineGroupsWithTheirIcons)
+{
+    start();
+    const QAbstractItemModel &model = *groupList().model();
+    ASSERT_EQ(model.rowCount(), 9);
+    for (int row = 0; row < 9; ++row) {
+        const QModelIndex index = model.index(row, 0);
+        EXPECT_EQ(index.data().toString(), modules().at(row).outlineTitle);
+        EXPECT_FALSE(index.data(Qt::DecorationRole).value<QIcon>().isNull());
+        EXPECT_FALSE(model.hasChildren(index));
+    }
+}
+
+TEST_F(QuilletPage, ClickingTheSelectedGroupAgainBuildsItsPageAgainWithoutDuplicates)
+{
+    start();
+    clickGroup(1);
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    clickGroup(1);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Dock).pageOrder);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+}
+
+TEST_F(QuilletPage, TheKeyboardMovesThroughTheGroups)
+{
+    start();
+    QTest::keyClick(&groupList(), Qt::Key_Down);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Dock).pageOrder);
+}
+
+TEST_F(QuilletPage, AMultiSettingViewStandsOnceOnItsPage)
+{
+    start();
+    clickGroup(1);
+    EXPECT_EQ(rowNames().count(u"LockDockView"_qs), 1);
+    clickGroup(5);
+    EXPECT_EQ(rowNames().count(u"DisplayControlView"_qs), 1);
+}
+
+TEST_F(QuilletPage, ANewPageStartsAtItsTop)
+{
+    start();
+    clickGroup(1);
+    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    scroll.verticalScrollBar()->setValue(scroll.verticalScrollBar()->maximum());
+    ASSERT_GT(scroll.verticalScrollBar()->value(), 0);
+    clickGroup(2);
+    EXPECT_EQ(scroll.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(QuilletPage, RowsAreAsWideAsTheWindowLeavesThem)
+{
+    start();
+    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    for (const int width : {820, 1200}) {
+        page().resize(width, 700);
+        QApplication::processEvents();
+        EXPECT_EQ(rows().first()->width(), scroll.viewport()->width());
+    }
+}
+
+TEST_F(QuilletPage, TheMenusSelectTheirRows)
+{
+    start();
+    controller->selectFinderMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 2);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Finder).pageOrder);
+    controller->selectITunesMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 3);
+    controller->selectMailMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 4);
+    controller->selectQuickTimePlayerMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 5);
+    controller->selectScreenCaptureMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 7);
+    controller->selectTimeMachineMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 8);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::TimeMachine).pageOrder);
+    controller->selectGeneralMenu();
+    EXPECT_EQ(page().selectedMenuRow(), 0);
+}
+
+TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
+{
+    start();
+    controller->removeSubview();
+    int total = 0;
+    int top = -1;
+    bool shading = true;
+    controller->showDockModules(1001, total, top, false, shading);
+    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_qs));
+    EXPECT_GT(total, 0);
+    EXPECT_EQ(top, -1 - total);
+    EXPECT_FALSE(shading);
+    const int afterOne = total;
+    controller->showMailModules(1001, total, top, false, shading);
+    EXPECT_EQ(total, afterOne) << "the mail module has no such setting";
+    controller->showFinderModules(1100, total, top, false, shading);
+    EXPECT_EQ(rowNames(), QStringList({u"LockDockView"_qs, u"QuitFinderMenuView"_qs}));
+    EXPECT_FALSE(rows().last()->needToDrawBackground());
+    EXPECT_TRUE(shading);
+}
+
+TEST_F(QuilletPage, AWholePageBuiltOnANonemptyTotalKeepsWhatStands)
+{
+    start();
+    controller->removeSubview();
+    int total = 0;
+    int top = -1;
+    bool shading = true;
+    controller->showTimeMachineModules(-1, total, top, true, shading);
+    controller->showScreenCaptureModules(-1, total, top, false, shading);
+    EXPECT_EQ(rowNames(),
+              moduleRow(ModuleId::TimeMachine).pageOrder
+                  + moduleRow(ModuleId::ScreenCapture).pageOrder);
+}
+
+TEST_F(QuilletPage, AskingAModuleForAViewClearsItsShading)
+{
+    start();
+    GenericView *view = shared.generalModule()->getView(u"ScrollbarView"_qs, false);
+    EXPECT_EQ(view, rows().first());
+    EXPECT_FALSE(view->needToDrawBackground());
+    EXPECT_EQ(shared.generalModule()->getView(u"DockStyleView"_qs, true), nullptr);
+}
+
+TEST_F(QuilletPage, EveryModuleIsInTheSharedState)
+{
+    start();
+    EXPECT_EQ(shared.finderModule()->row().moduleClass, u"FinderModule"_qs);
+    EXPECT_EQ(shared.dockModule()->row().moduleClass, u"DockModule"_qs);
+    EXPECT_EQ(shared.generalModule()->row().moduleClass, u"GeneralModule"_qs);
+    EXPECT_EQ(shared.safariModule()->row().moduleClass, u"SafariModule"_qs);
+    EXPECT_EQ(shared.screenCaptureModule()->row().moduleClass, u"ScreenCaptureModule"_qs);
+    EXPECT_EQ(shared.mailModule()->row().moduleClass, u"MailModule"_qs);
+    EXPECT_EQ(shared.itunesModule()->row().moduleClass, u"iTunesModule"_qs);
+    EXPECT_EQ(shared.timeMachineModule()->row().moduleClass, u"TimeMachineModule"_qs);
+    EXPECT_EQ(shared.quickTimePlayerModule()->row().moduleClass, u"QuickTimePlayerModule"_qs);
+}
+
+TEST_F(QuilletPage, ModulesLoadInTheirOrderAndEachFailureIsLogged)
+{
+    QStringList asked;
+    context.interfaceLoads = [&asked](const QString &name) {
+        asked += name;
+        return name == u"QuilletView";
+    };
+    const LogCapture log;
+    start();
+    EXPECT_EQ(asked.mid(1),
+              QStringList({u"QuickTimePlayerView"_qs, u"TimeMachineView"_qs, u"iTunesView"_qs,
+                           u"MailView"_qs, u"ScreenCaptureView"_qs, u"FinderView"_qs,
+                           u"SafariView"_qs, u"DockView"_qs, u"GeneralView"_qs}));
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs).first(),
+              u"Error loading Nib for QuickTimePlayerView!"_qs);
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs).last(), u"Error loading Nib for GeneralView!"_qs);
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs).size(), 9);
+    EXPECT_TRUE(rows().isEmpty());
+}
+
+TEST_F(QuilletPage, OneModuleThatDoesNotLoadLeavesTheOthersStanding)
+{
+    context.interfaceLoads = [](const QString &name) { return name != u"DockView"; };
+    start();
+    clickGroup(1);
+    EXPECT_TRUE(rows().isEmpty());
+    clickGroup(2);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Finder).pageOrder);
+}
+
+TEST_F(QuilletPage, APageThatDoesNotLoadIsMissing)
+{
+    context.interfaceLoads = [](const QString &name) { return name != u"QuilletView"; };
+    controller = std::make_shared<Quillet>(context);
+    EXPECT_EQ(controller->getQuilletView(), nullptr);
+    controller->enableSaveButton();
+    controller->readData();
+    controller->selectMailMenu();
+}
+
+TEST_F(QuilletPage, ThePageOutlivesNeitherItsControllerNorItsWindow)
+{
+    controller = std::make_shared<Quillet>(context);
+    auto window = std::make_unique<QWidget>();
+    const QPointer<QWidget> view(controller->getQuilletView());
+    view->setParent(window.get());
+    controller.reset();
+    EXPECT_TRUE(view.isNull());
+
+    controller = std::make_shared<Quillet>(context);
+    controller->getQuilletView()->setParent(window.get());
+    window.reset();
+    EXPECT_EQ(controller->getQuilletView(), nullptr);
+}
+
+TEST_F(QuilletPage, TheFootersCaptionsAreSetOffByTheirOwnWidths)
+{
+    start();
+    const auto label = [this](const QString &name) { return page().findChild<QLabel *>(name); };
+    label(u"changes1Label"_qs)->setText(u"a good deal wider"_qs);
+    label(u"changes3Label"_qs)->setText(u"wide too"_qs);
+    page().resize(page().width() + 1, page().height());
+    QApplication::processEvents();
+    const QLabel &first = *label(u"changes1Label"_qs);
+    const QLabel &second = *label(u"changes2Label"_qs);
+    const QLabel &third = *label(u"changes3Label"_qs);
+    const auto *scroll = page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    EXPECT_EQ(first.mapTo(&page(), QPoint()).x(), scroll->x());
+    EXPECT_EQ(second.x(), first.x() + second.width() + 15);
+    EXPECT_EQ(third.x(), second.x() + third.width() + 15);
+}
+
+TEST_F(QuilletPage, TheFootersButtonsStandCentredOverTheirCaptions)
+{
+    start();
+    const QStringList names {u"save"_qs, u"cancel"_qs, u"view"_qs};
+    for (int i = 0; i < 3; ++i) {
+        const auto *caption =
+            page().findChild<QLabel *>(u"changes%1Label"_qs.arg(i + 1));
+        const int middle = caption->geometry().center().x();
+        EXPECT_NEAR(page().findChild<QLabel *>(names.at(i) + u"Label")->geometry().center().x(),
+                    middle, 1);
+        EXPECT_NEAR(
+            page().findChild<QPushButton *>(names.at(i) + u"Button")->geometry().center().x(),
+            middle, 1);
+    }
+}
+
+TEST_F(QuilletPage, KeepsTheGlobalBackupFileNameAndLogsIt)
+{
+    start();
+    const LogCapture log;
+    page().setGlobalBackupFileName(u"/a/b.sqlite"_qs);
+    EXPECT_EQ(page().globalBackupFileName(), u"/a/b.sqlite"_qs);
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs),
+              QStringList(u"setGlobalBackupFileName (LoginItemsView): /a/b.sqlite"_qs));
+}
+
+TEST_F(QuilletPage, EveryControlHasAnAccessibleName)
+{
+    start();
+    for (int group = 0; group < 9; ++group) {
+        clickGroup(group);
+        for (const GenericView *row : rows()) {
+            for (const QWidget *control : row->findChildren<QWidget *>()) {
+                const bool popup = control->window() != &page();
+                if (popup || control->focusPolicy() == Qt::NoFocus || control->focusProxy())
+                    continue;
+                const QAccessibleInterface *said =
+                    QAccessible::queryAccessibleInterface(const_cast<QWidget *>(control));
+                EXPECT_FALSE(said->text(QAccessible::Name).isEmpty())
+                    << row->objectName().toStdString() << ' '
+                    << control->metaObject()->className();
+            }
+        }
+    }
+}
