@@ -139,7 +139,8 @@ QSize ImageAndTextCell::sizeHint(const QStyleOptionViewItem &option, const QMode
 {
     const QSize base = QStyledItemDelegate::sizeHint(option, index);
     const cell::Icon icon = iconOf(index).isNull() ? std::nullopt : cell::Icon(cell::iconSize);
-    return cell::cellSize(base, icon).toSize();
+    const QSize size = cell::cellSize(base, icon).toSize();
+    return size.expandedTo({0, int(cell::iconSize.height()) + 2});
 }
 
 void ImageAndTextCell::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,

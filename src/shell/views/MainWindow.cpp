@@ -31,6 +31,7 @@ MainWindow::MainWindow(const HomeFolder &home) : ui(std::make_unique<Ui::MainWin
     makeMenu();
     setMinimumSize(Theme::windowMinimumWidth, Theme::windowMinimumHeight);
     resize(Theme::windowWidth, Theme::windowHeight);
+    ui->tabView->setFocus(); // the keyboard starts at the pages, not at the menu above them
 }
 
 MainWindow::~MainWindow() = default;

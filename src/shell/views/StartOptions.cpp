@@ -12,6 +12,8 @@ const QString helpText =
                    "\n"
                    "  --home DIR   edit the home folder DIR in place of your own\n"
                    "  --new-home   make the standard folders in it when they are missing\n"
+                   "  --system-root DIR\n"
+                   "               tell the system version of the disk mounted at DIR\n"
                    "  --version    print the version\n"
                    "  --help       print this text\n"
                    "\n"
@@ -23,10 +25,11 @@ StartOptions parseStartOptions(const QStringList &arguments)
 {
     const QCommandLineOption home(QStringLiteral("home"), {}, QStringLiteral("DIR"));
     const QCommandLineOption newHome(QStringLiteral("new-home"));
+    const QCommandLineOption systemRoot(QStringLiteral("system-root"), {}, QStringLiteral("DIR"));
     const QCommandLineOption version(QStringList {QStringLiteral("v"), QStringLiteral("version")});
     const QCommandLineOption help(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     QCommandLineParser parser;
-    parser.addOptions({home, newHome, version, help});
+    parser.addOptions({home, newHome, systemRoot, version, help});
     const bool understood = parser.parse(arguments);
 
     StartOptions options;
@@ -40,6 +43,8 @@ StartOptions parseStartOptions(const QStringList &arguments)
         options.mistake = u"Unexpected argument '" + parser.positionalArguments().first() + u"'.";
     if (parser.isSet(home))
         options.home = parser.value(home);
+    if (parser.isSet(systemRoot))
+        options.systemRoot = parser.value(systemRoot);
     options.newHome = parser.isSet(newHome);
     return options;
 }

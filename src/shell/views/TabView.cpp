@@ -38,18 +38,27 @@ void TabView::alignPages()
         widget(i)->setGeometry(place);
 }
 
-void TabView::resizeEvent(QResizeEvent *event)
+bool TabView::event(QEvent *event)
 {
-    QTabWidget::resizeEvent(event);
-    placeTabBar();
+    const bool handled = QTabWidget::event(event);
+    switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Show:
+    case QEvent::LayoutRequest:
+        centreTabBar(); // the base has just placed it by the desktop's habit
+        break;
+    default:
+        break;
+    }
+    return handled;
 }
 
-void TabView::placeTabBar()
+void TabView::centreTabBar()
 {
-    // In the middle, whatever the desktop's habit.
-    const int room = width() - tabBar()->sizeHint().width();
-    tabBar()->setGeometry(qMax(0, room / 2), 0, tabBar()->sizeHint().width(),
-                          tabBar()->sizeHint().height());
+    const QSize size = tabBar()->sizeHint().boundedTo({width(), height()});
+    const QRect place(QPoint((width() - size.width()) / 2, 0), size);
+    if (tabBar()->geometry() != place)
+        tabBar()->setGeometry(place);
 }
 
 void TabView::paintEvent(QPaintEvent *)

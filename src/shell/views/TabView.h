@@ -14,13 +14,13 @@ public:
 
 protected:
     void tabInserted(int index) override;
-    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void alignPages();
-    void placeTabBar();
+    void centreTabBar();
 };
 
 } // namespace varnel

@@ -6,8 +6,8 @@
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
 #include "support/FakeCommandRunner.h"
-#include "support/TemporaryHome.h"
 #include "support/gui/FakeDialogs.h"
+#include "support/TemporaryHome.h"
 #include "ui/PageContext.h"
 
 #include <QFile>
