@@ -53,7 +53,8 @@ Result<void> ensureAll(const HomeFolder &home, StandardFolders::Missing missing)
 Result<void> LinuxStandardFolders::ensure(const HomeFolder &home, Missing missing)
 {
     Result<void> made = ensureAll(home, missing);
-    if (!made)
+    // That this is no home folder at all is for the program to say, once, in its own words.
+    if (!made && made.error().code != ErrorCode::NotFound)
         varnelLog(lcIo, made.error().text);
     return made;
 }

@@ -41,8 +41,15 @@ void TabView::alignPages()
 bool TabView::event(QEvent *event)
 {
     const bool handled = QTabWidget::event(event);
-    // Whatever it was, it may have laid the tabs out by the desktop's habit.
-    centreTabBar();
+    switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Show:
+    case QEvent::LayoutRequest:
+        centreTabBar(); // the base has just placed it by the desktop's habit
+        break;
+    default:
+        break;
+    }
     return handled;
 }
 
