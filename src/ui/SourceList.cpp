@@ -10,8 +10,8 @@ namespace varnel {
 SourceList::SourceList(QWidget *parent) : QTreeView(parent)
 {
     setHeaderHidden(true);
-    setRootIsDecorated(false);
-    setIndentation(0);
+    // The selection's bar begins at the indentation's left, the cell at its right.
+    setIndentation(Theme::gap - Theme::gapTiny);
     setItemsExpandable(false);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);

@@ -1,7 +1,7 @@
 #include "settings/views/ChoiceView.h"
 
-#include "support/LogCapture.h"
 #include "support/gui/SettingViewFixture.h"
+#include "support/LogCapture.h"
 
 #include <QLabel>
 #include <QWheelEvent>
@@ -84,8 +84,7 @@ TEST_F(ChoiceViews, ANumberThatIsNeitherYesNorNoShowsTheDefault)
     putFile(u"com.apple.dock.plist"_qs, numberEntry(u"autohide"_qs, 5));
     open(u"HideDockView"_qs);
     EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
-    EXPECT_EQ(view->getActionString(1009, {7}),
-              u"Use default value on the Dock visibility"_qs);
+    EXPECT_EQ(view->getActionString(1009, {7}), u"Use default value on the Dock visibility"_qs);
 }
 
 TEST_F(ChoiceViews, ReadingReportsNothing)
@@ -140,7 +139,8 @@ TEST_F(ChoiceViews, WithoutAParentReportsAreDropped)
 TEST_F(ChoiceViews, TheStateIsThereBeforeTheWidgets)
 {
     putFile(u"com.apple.dock.plist"_qs, boolEntry(u"autohide"_qs, false));
-    const auto light = makeSettingView(u"HideDockView"_qs, {access, shared.restartFlags(), dialogs});
+    const auto light =
+        makeSettingView(u"HideDockView"_qs, {access, shared.restartFlags(), dialogs});
     light->awakeFromNib();
     EXPECT_TRUE(light->children().isEmpty());
     EXPECT_EQ(light->backupValueInt(), 1);
@@ -290,8 +290,7 @@ TEST_F(ChoiceViews, ListsAreNotEditableAndWideEnoughForTheirItems)
 {
     open(u"MinModeView"_qs);
     EXPECT_FALSE(comboBox().isEditable());
-    const int longest =
-        comboBox().fontMetrics().horizontalAdvance(comboBox().itemText(1));
+    const int longest = comboBox().fontMetrics().horizontalAdvance(comboBox().itemText(1));
     EXPECT_GT(comboBox().minimumSizeHint().width(), longest);
     EXPECT_GE(comboBox().width(), 260);
 }

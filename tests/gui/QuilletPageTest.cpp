@@ -3,8 +3,8 @@
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletView.h"
 #include "settings/views/SettingsColumn.h"
-#include "support/LogCapture.h"
 #include "support/gui/QuilletFixture.h"
+#include "support/LogCapture.h"
 
 #include <QLabel>
 #include <QScrollArea>
@@ -288,8 +288,7 @@ TEST_F(QuilletPage, TheFootersButtonsStandCentredOverTheirCaptions)
     start();
     const QStringList names {u"save"_qs, u"cancel"_qs, u"view"_qs};
     for (int i = 0; i < 3; ++i) {
-        const auto *caption =
-            page().findChild<QLabel *>(u"changes%1Label"_qs.arg(i + 1));
+        const auto *caption = page().findChild<QLabel *>(u"changes%1Label"_qs.arg(i + 1));
         const int middle = caption->geometry().center().x();
         EXPECT_NEAR(page().findChild<QLabel *>(names.at(i) + u"Label")->geometry().center().x(),
                     middle, 1);
@@ -322,8 +321,7 @@ TEST_F(QuilletPage, EveryControlHasAnAccessibleName)
                 const QAccessibleInterface *said =
                     QAccessible::queryAccessibleInterface(const_cast<QWidget *>(control));
                 EXPECT_FALSE(said->text(QAccessible::Name).isEmpty())
-                    << row->objectName().toStdString() << ' '
-                    << control->metaObject()->className();
+                    << row->objectName().toStdString() << ' ' << control->metaObject()->className();
             }
         }
     }

@@ -3,8 +3,8 @@
 #include "settings/views/SliderView.h"
 #include "settings/views/StepperView.h"
 
-#include "support/LogCapture.h"
 #include "support/gui/SettingViewFixture.h"
+#include "support/LogCapture.h"
 
 #include <QLabel>
 #include <QSlider>
@@ -147,8 +147,7 @@ TEST_F(SpecialViews, TheDockSizeIsDescribedWithItsPlaceholder)
 {
     open(u"DockSizeView"_qs);
     EXPECT_EQ(view->getActionString(1004, {48}), u"Set icon size on the Dock to %s"_qs);
-    EXPECT_EQ(view->getActionString(1004, {-1}),
-              u"Use default value on icon size on the Dock"_qs);
+    EXPECT_EQ(view->getActionString(1004, {-1}), u"Use default value on icon size on the Dock"_qs);
 }
 
 TEST_F(SpecialViews, AMissingHistoryLimitShowsEighteenAndBacksUpTheDefault)
@@ -292,8 +291,7 @@ TEST_F(SpecialViews, ATextIsWrittenAndTheDefaultRemovesItsKeyWithoutAnyFlag)
     view->writeData();
     EXPECT_EQ(stored(u"com.apple.screencapture.plist"_qs, {u"name"_qs}).string, u"Pic"_qs);
     view->writeData(1400, {0, u"-1"_qs});
-    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_qs, {u"name"_qs}).kind,
-              plist::Kind::Missing);
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_qs, {u"name"_qs}).kind, plist::Kind::Missing);
     EXPECT_FALSE(shared.restartFlags());
 }
 

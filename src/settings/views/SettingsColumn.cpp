@@ -1,40 +1,75 @@
 #include "settings/views/SettingsColumn.h"
 
-#include <QVBoxLayout>
+#include <QChildEvent>
 
 namespace varnel {
 
-SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent), stack(new QVBoxLayout(this))
+SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent)
 {
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(0);
-    // No higher than its rows: what a short page leaves free is not the column's.
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setBackgroundRole(QPalette::Base);
+    setFixedHeight(0);
 }
 
 int SettingsColumn::append(QWidget *row)
 {
-    stack->addWidget(row);
+    row->setParent(this);
+    stack.append(row);
     row->show();
-    return row->hasHeightForWidth() ? row->heightForWidth(width()) : row->sizeHint().height();
+    layOutRows();
+    return row->height();
 }
 
 void SettingsColumn::removeSubview()
 {
-    while (stack->count() > 0) {
-        const std::unique_ptr<QLayoutItem> last(stack->takeAt(stack->count() - 1));
-        last->widget()->hide();
-        last->widget()->setParent(nullptr);
+    while (!stack.isEmpty()) {
+        QWidget *last = stack.takeLast();
+        last->hide();
+        last->setParent(nullptr);
     }
-    update();
+    layOutRows();
 }
 
 QList<QWidget *> SettingsColumn::rows() const
 {
-    QList<QWidget *> list;
-    for (int place = 0; place < stack->count(); ++place)
-        list += stack->itemAt(place)->widget();
-    return list;
+    return stack;
+}
+
+int SettingsColumn::heightOf(const QWidget &row) const
+{
+    return row.hasHeightForWidth() ? row.heightForWidth(width()) : row.sizeHint().height();
+}
+
+void SettingsColumn::layOutRows()
+{
+    int bottom = 0;
+    for (QWidget *row : std::as_const(stack)) {
+        const int height = heightOf(*row);
+        row->setGeometry(0, bottom, width(), height);
+        bottom += height;
+    }
+    setFixedHeight(bottom);
+}
+
+bool SettingsColumn::event(QEvent *event)
+{
+    // A row wants another height: its font or its text has changed.
+    if (event->type() == QEvent::LayoutRequest)
+        layOutRows();
+    return QWidget::event(event);
+}
+
+void SettingsColumn::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    layOutRows();
+}
+
+void SettingsColumn::childEvent(QChildEvent *event)
+{
+    QWidget::childEvent(event);
+    // Rows belong to their modules, which may take them away at any time.
+    if (event->removed())
+        stack.removeAll(event->child());
 }
 
 } // namespace varnel

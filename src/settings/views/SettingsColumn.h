@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QList>
 #include <QWidget>
-
-class QVBoxLayout;
 
 namespace varnel {
 
-/// The rows of a page, one under another without gaps, as wide as the window leaves them.
+/// The rows of a page, one under another without gaps, as wide as the window leaves them. The
+/// column is as high as its rows; what a short page leaves free is not the column's.
 class SettingsColumn : public QWidget {
     Q_OBJECT
 
@@ -22,8 +22,16 @@ public:
     /// Top to bottom.
     [[nodiscard]] QList<QWidget *> rows() const;
 
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void childEvent(QChildEvent *event) override;
+
 private:
-    QVBoxLayout *stack;
+    [[nodiscard]] int heightOf(const QWidget &row) const;
+    void layOutRows();
+
+    QList<QWidget *> stack;
 };
 
 } // namespace varnel

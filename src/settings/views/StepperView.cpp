@@ -69,6 +69,7 @@ void StepperView::buildControls(QBoxLayout *column)
     widget->setObjectName(QStringLiteral("stepper"));
     widget->setAccessibleName(setting().label);
     widget->setRange(setting().minimum, setting().maximum);
+    widget->setFixedWidth(Theme::fieldWidth);
     WheelGuard::protect(widget);
     stepper.attach(widget);
     titleLabel()->setBuddy(widget);
@@ -78,9 +79,9 @@ void StepperView::buildControls(QBoxLayout *column)
     label->setEnabled(stepper.isEnabled());
     auto *line = new QHBoxLayout;
     line->addStretch();
-    line->addWidget(widget);
-    line->addSpacing(Theme::gapSmall);
     line->addWidget(label);
+    line->addSpacing(Theme::gap);
+    line->addWidget(widget);
     column->addLayout(line);
 
     QCheckBox *box = makeDefaultBox(this, setting().label);

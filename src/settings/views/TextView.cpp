@@ -73,10 +73,11 @@ void TextView::buildControls(QBoxLayout *column)
     line->addStretch();
     buildFieldLine(line);
     column->addLayout(line);
+    const int width = line->sizeHint().width();
 
     QCheckBox *box = makeDefaultBox(this, setting().label);
     checkBox.attach(box);
-    column->addLayout(noteLine(box));
+    column->addLayout(noteLine(box, width)); // under the field's left edge
     connect(box, &QCheckBox::clicked, this, &TextView::checkBoxChangeValue);
 }
 

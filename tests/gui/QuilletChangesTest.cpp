@@ -1,0 +1,293 @@
+#include "settings/views/Quillet.h"
+
+#include "backup/BackupReader.h"
+#include "settings/views/Modules.h"
+#include "settings/views/QuilletChangesInfoWindow.h"
+#include "support/gui/QuilletFixture.h"
+#include "support/LogCapture.h"
+
+#include <QHeaderView>
+#include <QSlider>
+#include <QTableView>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class QuilletChanges : public QuilletFixture {
+protected:
+    static constexpr int generalRow = 0;
+    static constexpr int dockRow = 1;
+    static constexpr int safariRow = 6;
+
+    void choosePending(int index = 0)
+    {
+        clickGroup(dockRow);
+        choose(comboBoxOf(u"HideDockView"_qs), index);
+    }
+
+    QuilletChangesInfoWindow &openSheet()
+    {
+        click(button(u"viewButton"_qs));
+        return dynamic_cast<QuilletChangesInfoWindow &>(*dialogs.sheets.last());
+    }
+
+    void expectButtons(bool enabled) const
+    {
+        for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs})
+            EXPECT_EQ(button(name).isEnabled(), enabled) << name.toStdString();
+    }
+};
+
+} // namespace
+
+TEST_F(QuilletChanges, NothingIsPendingAtFirst)
+{
+    start();
+    expectButtons(false);
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+}
+
+TEST_F(QuilletChanges, AnEditIsPendingAndEnablesTheButtons)
+{
+    start();
+    choosePending();
+    expectButtons(true);
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
+    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_qs));
+}
+
+TEST_F(QuilletChanges, ChangingTwiceLeavesOneRecordWithTheSecondValueAndTheValueOnDisk)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    start();
+    choosePending(1);
+    choose(comboBoxOf(u"HideDockView"_qs), 2);
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
+}
+
+TEST_F(QuilletChanges, SavingKeepsTheOldValueAndWritesTheNewOne)
+{
+    putFile(u"com.apple.dock.plist"_qs,
+            u"<key>autohide</key><true/><key>other</key><real>1.5</real>"_qs);
+    start();
+    choosePending(1);
+    click(button(u"saveButton"_qs));
+    EXPECT_FALSE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"other"_qs}).real, 1.5);
+    EXPECT_EQ(shared.restartFlags(), RestartFlags(RestartFlag::Dock));
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+    EXPECT_EQ(shared.quilletBackupCommands().size(), 1) << "kept for the whole run";
+    expectButtons(false);
+    EXPECT_TRUE(QFile::exists(shared.backupFileName()));
+}
+
+TEST_F(QuilletChanges, SavingDoesNotReadAgain)
+{
+    start();
+    choosePending(0);
+    click(button(u"saveButton"_qs));
+    choose(comboBoxOf(u"HideDockView"_qs), 1);
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
+}
+
+TEST_F(QuilletChanges, SavingKeepsTheFocusAndTheRows)
+{
+    start();
+    choosePending(0);
+    const QStringList before = rowNames();
+    comboBoxOf(u"HideDockView"_qs).setFocus();
+    controller->saveChanges();
+    EXPECT_EQ(rowNames(), before);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
+}
+
+TEST_F(QuilletChanges, APendingChoiceIsNotShownAgainOnItsRebuiltPageButStaysPending)
+{
+    start();
+    choosePending(0);
+    clickGroup(safariRow);
+    clickGroup(dockRow);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 2);
+    EXPECT_EQ(shared.quilletCommands().size(), 1);
+    expectButtons(true);
+}
+
+TEST_F(QuilletChanges, CancellingAsksFirst)
+{
+    start();
+    choosePending(0);
+    click(button(u"cancelButton"_qs));
+    ASSERT_EQ(dialogs.alerts.size(), 1);
+    const FakeDialogs::ShownAlert &shown = dialogs.alerts.first();
+    EXPECT_EQ(shown.alert.message, u"Cancel All Latest Changes"_qs);
+    EXPECT_EQ(
+        shown.alert.informative,
+        u"Are you sure you want to cancel all latest changes you've made with this program"_qs);
+    EXPECT_EQ(shown.alert.buttons, QStringList({u"Cancel Changes"_qs, u"Continue"_qs}));
+    EXPECT_EQ(shown.parent, &page());
+    EXPECT_EQ(shared.quilletCommands().size(), 1);
+}
+
+TEST_F(QuilletChanges, CancellingShowsWhatIsOnDiskAndDropsThePendingListOnly)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    start();
+    choosePending(1);
+    click(button(u"cancelButton"_qs));
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+    EXPECT_EQ(shared.quilletBackupCommands().size(), 1);
+    expectButtons(false);
+}
+
+TEST_F(QuilletChanges, EveryOtherAnswerLeavesAllAsItIs)
+{
+    start();
+    choosePending(0);
+    for (const int code : {int(SecondButton), int(ThirdButton), 0}) {
+        click(button(u"cancelButton"_qs));
+        dialogs.answer(code);
+        EXPECT_EQ(shared.quilletCommands().size(), 1);
+        EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+        expectButtons(true);
+    }
+}
+
+TEST_F(QuilletChanges, ASettingChangedAndCancelledStillGetsItsBackupRowAtTheNextSave)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    start();
+    choosePending(1);
+    controller->cancelAlertDidEnd(FirstButton);
+    choose(comboBoxOf(u"DockStyleView"_qs), 0);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(shared.quilletBackupCommands(),
+              QList<ChangeRecord>({{1009, 0, u""_qs}, {1010, 2, u""_qs}}));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+}
+
+TEST_F(QuilletChanges, CancellingReadsTheListedViewsOnly)
+{
+    start();
+    clickGroup(generalRow);
+    choose(comboBoxOf(u"SpellCheckView"_qs), 0);
+    choose(comboBoxOf(u"ZoomAnimationView"_qs), 0);
+    controller->cancelAlertDidEnd(FirstButton);
+    EXPECT_EQ(comboBoxOf(u"ZoomAnimationView"_qs).currentIndex(), 2);
+    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 0) << "read with its page only";
+    clickGroup(generalRow);
+    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 2);
+}
+
+TEST_F(QuilletChanges, TwoSettingsOfOneKeyAreWrittenInTheOrderOfTheirLastChange)
+{
+    start();
+    clickGroup(3);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 0);
+    choose(comboBoxOf(u"HalfStarsView"_qs), 1);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 2);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 0);
+    click(button(u"saveButton"_qs));
+    EXPECT_TRUE(stored(u"com.apple.iTunes.plist"_qs, {u"allow-half-stars"_qs}).boolean);
+}
+
+TEST_F(QuilletChanges, OneLockSettingIsSavedWithoutTheOthers)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"LockDockView"_qs, u"posComboBox"_qs), 0);
+    putFile(u"com.apple.dock.plist"_qs, u"<key>contents-immutable</key><true/>"_qs);
+    click(button(u"saveButton"_qs));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"contents-immutable"_qs}).boolean);
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"position-immutable"_qs}).boolean);
+}
+
+TEST_F(QuilletChanges, TurningASlidersBoxOffAndSavingWritesNothing)
+{
+    start();
+    clickGroup(dockRow);
+    click(*row(u"DockSizeView"_qs).findChild<QCheckBox *>(u"checkBox"_qs));
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+    controller->saveChanges();
+    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_qs));
+}
+
+TEST_F(QuilletChanges, AnUnknownNumberWritesAndDescribesNothing)
+{
+    start();
+    controller->writeData(4711, 0, u""_qs);
+    EXPECT_TRUE(controller->actionString(4711, 0, u""_qs).isEmpty());
+    EXPECT_FALSE(shared.restartFlags());
+}
+
+TEST_F(QuilletChanges, AChangeIsDescribedByItsPlaceAndItsSentence)
+{
+    start();
+    EXPECT_EQ(controller->actionString(1009, 1, u""_qs),
+              QStringList({u"Quillet -> Dock"_qs, u"Dock"_qs, u"Allways show the Dock"_qs}));
+}
+
+TEST_F(QuilletChanges, TheSheetListsWhatIsPendingInItsOrder)
+{
+    start();
+    choosePending(0);
+    choose(comboBoxOf(u"DockStyleView"_qs), 1);
+    const LogCapture log;
+    QuilletChangesInfoWindow &sheet = openSheet();
+    EXPECT_EQ(sheet.rows(),
+              QList<QStringList>({{u"Dock"_qs, u"Automatically hide and show the Dock"_qs},
+                                  {u"Dock"_qs, u"Display Dock in modern 3D style"_qs}}));
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"readChangesData 2"_qs));
+    EXPECT_TRUE(sheet.isVisible());
+}
+
+TEST_F(QuilletChanges, TheSheetSortsDescendingFirstAndForgetsItWhenOpenedAgain)
+{
+    start();
+    choosePending(0);
+    clickGroup(safariRow);
+    choose(comboBoxOf(u"DebugMenuView"_qs), 0);
+    QuilletChangesInfoWindow &sheet = openSheet();
+    const QList<QStringList> pending = sheet.rows();
+    sheet.didClickTableColumn(0);
+    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_qs);
+    sheet.didClickTableColumn(0);
+    EXPECT_EQ(sheet.rows().first().first(), u"Dock"_qs);
+    sheet.didClickTableColumn(1);
+    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_qs) << "a new column starts descending";
+    sheet.closeWindow();
+    EXPECT_EQ(&openSheet(), &sheet);
+    EXPECT_EQ(sheet.rows(), pending);
+}
+
+TEST_F(QuilletChanges, AnEmptySheetCountsZero)
+{
+    start();
+    const LogCapture log;
+    controller->viewChanges();
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"readChangesData 0"_qs));
+}
+
+TEST_F(QuilletChanges, AFileThatCannotBeLoadedIsLeftAloneAndTheSaveGoesOn)
+{
+    QFile file(home.preference(u"com.apple.dock.plist"_qs));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("not a property list");
+    file.close();
+    start();
+    choosePending(0);
+    clickGroup(safariRow);
+    choose(comboBoxOf(u"DevelopMenuView"_qs), 0);
+    click(button(u"saveButton"_qs));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("not a property list"));
+    EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {u"IncludeDevelopMenu"_qs}).integer, 1);
+    EXPECT_TRUE(shared.needToKillDock());
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+}

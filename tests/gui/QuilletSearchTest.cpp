@@ -1,0 +1,144 @@
+#include "settings/SearchIndex.h"
+
+#include "settings/views/Modules.h"
+#include "support/gui/QuilletFixture.h"
+#include "support/LogCapture.h"
+
+#include <QLabel>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class QuilletSearch : public QuilletFixture {
+protected:
+    void type(const QString &text)
+    {
+        QTest::keyClicks(&searchField(), text);
+        QApplication::processEvents();
+    }
+    QLabel &overlay() const { return *page().findChild<QLabel *>(u"emptyLabel"_qs); }
+};
+
+} // namespace
+
+TEST_F(QuilletSearch, ResultsReplaceThePageWhileOneTypes)
+{
+    start();
+    type(u"bookmarks"_qs);
+    EXPECT_EQ(rowNames(), QStringList(u"BookmarkBarView"_qs));
+    EXPECT_FALSE(overlay().isVisible());
+}
+
+TEST_F(QuilletSearch, LetterCaseDoesNotMatter)
+{
+    start();
+    type(u"SCROLLING"_qs);
+    EXPECT_EQ(rowNames(), QStringList(u"ScrollbarView"_qs));
+}
+
+TEST_F(QuilletSearch, AViewOfSeveralSettingsIsFoundOnceWithAllItsControls)
+{
+    start();
+    type(u"lock"_qs);
+    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_qs));
+    EXPECT_EQ(rows().first()->findChildren<QComboBox *>().size(), 3);
+}
+
+TEST_F(QuilletSearch, ResultsStandInIndexOrderAndAreShadedAcrossGroups)
+{
+    start();
+    type(u"animation"_qs);
+    QStringList expected;
+    for (const SearchResult &result : findViews(u"animation"_qs))
+        expected += findSetting(result.id)->viewClass;
+    ASSERT_GT(expected.size(), 5);
+    EXPECT_EQ(rowNames(), expected);
+    bool shaded = true;
+    int y = 0;
+    for (const GenericView *row : rows()) {
+        EXPECT_EQ(row->needToDrawBackground(), shaded);
+        EXPECT_EQ(row->y(), y);
+        shaded = !shaded;
+        y += row->height();
+    }
+}
+
+TEST_F(QuilletSearch, TheOverwrittenAndTheLeftOutTextsAreNotFound)
+{
+    start();
+    for (const QString &text : {u"reading list"_qs, u"automatically"_qs}) {
+        searchField().clear();
+        type(text);
+        EXPECT_TRUE(rows().isEmpty()) << text.toStdString();
+        EXPECT_TRUE(overlay().isVisible());
+        EXPECT_TRUE(overlay().text().contains(text));
+    }
+}
+
+TEST_F(QuilletSearch, AnEmptyFieldShowsAnEmptyColumn)
+{
+    start();
+    type(u"x"_qs);
+    QTest::keyClick(&searchField(), Qt::Key_Backspace);
+    EXPECT_TRUE(rows().isEmpty());
+}
+
+TEST_F(QuilletSearch, EscapeClearsTheFieldAndBringsThePageBack)
+{
+    start();
+    clickGroup(2);
+    type(u"lock"_qs);
+    QTest::keyClick(&searchField(), Qt::Key_Escape);
+    EXPECT_EQ(searchField().text(), QString());
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Finder).pageOrder);
+    EXPECT_FALSE(overlay().isVisible());
+}
+
+TEST_F(QuilletSearch, TheFieldsOwnButtonBringsThePageBackToo)
+{
+    start();
+    type(u"nothing like it"_qs);
+    searchField().findChild<QAction *>()->trigger();
+    for (QAction *action : searchField().findChildren<QAction *>())
+        action->trigger();
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::General).pageOrder);
+}
+
+TEST_F(QuilletSearch, ChoosingAGroupAfterASearchShowsItsWholePage)
+{
+    start();
+    type(u"lock"_qs);
+    clickGroup(0);
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::General).pageOrder);
+    EXPECT_EQ(searchField().text(), QString());
+    type(u"lock"_qs);
+    controller->selectMailMenu();
+    EXPECT_EQ(rowNames(), moduleRow(ModuleId::Mail).pageOrder);
+}
+
+TEST_F(QuilletSearch, EachResultIsLoggedWithTheRunningTop)
+{
+    start();
+    const LogCapture log;
+    searchField().setText(u"new disk"_qs);
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"new disk backup 8 1700 -1"_qs));
+}
+
+TEST_F(QuilletSearch, AFoundSettingIsChangedLikeAnyOther)
+{
+    start();
+    type(u"autohide"_qs);
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
+}
+
+TEST_F(QuilletSearch, TheShortcutPutsTheCursorIntoTheField)
+{
+    start();
+    page().activateWindow();
+    groupList().setFocus();
+    QTest::keySequence(&page(), QKeySequence::Find);
+    EXPECT_EQ(page().focusWidget(), &searchField());
+}
