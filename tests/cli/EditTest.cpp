@@ -69,11 +69,10 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
             continue;
         EXPECT_EQ(fileBytes(home.preference(file)), fileBytes(sample + file));
     }
-    const Outcome changes
-        = runProgram(u"python3"_qs,
-                     {QStringLiteral(CLI_TESTS) + u"/plist_changes.py", sample + name,
-                      home.preference(name)},
-                     varnelctl.environment);
+    const Outcome changes = runProgram(
+        u"python3"_qs,
+        {QStringLiteral(CLI_TESTS) + u"/plist_changes.py", sample + name, home.preference(name)},
+        varnelctl.environment);
     EXPECT_EQ(changes.err.toStdString(), "");
     EXPECT_EQ(changes.out.trimmed().toStdString(), edit.changes);
     EXPECT_EQ(fileBytes(home.preference(name)).startsWith("bplist00"), format == u"binary")
@@ -83,7 +82,8 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
 INSTANTIATE_TEST_SUITE_P(Samples, EditTest, Combine(ValuesIn(edits), Values(u"binary", u"xml")),
                          [](const auto &values) {
                              return std::get<0>(values.param).test
-                                 + ("In" + QString::fromUtf16(std::get<1>(values.param)).toStdString());
+                                 + ("In"
+                                    + QString::fromUtf16(std::get<1>(values.param)).toStdString());
                          });
 
 TEST(XmlEditTest, everyByteButTheValuesStays)
@@ -108,13 +108,13 @@ TEST(UndoEditTest, settingTheOldValueAgainGivesTheSameDocument)
         const Varnelctl varnelctl(home);
         for (const char16_t *value : {u"1204=yes", u"1204=no", u"1200=-1", u"1200=1;1;0;0"})
             EXPECT_EQ(varnelctl.run({u"set"_qs, QString::fromUtf16(value)}).status, 0);
-        const Outcome changes = runProgram(
-            u"python3"_qs,
-            {QStringLiteral(CLI_TESTS) + u"/plist_changes.py",
-             QStringLiteral(TEST_DATA) + u"/preferences/" + QString::fromUtf16(format)
-                 + u"/com.apple.Safari.plist",
-             home.preference(u"com.apple.Safari.plist"_qs)},
-            varnelctl.environment);
+        const Outcome changes =
+            runProgram(u"python3"_qs,
+                       {QStringLiteral(CLI_TESTS) + u"/plist_changes.py",
+                        QStringLiteral(TEST_DATA) + u"/preferences/" + QString::fromUtf16(format)
+                            + u"/com.apple.Safari.plist",
+                        home.preference(u"com.apple.Safari.plist"_qs)},
+                       varnelctl.environment);
         EXPECT_EQ(changes.out.trimmed().toStdString(), "{}");
     }
 }

@@ -79,8 +79,8 @@ INSTANTIATE_TEST_SUITE_P(Output, GoldenTest,
                          Combine(ValuesIn(goldens), Values(u"binary", u"xml"),
                                  Values(u"C.UTF-8", u"de_DE.UTF-8")),
                          [](const auto &values) {
-                             QString name = QString::fromUtf16(std::get<0>(values.param).file) + u'_'
-                                 + QString::fromUtf16(std::get<1>(values.param)) + u'_'
+                             QString name = QString::fromUtf16(std::get<0>(values.param).file)
+                                 + u'_' + QString::fromUtf16(std::get<1>(values.param)) + u'_'
                                  + QString::fromUtf16(std::get<2>(values.param)).left(1);
                              return name.replace(u'.', u'_').remove(u'-').toStdString();
                          });
