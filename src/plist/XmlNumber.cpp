@@ -1,8 +1,7 @@
 #include "plist/XmlNumber.h"
 
-#include <QByteArray>
-
 #include <algorithm>
+#include <charconv>
 #include <limits>
 
 namespace varnel::plist {
@@ -68,6 +67,33 @@ bool isDecimal(QByteArrayView text)
     return digits && text.isEmpty();
 }
 
+/// Whether a decimal that a double cannot hold is too big for it, not too small.
+bool isHuge(QByteArrayView decimal)
+{
+    const auto isExponentMark = [](char c) { return c == 'e' || c == 'E'; };
+    const auto mark = std::find_if(decimal.begin(), decimal.end(), isExponentMark);
+    const auto point = std::find(decimal.begin(), mark, '.');
+    const auto firstDigit = std::find_if(decimal.begin(), mark, [](char c) { return c > '0'; });
+    if (mark == decimal.end())
+        return firstDigit < point;
+    QByteArrayView exponentText = decimal.sliced(mark - decimal.begin() + 1);
+    const bool isNegative = takeSign(exponentText);
+    qint64 exponent = 0;
+    const auto parsed = std::from_chars(exponentText.begin(), exponentText.end(), exponent);
+    if (parsed.ec != std::errc())
+        return !isNegative;
+    return (point - firstDigit) + (isNegative ? -exponent : exponent) > 0;
+}
+
+double decimalValue(QByteArrayView decimal)
+{
+    double value = 0;
+    const auto parsed = std::from_chars(decimal.begin(), decimal.end(), value);
+    if (parsed.ec == std::errc::result_out_of_range)
+        return isHuge(decimal) ? std::numeric_limits<double>::infinity() : 0;
+    return value;
+}
+
 } // namespace
 
 Decoded decodeXmlInteger(QByteArrayView text)
@@ -112,7 +138,7 @@ Decoded decodeXmlReal(QByteArrayView text)
     } else if (is("inf") || is("infinity")) {
         decoded.value.real = std::numeric_limits<double>::infinity() * (isNegative ? -1 : 1);
     } else if (isDecimal(unsignedText)) {
-        decoded.value.real = unsignedText.toByteArray().toDouble() * (isNegative ? -1 : 1);
+        decoded.value.real = decimalValue(unsignedText) * (isNegative ? -1 : 1);
     } else {
         return decoded;
     }

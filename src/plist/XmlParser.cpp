@@ -51,7 +51,8 @@ private:
     {
         fed += bytes.size();
         return XML_Parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast)
-            == XML_STATUS_OK;
+            == XML_STATUS_OK
+            && !stopped;
     }
 
     static Parser &self(void *data) { return *static_cast<Parser *>(data); }
@@ -61,7 +62,13 @@ private:
         if (agreed)
             updateTextHandler();
         else
-            XML_StopParser(parser.get(), XML_FALSE);
+            stop();
+    }
+    void stop()
+    {
+        // The parser may still deliver what it has begun, as the end of an empty-element tag.
+        stopped = true;
+        XML_StopParser(parser.get(), XML_FALSE);
     }
     void updateTextHandler()
     {
@@ -79,29 +86,28 @@ private:
     static void onStart(void *data, const XML_Char *name, const XML_Char **)
     {
         Parser &it = self(data);
-        it.proceed(it.listener.startElement(name, it.start(), it.end()));
+        if (!it.stopped)
+            it.proceed(it.listener.startElement(name, it.start(), it.end()));
     }
     static void onEnd(void *data, const XML_Char *)
     {
         Parser &it = self(data);
-        it.proceed(it.listener.endElement(it.start(), it.end()));
+        if (!it.stopped)
+            it.proceed(it.listener.endElement(it.start(), it.end()));
     }
     static void onText(void *data, const XML_Char *text, int length)
     {
         Parser &it = self(data);
-        if (!it.listener.text(QByteArrayView(text, length)))
-            XML_StopParser(it.parser.get(), XML_FALSE);
+        if (!it.stopped && !it.listener.text(QByteArrayView(text, length)))
+            it.stop();
     }
     static void onEntityDeclaration(void *data, const XML_Char *, int, const XML_Char *, int,
                                     const XML_Char *, const XML_Char *, const XML_Char *,
                                     const XML_Char *)
     {
-        XML_StopParser(self(data).parser.get(), XML_FALSE);
+        self(data).stop();
     }
-    static void onSkippedEntity(void *data, const XML_Char *, int)
-    {
-        XML_StopParser(self(data).parser.get(), XML_FALSE);
-    }
+    static void onSkippedEntity(void *data, const XML_Char *, int) { self(data).stop(); }
     static void onXmlDeclaration(void *data, const XML_Char *, const XML_Char *encoding, int)
     {
         if (encoding)
@@ -112,6 +118,7 @@ private:
     XmlListener &listener;
     qint64 fed = 0;
     qint64 origin = 0;
+    bool stopped = false;
 };
 
 } // namespace

@@ -26,7 +26,8 @@ QString numberText(const SettingRow &row, int number)
 
 QString barItemsText(const SettingRow &row, const QString &text)
 {
-    const QString names = BarItems::fromText(text).names().join(u", ");
+    // An empty text first: joining no names gives null, which would print as such.
+    const QString names = u""_qs + BarItems::fromText(text).names().join(u", ");
     const QString sentence = fillIn(row.otherAction, {names});
     varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
     return sentence;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/FileStore.h"
+
+#include <QList>
+#include <QMap>
+#include <QStringList>
+
+namespace varnel::test {
+
+/// Passes everything on to another store, writes down what was asked, and lets chosen operations
+/// fail in the other's place. Reads and updates are the operations; they are counted from 1.
+class FailingFileStore : public FileStore {
+public:
+    explicit FailingFileStore(FileStore &store) : inner(store) { }
+
+    void failOperation(int number, const Error &error) { failures.insert(number, error); }
+
+    bool exists(const QString &path) const override
+    {
+        calls.append(u"exists " + path);
+        return inner.exists(path);
+    }
+    Result<QByteArray> read(const QString &path) const override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("read "), path))
+            return *error;
+        return inner.read(path);
+    }
+    Result<void> update(const QString &path, const Change &change) override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("update "), path))
+            return *error;
+        return inner.update(path, change);
+    }
+
+    mutable QStringList calls; ///< "read /path", "update /path", "exists /path"
+    mutable int operations = 0;
+
+private:
+    std::optional<Error> begin(const QString &what, const QString &path) const
+    {
+        calls.append(what + path);
+        const auto failure = failures.find(++operations);
+        return failure == failures.end() ? std::nullopt : std::optional(*failure);
+    }
+
+    FileStore &inner;
+    QMap<int, Error> failures;
+};
+
+} // namespace varnel::test

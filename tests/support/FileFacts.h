@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+#include <sys/stat.h>
+
+namespace varnel::test {
+
+// Files as the system sees them, past everything that is to be tested. What can't be done fails
+// the test.
+
+void writeRaw(const QString &path, const QByteArray &bytes, mode_t mode = 0644);
+[[nodiscard]] QByteArray readRaw(const QString &path);
+[[nodiscard]] struct stat statusOf(const QString &path); ///< of a link itself, if it is one
+[[nodiscard]] mode_t modeOf(const QString &path); ///< the lower twelve bits
+void linkTo(const QString &target, const QString &path);
+
+/// Everything in a folder, sorted; hidden entries and broken links too.
+[[nodiscard]] QStringList entriesOf(const QString &folder);
+
+[[nodiscard]] std::optional<QByteArray> attributeOf(const QString &path, const char *name);
+/// False where the file system has no such attributes.
+[[nodiscard]] bool setAttribute(const QString &path, const char *name, const QByteArray &value);
+
+/// Gives a folder and everything in it to another user.
+void giveAll(const QString &folder, uid_t user, gid_t group);
+
+/// Somebody who has no account and owns nothing yet.
+constexpr uid_t stranger = 54321;
+
+/// Acts as another user while it lives. Only for root.
+class ActingAs {
+public:
+    explicit ActingAs(uid_t user);
+    ActingAs(const ActingAs &) = delete;
+    ActingAs &operator=(const ActingAs &) = delete;
+    ~ActingAs();
+};
+
+} // namespace varnel::test
+
+/// Ends a test that only root can run, telling so.
+#define VARNEL_NEEDS_ROOT()                                                                        \
+    if (::geteuid() != 0)                                                                          \
+    GTEST_SKIP() << "needs root, to have files of two users"

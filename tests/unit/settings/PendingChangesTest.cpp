@@ -1,0 +1,213 @@
+#include "settings/PendingChanges.h"
+
+#include "support/FailingFileStore.h"
+#include "support/LogCapture.h"
+#include "support/SettingsHome.h"
+
+#include <gtest/gtest.h>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+const QString none = QStringLiteral("");
+
+/// Writes down what it is to keep.
+class RecordingKeeper : public OldValueKeeper {
+public:
+    Result<void> addDataToBackupFile(const ChangeRecord &record) override
+    {
+        kept.append(record);
+        return failing.contains(record.locationId)
+            ? Result<void>(Error {ErrorCode::Failed, u"no room"_qs})
+            : Result<void>();
+    }
+
+    QList<ChangeRecord> kept;
+    QList<int> failing;
+};
+
+class PendingChangesTest : public testing::Test {
+protected:
+    SettingsHome home;
+    QList<ChangeRecord> changes;
+    QList<ChangeRecord> backups;
+    RecordingKeeper keeper;
+    PendingChanges pending {changes, backups, home.flags, home.access, keeper};
+};
+
+} // namespace
+
+TEST_F(PendingChangesTest,
+       ChangingASettingTwiceLeavesTheSecondValuePendingAndTheFirstOldValueToBackUp)
+{
+    for (const int value : {0, 1}) {
+        pending.addDataToBackupDataList(1009, value == 0 ? 2 : 0, none);
+        pending.addDataToChangeDataList(1009, value, none);
+    }
+    EXPECT_EQ(changes, (QList<ChangeRecord> {{1009, 1, none}}));
+    EXPECT_EQ(backups, (QList<ChangeRecord> {{1009, 2, none}}));
+}
+
+TEST_F(PendingChangesTest, PendingRecordsStandInTheOrderOfTheLastReportBackupsInThatOfTheFirst)
+{
+    for (const int id : {1009, 1300, 1100, 1009}) {
+        pending.addDataToBackupDataList(id, 3, none);
+        pending.addDataToChangeDataList(id, 0, none);
+    }
+    EXPECT_EQ(changes, (QList<ChangeRecord> {{1300, 0, none}, {1100, 0, none}, {1009, 0, none}}));
+    EXPECT_EQ(backups, (QList<ChangeRecord> {{1009, 3, none}, {1300, 3, none}, {1100, 3, none}}));
+}
+
+TEST_F(PendingChangesTest, ARecordKeepsTheExtraTextOfStringSettings)
+{
+    pending.addDataToChangeDataList(1400, 0, u"it's %1 %@"_qs);
+    EXPECT_EQ(changes, (QList<ChangeRecord> {{1400, 0, u"it's %1 %@"_qs}}));
+}
+
+TEST_F(PendingChangesTest, EachReportIsLogged)
+{
+    const LogCapture log;
+    pending.addDataToBackupDataList(1009, 2, none);
+    pending.addDataToChangeDataList(1009, 0, none);
+    pending.addDataToBackupDataList(1009, 1, none);
+    EXPECT_EQ(log.texts(u"varnel.settings"_qs),
+              (QStringList {u"addDataToBackupDataList"_qs, u"addDataToChangeDataList"_qs,
+                            u"addDataToBackupDataList"_qs}));
+}
+
+TEST_F(PendingChangesTest, SavingKeepsTheOldValuesFirstThenWritesThenEmptiesThePendingList)
+{
+    pending.addDataToBackupDataList(1009, 2, none);
+    pending.addDataToBackupDataList(1400, 0, u"-1"_qs);
+    pending.addDataToChangeDataList(1400, 0, u"Shot"_qs);
+    pending.addDataToChangeDataList(1009, 0, none);
+    EXPECT_TRUE(pending.saveChanges().isEmpty());
+    EXPECT_EQ(keeper.kept, (QList<ChangeRecord> {{1009, 2, none}, {1400, 0, u"-1"_qs}}));
+    EXPECT_EQ(home.read(1009).value, SettingValue {0});
+    EXPECT_EQ(home.read(1400).value, (SettingValue {0, u"Shot"_qs}));
+    EXPECT_TRUE(changes.isEmpty());
+    EXPECT_EQ(backups.size(), 2);
+}
+
+TEST_F(PendingChangesTest, TheLastOfTwoSettingsOfOneKeyToBeReportedWins)
+{
+    pending.addDataToChangeDataList(1600, 0, none);
+    pending.addDataToChangeDataList(1603, 1, none);
+    pending.addDataToChangeDataList(1600, 0, none);
+    EXPECT_TRUE(pending.saveChanges().isEmpty());
+    EXPECT_EQ(home.read(1603).value, SettingValue {0});
+}
+
+TEST_F(PendingChangesTest, CancellingEmptiesOnlyThePendingListAndWritesNothing)
+{
+    pending.addDataToBackupDataList(1009, 2, none);
+    pending.addDataToChangeDataList(1009, 0, none);
+    pending.dropChanges();
+    EXPECT_TRUE(changes.isEmpty());
+    EXPECT_EQ(backups, (QList<ChangeRecord> {{1009, 2, none}}));
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+}
+
+TEST_F(PendingChangesTest, ASettingChangedAndCancelledStillGetsItsBackupRowAtTheNextSave)
+{
+    pending.addDataToBackupDataList(1009, 2, none);
+    pending.addDataToChangeDataList(1009, 0, none);
+    pending.dropChanges();
+    pending.addDataToBackupDataList(1300, 3, none);
+    pending.addDataToChangeDataList(1300, 2, none);
+    EXPECT_TRUE(pending.saveChanges().isEmpty());
+    EXPECT_EQ(keeper.kept, (QList<ChangeRecord> {{1009, 2, none}, {1300, 3, none}}));
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+}
+
+TEST_F(PendingChangesTest, RestartFlagsAreRaisedByWritingAndNotByAPendingChange)
+{
+    pending.addDataToChangeDataList(1009, 0, none);
+    EXPECT_EQ(home.flags, RestartFlags());
+    pending.addDataToChangeDataList(1500, 0, none);
+    EXPECT_TRUE(pending.saveChanges().isEmpty());
+    EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));
+}
+
+TEST_F(PendingChangesTest, ASaveOfOneLockSettingWritesOnlyItsOwnKey)
+{
+    pending.addDataToChangeDataList(1001, 1, none);
+    EXPECT_TRUE(pending.saveChanges().isEmpty());
+    EXPECT_EQ(home.read(1001).value, SettingValue {1});
+    EXPECT_FALSE(home.read(1000).found);
+    EXPECT_FALSE(home.read(1002).found);
+}
+
+TEST_F(PendingChangesTest, AnUnknownNumberWritesNothingAndHasNoSentence)
+{
+    EXPECT_TRUE(pending.writeData(250, 0, none).ok());
+    EXPECT_TRUE(pending.writeData(1011, 0, none).ok());
+    EXPECT_TRUE(pending.actionString(1011, 0, none).isEmpty());
+    EXPECT_EQ(home.flags, RestartFlags());
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+}
+
+TEST_F(PendingChangesTest, TheSentenceComesWithTheTwoPlaces)
+{
+    EXPECT_EQ(pending.actionString(1804, 1, none),
+              (QStringList {u"Quillet -> QuickTime Player"_qs, u"QuickTime Player"_qs,
+                            u"Do not automatically play selected movie files on launch:"_qs}));
+    EXPECT_EQ(pending.actionString(1403, 5, u"/tmp"_qs),
+              (QStringList {u"Quillet -> Screen Capture"_qs, u"Screen Capture"_qs,
+                            u"Save newly created screenshot files to /tmp"_qs}));
+}
+
+TEST_F(PendingChangesTest, AFailedBackupNeverBlocksTheWrite)
+{
+    keeper.failing = {1009};
+    pending.addDataToBackupDataList(1009, 2, none);
+    pending.addDataToChangeDataList(1009, 0, none);
+    const QList<SaveFailure> failures = pending.saveChanges();
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_EQ(failures[0].step, SaveFailure::Step::Backup);
+    EXPECT_EQ(failures[0].record, (ChangeRecord {1009, 2, none}));
+    EXPECT_EQ(home.read(1009).value, SettingValue {0});
+}
+
+TEST_F(PendingChangesTest, AFailedWriteIsToldRaisesItsFlagAndStopsNothing)
+{
+    home.putBytes(u"com.apple.dock.plist"_qs, "broken");
+    const LogCapture log;
+    pending.addDataToChangeDataList(1009, 0, none);
+    pending.addDataToChangeDataList(1500, 1, none);
+    const QList<SaveFailure> failures = pending.saveChanges();
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_EQ(failures[0].step, SaveFailure::Step::Write);
+    EXPECT_EQ(failures[0].record, (ChangeRecord {1009, 0, none}));
+    EXPECT_EQ(failures[0].error.code, ErrorCode::Unloadable);
+    EXPECT_EQ(home.read(1500).value, SettingValue {1});
+    EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));
+    EXPECT_TRUE(changes.isEmpty());
+    EXPECT_EQ(home.bytes(u"com.apple.dock.plist"_qs), "broken");
+}
+
+TEST(PendingChangesFaults, WhicheverFileFailsItIsAsItWasAndTheOthersAreWritten)
+{
+    const QList<ChangeRecord> wanted {{1009, 0, none}, {1100, 1, none}, {1500, 0, none}};
+    for (int failing = 1; failing <= wanted.size() + 1; ++failing) {
+        SettingsHome home;
+        for (const char *name : {"dock", "finder", "Mail"})
+            home.put(u"com.apple."_qs + QString::fromLatin1(name) + u".plist",
+                     u"<key>other</key><true/>"_qs);
+        FailingFileStore store(home.store);
+        store.failOperation(failing, {ErrorCode::Failed, u"disk"_qs});
+        PreferenceFiles files(store);
+        SettingAccess access(home.home.home(), files, home.finderInfo);
+        QList<ChangeRecord> changes = wanted;
+        QList<ChangeRecord> backups;
+        RecordingKeeper keeper;
+        PendingChanges pending(changes, backups, home.flags, access, keeper);
+        EXPECT_EQ(pending.saveChanges().size(), failing <= wanted.size() ? 1 : 0);
+        for (int i = 0; i < wanted.size(); ++i) {
+            const SettingReading reading = home.read(wanted[i].locationId);
+            EXPECT_EQ(reading.found, i != failing - 1) << failing << ' ' << i;
+        }
+    }
+}

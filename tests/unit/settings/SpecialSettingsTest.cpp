@@ -1,0 +1,338 @@
+// The settings that are more than one key with one value for each choice.
+
+#include "support/LogCapture.h"
+#include "support/PlistReferee.h"
+#include "support/SettingsHome.h"
+
+#include <gtest/gtest.h>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+const QString safari = QStringLiteral("com.apple.Safari.plist");
+const QString iTunes = QStringLiteral("com.apple.iTunes.plist");
+const QString mail = QStringLiteral("com.apple.Mail.plist");
+const QString screenCapture = QStringLiteral("com.apple.screencapture.plist");
+const QString settingsLog = QStringLiteral("varnel.settings");
+
+const QString toolbar =
+    QStringLiteral("<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key>");
+
+SettingValue text(QStringView value)
+{
+    return {0, value.toString()};
+}
+
+class SpecialSettings : public testing::Test {
+protected:
+    int index(int id) const { return home.read(id).value.number; }
+    QString string(int id) const { return home.read(id).value.text; }
+    QString printed(const QString &file) const { return PlistReferee::read(home.path(file)); }
+
+    SettingsHome home;
+};
+
+/// Those whose outcome an independent reader tells.
+class SpecialSettingsOnDisk : public SpecialSettings {
+protected:
+    void SetUp() override
+    {
+        if (!PlistReferee::isHere())
+            GTEST_SKIP() << "no python3";
+    }
+};
+
+} // namespace
+
+TEST_F(SpecialSettings, ADebugMenuOfOnlyTheOtherKeyShowsTheDefault)
+{
+    home.put(safari, u"<key>IncludeDebugMenu</key><integer>1</integer>"_qs);
+    EXPECT_EQ(index(1201), 2);
+    home.put(safari, u"<key>IncludeInternalDebugMenu</key><true/>"_qs);
+    EXPECT_EQ(index(1201), 0);
+}
+
+TEST_F(SpecialSettingsOnDisk, TheDebugMenuWritesAndRemovesBothOfItsKeys)
+{
+    ASSERT_TRUE(home.write(1201, {0}).ok());
+    EXPECT_EQ(printed(safari), u"{'IncludeDebugMenu': 1, 'IncludeInternalDebugMenu': 1}"_qs);
+    ASSERT_TRUE(home.write(1201, {2}).ok());
+    EXPECT_EQ(printed(safari), u"{}"_qs);
+}
+
+TEST_F(SpecialSettings, TheDefaultOfTheDebugMenuMakesNoFile)
+{
+    ASSERT_TRUE(home.write(1201, {2}).ok());
+    ASSERT_TRUE(home.write(1602, {2}).ok());
+    EXPECT_FALSE(home.has(safari));
+    EXPECT_FALSE(home.has(iTunes));
+}
+
+TEST_F(SpecialSettings, TheLibraryPlaylistIsReadFromBothOfItsKeys)
+{
+    const auto indexOf = [this](const QString &hide, const QString &show) {
+        QString entries;
+        if (!hide.isEmpty())
+            entries += u"<key>hide-library-playlist</key>"_qs + hide;
+        if (!show.isEmpty())
+            entries += u"<key>show-library-playlist</key>"_qs + show;
+        home.put(iTunes, entries);
+        return index(1602);
+    };
+    const QString one = u"<integer>1</integer>"_qs;
+    const QString zero = u"<false/>"_qs;
+    const QString five = u"<integer>5</integer>"_qs;
+    EXPECT_EQ(indexOf(one, one), 0) << "both set shows yes";
+    EXPECT_EQ(indexOf(one, zero), 1);
+    EXPECT_EQ(indexOf(zero, one), 0);
+    EXPECT_EQ(indexOf(zero, zero), 0);
+    EXPECT_EQ(indexOf(five, five), 1) << "non-zero, and not 1";
+    EXPECT_EQ(indexOf(one, u""_qs), 2) << "only one of the keys is there";
+    EXPECT_EQ(indexOf(u""_qs, zero), 2);
+    EXPECT_EQ(indexOf(u""_qs, u""_qs), 2);
+    EXPECT_EQ(indexOf(u"<array/>"_qs, one), 2);
+}
+
+TEST_F(SpecialSettings, ToolbarTextShowsTheDefaultForOneAndForWhateverIsMissing)
+{
+    const auto indexOf = [this](const QString &inner) {
+        home.put(safari, toolbar + u"<dict>"_qs + inner + u"</dict>"_qs);
+        return index(1204);
+    };
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>0</integer>"_qs), 0);
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>2</integer>"_qs), 1);
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>1</integer>"_qs), 2);
+    EXPECT_EQ(indexOf(u""_qs), 2);
+    home.put(safari, toolbar + u"<string>x</string>"_qs);
+    EXPECT_EQ(index(1204), 2);
+}
+
+TEST_F(SpecialSettings, ReadingToolbarTextLogsWhetherTheDictionaryIsThere)
+{
+    const LogCapture log;
+    (void)home.read(1204);
+    home.put(safari, toolbar + u"<dict/>"_qs);
+    (void)home.read(1204);
+    EXPECT_EQ(log.texts(settingsLog), (QStringList {u"Value Not Found"_qs, u"Value Found"_qs}));
+}
+
+TEST_F(SpecialSettingsOnDisk, SavingNoOverADisplayModeOfOneStoresTwo)
+{
+    home.put(safari, toolbar + u"<dict><key>TB Display Mode</key><integer>1</integer></dict>"_qs);
+    ASSERT_TRUE(home.write(1204, {1}).ok());
+    EXPECT_EQ(
+        printed(safari),
+        u"{'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Display Mode': 2}}"_qs);
+}
+
+TEST_F(SpecialSettings, ToolbarTextMakesNeitherItsFileNorItsDictionary)
+{
+    ASSERT_TRUE(home.write(1204, {0}).ok());
+    EXPECT_FALSE(home.has(safari));
+    home.put(safari, u"<key>other</key><true/>"_qs);
+    const QByteArray before = home.bytes(safari);
+    ASSERT_TRUE(home.write(1204, {0}).ok());
+    ASSERT_TRUE(home.write(1204, {2}).ok());
+    EXPECT_EQ(home.bytes(safari), before);
+    EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Safari)) << "raised whatever was written";
+}
+
+TEST_F(SpecialSettingsOnDisk, ASnapshotPolicyOfOneShowsNoAndSavingThatRemovesTheKey)
+{
+    home.put(safari, u"<key>DebugSnapshotsUpdatePolicy</key><integer>1</integer>"_qs);
+    EXPECT_EQ(index(1205), 1);
+    ASSERT_TRUE(home.write(1205, {1}).ok());
+    EXPECT_EQ(printed(safari), u"{}"_qs);
+    ASSERT_TRUE(home.write(1205, {0}).ok());
+    EXPECT_EQ(printed(safari), u"{'DebugSnapshotsUpdatePolicy': 2}"_qs);
+}
+
+TEST_F(SpecialSettings, AnIndexOfSevenOfAYesNoSettingHasTheDefaultSentence)
+{
+    EXPECT_EQ(actionString(*findSetting(1100), {7}),
+              u"Use default value on the Quit Finder menu visibility"_qs);
+    EXPECT_EQ(actionString(*findSetting(1205), {7}),
+              u"Use default value on caching Top Sites and History thumbnail images"_qs);
+}
+
+TEST_F(SpecialSettingsOnDisk, AYesNoSettingThatHoldsFiveShowsTheDefaultAndSavingThatRemovesIt)
+{
+    home.put(u"com.apple.dock.plist"_qs, u"<key>autohide</key><integer>5</integer>"_qs);
+    EXPECT_EQ(index(1009), 2);
+    ASSERT_TRUE(home.write(1009, {2}).ok());
+    EXPECT_EQ(printed(u"com.apple.dock.plist"_qs), u"{}"_qs);
+}
+
+TEST_F(SpecialSettings, ScrollBarsTakeAlwaysInAnyLetterCase)
+{
+    for (const auto &stored : {u"Always"_qs, u"ALWAYS"_qs, u"always"_qs}) {
+        home.put(u".GlobalPreferences.plist"_qs,
+                 u"<key>AppleShowScrollBars</key><string>"_qs + stored + u"</string>"_qs);
+        EXPECT_EQ(index(1300), 2);
+    }
+}
+
+TEST_F(SpecialSettings, TheFileFormatTakesOnlySmallLetters)
+{
+    const auto indexOf = [this](const QString &stored) {
+        home.put(screenCapture, u"<key>type</key><string>"_qs + stored + u"</string>"_qs);
+        return index(1402);
+    };
+    EXPECT_EQ(indexOf(u"png"_qs), 4);
+    EXPECT_EQ(indexOf(u"PNG"_qs), 7);
+    home.put(screenCapture, u""_qs);
+    EXPECT_EQ(index(1402), 7);
+}
+
+TEST_F(SpecialSettingsOnDisk, TheKeysOfInlineAttachmentsAndPlainTextAreCrossed)
+{
+    ASSERT_TRUE(home.write(1504, {0}).ok());
+    EXPECT_EQ(printed(mail), u"{'PreferPlainText': 1}"_qs);
+    ASSERT_TRUE(home.write(1502, {0}).ok());
+    EXPECT_EQ(printed(mail), u"{'DisableInlineAttachmentViewing': 0, 'PreferPlainText': 1}"_qs);
+}
+
+TEST_F(SpecialSettings, ChangingSongPreviewsChangesHalfStarsToo)
+{
+    ASSERT_TRUE(home.write(1600, {1}).ok());
+    EXPECT_EQ(index(1603), 1);
+    ASSERT_TRUE(home.write(1603, {0}).ok());
+    EXPECT_EQ(index(1600), 0);
+}
+
+TEST_F(SpecialSettings, NumbersReadAsTheyStandAndMinusOneWhenMissing)
+{
+    EXPECT_EQ(home.read(1004).value, SettingValue {-1});
+    EXPECT_FALSE(home.read(1004).found);
+    home.put(u"com.apple.dock.plist"_qs,
+             u"<key>tilesize</key><real>500.9</real><key>largesize</key><integer>0</integer>"_qs);
+    EXPECT_EQ(home.read(1004).value, SettingValue {500});
+    EXPECT_EQ(home.read(1003).value, SettingValue {0});
+    EXPECT_TRUE(home.read(1003).found);
+    EXPECT_EQ(index(1203), -1) << "although 18 is shown";
+}
+
+TEST_F(SpecialSettingsOnDisk, ANegativeNumberRemovesAndZeroIsWritten)
+{
+    ASSERT_TRUE(home.write(1203, {0}).ok());
+    EXPECT_EQ(printed(safari), u"{'RecentHistoryMenuItemsLimit': 0}"_qs);
+    ASSERT_TRUE(home.write(1203, {-7}).ok());
+    EXPECT_EQ(printed(safari), u"{}"_qs);
+}
+
+TEST_F(SpecialSettings, TheSentenceOfTheHistoryMenuIsFilledWithMinusOneForTheDefault)
+{
+    EXPECT_EQ(actionString(*findSetting(1203), {-1}),
+              u"Set maximum number of items in main history menu to -1"_qs);
+}
+
+TEST_F(SpecialSettings, TheSentenceOfAnIconSizeKeepsItsPlaceholder)
+{
+    EXPECT_EQ(actionString(*findSetting(1004), {48}), u"Set icon size on the Dock to %s"_qs);
+    EXPECT_EQ(actionString(*findSetting(1003), {-2}), u"set icon magnification size to %s"_qs);
+}
+
+TEST_F(SpecialSettings, TextsReadAsTheyStandAndMinusOneWhenMissing)
+{
+    EXPECT_EQ(home.read(1400).value, text(u"-1"));
+    home.put(screenCapture, u"<key>name</key><string> a &amp; %1 </string>"_qs);
+    EXPECT_EQ(home.read(1400).value, text(u" a & %1 "));
+    home.put(screenCapture, u"<key>name</key><string></string>"_qs);
+    EXPECT_EQ(home.read(1400).value, text(u""));
+    EXPECT_TRUE(home.read(1400).found);
+}
+
+TEST_F(SpecialSettingsOnDisk, AnEmptyTextIsWrittenAndMinusOneRemoves)
+{
+    ASSERT_TRUE(home.write(1403, text(u"")).ok());
+    EXPECT_EQ(printed(screenCapture), u"{'location': ''}"_qs);
+    ASSERT_TRUE(home.write(1403, text(u"-1")).ok());
+    EXPECT_EQ(printed(screenCapture), u"{}"_qs);
+    ASSERT_TRUE(home.write(1403, text(u" -1")).ok());
+    EXPECT_EQ(printed(screenCapture), u"{'location': ' -1'}"_qs);
+}
+
+TEST_F(SpecialSettings, ATextInASentenceIsNeverFilledInAgain)
+{
+    EXPECT_EQ(actionString(*findSetting(1400), text(u"%1 %@ %s")),
+              u"Add %1 %@ %s prefix to a newly created screenshot file name"_qs);
+    EXPECT_EQ(actionString(*findSetting(1403), {0, QString()}),
+              u"Save newly created screenshot files to (null)"_qs);
+}
+
+TEST_F(SpecialSettings, TheBookmarksBarReadsItsNamesInAnyOrderAndLetterCase)
+{
+    const auto read = [this](const QString &elements) {
+        home.put(safari, u"<key>ProxiesInBookmarksBar</key><array>"_qs + elements + u"</array>"_qs);
+        return string(1200);
+    };
+    EXPECT_EQ(read(u"<string>bonjour</string><string>READING LIST</string>"_qs), u"1;0;0;1"_qs);
+    EXPECT_EQ(read(u"<string>Top Sites</string><string>Something</string>"_qs), u"0;1;0;0"_qs);
+    EXPECT_EQ(read(u"<integer>1</integer><string>Address Book</string>"_qs), u"0;0;1;0"_qs);
+    EXPECT_EQ(read(u""_qs), u"0;0;0;0"_qs);
+}
+
+TEST_F(SpecialSettings, TheBookmarksBarWithoutAnArrayReadsAsTheDefault)
+{
+    EXPECT_EQ(string(1200), u"-1"_qs);
+    home.put(safari, u"<key>ProxiesInBookmarksBar</key><string>Bonjour</string>"_qs);
+    EXPECT_EQ(string(1200), u"-1"_qs);
+    EXPECT_FALSE(home.read(1200).found);
+}
+
+TEST_F(SpecialSettingsOnDisk, ReadingListAndBonjourOnWritesTheirTwoNames)
+{
+    home.put(safari, u""_qs);
+    ASSERT_TRUE(home.write(1200, text(u"1;0;0;1")).ok());
+    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': ['Reading List', 'Bonjour']}"_qs);
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"1;0;0;1")),
+              u"Show Reading List, Bonjour on Safari's Bookmarks bar"_qs);
+}
+
+TEST_F(SpecialSettingsOnDisk, AllFourOffWritesAnEmptyArrayAndNamesNothing)
+{
+    home.put(safari, u""_qs);
+    ASSERT_TRUE(home.write(1200, text(u"0;0;0;0")).ok());
+    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': []}"_qs);
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"0;0;0;0")),
+              u"Show  on Safari's Bookmarks bar"_qs);
+}
+
+TEST_F(SpecialSettings, TheBookmarksBarMakesNoFileButAsksForTheRestart)
+{
+    ASSERT_TRUE(home.write(1200, text(u"1;1;1;1")).ok());
+    EXPECT_FALSE(home.has(safari));
+    EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Safari));
+}
+
+TEST_F(SpecialSettingsOnDisk, TheDefaultOfTheBookmarksBarRemovesTheKeyAndAsksForNoRestart)
+{
+    home.put(safari, u"<key>ProxiesInBookmarksBar</key><array/><key>k</key><true/>"_qs);
+    ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
+    EXPECT_EQ(printed(safari), u"{'k': True}"_qs);
+    EXPECT_EQ(home.flags, RestartFlags());
+}
+
+TEST_F(SpecialSettings, TheBookmarksBarLogsItsValueItsRemovalAndItsSentence)
+{
+    const LogCapture log;
+    ASSERT_TRUE(home.write(1200, text(u"1;0;0;1")).ok());
+    ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
+    (void)actionString(*findSetting(1200), text(u"0;1;0;0"));
+    (void)actionString(*findSetting(1200), text(u"-1"));
+    EXPECT_EQ(
+        log.texts(settingsLog),
+        (QStringList {u"value: 1;0;0;1"_qs, u"value: -1"_qs, u"delete ProxiesInBookmarksBar"_qs,
+                      u"barStr= Show Top Sites on Safari's Bookmarks bar"_qs}));
+}
+
+TEST_F(SpecialSettings, ABookmarksBarTextOfAnotherShapeShowsOnlyWhatIsAOneInItsPlace)
+{
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"1;2")),
+              u"Show Reading List on Safari's Bookmarks bar"_qs);
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"")), u"Show  on Safari's Bookmarks bar"_qs);
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"0;0;0;1;1;1")),
+              u"Show Bonjour on Safari's Bookmarks bar"_qs);
+}
