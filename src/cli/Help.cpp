@@ -36,7 +36,8 @@ QList<Entry> entriesOf(const QList<OptionInfo> &options)
 {
     QList<Entry> entries;
     for (const OptionInfo &option : options) {
-        const QString value = option.valueName.isNull() ? QString() : QString(u' ' + option.valueName);
+        const QString value =
+            option.valueName.isNull() ? QString() : QString(u' ' + option.valueName);
         entries.append({u"--" + option.name + value, option.help});
     }
     return entries;
@@ -101,7 +102,8 @@ QString programHelp(const Commands &commands)
     const Listing all = listing(commands, [](const QString &) { return true; });
     QList<Entry> options = commonEntries();
     options.append({u"--version"_qs, u"show the version"_qs});
-    return u"Shows and changes the hidden settings of a home folder; every save keeps the old values\n"
+    return u"Shows and changes the hidden settings of a home folder; every save keeps the old "
+           u"values\n"
            u"in a backup file first.\n\n"
            u"Usage: varnelctl [OPTIONS] [COMMAND ...]\n\n"
            u"Without a command it lists the settings. SETTING is a number or a short name of that\n"
@@ -130,8 +132,8 @@ QString commandHelp(const CommandInfo &info)
 
 QString groupHelp(const QString &group, const Commands &commands)
 {
-    const Listing beneath = listing(
-        commands, [&](const QString &name) { return name.startsWith(group + u' '); });
+    const Listing beneath =
+        listing(commands, [&](const QString &name) { return name.startsWith(group + u' '); });
     return u"Usage: varnelctl " + group + u" COMMAND [OPTIONS] ...\n"
         + section(u"Commands"_qs, beneath.entries) + section(u"Options"_qs, commonEntries())
         + section(u"Examples"_qs, beneath.examples);

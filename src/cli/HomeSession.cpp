@@ -17,12 +17,12 @@ const QString newHomeOption = QStringLiteral("new-home");
 
 Result<HomeFolder> folderNamedBy(const Request &request)
 {
-    if (!request.has(homeOption))
-        return ownHome();
     const QString directory = request.value(homeOption);
-    if (directory.isEmpty())
+    if (request.has(homeOption) && directory.isEmpty())
         return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
-    return namedHome(directory);
+    const Result<HomeFolder> home = request.has(homeOption) ? namedHome(directory) : ownHome();
+    // A folder that is none is no slip in the usage.
+    return home ? home : Error {ErrorCode::NotFound, home.error().text};
 }
 
 std::optional<Error> whyUnreadable(const FileStore &store, const QString &path)

@@ -2,9 +2,9 @@
 
 #include "cli/Request.h"
 #include "cli/SettingReport.h"
-#include "platform/StandardFolders.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
+#include "platform/StandardFolders.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 

@@ -1,7 +1,7 @@
 #include "cli/OneSettingCommand.h"
 
-#include "cli/Outcome.h"
 #include "cli/Lookup.h"
+#include "cli/Outcome.h"
 
 namespace varnel::cli {
 

@@ -37,14 +37,17 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
     // Trying a write out would log as the write itself does.
     const LogSilence silence;
     Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
-    OldValues old;
+    QList<const SettingRow *> rows;
     for (const WantedValue &each : lastOfEach(wanted)) {
         const Result<bool> change = rehearsal.wouldChange(*each.row, each.value);
         if (!change && change.error().code != ErrorCode::Unloadable)
             return change.error();
         if (!change || change.value())
-            old.insert(each.row->id, session.access().read(*each.row).value);
+            rows.append(each.row);
     }
+    OldValues old;
+    for (const SettingReport &report : session.reports(rows))
+        old.insert(report.row->id, report.reading.value);
     return old;
 }
 
@@ -87,7 +90,8 @@ SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const Ol
     report.failures = pending.saveChanges();
     for (const ChangeRecord &record : asked)
         if (written(report.failures, record.locationId))
-            report.changes.append({findSetting(record.locationId), old[record.locationId],
+            report.changes.append({findSetting(record.locationId),
+                                   old[record.locationId],
                                    {record.actionId, record.extraData}});
     if (QFileInfo::exists(backupFile))
         report.backupFile = backupFile;
@@ -102,7 +106,8 @@ ExitStatus SaveReport::status() const
     if (failures.isEmpty() && filesWithoutLock.isEmpty())
         return ExitStatus::Done;
     const bool leftAlone = std::any_of(failures.begin(), failures.end(), [](const auto &failure) {
-        return failure.error.code == ErrorCode::Unloadable;
+        return failure.step == SaveFailure::Step::Write
+            && failure.error.code == ErrorCode::Unloadable;
     });
     return changes.isEmpty() && !leftAlone ? ExitStatus::Failed : ExitStatus::Partly;
 }

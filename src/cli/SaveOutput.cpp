@@ -20,7 +20,8 @@ QString nameOf(const SaveFailure &failure)
 QString message(const SaveFailure &failure)
 {
     const bool backup = failure.step == SaveFailure::Step::Backup;
-    return nameOf(failure) + (backup ? u": the old value is not in the backup file: " : u": not written: ")
+    return nameOf(failure)
+        + (backup ? u": the old value is not in the backup file: " : u": not written: ")
         + failure.error.text;
 }
 
@@ -84,8 +85,9 @@ QStringList saveMessages(const SaveReport &report)
     for (const SaveFailure &failure : report.failures)
         messages.append(message(failure));
     for (const QString &file : report.filesWithoutLock)
-        messages.append(file + u": changed while another run was changing it; what that run wrote"
-                               u" may be lost");
+        messages.append(file
+                        + u": changed while another run was changing it; what that run wrote"
+                          u" may be lost");
     return messages;
 }
 

@@ -29,13 +29,14 @@ QString table(const QList<SettingReport> &found, const Style &style)
 
 CommandInfo SearchCommand::info() const
 {
-    return {u"search"_qs,
-            u"Finds settings by a text"_qs,
-            u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
-            u"no wildcards, no splitting into words. Status 1 when there is none."_qs,
-            {{u"TEXT"_qs, u"part of the search words; quote it when it has blanks"_qs}},
-            {},
-            {u"search animation"_qs, u"search 'lock size' --json"_qs}};
+    return {
+        u"search"_qs,
+        u"Finds settings by a text"_qs,
+        u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
+        u"no wildcards, no splitting into words. Status 1 when there is none."_qs,
+        {{u"TEXT"_qs, u"part of the search words; quote it when it has blanks"_qs}},
+        {},
+        {u"search animation"_qs, u"search 'lock size' --json"_qs}};
 }
 
 ExitStatus SearchCommand::run(const Request &request, Console &console) const

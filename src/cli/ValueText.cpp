@@ -14,8 +14,7 @@ const QString noItems = QStringLiteral("none");
 
 Error outOfKind(const SettingRow &row, const QString &typed, const QString &wanted)
 {
-    return {ErrorCode::Invalid,
-            u'\'' + typed + u"' is no value of " + row.name + u"; " + wanted};
+    return {ErrorCode::Invalid, u'\'' + typed + u"' is no value of " + row.name + u"; " + wanted};
 }
 
 /// Digits, with a minus sign at most; nothing that a locale or a blank could change.
@@ -71,9 +70,9 @@ Result<SettingValue> parseNumber(const SettingRow &row, const QString &typed)
 {
     const std::optional<int> number = wholeNumber(typed);
     if (!number || *number < row.minimum || *number > row.maximum)
-        return outOfKind(row, typed,
-                         u"give a number from %1 to %2, or 'default'"_qs.arg(row.minimum)
-                             .arg(row.maximum));
+        return outOfKind(
+            row, typed,
+            u"give a number from %1 to %2, or 'default'"_qs.arg(row.minimum).arg(row.maximum));
     return SettingValue {*number};
 }
 
@@ -81,9 +80,9 @@ Result<SettingValue> parseNumber(const SettingRow &row, const QString &typed)
 bool isFourDigits(const QString &typed)
 {
     const QStringList digits = typed.split(u';');
-    return digits.size() == 4 && std::all_of(digits.begin(), digits.end(), [](const QString &digit) {
-        return digit == u"0" || digit == u"1";
-    });
+    return digits.size() == 4
+        && std::all_of(digits.begin(), digits.end(),
+                       [](const QString &digit) { return digit == u"0" || digit == u"1"; });
 }
 
 /// "Reading List, Bonjour"; nothing when a name is none of the four.

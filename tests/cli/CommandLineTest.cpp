@@ -59,8 +59,7 @@ TEST_F(CommandLineTest, wrongUsageEndsWithTwoSaysWhyAndPrintsNoData)
 
 TEST_F(CommandLineTest, anArgumentThatIsNoUtf8IsRefusedRatherThanChanged)
 {
-    const Outcome outcome
-        = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_qs);
+    const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_qs);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(outcome.err.contains("UTF-8"));
 }
@@ -87,8 +86,9 @@ TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
         const Outcome help = varnelctl.run(level + QStringList {u"--help"_qs});
         const std::string name = level.join(u' ').toStdString();
         EXPECT_EQ(help.status, 0) << name;
-        EXPECT_TRUE(help.out.startsWith(level.isEmpty() ? QByteArray("Shows")
-                                                : QByteArray("Usage: varnelctl " + level[0].toUtf8())))
+        EXPECT_TRUE(help.out.startsWith(level.isEmpty()
+                                            ? QByteArray("Shows")
+                                            : QByteArray("Usage: varnelctl " + level[0].toUtf8())))
             << help.out.toStdString();
         EXPECT_TRUE(help.out.contains("Examples:\n  varnelctl ")) << name;
         EXPECT_TRUE(help.out.contains("--home DIR")) << name;

@@ -17,6 +17,11 @@ struct Edit {
     const char *changes; ///< as the independent reader tells them
 };
 
+void PrintTo(const Edit &edit, std::ostream *out)
+{
+    *out << edit.test;
+}
+
 // Old value first, then the new one; null where there is none.
 const Edit edits[] {
     {"integer", u"1004=64", u"com.apple.dock.plist",
@@ -45,14 +50,14 @@ const Edit edits[] {
      R"({"AppleShowScrollBars": [{"type": "str", "value": "Always"}, {"type": "str", "value": "WhenScrolling"}]})"},
 };
 
-class EditTest : public TestWithParam<std::tuple<Edit, const char16_t *>> { };
+class EditTest : public TestWithParam<std::tuple<Edit, std::string>> { };
 
 TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
 {
     if (QStandardPaths::findExecutable(u"python3"_qs).isEmpty())
         GTEST_SKIP() << "no python3";
     const Edit &edit = std::get<0>(GetParam());
-    const QString format = QString::fromUtf16(std::get<1>(GetParam()));
+    const QString format = QString::fromStdString(std::get<1>(GetParam()));
     const QString name = QString::fromUtf16(edit.file);
     TemporaryHome home;
     installSamples(home, format);
@@ -69,21 +74,20 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
             continue;
         EXPECT_EQ(fileBytes(home.preference(file)), fileBytes(sample + file));
     }
-    const Outcome changes
-        = runProgram(u"python3"_qs,
-                     {QStringLiteral(CLI_TESTS) + u"/plist_changes.py", sample + name,
-                      home.preference(name)},
-                     varnelctl.environment);
+    const Outcome changes = runProgram(
+        u"python3"_qs,
+        {QStringLiteral(CLI_TESTS) + u"/plist_changes.py", sample + name, home.preference(name)},
+        varnelctl.environment);
     EXPECT_EQ(changes.err.toStdString(), "");
     EXPECT_EQ(changes.out.trimmed().toStdString(), edit.changes);
     EXPECT_EQ(fileBytes(home.preference(name)).startsWith("bplist00"), format == u"binary")
         << "the format is kept";
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, EditTest, Combine(ValuesIn(edits), Values(u"binary", u"xml")),
+INSTANTIATE_TEST_SUITE_P(Samples, EditTest, Combine(ValuesIn(edits), Values("binary", "xml")),
                          [](const auto &values) {
                              return std::get<0>(values.param).test
-                                 + ("In" + QString::fromUtf16(std::get<1>(values.param)).toStdString());
+                                 + ("In" + std::get<1>(values.param));
                          });
 
 TEST(XmlEditTest, everyByteButTheValuesStays)
@@ -108,13 +112,13 @@ TEST(UndoEditTest, settingTheOldValueAgainGivesTheSameDocument)
         const Varnelctl varnelctl(home);
         for (const char16_t *value : {u"1204=yes", u"1204=no", u"1200=-1", u"1200=1;1;0;0"})
             EXPECT_EQ(varnelctl.run({u"set"_qs, QString::fromUtf16(value)}).status, 0);
-        const Outcome changes = runProgram(
-            u"python3"_qs,
-            {QStringLiteral(CLI_TESTS) + u"/plist_changes.py",
-             QStringLiteral(TEST_DATA) + u"/preferences/" + QString::fromUtf16(format)
-                 + u"/com.apple.Safari.plist",
-             home.preference(u"com.apple.Safari.plist"_qs)},
-            varnelctl.environment);
+        const Outcome changes =
+            runProgram(u"python3"_qs,
+                       {QStringLiteral(CLI_TESTS) + u"/plist_changes.py",
+                        QStringLiteral(TEST_DATA) + u"/preferences/" + QString::fromUtf16(format)
+                            + u"/com.apple.Safari.plist",
+                        home.preference(u"com.apple.Safari.plist"_qs)},
+                       varnelctl.environment);
         EXPECT_EQ(changes.out.trimmed().toStdString(), "{}");
     }
 }

@@ -16,6 +16,11 @@ struct Golden {
     int status = 0;
 };
 
+void PrintTo(const Golden &golden, std::ostream *out)
+{
+    *out << QString::fromUtf16(golden.file).toStdString();
+}
+
 const QList<Golden> goldens {
     {u"help.txt", {u"--help"_qs}},
     {u"help-list.txt", {u"list"_qs, u"--help"_qs}},
@@ -53,15 +58,15 @@ const QList<Golden> goldens {
     {u"set-nothing.json", {u"set"_qs, u"dock-size=48"_qs, u"--json"_qs}},
 };
 
-class GoldenTest : public TestWithParam<std::tuple<Golden, const char16_t *, const char16_t *>> { };
+class GoldenTest : public TestWithParam<std::tuple<Golden, std::string, std::string>> { };
 
 TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
 {
     const auto &[golden, format, locale] = GetParam();
     TemporaryHome home;
-    installSamples(home, QString::fromUtf16(format));
+    installSamples(home, QString::fromStdString(format));
     Varnelctl varnelctl(home);
-    varnelctl.environment.insert(u"LC_ALL"_qs, QString::fromUtf16(locale));
+    varnelctl.environment.insert(u"LC_ALL"_qs, QString::fromStdString(locale));
 
     const Outcome outcome = varnelctl.run(golden.arguments);
     EXPECT_EQ(outcome.status, golden.status) << outcome.err.toStdString();
@@ -76,12 +81,12 @@ TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
 
 // The comma locale need not be installed: the toolkit goes by its name.
 INSTANTIATE_TEST_SUITE_P(Output, GoldenTest,
-                         Combine(ValuesIn(goldens), Values(u"binary", u"xml"),
-                                 Values(u"C.UTF-8", u"de_DE.UTF-8")),
+                         Combine(ValuesIn(goldens), Values("binary", "xml"),
+                                 Values("C.UTF-8", "de_DE.UTF-8")),
                          [](const auto &values) {
-                             QString name = QString::fromUtf16(std::get<0>(values.param).file) + u'_'
-                                 + QString::fromUtf16(std::get<1>(values.param)) + u'_'
-                                 + QString::fromUtf16(std::get<2>(values.param)).left(1);
+                             QString name = QString::fromUtf16(std::get<0>(values.param).file)
+                                 + u'_' + QString::fromStdString(std::get<1>(values.param)) + u'_'
+                                 + QString::fromStdString(std::get<2>(values.param)).left(1);
                              return name.replace(u'.', u'_').remove(u'-').toStdString();
                          });
 

@@ -82,8 +82,8 @@ TEST_F(OutputTest, aReaderThatHasGoneIsAFailureWithoutAMessage)
 
 TEST_F(OutputTest, closedStreamsDoNotEndUpInFiles)
 {
-    const Outcome set
-        = varnelctl.shell(u"\"$varnelctl\" set 1004=64 1400=x --verbose <&- >&- 2>&-"_qs);
+    const Outcome set =
+        varnelctl.shell(u"\"$varnelctl\" set 1004=64 1400=x --verbose <&- >&- 2>&-"_qs);
     EXPECT_EQ(set.status, 4) << "done, but not told";
     EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs}).out, "64\t64 pixels\n");
     EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out, "x\n");
@@ -97,8 +97,8 @@ TEST_F(OutputTest, aTableFitsTheTerminal)
     const QString wide = onTerminal(200, {u"list"_qs, u"Dock"_qs});
     EXPECT_EQ(wide, QString::fromUtf8(varnelctl.run({u"list"_qs, u"Dock"_qs}).out));
     for (const int columns : {60, 40, 35}) {
-        const QString shown = onTerminal(static_cast<unsigned short>(columns),
-                                         {u"list"_qs, u"Dock"_qs});
+        const QString shown =
+            onTerminal(static_cast<unsigned short>(columns), {u"list"_qs, u"Dock"_qs});
         for (const QString &line : shown.split(u'\n'))
             EXPECT_LE(varnel::cli::textWidth(line), columns) << line.toStdString();
         EXPECT_TRUE(shown.contains(u'…')) << shown.toStdString();

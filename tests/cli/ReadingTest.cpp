@@ -59,8 +59,7 @@ TEST_F(ReadingTest, aSettingIsNamedByNumberOrShortNameInAnyLetterCase)
     EXPECT_EQ(varnelctl.run({u"show"_qs, u"dock-size"_qs, u"--json"_qs}).out, byNumber);
     EXPECT_EQ(varnelctl.run({u"show"_qs, u"Dock-SIZE"_qs, u"--json"_qs}).out, byNumber);
     for (const char16_t *unknown : {u"dock", u"9999", u"", u"250", u"-1"}) {
-        const Outcome outcome
-            = varnelctl.run({u"show"_qs, u"--"_qs, QString::fromUtf16(unknown)});
+        const Outcome outcome = varnelctl.run({u"show"_qs, u"--"_qs, QString::fromUtf16(unknown)});
         EXPECT_EQ(outcome.status, 2) << outcome.err.toStdString();
         EXPECT_TRUE(outcome.err.contains("unknown setting"));
     }
@@ -125,7 +124,8 @@ TEST_F(ReadingTest, aFolderWithoutLibraryIsNoHome)
 {
     TemporaryHome empty;
     QDir(empty.path() + u"/Library").removeRecursively();
-    for (const QString &folder : {empty.path(), QString(empty.path() + u"/nowhere")}) {
+    for (const QString &folder :
+         {empty.path(), QString(empty.path() + u"/nowhere"), u"/dev/null"_qs}) {
         for (const QStringList &command :
              {QStringList {u"list"_qs}, QStringList {u"get"_qs, u"1004"_qs},
               QStringList {u"search"_qs, u"dock"_qs}, QStringList {u"set"_qs, u"1004=48"_qs}}) {
@@ -176,9 +176,12 @@ TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachThePeoplesTables)
 {
     writeFile(home.preference(u"com.apple.screencapture.plist"_qs),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
-              "<key>name</key><string>a\xc2\x9b" "31mb\nc</string></dict></plist>");
+              "<key>name</key><string>a\xc2\x9b"
+              "31mb\nc</string></dict></plist>");
     EXPECT_TRUE(varnelctl.run({u"list"_qs}).out.contains("a\\u009b31mb\\nc\n"));
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out, "a\xc2\x9b" "31mb\nc\n")
+    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out,
+              "a\xc2\x9b"
+              "31mb\nc\n")
         << "to a file or a pipe, the text as it is";
 }
 

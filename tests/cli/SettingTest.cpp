@@ -50,8 +50,8 @@ TEST_F(SettingTest, aFirstSaveInAFreshHomeKeepsTheOldValueAndWritesTheNewOne)
     EXPECT_EQ(rows(), "1008|2||\n");
 
     const QJsonObject json = outcome.json();
-    EXPECT_EQ(json.keys(), (QStringList {u"backup"_qs, u"changed"_qs, u"restart"_qs,
-                                         u"schemaVersion"_qs}));
+    EXPECT_EQ(json.keys(),
+              (QStringList {u"backup"_qs, u"changed"_qs, u"restart"_qs, u"schemaVersion"_qs}));
     EXPECT_EQ(json.value(u"backup"_qs).toString(), backup());
     EXPECT_EQ(json.value(u"restart"_qs).toArray(), QJsonArray({u"Dock"_qs}));
     const QJsonArray changed = json.value(u"changed"_qs).toArray();
@@ -88,8 +88,8 @@ TEST_F(SettingTest, ofSeveralValuesForOneSettingTheLastCountsAndTheFirstPlaceOfI
 TEST_F(SettingTest, whatWouldLeaveTheFileAsItIsGetsNoRow)
 {
     installSamples(home, u"xml"_qs);
-    const Outcome outcome
-        = set({u"1008=genie effect"_qs, u"1004=64"_qs, u"1003=96"_qs, u"--json"_qs});
+    const Outcome outcome =
+        set({u"1008=genie effect"_qs, u"1004=64"_qs, u"1003=96"_qs, u"--json"_qs});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.json().value(u"changed"_qs).toArray().size(), 1);
     EXPECT_EQ(rows(), "1004|48||\n");
@@ -160,11 +160,32 @@ TEST_F(SettingTest, aValueOutOfItsKindEndsWithTwoAndNothingAtAllIsWritten)
 {
     installSamples(home, u"binary"_qs);
     const auto before = snapshot(home.path());
-    for (const char16_t *bad :
-         {u"1008=3", u"1008=-2", u"1008=", u"1008=genie", u"1008= 1", u"1008=+1", u"1008=1.0",
-          u"1008=99999999999999999999", u"1004=15", u"1004=129", u"1004=48px", u"1004=4 8",
-          u"1004=\u0664\u0668", u"1004=", u"1203=1000", u"1200=1;0;0", u"1200=1;0;0;2", u"1200=",
-          u"1200=1;0;0;1;0", u"1200=yes", u"1200=Bonjour,", u"1200=Bonjour;Top Sites", u"1301=Enabled", u"1004", u"=1", u"nosuch=1"}) {
+    for (const char16_t *bad : {u"1008=3",
+                                u"1008=-2",
+                                u"1008=",
+                                u"1008=genie",
+                                u"1008= 1",
+                                u"1008=+1",
+                                u"1008=1.0",
+                                u"1008=99999999999999999999",
+                                u"1004=15",
+                                u"1004=129",
+                                u"1004=48px",
+                                u"1004=4 8",
+                                u"1004=\u0664\u0668",
+                                u"1004=",
+                                u"1203=1000",
+                                u"1200=1;0;0",
+                                u"1200=1;0;0;2",
+                                u"1200=",
+                                u"1200=1;0;0;1;0",
+                                u"1200=yes",
+                                u"1200=Bonjour,",
+                                u"1200=Bonjour;Top Sites",
+                                u"1301=Enabled",
+                                u"1004",
+                                u"=1",
+                                u"nosuch=1"}) {
         const Outcome outcome = set({u"1009=yes"_qs, QString::fromUtf16(bad), u"1010=0"_qs});
         EXPECT_EQ(outcome.status, 2) << QString::fromUtf16(bad).toStdString();
         EXPECT_TRUE(outcome.out.isEmpty());
@@ -237,6 +258,29 @@ TEST_F(SettingTest, aFolderInTheFilesPlaceIsRefusedBeforeAnythingIsWritten)
     EXPECT_EQ(snapshot(home.path()), before);
 }
 
+TEST_F(SettingTest, whenNothingCanBeWrittenTheStatusIsThreeAndTheFileStandsAsItWas)
+{
+    installSample(home, u"binary"_qs, QString::fromUtf8(dock));
+    const QByteArray before = fileBytes(dockFile());
+    const Outcome outcome = varnelctl.shell(u"ulimit -f 0; \"$varnelctl\" set 1004=64 --json"_qs);
+    EXPECT_EQ(outcome.status, 3) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains(dockFile().toUtf8())) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.json().value(u"changed"_qs).toArray().isEmpty());
+    EXPECT_EQ(fileBytes(dockFile()), before);
+    EXPECT_EQ(
+        QDir(home.path() + u"/Library/Preferences").entryList(QDir::Files | QDir::Hidden).size(), 1)
+        << "no other file is left";
+}
+
+TEST_F(SettingTest, whenTheBackupFileCannotBeWrittenTheSaveGoesOnAndTheStatusIsFour)
+{
+    // Room for a small preference file, but for no database.
+    const Outcome outcome = varnelctl.shell(u"ulimit -f 2; \"$varnelctl\" set 1004=64"_qs);
+    EXPECT_EQ(outcome.status, 4) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains("dock-size: ")) << outcome.err.toStdString();
+    EXPECT_EQ(get(u"1004"_qs), "64\t64 pixels\n");
+}
+
 TEST_F(SettingTest, settingsThatNeverCreateAFileChangeNothingWhereThereIsNone)
 {
     const Outcome outcome = set({u"1204=yes"_qs, u"1200=1;0;0;0"_qs, u"--json"_qs});
@@ -249,8 +293,8 @@ TEST_F(SettingTest, theLogTellsTheSaveStepByStepWhenAskedFor)
 {
     EXPECT_TRUE(set({u"1004=64"_qs}).err.isEmpty());
     const Outcome verbose = set({u"1004=65"_qs, u"--verbose"_qs});
-    const qsizetype name = verbose.err.indexOf(
-        QByteArray("varnel.shell: Backup File Name: " + backup(2).toUtf8()));
+    const qsizetype name =
+        verbose.err.indexOf(QByteArray("varnel.shell: Backup File Name: " + backup(2).toUtf8()));
     const qsizetype row = verbose.err.indexOf("addDataToBackupFile (Quillet): ");
     EXPECT_GE(name, 0) << verbose.err.toStdString();
     EXPECT_GT(row, name);

@@ -21,12 +21,13 @@ Table sample()
 
 TEST(TableTest, columnsAreAlignedAndLinesEndWithoutBlanks)
 {
-    EXPECT_EQ(sample().text({}), u"Dock\n"
-                                 u"  1     short          a value that is long\n"
-                                 u"  1004  a-longer-name  48\n"
-                                 u"\n"
-                                 u"Finder\n"
-                                 u"  2     x              画像\n");
+    EXPECT_EQ(sample().text({}),
+              u"Dock\n"
+              u"  1     short          a value that is long\n"
+              u"  1004  a-longer-name  48\n"
+              u"\n"
+              u"Finder\n"
+              u"  2     x              画像\n");
 }
 
 TEST(TableTest, aNarrowTerminalTakesFromTheLastColumnFirst)

@@ -55,8 +55,7 @@ Outcome runProgram(const QString &program, const QStringList &arguments,
 
 void installSample(const TemporaryHome &home, const QString &format, const QString &name)
 {
-    const QString sample
-        = QStringLiteral(TEST_DATA) + u"/preferences/" + format + u'/' + name;
+    const QString sample = QStringLiteral(TEST_DATA) + u"/preferences/" + format + u'/' + name;
     writeFile(home.preference(name), fileBytes(sample));
 }
 

@@ -9,9 +9,9 @@ namespace varnel {
 /// The process's standard streams, as a terminal program needs them.
 namespace LinuxTerminal {
 
-/// Keeps a reader that goes away from ending the process in the middle of a save, and keeps the
-/// three standard numbers from being given to the files that the program opens: one that is closed
-/// becomes a stream on which every write fails.
+/// Keeps a reader that goes away and a limit on file sizes from ending the process in the middle of
+/// a save: writes fail instead. Keeps the three standard numbers from being given to the files that
+/// the program opens: one that is closed becomes a stream on which every write fails.
 void prepareStreams();
 
 [[nodiscard]] bool isTerminal(int descriptor);

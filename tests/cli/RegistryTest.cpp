@@ -1,0 +1,109 @@
+#include "cli/CommandLine.h"
+#include "cli/Help.h"
+
+#include <gtest/gtest.h>
+
+#include <QSet>
+
+using namespace varnel::cli;
+
+namespace {
+
+class FakeCommand : public Command {
+public:
+    explicit FakeCommand(CommandInfo info) : description(std::move(info)) { }
+    [[nodiscard]] CommandInfo info() const override { return description; }
+    ExitStatus run(const Request &, Console &) const override { return ExitStatus::Done; }
+
+private:
+    CommandInfo description;
+};
+
+Commands fakes()
+{
+    using Count = ParameterInfo::Count;
+    Commands commands;
+    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
+        u"plain"_qs, u"Plain"_qs, {}, {{u"WHAT"_qs, {}, Count::Optional}}, {}, {u"plain"_qs}}));
+    commands.push_back(std::make_unique<FakeCommand>(
+        CommandInfo {u"boxes list"_qs, u"Lists the boxes"_qs, {}, {}, {}, {u"boxes list"_qs}}));
+    commands.push_back(std::make_unique<FakeCommand>(
+        CommandInfo {u"boxes show"_qs,
+                     u"Shows boxes"_qs,
+                     {},
+                     {{u"BOX"_qs, {}, Count::OneOrMore}},
+                     {{u"lid"_qs, {}, u"with its lid"_qs}, {u"size"_qs, u"N"_qs, u"its size"_qs}},
+                     {u"boxes show 1"_qs, u"boxes show 2"_qs}}));
+    return commands;
+}
+
+CommandLine parsed(std::vector<const char *> words)
+{
+    static const Commands commands = fakes();
+    words.insert(words.begin(), "varnelctl");
+    return parseCommandLine(int(words.size()), words.data(), commands);
+}
+
+TEST(RegistryTest, commandsMayStandBeneathAWord)
+{
+    const CommandLine show = parsed({"boxes", "--json", "show", "a", "--size", "5", "b", "--lid"});
+    ASSERT_EQ(show.wish, CommandLine::Wish::Run) << show.problem.toStdString();
+    EXPECT_EQ(show.command->info().name, u"boxes show");
+    EXPECT_EQ(show.request.arguments, (QStringList {u"a"_qs, u"b"_qs}));
+    EXPECT_TRUE(show.request.has(u"json"_qs));
+    EXPECT_TRUE(show.request.has(u"lid"_qs));
+    EXPECT_EQ(show.request.value(u"size"_qs), u"5");
+    EXPECT_EQ(parsed({"boxes", "list"}).command->info().name, u"boxes list");
+}
+
+TEST(RegistryTest, aWordThatOnlyHoldsCommandsIsNoCommand)
+{
+    const CommandLine bare = parsed({"boxes"});
+    EXPECT_EQ(bare.wish, CommandLine::Wish::Wrong);
+    EXPECT_TRUE(bare.problem.contains(u"boxes"));
+    const CommandLine help = parsed({"boxes", "--help"});
+    EXPECT_EQ(help.wish, CommandLine::Wish::Help);
+    EXPECT_EQ(help.group, u"boxes");
+    const QString text = groupHelp(help.group, fakes());
+    EXPECT_TRUE(text.contains(u"boxes show"));
+    EXPECT_TRUE(text.contains(u"Examples:\n  varnelctl boxes list\n"));
+    EXPECT_FALSE(text.contains(u"Plain"));
+}
+
+TEST(RegistryTest, anOptionBelongsToItsCommandOnly)
+{
+    EXPECT_EQ(parsed({"boxes", "list", "--lid"}).wish, CommandLine::Wish::Wrong);
+    EXPECT_EQ(parsed({"boxes", "show", "a", "--size"}).wish, CommandLine::Wish::Wrong);
+    EXPECT_EQ(parsed({"boxes", "show", "--lid"}).problem, u"'boxes show' needs BOX");
+}
+
+TEST(RegistryTest, theLastOfSeveralValuesCountsAndAllAreKept)
+{
+    const CommandLine line = parsed({"plain", "--home", "a", "--home=b c"});
+    EXPECT_EQ(line.request.value(u"home"_qs), u"b c");
+    EXPECT_EQ(line.request.options.value(u"home"_qs), (QStringList {u"a"_qs, u"b c"_qs}));
+}
+
+TEST(RegistryTest, aValueInBracketsOrWithCommasIsOneValue)
+{
+    EXPECT_EQ(parsed({"plain", "[a,b]"}).request.arguments, QStringList {u"[a,b]"_qs});
+    EXPECT_EQ(parsed({"plain", "--home", "[a,b]"}).request.value(u"home"_qs), u"[a,b]");
+}
+
+TEST(RegistryTest, everyCommandOfTheProgramIsDescribedAndNamedOnce)
+{
+    QSet<QString> names;
+    for (const auto &command : makeCommands()) {
+        const CommandInfo info = command->info();
+        EXPECT_FALSE(names.contains(info.name));
+        names.insert(info.name);
+        EXPECT_FALSE(info.summary.isEmpty() || info.summary.endsWith(u'.'));
+        ASSERT_FALSE(info.examples.isEmpty());
+        for (const QString &example : info.examples)
+            EXPECT_TRUE(example.startsWith(info.name));
+        for (const ParameterInfo &parameter : info.parameters)
+            EXPECT_FALSE(parameter.help.isEmpty());
+    }
+}
+
+} // namespace
