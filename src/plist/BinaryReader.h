@@ -1,6 +1,9 @@
 #pragma once
 
+#include "plist/BigEndian.h"
 #include "plist/BinaryTrailer.h"
+
+#include <array>
 
 namespace varnel::plist {
 
@@ -58,13 +61,32 @@ public:
     [[nodiscard]] std::optional<BinaryObject> parse(std::uint64_t offset) const;
 
     /// The offset that the table tells, not checked.
-    [[nodiscard]] std::uint64_t offset(std::uint32_t index) const;
+    [[nodiscard]] std::uint64_t offset(std::uint32_t index) const
+    {
+        const char *table = file.data() + layout.tableStart;
+        return readBigEndian(table + std::uint64_t {index} * layout.offsetWidth,
+                             layout.offsetWidth);
+    }
+
+    /// What the marker at an offset says, or Simple where there is none.
+    [[nodiscard]] BinaryType typeAt(std::uint64_t offset) const
+    {
+        if (offset >= layout.tableStart)
+            return BinaryType::Simple;
+        return static_cast<BinaryType>(
+            static_cast<std::uint8_t>(file[static_cast<qsizetype>(offset)]) >> 4);
+    }
 
     /// An object of a file that was found valid.
     [[nodiscard]] BinaryObject object(std::uint32_t index) const { return *parse(offset(index)); }
 
     /// The n-th reference of a container.
-    [[nodiscard]] std::uint64_t reference(const BinaryObject &container, std::uint32_t n) const;
+    [[nodiscard]] std::uint64_t reference(const BinaryObject &container, std::uint32_t n) const
+    {
+        const char *references = file.data() + container.body;
+        return readBigEndian(references + std::uint64_t {n} * layout.referenceWidth,
+                             layout.referenceWidth);
+    }
 
     /// The same, in a file that was found valid.
     [[nodiscard]] std::uint32_t child(const BinaryObject &container, std::uint32_t n) const
@@ -82,8 +104,57 @@ public:
     }
 
 private:
+    /// Reads a count that does not fit the marker, and moves past it.
+    [[nodiscard]] std::optional<std::uint64_t> longCount(std::uint64_t &offset) const;
+
     QByteArrayView file;
     BinaryTrailer layout;
 };
+
+/// How long the body of an object is that starts with a marker: counted in units, or fixed.
+struct BinaryShape {
+    enum Rule : std::uint8_t { Unknown, Fixed, Bytes, Units, References, Pairs };
+    Rule rule = Unknown;
+    std::uint8_t size = 0; ///< of a fixed body
+
+    static const std::array<BinaryShape, 256> ofMarker;
+};
+
+inline std::optional<BinaryObject> BinaryReader::parse(std::uint64_t offset) const
+{
+    if (offset < BinaryTrailer::headerSize || offset >= layout.tableStart)
+        return {};
+    BinaryObject object;
+    object.start = static_cast<std::uint32_t>(offset);
+    object.marker = static_cast<std::uint8_t>(file[static_cast<qsizetype>(offset)]);
+    const BinaryShape shape = BinaryShape::ofMarker[object.marker];
+    if (shape.rule == BinaryShape::Unknown)
+        return {};
+    std::uint64_t body = offset + 1;
+    std::uint64_t count = shape.size;
+    std::uint64_t unit = 1;
+    if (shape.rule != BinaryShape::Fixed) {
+        count = object.marker & 0xfU;
+        if (count == 0xf) {
+            const auto counted = longCount(body);
+            if (!counted)
+                return {};
+            count = *counted;
+        }
+        if (shape.rule == BinaryShape::Units)
+            unit = 2;
+        else if (shape.rule == BinaryShape::References)
+            unit = layout.referenceWidth;
+        else if (shape.rule == BinaryShape::Pairs)
+            unit = 2 * layout.referenceWidth;
+        object.count = static_cast<std::uint32_t>(count);
+    }
+    // Counts are below 2^32 by now: the product fits 64 bits.
+    if (count * unit > layout.tableStart - body)
+        return {};
+    object.body = static_cast<std::uint32_t>(body);
+    object.end = static_cast<std::uint32_t>(body + count * unit);
+    return object;
+}
 
 } // namespace varnel::plist

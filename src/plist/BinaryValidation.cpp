@@ -38,12 +38,13 @@ private:
     {
         if (to >= reader.trailer().objectCount)
             return false;
+        // What the target is by itself, its own turn will tell.
         if (to > from && !isKey)
-            return true; // will be looked at when its turn comes
-        const auto target = reader.parse(reader.offset(static_cast<std::uint32_t>(to)));
-        if (!target || (isKey && !target->isString()))
-            return false;
-        inOrder = inOrder && (to > from || !target->isContainer());
+            return true;
+        const auto type = reader.typeAt(reader.offset(static_cast<std::uint32_t>(to)));
+        if (isKey)
+            return type == BinaryType::Ascii || type == BinaryType::Utf16;
+        inOrder = inOrder && type < BinaryType::Array;
         return true;
     }
 
