@@ -28,7 +28,7 @@ QString barItemsText(const SettingRow &row, const QString &text)
 {
     // An empty text first: joining no names gives null, which would print as such.
     const QString names = u""_qs + BarItems::fromText(text).names().join(u", ");
-    const QString sentence = fillIn(row.otherAction, {names});
+    QString sentence = fillIn(row.otherAction, {names});
     varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
     return sentence;
 }
