@@ -39,12 +39,11 @@ Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QSt
 {
     varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
     const QString id = QString::number(BackupRow::loginItemId);
-    return addBackupRow(
-        backupFileName,
-        {fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
-         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
-                {id, path, QString::number(inverseAction(actionId)),
-                 QString::number(enabledFlag)})});
+    return addBackupRow(backupFileName,
+                        {fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
+                         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
+                                {id, path, QString::number(inverseAction(actionId)),
+                                 QString::number(enabledFlag)})});
 }
 
 } // namespace varnel

@@ -32,8 +32,9 @@ void ShadowFrame::paintEvent(QPaintEvent *)
         const double nearness = (step + 0.5) / steps; // 1 at the edge of what it holds
         ring.setAlphaF(float(color.alphaF() * nearness * nearness));
         painter.setPen(ring);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(step + 0.5, step + 0.5, -step - 0.5, -step - 0.5),
-                                radius - step, radius - step);
+        painter.drawRoundedRect(
+            QRectF(rect()).adjusted(step + 0.5, step + 0.5, -step - 0.5, -step - 0.5),
+            radius - step, radius - step);
     }
 }
 

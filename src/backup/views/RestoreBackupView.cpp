@@ -193,8 +193,7 @@ void RestoreBackupView::restoreBackupFiles()
         return;
     // Taken down first: what happens while the file is played must not change what is deleted.
     const QList<int> rows = selectedRows();
-    const QString path =
-        fillIn(u"%@%@", {backupFolder(), theFileNames->entries()[row].name});
+    const QString path = fillIn(u"%@%@", {backupFolder(), theFileNames->entries()[row].name});
     varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
     if (play(path))
         deleteRows(rows);

@@ -6,8 +6,8 @@ namespace varnel {
 
 class SharedObject;
 
-/// Plays a backup back through the pages of the run: their writers, their flags, and their controls,
-/// which read again after each row.
+/// Plays a backup back through the pages of the run: their writers, their flags, and their
+/// controls, which read again after each row.
 class SharedPlayback : public PlaybackTarget {
 public:
     explicit SharedPlayback(SharedObject &shared) : shared(shared) { }

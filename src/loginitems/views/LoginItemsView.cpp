@@ -99,8 +99,8 @@ void LoginItemsView::placeFooter()
                                         left);
     // The second group keeps the same rule, and ends where the list ends.
     const int gapBetween = 15;
-    const int groupWidth = ui->removeLabel->sizeHint().width() + gapBetween
-        + ui->addLabel->sizeHint().width();
+    const int groupWidth =
+        ui->removeLabel->sizeHint().width() + gapBetween + ui->addLabel->sizeHint().width();
     layOutCaptionRow({{ui->removeButton, ui->removeLabel}, {ui->addButton, ui->addLabel}},
                      left + ui->tableView->width() - groupWidth - Theme::gapSmall);
     ui->footer->setFixedHeight(height);

@@ -2,6 +2,7 @@
 
 namespace varnel::rows {
 
+// A table, whose length is that of its group. NOLINTNEXTLINE(readability-function-size)
 Rows generalRows()
 {
     // The sentences of 1303 and 1304 speak of each other's subject, and "yes" of 1304 writes false:

@@ -2,6 +2,7 @@
 
 namespace varnel::rows {
 
+// A table, whose length is that of its group. NOLINTNEXTLINE(readability-function-size)
 Rows quickTimePlayerRows()
 {
     return inGroup(

@@ -12,6 +12,7 @@ Choice format(const QString &label, const QString &stored)
 
 } // namespace
 
+// A table, whose length is that of its group. NOLINTNEXTLINE(readability-function-size)
 Rows screenCaptureRows()
 {
     return inGroup(

@@ -13,11 +13,16 @@ namespace {
 
 /// Where the links lead, the first to the tenth.
 constexpr std::array<void (Quillet::*)(), 10> commands {
-    &Quillet::selectTimeMachineMenu,      &Quillet::selectGeneralMenu,
-    &Quillet::selectMailMenu,             &Quillet::selectMailMenu,
-    &Quillet::selectMailMenu,             &Quillet::selectQuickTimePlayerMenu,
-    &Quillet::selectQuickTimePlayerMenu,  &Quillet::selectQuickTimePlayerMenu,
-    &Quillet::selectFinderMenu,           &Quillet::selectFinderMenu,
+    &Quillet::selectTimeMachineMenu,
+    &Quillet::selectGeneralMenu,
+    &Quillet::selectMailMenu,
+    &Quillet::selectMailMenu,
+    &Quillet::selectMailMenu,
+    &Quillet::selectQuickTimePlayerMenu,
+    &Quillet::selectQuickTimePlayerMenu,
+    &Quillet::selectQuickTimePlayerMenu,
+    &Quillet::selectFinderMenu,
+    &Quillet::selectFinderMenu,
 };
 
 } // namespace

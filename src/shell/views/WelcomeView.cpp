@@ -22,18 +22,18 @@ struct Link {
 };
 
 // In the order of the commands. Each leads to a whole group, which its first word names.
-constexpr std::array<Link, 10> links { {
-    { u"Time Machine: whether new disks are offered for backup", u"backup" },
-    { u"General: scroll bars, key repeat, the Library folder", u"General" },
-    { u"Mail: animation of replies and of sending", u"mail" },
-    { u"Mail: messages as plain text", u"mail" },
-    { u"Mail: addresses copied without names", u"mail" },
-    { u"QuickTime Player X: play a movie as it opens", u"QuickTimePlayerX" },
-    { u"QuickTime Player X: controls and title bar", u"QuickTimePlayerX" },
-    { u"QuickTime Player X: captions and subtitles", u"QuickTimePlayerX" },
-    { u"Finder: hidden files and folders", u"Finder" },
-    { u"Finder: quit menu, full paths, animations", u"Finder" },
-} };
+constexpr std::array<Link, 10> links {{
+    {u"Time Machine: whether new disks are offered for backup", u"backup"},
+    {u"General: scroll bars, key repeat, the Library folder", u"General"},
+    {u"Mail: animation of replies and of sending", u"mail"},
+    {u"Mail: messages as plain text", u"mail"},
+    {u"Mail: addresses copied without names", u"mail"},
+    {u"QuickTime Player X: play a movie as it opens", u"QuickTimePlayerX"},
+    {u"QuickTime Player X: controls and title bar", u"QuickTimePlayerX"},
+    {u"QuickTime Player X: captions and subtitles", u"QuickTimePlayerX"},
+    {u"Finder: hidden files and folders", u"Finder"},
+    {u"Finder: quit menu, full paths, animations", u"Finder"},
+}};
 
 constexpr int linksInColumn = 5;
 
@@ -62,7 +62,8 @@ void WelcomeView::addLinks()
 {
     for (int i = 0; i < int(links.size()); ++i) {
         const Link &link = links.at(static_cast<std::size_t>(i));
-        QToolButton *button = makeLink(i + 1, QString::fromUtf16(link.text), QString::fromUtf16(link.icon));
+        QToolButton *button =
+            makeLink(i + 1, QString::fromUtf16(link.text), QString::fromUtf16(link.icon));
         ui->linkGrid->addWidget(button, i % linksInColumn, i / linksInColumn, Qt::AlignLeft);
     }
 }
