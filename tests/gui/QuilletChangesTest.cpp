@@ -33,6 +33,12 @@ protected:
         return dynamic_cast<QuilletChangesInfoWindow &>(*dialogs.sheets.last());
     }
 
+    QList<BackupRow> backupRows() const
+    {
+        const Result<QList<BackupRow>> rows = readBackupRows(shared.backupFileName());
+        return rows ? rows.value() : QList<BackupRow>();
+    }
+
     void expectButtons(bool enabled) const
     {
         for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs})
@@ -82,7 +88,20 @@ TEST_F(QuilletChanges, SavingKeepsTheOldValueAndWritesTheNewOne)
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_EQ(shared.quilletBackupCommands().size(), 1) << "kept for the whole run";
     expectButtons(false);
-    EXPECT_TRUE(QFile::exists(shared.backupFileName()));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
+}
+
+TEST_F(QuilletChanges, SavingTwiceLeavesOneBackupRowWithTheOldestValue)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    start();
+    choosePending(1);
+    click(button(u"saveButton"_qs));
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 2);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).kind, plist::Kind::Missing);
 }
 
 TEST_F(QuilletChanges, SavingDoesNotReadAgain)

@@ -224,6 +224,21 @@ void QuilletView::scrollToTop()
     ui->mainScrollView->horizontalScrollBar()->setValue(0);
 }
 
+void QuilletView::orderFocus()
+{
+    // Rows come last into the window's order, each with its controls in the order of their making.
+    QWidget *last = ui->menuOutlineVew;
+    for (QWidget *control : ui->mainView->findChildren<QWidget *>()) {
+        const bool stops = (control->focusPolicy() & Qt::TabFocus) != 0 && !control->focusProxy();
+        if (stops && control->window() == window())
+            last = control;
+    }
+    for (QWidget *button : {ui->saveButton, ui->cancelButton, ui->viewButton}) {
+        setTabOrder(last, button);
+        last = button;
+    }
+}
+
 void QuilletView::setButtonsEnabled(bool enabled)
 {
     ui->saveButton->setEnabled(enabled);

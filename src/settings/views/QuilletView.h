@@ -41,6 +41,8 @@ public:
 
     [[nodiscard]] SettingsColumn *mainView() const;
     void scrollToTop();
+    /// The Tab key goes through the rows, then to the footer.
+    void orderFocus();
 
     [[nodiscard]] QString searchText() const;
     /// Says over the column why it is empty, if it is.
