@@ -118,10 +118,25 @@ TEST_F(QuilletChanges, SavingKeepsTheFocusAndTheRows)
     start();
     choosePending(0);
     const QStringList before = rowNames();
+    page().activateWindow();
+    QApplication::processEvents();
     comboBoxOf(u"HideDockView"_qs).setFocus();
-    controller->saveChanges();
+    click(button(u"saveButton"_qs));
     EXPECT_EQ(rowNames(), before);
     EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
+}
+
+TEST_F(QuilletChanges, SavingByTheKeyboardGivesTheFocusBackToTheRow)
+{
+    start();
+    choosePending(0);
+    page().activateWindow();
+    QApplication::processEvents();
+    comboBoxOf(u"HideDockView"_qs).setFocus();
+    button(u"saveButton"_qs).setFocus();
+    QTest::keyClick(&button(u"saveButton"_qs), Qt::Key_Space);
+    expectButtons(false);
     EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -65,6 +66,7 @@ private:
     void endSearch();
     void clearSearchText();
     void placeFooter();
+    void rememberFocus(QWidget *focused);
 
     std::unique_ptr<Ui::QuilletView> ui;
     std::shared_ptr<Node> rootNode;
@@ -73,6 +75,7 @@ private:
     Quillet *parentView = nullptr;
     QString backupFileName;
     bool leavingSearch = false;
+    QPointer<QWidget> lastControl; ///< of a row, with the focus
 };
 
 } // namespace varnel
