@@ -279,9 +279,10 @@ TEST_F(ChoiceViews, TheWheelScrollsThePageAndNotTheList)
 {
     open(u"HideDockView"_qs);
     comboBox().setFocus();
-    QWheelEvent wheel(QPointF(5, 5), comboBox().mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120),
+    QWheelEvent wheel(QPointF(5, 5), comboBox().mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&comboBox(), &wheel);
+    EXPECT_FALSE(wheel.isAccepted()) << "it goes on to the page";
     EXPECT_EQ(comboBox().currentIndex(), 2);
     EXPECT_TRUE(reports.reports.isEmpty());
 }

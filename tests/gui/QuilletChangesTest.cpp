@@ -33,6 +33,12 @@ protected:
         return dynamic_cast<QuilletChangesInfoWindow &>(*dialogs.sheets.last());
     }
 
+    QList<BackupRow> backupRows() const
+    {
+        const Result<QList<BackupRow>> rows = readBackupRows(shared.backupFileName());
+        return rows ? rows.value() : QList<BackupRow>();
+    }
+
     void expectButtons(bool enabled) const
     {
         for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs})
@@ -82,7 +88,20 @@ TEST_F(QuilletChanges, SavingKeepsTheOldValueAndWritesTheNewOne)
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_EQ(shared.quilletBackupCommands().size(), 1) << "kept for the whole run";
     expectButtons(false);
-    EXPECT_TRUE(QFile::exists(shared.backupFileName()));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
+}
+
+TEST_F(QuilletChanges, SavingTwiceLeavesOneBackupRowWithTheOldestValue)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    start();
+    choosePending(1);
+    click(button(u"saveButton"_qs));
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 2);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).kind, plist::Kind::Missing);
 }
 
 TEST_F(QuilletChanges, SavingDoesNotReadAgain)
@@ -99,10 +118,25 @@ TEST_F(QuilletChanges, SavingKeepsTheFocusAndTheRows)
     start();
     choosePending(0);
     const QStringList before = rowNames();
+    page().activateWindow();
+    QApplication::processEvents();
     comboBoxOf(u"HideDockView"_qs).setFocus();
-    controller->saveChanges();
+    click(button(u"saveButton"_qs));
     EXPECT_EQ(rowNames(), before);
     EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
+}
+
+TEST_F(QuilletChanges, SavingByTheKeyboardGivesTheFocusBackToTheRow)
+{
+    start();
+    choosePending(0);
+    page().activateWindow();
+    QApplication::processEvents();
+    comboBoxOf(u"HideDockView"_qs).setFocus();
+    button(u"saveButton"_qs).setFocus();
+    QTest::keyClick(&button(u"saveButton"_qs), Qt::Key_Space);
+    expectButtons(false);
     EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
 }
 

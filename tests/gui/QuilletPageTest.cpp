@@ -326,3 +326,34 @@ TEST_F(QuilletPage, EveryControlHasAnAccessibleName)
         }
     }
 }
+
+TEST_F(QuilletPage, TheTabKeyGoesThroughTheRowsAndThenToTheFooter)
+{
+    start();
+    clickGroup(2);
+    controller->enableSaveButton();
+    groupList().setFocus();
+    for (const GenericView *row : rows()) {
+        QTest::keyClick(page().focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(page().focusWidget(), row->findChild<QComboBox *>());
+    }
+    for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs}) {
+        QTest::keyClick(page().focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(page().focusWidget(), &button(name));
+    }
+}
+
+TEST_F(QuilletPage, NothingIsCutOffInTheSmallestWindowWithALargerFont)
+{
+    QFont large = QApplication::font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    QApplication::setFont(large);
+    start();
+    page().resize(820, 400);
+    for (int group = 0; group < 9; ++group) {
+        clickGroup(group);
+        for (const GenericView *row : rows())
+            EXPECT_LE(row->minimumSizeHint().width(), row->width())
+                << row->objectName().toStdString();
+    }
+}

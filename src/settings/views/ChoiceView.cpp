@@ -2,7 +2,7 @@
 
 #include "ui/Theme.h"
 
-#include <QHBoxLayout>
+#include <QBoxLayout>
 #include <QLabel>
 
 namespace varnel {
@@ -66,7 +66,7 @@ void ChoiceView::buildControls(QBoxLayout *column)
 {
     if (fields.size() > 1) {
         for (int place = 0; place < int(fields.size()); ++place)
-            buildNamedLine(column, place);
+            buildNamedList(column, place);
         return;
     }
     QComboBox *comboBox = makeComboBox(0);
@@ -76,20 +76,17 @@ void ChoiceView::buildControls(QBoxLayout *column)
     column->addLayout(noteLine());
 }
 
-void ChoiceView::buildNamedLine(QBoxLayout *column, int place)
+void ChoiceView::buildNamedList(QBoxLayout *column, int place)
 {
     const SettingRow &row = fields.at(std::size_t(place)).row();
     QComboBox *comboBox = makeComboBox(place);
     comboBox->setAccessibleName(row.label);
     auto *name = new QLabel(row.label, this);
     name->setBuddy(comboBox);
-    auto *line = new QHBoxLayout;
-    line->addStretch();
-    line->addWidget(name);
-    line->addSpacing(Theme::gap);
-    line->addWidget(comboBox);
-    column->addLayout(line);
-    column->addLayout(noteLine());
+    if (place > 0)
+        column->addSpacing(Theme::gapTiny);
+    column->addLayout(noteLine(name));
+    column->addWidget(comboBox, 0, Qt::AlignRight);
 }
 
 } // namespace varnel

@@ -32,7 +32,7 @@ protected:
 
 private:
     QComboBox *makeComboBox(int place);
-    void buildNamedLine(QBoxLayout *column, int place);
+    void buildNamedList(QBoxLayout *column, int place);
 
     std::vector<ChoiceField> fields;
     QStringList comboBoxNames;

@@ -127,6 +127,7 @@ void GenericView::makeControls()
         return;
     title = new QLabel(caption.title, this);
     title->setObjectName(QStringLiteral("titleLabel"));
+    title->setWordWrap(true);
     Theme::setTextRole(title, Theme::TextRole::RowTitle);
     auto *help = new QLabel(caption.help, this);
     help->setObjectName(QStringLiteral("helpLabel"));

@@ -79,7 +79,7 @@ protected:
     /// stands level with the title.
     virtual void buildControls(QBoxLayout *column) = 0;
 
-    /// The line under a control: room for a note at its right end, and `leading` (if any) at the
+    /// A line beside a control: room for a note at its right end, and `leading` (if any) at the
     /// left end of the last `width` units.
     QBoxLayout *noteLine(QWidget *leading = nullptr, int width = 260);
 

@@ -50,6 +50,7 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
         top -= height;
         shading = !shading;
     }
+    page->orderFocus();
 }
 
 void Quillet::showGeneralkModules(int filter, int &total, int &top, bool finish, bool &shading)

@@ -12,6 +12,7 @@
 #include "ui_QuilletView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
@@ -107,6 +108,8 @@ void QuilletView::connectControls()
             &QuilletView::outlineViewSelectionDidChange);
     connect(ui->menuOutlineVew, &SourceList::chosenAgain, this,
             &QuilletView::outlineViewSelectionDidChange);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget *, QWidget *focused) { rememberFocus(focused); });
     connect(ui->saveButton, &QAbstractButton::clicked, this, [this] { parentView->saveChanges(); });
     connect(ui->cancelButton, &QAbstractButton::clicked, this,
             [this] { parentView->cancelChanges(); });
@@ -224,8 +227,35 @@ void QuilletView::scrollToTop()
     ui->mainScrollView->horizontalScrollBar()->setValue(0);
 }
 
+void QuilletView::orderFocus()
+{
+    // Rows come last into the window's order, each with its controls in the order of their making.
+    QWidget *last = ui->menuOutlineVew;
+    for (QWidget *control : ui->mainView->findChildren<QWidget *>()) {
+        const bool stops = (control->focusPolicy() & Qt::TabFocus) != 0 && !control->focusProxy();
+        if (stops && control->window() == window())
+            last = control;
+    }
+    for (QWidget *button : {ui->saveButton, ui->cancelButton, ui->viewButton}) {
+        setTabOrder(last, button);
+        last = button;
+    }
+}
+
+void QuilletView::rememberFocus(QWidget *focused)
+{
+    if (focused && ui->mainView->isAncestorOf(focused))
+        lastControl = focused;
+}
+
 void QuilletView::setButtonsEnabled(bool enabled)
 {
+    // A button that is disabled under the keyboard would send the focus anywhere.
+    const bool leaving = !enabled && focusWidget() && ui->footer->isAncestorOf(focusWidget());
+    if (leaving) {
+        const bool there = lastControl && ui->mainView->isAncestorOf(lastControl);
+        (there ? lastControl.data() : ui->menuOutlineVew)->setFocus();
+    }
     ui->saveButton->setEnabled(enabled);
     ui->cancelButton->setEnabled(enabled);
     ui->viewButton->setEnabled(enabled);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -41,6 +42,8 @@ public:
 
     [[nodiscard]] SettingsColumn *mainView() const;
     void scrollToTop();
+    /// The Tab key goes through the rows, then to the footer.
+    void orderFocus();
 
     [[nodiscard]] QString searchText() const;
     /// Says over the column why it is empty, if it is.
@@ -63,6 +66,7 @@ private:
     void endSearch();
     void clearSearchText();
     void placeFooter();
+    void rememberFocus(QWidget *focused);
 
     std::unique_ptr<Ui::QuilletView> ui;
     std::shared_ptr<Node> rootNode;
@@ -71,6 +75,7 @@ private:
     Quillet *parentView = nullptr;
     QString backupFileName;
     bool leavingSearch = false;
+    QPointer<QWidget> lastControl; ///< of a row, with the focus
 };
 
 } // namespace varnel
