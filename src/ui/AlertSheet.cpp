@@ -4,8 +4,8 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -15,7 +15,28 @@ namespace varnel {
 namespace {
 
 constexpr int textWidth = 360;
-constexpr int iconWidth = 48;
+constexpr int signWidth = 48;
+
+/// The warning's triangle, sharp at any scale.
+class WarningSign : public QWidget {
+public:
+    WarningSign() { setFixedSize(signWidth, signWidth); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QColor amber(0xE8, 0xA3, 0x1C);
+        painter.setPen(QPen(amber, 6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(amber);
+        painter.drawPolygon(QPolygonF({{24, 8}, {42, 38}, {6, 38}}));
+        const QColor ink(0x10, 0x24, 0x3C);
+        painter.setPen(QPen(ink, 4, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(24, 17), QPointF(24, 27));
+        painter.drawPoint(QPointF(24, 35));
+    }
+};
 
 QLabel *makeLabel(const QString &text, const QString &objectName)
 {
@@ -35,12 +56,9 @@ AlertSheet::AlertSheet(QWidget *parent, const Alert &alert, std::function<void(i
 {
     setObjectName(QStringLiteral("alert"));
     setWindowTitle(alert.message);
-    auto *icon = new QLabel;
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconWidth));
-
     auto *content = new QHBoxLayout;
     content->setSpacing(16);
-    content->addWidget(icon, 0, Qt::AlignTop);
+    content->addWidget(new WarningSign, 0, Qt::AlignTop);
     content->addLayout(makeTexts(alert));
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(24, 24, 24, 16);

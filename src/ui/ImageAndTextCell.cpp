@@ -1,11 +1,15 @@
 #include "ui/ImageAndTextCell.h"
 
 #include "ui/SmallFont.h"
+#include "ui/Theme.h"
+#include "ui/VarnelStyle.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace varnel {
 
@@ -21,6 +25,16 @@ QIcon::Mode iconMode(QStyle::State state)
     if ((state & QStyle::State_Enabled) == 0)
         return QIcon::Disabled;
     return (state & QStyle::State_Selected) != 0 ? QIcon::Selected : QIcon::Normal;
+}
+
+/// The part of an item's rectangle that the cell may use.
+QRectF frameOf(const QStyleOptionViewItem &option)
+{
+    QRectF frame = option.rect;
+    // A source list's bar stands clear of the view's edge; the cell begins within the bar.
+    if (VarnelStyle::part(option.widget) == VarnelStyle::Part::SourceList)
+        frame.setLeft(std::max(frame.left(), qreal(Theme::gapSmall + Theme::gapTiny)));
+    return frame;
 }
 
 void drawText(QPainter &painter, const QStyleOptionViewItem &option, const QRectF &rect,
@@ -121,7 +135,7 @@ void ImageAndTextCell::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->save();
     styleOf(item).drawControl(QStyle::CE_ItemViewItem, &ground, painter, item.widget);
 
-    const QRectF frame = item.rect;
+    const QRectF frame = frameOf(item);
     const QIcon icon = iconOf(index);
     QRectF textRect = frame;
     if (!icon.isNull()) {
@@ -147,7 +161,7 @@ void ImageAndTextCell::updateEditorGeometry(QWidget *editor, const QStyleOptionV
                                             const QModelIndex &index) const
 {
     const cell::Icon icon = iconOf(index).isNull() ? std::nullopt : cell::Icon(cell::iconSize);
-    editor->setGeometry(cell::titleRectForBounds(option.rect, icon).toAlignedRect());
+    editor->setGeometry(cell::titleRectForBounds(frameOf(option), icon).toAlignedRect());
 }
 
 } // namespace varnel
