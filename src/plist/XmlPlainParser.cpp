@@ -56,7 +56,7 @@ public:
         skipProlog();
         while (at < end || open.empty()) {
             if (!open.empty()) {
-                if (!text())
+                if (!text() || at == end)
                     return false;
             } else {
                 skipSpace();

@@ -98,6 +98,17 @@ TEST(XmlPlainParser, LeavesWhatIsUnusualToTheFullParser)
         EXPECT_FALSE(takesPlain(text)) << text;
 }
 
+TEST(XmlPlainParser, LeavesEveryTruncationToTheFullParser)
+{
+    const QByteArray whole = usual("a &amp;\xc3\xa9").trimmed();
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        // A copy of just this length, so that a checker sees a read past its end.
+        const std::vector<char> cut(whole.begin(), whole.begin() + length);
+        Recorder recorder;
+        EXPECT_FALSE(parsePlainXml(QByteArrayView(cut.data(), length), recorder)) << length;
+    }
+}
+
 TEST(XmlPlainParser, NeverTakesWhatTheFullParserReadsOtherwise)
 {
     std::mt19937 random(20110716);
