@@ -34,6 +34,9 @@ QRectF frameOf(const QStyleOptionViewItem &option)
     // A source list's bar stands clear of the view's edge; the cell begins within the bar.
     if (VarnelStyle::part(option.widget) == VarnelStyle::Part::SourceList)
         frame.setLeft(std::max(frame.left(), qreal(Theme::gapSmall + Theme::gapTiny)));
+    // A table's cells stand clear of one another, in line with the headers' words.
+    else if (VarnelStyle::part(option.widget) == VarnelStyle::Part::List)
+        frame.adjust(Theme::gapSmall, 0, -Theme::gapSmall, 0);
     return frame;
 }
 

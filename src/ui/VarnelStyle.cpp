@@ -253,6 +253,7 @@ int VarnelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
     case PM_TabBarTabShiftVertical:
     case PM_TabBarTabShiftHorizontal:
         return 0; // the chosen tab's word does not jump
+    case PM_HeaderMargin:
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return Theme::gapSmall;

@@ -102,7 +102,7 @@ void LoginItemsView::placeFooter()
     const int groupWidth =
         ui->removeLabel->sizeHint().width() + gapBetween + ui->addLabel->sizeHint().width();
     layOutCaptionRow({{ui->removeButton, ui->removeLabel}, {ui->addButton, ui->addLabel}},
-                     left + ui->tableView->width() - groupWidth - Theme::gapSmall);
+                     ui->footer->width() - groupWidth - Theme::gapSmall);
     ui->footer->setFixedHeight(height);
 }
 
