@@ -60,7 +60,8 @@ Result<void> PropertyList::XmlBackend::apply(const QStringList &path, const NewV
                                              const XmlLocation &location,
                                              const std::vector<XmlSplice> &splices)
 {
-    auto edited = XmlDocument::open(spliced(document.file, splices));
+    auto edited =
+        XmlDocument::open(spliced(document.file, splices), document.root.entries.size() + 1);
     if (!edited || !differsOnlyBy(path, value, document, location, *edited))
         return notReadBack();
     document = std::move(*edited);

@@ -13,11 +13,9 @@ struct Side {
     /// An entry up to the next; the white space before that does not count.
     [[nodiscard]] QByteArrayView entry(std::size_t n) const
     {
-        const qsizetype start = dictionary.entries[n].start;
-        const QByteArrayView text =
-            QByteArrayView(document.file).first(qsizetype {dictionary.entryEnd(n)});
-        const qsizetype space = document.encoding.spaceBefore(text, text.size()).size();
-        return text.chopped(space * document.encoding.unit()).sliced(start);
+        const qsizetype start = dictionary.entries[n];
+        const qsizetype end = document.encoding.spaceStart(document.file, dictionary.entryEnd(n));
+        return QByteArrayView(document.file).sliced(start, end - start);
     }
     [[nodiscard]] std::size_t count() const { return dictionary.entries.size(); }
 };

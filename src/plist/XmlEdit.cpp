@@ -55,9 +55,8 @@ XmlSplice insertion(const XmlDocument &document, const XmlNode &dictionary, cons
         const QString grown = u">" + entry + style.beforeEnd() + u"</dict>";
         return {dictionary.end - 2 * unit, dictionary.end, encoding.encode(grown)};
     }
-    const QString space = encoding.spaceBefore(
-        QByteArrayView(document.file).first(dictionary.contentEnd), dictionary.contentEnd);
-    const auto at = dictionary.contentEnd - unit * static_cast<std::uint32_t>(space.size());
+    const auto at =
+        static_cast<std::uint32_t>(encoding.spaceStart(document.file, dictionary.contentEnd));
     const bool isEmpty = dictionary.contentStart == dictionary.contentEnd;
     return {at, at, encoding.encode(isEmpty ? QString(entry + style.beforeEnd()) : entry)};
 }
@@ -77,7 +76,7 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
     for (const XmlFound &found : location.found()) {
         QString line = lineAt(found.node.start);
         if (line.isEmpty())
-            line = lineAt(dictionary.entries[found.entry].start);
+            line = lineAt(dictionary.entries[found.entry]);
         const auto markup = std::visit(Markup {line, style.indentation()}, value);
         if (!markup)
             return notInXml();
@@ -102,10 +101,10 @@ std::vector<XmlSplice> splicesToRemove(const XmlDocument &document, const XmlLoc
 {
     std::vector<XmlSplice> splices;
     for (const XmlFound &found : location.found()) {
-        const std::uint32_t start = location.innermost().entries[found.entry].start;
-        const auto space = document.encoding.spaceBefore(document.file, start).size();
-        const auto spaceBytes = static_cast<std::uint32_t>(space * document.encoding.unit());
-        splices.push_back({start - spaceBytes, found.node.end, {}});
+        const std::uint32_t start = location.innermost().entries[found.entry];
+        const auto spaceStart =
+            static_cast<std::uint32_t>(document.encoding.spaceStart(document.file, start));
+        splices.push_back({spaceStart, found.node.end, {}});
     }
     return splices;
 }

@@ -85,12 +85,16 @@ char16_t XmlEncoding::unitAt(QByteArrayView file, qsizetype offset) const
     return byte(offset);
 }
 
+qsizetype XmlEncoding::spaceStart(QByteArrayView file, qsizetype end) const
+{
+    while (end >= unit() && isSpace(unitAt(file, end - unit())))
+        end -= unit();
+    return end;
+}
+
 QString XmlEncoding::spaceBefore(QByteArrayView file, qsizetype end) const
 {
-    qsizetype start = end;
-    while (start >= unit() && isSpace(unitAt(file, start - unit())))
-        start -= unit();
-    return spaceAfter(file.first(end), start);
+    return spaceAfter(file.first(end), spaceStart(file, end));
 }
 
 QString XmlEncoding::spaceAfter(QByteArrayView file, qsizetype start) const

@@ -22,13 +22,17 @@ public:
     /// The name by which the XML parser knows it.
     [[nodiscard]] const char *parserName() const;
 
+    [[nodiscard]] bool isUtf8() const { return name == Utf8; }
+
     /// Bytes of the smallest unit.
     [[nodiscard]] qsizetype unit() const { return name == Utf16Be || name == Utf16Le ? 2 : 1; }
 
     /// Markup in this encoding. A character that the encoding lacks becomes a character reference.
     [[nodiscard]] QByteArray encode(QStringView markup) const;
 
-    /// The run of white space that ends at an offset, as text.
+    /// Where the run of white space starts that ends at an offset.
+    [[nodiscard]] qsizetype spaceStart(QByteArrayView file, qsizetype end) const;
+    /// That run as text.
     [[nodiscard]] QString spaceBefore(QByteArrayView file, qsizetype end) const;
     /// The run of white space that starts at an offset, as text.
     [[nodiscard]] QString spaceAfter(QByteArrayView file, qsizetype start) const;

@@ -2,26 +2,51 @@
 
 namespace varnel::plist {
 
+QByteArrayView nameOf(XmlElement element)
+{
+    // In the order of the elements.
+    static constexpr QByteArrayView names[] = {"plist",  "dict",    "array", "key",
+                                               "string", "integer", "real",  "date",
+                                               "data",   "true",    "false"};
+    return names[static_cast<std::size_t>(element)];
+}
+
 std::optional<XmlElement> elementOf(QByteArrayView name)
 {
-    struct Named {
-        QByteArrayView name;
-        XmlElement element;
+    // The first letters leave two to choose from at most.
+    const auto either = [name](XmlElement one, XmlElement other) -> std::optional<XmlElement> {
+        if (name == nameOf(one))
+            return one;
+        if (name == nameOf(other))
+            return other;
+        return {};
     };
-    // The most frequent first.
-    static constexpr Named names[] = {
-        {"key", XmlElement::Key},         {"string", XmlElement::String},
-        {"integer", XmlElement::Integer}, {"dict", XmlElement::Dict},
-        {"true", XmlElement::True},       {"false", XmlElement::False},
-        {"real", XmlElement::Real},       {"array", XmlElement::Array},
-        {"data", XmlElement::Data},       {"date", XmlElement::Date},
-        {"plist", XmlElement::Plist},
-    };
-    for (const Named &named : names) {
-        if (named.name == name)
-            return named.element;
+    if (name.size() < 3)
+        return {};
+    switch (name.front()) {
+    case 'k':
+        return either(XmlElement::Key, XmlElement::Key);
+    case 's':
+        return either(XmlElement::String, XmlElement::String);
+    case 'i':
+        return either(XmlElement::Integer, XmlElement::Integer);
+    case 'd':
+        if (name[1] == 'i')
+            return either(XmlElement::Dict, XmlElement::Dict);
+        return either(XmlElement::Data, XmlElement::Date);
+    case 'a':
+        return either(XmlElement::Array, XmlElement::Array);
+    case 't':
+        return either(XmlElement::True, XmlElement::True);
+    case 'f':
+        return either(XmlElement::False, XmlElement::False);
+    case 'r':
+        return either(XmlElement::Real, XmlElement::Real);
+    case 'p':
+        return either(XmlElement::Plist, XmlElement::Plist);
+    default:
+        return {};
     }
-    return {};
 }
 
 bool XmlGrammar::open(XmlElement element)

@@ -22,6 +22,8 @@ enum class XmlElement : std::uint8_t {
     False
 };
 
+[[nodiscard]] QByteArrayView nameOf(XmlElement element);
+
 /// Nothing for a name that no property list has.
 [[nodiscard]] std::optional<XmlElement> elementOf(QByteArrayView name);
 

@@ -11,7 +11,7 @@ std::optional<XmlFound> readEntry(const XmlDocument &document, const XmlNode &di
                                   std::size_t entry, const QByteArray &key)
 {
     XmlScan scan;
-    if (!scan.readEntry(document.file, dictionary.entries[entry].start, dictionary.entryEnd(entry),
+    if (!scan.readEntry(document.file, dictionary.entries[entry], dictionary.entryEnd(entry),
                         document.encoding)
         || !scan.foundValue() || scan.key() != key)
         return {};
@@ -20,12 +20,12 @@ std::optional<XmlFound> readEntry(const XmlDocument &document, const XmlNode &di
 
 } // namespace
 
-std::optional<XmlDocument> XmlDocument::open(QByteArray file)
+std::optional<XmlDocument> XmlDocument::open(QByteArray file, std::size_t expectedEntries)
 {
     if (file.isEmpty() || static_cast<quint64>(file.size()) >= 0xffffffffU)
         return {};
     XmlScan scan;
-    if (!scan.readFile(file) || scan.node().element != XmlElement::Dict)
+    if (!scan.readFile(file, expectedEntries) || scan.node().element != XmlElement::Dict)
         return {};
     return XmlDocument {std::move(file), scan.encoding(), scan.takeNode()};
 }
@@ -37,9 +37,9 @@ std::vector<XmlFound> findAll(const XmlDocument &document, const XmlNode &dictio
     if (!key.isValidUtf16())
         return all; // no XML can hold it
     const QByteArray utf8 = key.toUtf8();
-    const std::uint32_t hash = hashOfKey(utf8);
+    const std::uint16_t hash = hashOfKey(utf8);
     for (std::size_t i = 0; i < dictionary.entries.size(); ++i) {
-        if (dictionary.entries[i].hash != hash)
+        if (dictionary.hashes[i] != hash)
             continue;
         if (auto found = readEntry(document, dictionary, i, utf8))
             all.push_back(std::move(*found));
@@ -53,9 +53,9 @@ std::optional<XmlFound> findLast(const XmlDocument &document, const XmlNode &dic
     if (!key.isValidUtf16())
         return {}; // no XML can hold it
     const QByteArray utf8 = key.toUtf8();
-    const std::uint32_t hash = hashOfKey(utf8);
+    const std::uint16_t hash = hashOfKey(utf8);
     for (std::size_t i = dictionary.entries.size(); i-- > 0;) {
-        if (dictionary.entries[i].hash != hash)
+        if (dictionary.hashes[i] != hash)
             continue;
         if (auto found = readEntry(document, dictionary, i, utf8))
             return found;

@@ -12,8 +12,10 @@ struct XmlDocument {
     XmlEncoding encoding;
     XmlNode root;
 
-    /// Nothing when the file is no valid property list with a dictionary at its root.
-    [[nodiscard]] static std::optional<XmlDocument> open(QByteArray file);
+    /// Nothing when the file is no valid property list with a dictionary at its root. Memory is
+    /// taken at once for as many entries as are expected.
+    [[nodiscard]] static std::optional<XmlDocument> open(QByteArray file,
+                                                         std::size_t expectedEntries = 0);
 };
 
 /// An entry of a dictionary, and its value.

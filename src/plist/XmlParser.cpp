@@ -19,6 +19,7 @@ public:
         XML_SetUserData(parser.get(), this);
         XML_SetElementHandler(parser.get(), &Parser::onStart, &Parser::onEnd);
         XML_SetEntityDeclHandler(parser.get(), &Parser::onEntityDeclaration);
+        XML_SetAttlistDeclHandler(parser.get(), &Parser::onAttributeDeclaration);
         XML_SetSkippedEntityHandler(parser.get(), &Parser::onSkippedEntity);
         XML_SetXmlDeclHandler(parser.get(), &Parser::onXmlDeclaration);
         updateTextHandler();
@@ -86,8 +87,10 @@ private:
     static void onStart(void *data, const XML_Char *name, const XML_Char **)
     {
         Parser &it = self(data);
-        if (!it.stopped)
-            it.proceed(it.listener.startElement(name, it.start(), it.end()));
+        if (it.stopped)
+            return;
+        const auto element = elementOf(name);
+        it.proceed(element && it.listener.startElement(*element, it.start(), it.end()));
     }
     static void onEnd(void *data, const XML_Char *)
     {
@@ -105,6 +108,12 @@ private:
                                     const XML_Char *, const XML_Char *, const XML_Char *,
                                     const XML_Char *)
     {
+        self(data).stop();
+    }
+    static void onAttributeDeclaration(void *data, const XML_Char *, const XML_Char *,
+                                       const XML_Char *, const XML_Char *, int)
+    {
+        // Each element would have to be given every attribute that was declared.
         self(data).stop();
     }
     static void onSkippedEntity(void *data, const XML_Char *, int) { self(data).stop(); }

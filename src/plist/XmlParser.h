@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plist/XmlEncoding.h"
+#include "plist/XmlGrammar.h"
 
 #include <QByteArrayView>
 
@@ -11,13 +12,16 @@ struct XML_ParserStruct;
 
 namespace varnel::plist {
 
-/// Hears what stands in an XML text. Offsets count bytes of the file, whatever its encoding. An
-/// empty-element tag has an end of length 0 right behind it. A function that returns false stops
-/// the parser.
+/// Hears what stands in the XML of a property list. Offsets count bytes of the file, whatever its
+/// encoding. An empty-element tag has an end of length 0 right behind it. A function that returns
+/// false stops the parser.
 class XmlListener {
 public:
+    XmlListener() = default;
+    XmlListener(const XmlListener &) = default;
+    XmlListener &operator=(const XmlListener &) = default;
     virtual ~XmlListener() = default;
-    virtual bool startElement(QByteArrayView name, std::uint32_t start, std::uint32_t end) = 0;
+    virtual bool startElement(XmlElement element, std::uint32_t start, std::uint32_t end) = 0;
     virtual bool endElement(std::uint32_t start, std::uint32_t end) = 0;
     /// A piece of text, as UTF-8, entities and line ends resolved.
     virtual bool text(QByteArrayView piece) = 0;
@@ -36,10 +40,10 @@ struct XmlPart {
     const char *behind = "";
 };
 
-/// Whether the whole text, or the part, is well-formed and the listener had no objection. Entity
-/// declarations are refused, so that nothing can expand and nothing is fetched; so are encodings
-/// other than XmlEncoding's. Linear in the size; needs little memory beyond the longest tag or
-/// comment.
+/// Whether the whole text, or the part, is well-formed and the listener had no objection.
+/// Declarations of entities and attributes are refused, so that nothing can expand and nothing is
+/// fetched; so are encodings other than XmlEncoding's. Linear in the size; needs little memory beyond
+/// the longest tag or comment.
 [[nodiscard]] bool parseXml(QByteArrayView file, XmlListener &listener);
 [[nodiscard]] bool parseXml(QByteArrayView file, const XmlPart &part, XmlEncoding encoding,
                             XmlListener &listener);

@@ -1,10 +1,12 @@
 #include "plist/XmlScan.h"
 
 #include "plist/XmlNumber.h"
+#include "plist/XmlPlainParser.h"
 
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <cstring>
 
 namespace varnel::plist {
 
@@ -25,45 +27,74 @@ bool isWhite(QByteArrayView text)
 
 } // namespace
 
-std::uint32_t hashOfKey(QByteArrayView utf8)
+std::uint16_t hashOfKey(QByteArrayView utf8)
 {
-    std::uint32_t hash = 2166136261U; // FNV-1a
+    // FNV-1a in steps of eight bytes; whoever finds a hash compares the keys as well.
+    std::uint64_t hash = 0xcbf29ce484222325;
+    const auto mix = [&](std::uint64_t bits) {
+        hash = (hash ^ bits) * 0x100000001b3;
+        hash ^= hash >> 32;
+    };
+    for (; utf8.size() >= 8; utf8 = utf8.sliced(8)) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, utf8.data(), sizeof bits);
+        mix(bits);
+    }
     for (const char c : utf8)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    return hash;
+        mix(static_cast<unsigned char>(c));
+    return static_cast<std::uint16_t>(hash ^ hash >> 16);
 }
 
-bool XmlScan::readFile(QByteArrayView file)
+bool XmlScan::readFile(QByteArrayView file, std::size_t expectedEntries)
 {
-    if (!parseXml(file, *this) || !found)
+    expectEntries(expectedEntries);
+    if (!parsePlainXml(file, *this)) {
+        *this = {};
+        expectEntries(expectedEntries);
+        if (!parseXml(file, *this))
+            return false;
+    }
+    if (!found)
         return false;
     fileEncoding = XmlEncoding::of(file, declaredEncoding);
-    remembered.entries.shrink_to_fit();
+    if (expectedEntries == 0) {
+        remembered.entries.shrink_to_fit();
+        remembered.hashes.shrink_to_fit();
+    }
     return fileEncoding.surrogatesMatch(file);
+}
+
+void XmlScan::expectEntries(std::size_t count)
+{
+    remembered.entries.reserve(count);
+    remembered.hashes.reserve(count);
 }
 
 bool XmlScan::readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t end,
                         XmlEncoding encoding)
 {
     valueDepth = 1;
+    if (encoding.isUtf8() && parsePlainEntries(file, start, end, *this))
+        return true;
+    *this = {};
+    valueDepth = 1;
     return parseXml(file, {start, end, "<dict>", "</dict>"}, encoding, *this);
 }
 
-bool XmlScan::startElement(QByteArrayView name, std::uint32_t start, std::uint32_t end)
+bool XmlScan::startElement(XmlElement element, std::uint32_t start, std::uint32_t end)
 {
-    const auto element = elementOf(name);
-    if (!element || !grammar.open(*element))
+    if (!grammar.open(element))
         return false;
-    if (grammar.depth() == 1 && *element == XmlElement::Plist)
+    if (grammar.depth() == 1 && element == XmlElement::Plist)
         valueDepth = 1;
     collected.clear();
     if (isMember()) {
-        if (*element == XmlElement::Key)
-            remembered.entries.push_back({start, 0});
-        else if (*element != XmlElement::String && remembered.element == XmlElement::Array)
+        if (element == XmlElement::Key)
+            remembered.entries.push_back(start);
+        else if (element != XmlElement::String && remembered.element == XmlElement::Array)
             value.value.kind = Kind::Array;
-    } else if (isAtTop() && *element != XmlElement::Key && *element != XmlElement::Plist) {
-        remember(*element, start, end);
+    } else if (isAtTop() && element != XmlElement::Key && element != XmlElement::Plist) {
+        remember(element, start, end);
     }
     return true;
 }
@@ -118,7 +149,7 @@ bool XmlScan::closeContent()
         return closeNumber(decodeXmlReal(collected));
     case XmlElement::Key:
         if (isMember())
-            remembered.entries.back().hash = hashOfKey(collected);
+            remembered.hashes.push_back(hashOfKey(collected));
         else if (isAtTop())
             entryKey = QByteArray::fromStdString(collected);
         return true;

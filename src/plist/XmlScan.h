@@ -10,35 +10,34 @@ namespace varnel::plist {
 
 /// Where the value that a scan is about lies, and for a dictionary where its keys are.
 struct XmlNode {
-    struct Entry {
-        std::uint32_t start = 0; ///< of the <key> tag
-        std::uint32_t hash = 0; ///< of the key's text
-    };
-
     XmlElement element = XmlElement::Plist;
     std::uint32_t start = 0;
     std::uint32_t contentStart = 0;
     std::uint32_t contentEnd = 0; ///< start of the end tag
     std::uint32_t end = 0;
-    std::vector<Entry> entries;
+    /// Of a dictionary's entries, where the <key> tags start and the hashes of the keys' texts. Two
+    /// lists and short hashes, as a file may have millions of entries.
+    std::vector<std::uint32_t> entries;
+    std::vector<std::uint16_t> hashes;
 
     /// No end tag: "<dict/>".
     [[nodiscard]] bool isSelfClosing() const { return contentStart == end; }
     /// The end of an entry and of all that stands before the next.
     [[nodiscard]] std::uint32_t entryEnd(std::size_t n) const
     {
-        return n + 1 < entries.size() ? entries[n + 1].start : contentEnd;
+        return n + 1 < entries.size() ? entries[n + 1] : contentEnd;
     }
 };
 
-[[nodiscard]] std::uint32_t hashOfKey(QByteArrayView utf8);
+[[nodiscard]] std::uint16_t hashOfKey(QByteArrayView utf8);
 
 /// One pass over a file or a part of it. It checks everything, and remembers one value: the root of
 /// a file; the value of the entry when the part is an entry of a dictionary.
 class XmlScan : private XmlListener {
 public:
-    /// False when the file is no valid property list.
-    bool readFile(QByteArrayView file);
+    /// False when the file is no valid property list. Memory is taken at once for as many entries
+    /// as are expected.
+    bool readFile(QByteArrayView file, std::size_t expectedEntries);
 
     /// Reads what stands inside a dictionary. Only the first entry's key and value are remembered.
     bool readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t end,
@@ -54,7 +53,7 @@ public:
     [[nodiscard]] XmlEncoding encoding() const { return fileEncoding; }
 
 private:
-    bool startElement(QByteArrayView name, std::uint32_t start, std::uint32_t end) override;
+    bool startElement(XmlElement element, std::uint32_t start, std::uint32_t end) override;
     bool endElement(std::uint32_t start, std::uint32_t end) override;
     bool text(QByteArrayView piece) override;
     [[nodiscard]] bool wantsText() const override;
@@ -66,6 +65,7 @@ private:
     [[nodiscard]] bool isRemembered() const { return inside && grammar.depth() == valueDepth + 1; }
     /// The innermost element may be the value to remember, or its key.
     [[nodiscard]] bool isAtTop() const { return !found && grammar.depth() == valueDepth + 1; }
+    void expectEntries(std::size_t count);
     bool closeNumber(Decoded number);
     bool closeContent();
 

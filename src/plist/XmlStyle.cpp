@@ -9,7 +9,7 @@ QString spaceAfterKey(const XmlDocument &document, const XmlNode &dictionary, st
 {
     const QByteArray endTag = document.encoding.encode(u"</key>");
     const QByteArrayView text(document.file);
-    const qsizetype from = dictionary.entries[entry].start;
+    const qsizetype from = dictionary.entries[entry];
     const QByteArrayView whole = text.sliced(from, dictionary.entryEnd(entry) - from);
     const qsizetype found = whole.indexOf(endTag);
     if (found < 0)
@@ -25,7 +25,7 @@ QString indentationOf(const XmlDocument &document)
             return lastLine(document.encoding.spaceBefore(document.file, offset));
         };
         const QString outer = lineAt(document.root.start);
-        const QString inner = lineAt(document.root.entries.front().start);
+        const QString inner = lineAt(document.root.entries.front());
         if (!outer.isEmpty() && inner.startsWith(outer) && inner.size() > outer.size())
             return inner.sliced(outer.size());
     }
@@ -50,7 +50,7 @@ XmlStyle::XmlStyle(const XmlDocument &document, const XmlNode &dictionary)
     const QByteArrayView text(document.file);
     const XmlEncoding encoding = document.encoding;
     if (!dictionary.entries.empty()) {
-        const QString space = encoding.spaceBefore(text, dictionary.entries.back().start);
+        const QString space = encoding.spaceBefore(text, dictionary.entries.back());
         const QString line = lastLine(space);
         keySpace = line.isEmpty() ? space : line;
         valueSpace = spaceAfterKey(document, dictionary, dictionary.entries.size() - 1);
