@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxFolderMaker.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
+#include "shell/views/HostServices.h"
 #include "shell/views/MainWindow.h"
 #include "support/FakeCommandRunner.h"
 #include "support/gui/FakeDialogs.h"
@@ -26,11 +27,18 @@ struct WindowFixture {
     LinuxFolderMaker folders;
     FakeCommandRunner runner;
     FakeDialogs dialogs;
+    /// No system version is told; the files of the edited home are real, the session's are read.
+    HostServices host {home.home(), home.path(), store, folders};
     QStringList failing; ///< the interface descriptions that do not load
-    PageContext context {
-        home.home(), shared,  files,
-        finderInfo,  folders, runner,
-        dialogs,     nullptr, [this](const QString &name) { return !failing.contains(name); }};
+    PageContext context {home.home(),
+                         shared,
+                         files,
+                         finderInfo,
+                         folders,
+                         runner,
+                         dialogs,
+                         &host.ports(),
+                         [this](const QString &name) { return !failing.contains(name); }};
     MainWindow window {home.home()};
 };
 

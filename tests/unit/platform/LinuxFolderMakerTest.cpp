@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -60,10 +61,15 @@ TEST_F(LinuxFolderMakerTest, WhatStandsThereIsLeftAlone)
     EXPECT_TRUE(QFileInfo(file).isFile());
 }
 
-TEST_F(LinuxFolderMakerTest, APathOutsideTheHomeIsNoFolderOfOurs)
+TEST_F(LinuxFolderMakerTest, InSomebodyElsesHomeAPathThatClimbsOutIsRefused)
 {
-    EXPECT_FALSE(maker.makeFolder(home.home(), home.path() + u"/../elsewhere").ok());
-    EXPECT_FALSE(QFileInfo::exists(home.path() + u"/../elsewhere"));
+    const QTemporaryDir around(QDir::currentPath() + u"/around-XXXXXX");
+    const HomeFolder inner {around.path() + u"/home", false};
+    ASSERT_TRUE(QDir().mkdir(inner.path));
+    if (!give(inner.path))
+        GTEST_SKIP() << "needs the right to give files away";
+    EXPECT_FALSE(maker.makeFolder(inner, inner.path + u"/../elsewhere").ok());
+    EXPECT_FALSE(QFileInfo::exists(around.path() + u"/elsewhere"));
 }
 
 TEST_F(LinuxFolderMakerTest, InSomebodyElsesHomeItBelongsToThem)

@@ -111,8 +111,8 @@ TEST(SharedObject, APlainOneHasNoHookAtTheEndOfTheApplication)
 
 TEST(SharedObject, TeardownReleasesControllersAndModulesInTheirFixedOrder)
 {
+    QStringList log; // outlives what is logged into it
     SharedObject shared;
-    QStringList log;
     fill(shared, log);
     shared.doTerminate();
     EXPECT_EQ(log, releaseOrder);
@@ -178,8 +178,8 @@ TEST(SharedObject, EachFlagAccessorSpeaksOfItsOwnApplication)
 
 TEST(SharedObject, ASetterLetsGoOfWhatWasThereBefore)
 {
+    QStringList log; // outlives what is logged into it
     SharedObject shared;
-    QStringList log;
     shared.setQuillet(logging<Quillet>(log, "old"));
     shared.setQuillet(logging<Quillet>(log, "new"));
     EXPECT_EQ(log, QStringList {QStringLiteral("old")});
