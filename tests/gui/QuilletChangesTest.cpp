@@ -3,6 +3,7 @@
 #include "backup/BackupReader.h"
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
+#include "support/FailingFileStore.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
@@ -217,6 +218,21 @@ TEST_F(QuilletChanges, CancellingReadsTheListedViewsOnly)
     EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 0) << "read with its page only";
     clickGroup(generalRow);
     EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 2);
+}
+
+TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
+{
+    FailingFileStore counted(store);
+    PreferenceFiles countedFiles(counted);
+    PageContext countedContext {home.home(), shared, countedFiles, finderInfo,
+                                folders,     runner, dialogs};
+    Quillet hiddenSettings(countedContext);
+    const QString dock = u"read "_qs + home.preference(u"com.apple.dock.plist"_qs);
+    EXPECT_EQ(counted.calls.count(dock), 1);
+
+    counted.calls.clear();
+    hiddenSettings.readData();
+    EXPECT_EQ(counted.calls.count(dock), 11) << "once for each of the group's settings";
 }
 
 TEST_F(QuilletChanges, TwoSettingsOfOneKeyAreWrittenInTheOrderOfTheirLastChange)

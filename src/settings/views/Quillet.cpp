@@ -123,7 +123,6 @@ void Quillet::cancelAlertDidEnd(int returnCode)
 void Quillet::readData()
 {
     const SharedObject &shared = context.shared;
-    const PreferenceFiles::ReadPass pass(context.files);
     const std::array<std::shared_ptr<SettingModule>, 9> order {
         shared.generalModule(), shared.safariModule(),        shared.finderModule(),
         shared.dockModule(),    shared.screenCaptureModule(), shared.mailModule(),
