@@ -235,6 +235,29 @@ TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
     EXPECT_EQ(counted.calls.count(dock), 11) << "once for each of the group's settings";
 }
 
+TEST_F(QuilletChanges, ARowThatIsSavedDescribedOrWrittenLosesItsShadingUntilItsPageIsBuiltAgain)
+{
+    start();
+    clickGroup(dockRow);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+
+    choose(comboBoxOf(u"DockStyleView"_qs), 0);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+    click(button(u"saveButton"_qs));
+    EXPECT_FALSE(row(u"DockStyleView"_qs).needToDrawBackground());
+
+    EXPECT_FALSE(controller->actionString(1008, 0, u""_qs).isEmpty());
+    EXPECT_FALSE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
+
+    EXPECT_TRUE(controller->writeData(1006, 2, u""_qs).ok());
+    EXPECT_FALSE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+
+    clickGroup(dockRow);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+}
+
 TEST_F(QuilletChanges, TwoSettingsOfOneKeyAreWrittenInTheOrderOfTheirLastChange)
 {
     start();
