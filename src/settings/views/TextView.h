@@ -1,14 +1,11 @@
 #pragma once
 
-#include "settings/views/ControlState.h"
-#include "settings/views/GenericView.h"
-
-class QHBoxLayout;
+#include "settings/views/DefaultedView.h"
 
 namespace varnel {
 
 /// A text field, with a box for the default. Every keystroke reports the new text.
-class TextView : public GenericView {
+class TextView : public DefaultedView {
     Q_OBJECT
 
 public:
@@ -16,12 +13,10 @@ public:
              const Caption &caption);
 
     [[nodiscard]] QString currentTextFieldValue() const { return reportedText; }
-    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
 
     void textFieldChangeValue();
     void controlTextDidChange();
-    void checkBoxChangeValue();
-    virtual void setDefaultCheckBoxStat();
+    void setDefaultCheckBoxStat() override;
     virtual void updateWindowForControlTextChange();
 
     void readData(bool updateControls) override;
@@ -38,9 +33,7 @@ protected:
 
 private:
     ControlState<QLineEdit, QString> textField {QStringLiteral("")};
-    ControlState<QCheckBox, bool> checkBox;
     QString reportedText;
-    bool reportedBox = false;
 };
 
 } // namespace varnel
