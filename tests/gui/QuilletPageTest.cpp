@@ -174,6 +174,21 @@ TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
     EXPECT_TRUE(shading);
 }
 
+TEST_F(QuilletPage, AMultiSettingViewAskedForBySeveralOfItsSettingsStandsOnceAndLast)
+{
+    start();
+    controller->removeSubview();
+    int total = 0;
+    int top = -1;
+    bool shading = true;
+    controller->showDockModules(1001, total, top, false, shading);
+    controller->showFinderModules(1100, total, top, false, shading);
+    controller->showDockModules(1002, total, top, false, shading);
+    EXPECT_EQ(rowNames(), QStringList({u"QuitFinderMenuView"_qs, u"LockDockView"_qs}));
+    EXPECT_EQ(rows().first()->y(), 0) << "no gap where it stood";
+    EXPECT_EQ(page().mainView()->height(), rows().first()->height() + rows().last()->height());
+}
+
 TEST_F(QuilletPage, AWholePageBuiltOnANonemptyTotalKeepsWhatStands)
 {
     start();
