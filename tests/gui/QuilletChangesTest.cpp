@@ -7,6 +7,7 @@
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QSlider>
 #include <QTableView>
@@ -21,6 +22,35 @@ protected:
     static constexpr int generalRow = 0;
     static constexpr int dockRow = 1;
     static constexpr int safariRow = 6;
+
+    /// The hidden settings over a store that writes down what is read.
+    struct CountedReads {
+        explicit CountedReads(QuilletChanges &test)
+            : store(test.store), home(test.home),
+              hiddenSettings(std::make_unique<Quillet>(
+                  PageContext {test.home.home(), test.shared, preferences, test.finderInfo,
+                               test.folders, test.runner, test.dialogs}))
+        {
+        }
+        [[nodiscard]] QString readOf(const QString &name) const
+        {
+            return u"read " + home.preference(name);
+        }
+        /// The files that were read, each once, by the last word of their names.
+        [[nodiscard]] QStringList files() const
+        {
+            QStringList names;
+            for (const QString &call : store.calls)
+                names.append(QFileInfo(call).completeBaseName().section(u'.', -1));
+            names.removeDuplicates();
+            return names;
+        }
+
+        FailingFileStore store;
+        const TemporaryHome &home;
+        PreferenceFiles preferences {store};
+        std::unique_ptr<Quillet> hiddenSettings;
+    };
 
     void choosePending(int index = 0)
     {
@@ -222,17 +252,28 @@ TEST_F(QuilletChanges, CancellingReadsTheListedViewsOnly)
 
 TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
 {
-    FailingFileStore counted(store);
-    PreferenceFiles countedFiles(counted);
-    PageContext countedContext {home.home(), shared, countedFiles, finderInfo,
-                                folders,     runner, dialogs};
-    Quillet hiddenSettings(countedContext);
-    const QString dock = u"read "_qs + home.preference(u"com.apple.dock.plist"_qs);
-    EXPECT_EQ(counted.calls.count(dock), 1);
+    const CountedReads counted(*this);
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 1);
 
-    counted.calls.clear();
-    hiddenSettings.readData();
-    EXPECT_EQ(counted.calls.count(dock), 11) << "once for each of the group's settings";
+    counted.store.calls.clear();
+    counted.hiddenSettings->readData();
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 11)
+        << "once for each of the group's settings";
+}
+
+TEST_F(QuilletChanges, TheModulesReadAtFirstAndAgainInTheirTwoOrders)
+{
+    const CountedReads counted(*this);
+    EXPECT_EQ(counted.files(),
+              QStringList({u"QuickTimePlayerX"_qs, u"TimeMachine"_qs, u"iTunes"_qs, u"Mail"_qs,
+                           u"screencapture"_qs, u"finder"_qs, u"desktopservices"_qs, u"Safari"_qs,
+                           u"dock"_qs, u"GlobalPreferences"_qs}));
+    counted.store.calls.clear();
+    counted.hiddenSettings->readData();
+    EXPECT_EQ(counted.files(),
+              QStringList({u"GlobalPreferences"_qs, u"Safari"_qs, u"finder"_qs,
+                           u"desktopservices"_qs, u"dock"_qs, u"screencapture"_qs, u"Mail"_qs,
+                           u"iTunes"_qs, u"TimeMachine"_qs, u"QuickTimePlayerX"_qs}));
 }
 
 TEST_F(QuilletChanges, ARowThatIsSavedDescribedOrWrittenLosesItsShadingUntilItsPageIsBuiltAgain)
