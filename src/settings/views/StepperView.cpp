@@ -7,12 +7,6 @@
 
 namespace varnel {
 
-StepperView::StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                         const Caption &caption)
-    : DefaultedView(context, settings, caption)
-{
-}
-
 void StepperView::readData(bool updateControls)
 {
     const SettingReading reading = readSetting();

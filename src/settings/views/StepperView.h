@@ -9,8 +9,7 @@ class StepperView : public DefaultedView {
     Q_OBJECT
 
 public:
-    StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                const Caption &caption);
+    using DefaultedView::DefaultedView;
 
     [[nodiscard]] int currentStepperValue() const { return reportedNumber; }
 

@@ -8,12 +8,6 @@
 
 namespace varnel {
 
-TextView::TextView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                   const Caption &caption)
-    : DefaultedView(context, settings, caption)
-{
-}
-
 void TextView::readData(bool updateControls)
 {
     const SettingReading reading = readSetting();

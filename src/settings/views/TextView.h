@@ -9,8 +9,7 @@ class TextView : public DefaultedView {
     Q_OBJECT
 
 public:
-    TextView(const ViewContext &context, const QList<const SettingRow *> &settings,
-             const Caption &caption);
+    using DefaultedView::DefaultedView;
 
     [[nodiscard]] QString currentTextFieldValue() const { return reportedText; }
 
