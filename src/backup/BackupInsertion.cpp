@@ -3,6 +3,7 @@
 #include "base/Logging.h"
 #include "base/Sqlite.h"
 #include "base/Text.h"
+#include "platform/FileStore.h"
 
 namespace varnel {
 
@@ -57,8 +58,11 @@ Error inFile(const QString &backupFileName, const Error &error)
 
 } // namespace
 
-Result<void> addBackupRow(const QString &backupFileName, const BackupInsertion &insertion)
+Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
+                          const BackupInsertion &insertion)
 {
+    if (Result<void> ready = files.readyForDatabase(backupFileName); !ready)
+        return ready;
     Result<Sqlite> database = Sqlite::open(backupFileName, Sqlite::Access::Create);
     if (!database)
         return inFile(backupFileName, database.error());

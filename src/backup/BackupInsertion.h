@@ -6,6 +6,8 @@
 
 namespace varnel {
 
+class FileStore;
+
 /// One row for a backup file: the statement that looks for an earlier row of the same thing, and
 /// the one that adds it. Both stand as they are, values in them unescaped.
 struct BackupInsertion {
@@ -13,9 +15,10 @@ struct BackupInsertion {
     QString insertQuery;
 };
 
-/// Opens the file (making it), makes the table, adds the row unless the search finds one, closes
-/// it. Each step is logged to lcBackup, but a file that can't be opened is not. The errors name the
-/// file and carry the library's text.
-Result<void> addBackupRow(const QString &backupFileName, const BackupInsertion &insertion);
+/// Has `files` ready the place, opens the file, makes the table, adds the row unless the search
+/// finds one, closes it. Each step is logged to lcBackup, but a file that can't be opened is not.
+/// The errors name the file and carry the library's text.
+Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
+                          const BackupInsertion &insertion);
 
 } // namespace varnel

@@ -6,13 +6,16 @@
 
 namespace varnel {
 
-BackupWriter::BackupWriter(QString backupFileName) : backupFileName(std::move(backupFileName)) { }
+BackupWriter::BackupWriter(QString backupFileName, FileStore &files)
+    : backupFileName(std::move(backupFileName)), files(files)
+{
+}
 
 Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
 {
     varnelLog(lcBackup, fillIn(u"addDataToBackupFile (Quillet): %@", {backupFileName}));
     const QString id = QString::number(record.locationId);
-    return addBackupRow(backupFileName,
+    return addBackupRow(files, backupFileName,
                         {fillIn(u"SELECT * FROM users WHERE id=%d", {id}),
                          fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
                                 {id, QString::number(record.actionId), record.extraData, u""_qs})});

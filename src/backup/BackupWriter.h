@@ -6,12 +6,14 @@
 
 namespace varnel {
 
+class FileStore;
+
 /// Puts the old values of hidden settings into the backup file of a run, one SQLite database opened
 /// and closed for each row.
 class BackupWriter : public OldValueKeeper {
 public:
-    /// The path may not exist yet; the first row creates the file.
-    explicit BackupWriter(QString backupFileName);
+    /// The path may not exist yet; the first row has `files` make the file.
+    BackupWriter(QString backupFileName, FileStore &files);
 
     /// The first row of a setting wins. Values go into the statements as they are: text with an
     /// apostrophe fails, is logged with the library's text, and is returned as an error.
@@ -19,6 +21,7 @@ public:
 
 private:
     QString backupFileName;
+    FileStore &files;
 };
 
 } // namespace varnel

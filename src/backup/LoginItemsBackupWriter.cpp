@@ -29,8 +29,8 @@ int inverseAction(int actionId)
 
 } // namespace
 
-LoginItemsBackupWriter::LoginItemsBackupWriter(QString backupFileName)
-    : backupFileName(std::move(backupFileName))
+LoginItemsBackupWriter::LoginItemsBackupWriter(QString backupFileName, FileStore &files)
+    : backupFileName(std::move(backupFileName)), files(files)
 {
 }
 
@@ -39,7 +39,7 @@ Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QSt
 {
     varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
     const QString id = QString::number(BackupRow::loginItemId);
-    return addBackupRow(backupFileName,
+    return addBackupRow(files, backupFileName,
                         {fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
                          fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
                                 {id, path, QString::number(inverseAction(actionId)),

@@ -2,6 +2,8 @@
 
 #include "cli/GetCommand.h"
 #include "cli/ListCommand.h"
+#include "cli/LoginItemsChangeCommand.h"
+#include "cli/LoginItemsListCommand.h"
 #include "cli/SearchCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
@@ -16,6 +18,10 @@ Commands makeCommands()
     commands.push_back(std::make_unique<GetCommand>());
     commands.push_back(std::make_unique<SetCommand>());
     commands.push_back(std::make_unique<SearchCommand>());
+    commands.push_back(std::make_unique<LoginItemsListCommand>());
+    for (const LoginItemChange::Action action : {LoginItemChange::Add, LoginItemChange::Remove,
+                                                 LoginItemChange::Enable, LoginItemChange::Disable})
+        commands.push_back(std::make_unique<LoginItemsChangeCommand>(action));
     return commands;
 }
 

@@ -1,13 +1,11 @@
 #include "cli/Save.h"
 
 #include "backup/BackupWriter.h"
+#include "cli/BackupFileOfRun.h"
 #include "cli/Log.h"
-#include "platform/linux/LinuxCommandRunner.h"
-#include "platform/linux/LinuxFolderMaker.h"
 #include "platform/linux/LinuxStandardFolders.h"
 #include "settings/Catalogue.h"
 #include "settings/Rehearsal.h"
-#include "shell/Tools.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -51,19 +49,6 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
     return old;
 }
 
-/// The name of this run's backup file. The backup folder is tried before the folder above it, and
-/// again after: so it is there for the first save of a first run.
-QString backupFileOfRun(const HomeFolder &home)
-{
-    LinuxFolderMaker folders;
-    LinuxCommandRunner runner;
-    const Tools tools(home, folders, runner);
-    static_cast<void>(tools.pathForBackupFolder());
-    static_cast<void>(tools.pathForSupportFolder());
-    static_cast<void>(tools.pathForBackupFolder());
-    return tools.createBackupFile();
-}
-
 bool written(const QList<SaveFailure> &failures, int settingId)
 {
     return std::none_of(failures.begin(), failures.end(), [&](const SaveFailure &failure) {
@@ -74,7 +59,7 @@ bool written(const QList<SaveFailure> &failures, int settingId)
 SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
 {
     const QString backupFile = backupFileOfRun(session.home());
-    BackupWriter writer(backupFile);
+    BackupWriter writer(backupFile, session.fileStore());
     QList<ChangeRecord> changes;
     QList<ChangeRecord> backups;
     SaveReport report;

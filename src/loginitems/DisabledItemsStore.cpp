@@ -1,8 +1,8 @@
 #include "loginitems/DisabledItemsStore.h"
 
 #include "base/Logging.h"
-#include "base/Sqlite.h"
 #include "base/Text.h"
+#include "platform/FileStore.h"
 
 namespace varnel {
 
@@ -29,8 +29,9 @@ QString deleteQuery(const QString &path)
 
 } // namespace
 
-DisabledItemsStore::DisabledItemsStore(const QString &supportFolder)
-    : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")}))
+DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files)
+    : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")})),
+      files(files)
 {
 }
 
@@ -39,15 +40,29 @@ const QString &DisabledItemsStore::path() const
     return storePath;
 }
 
+Result<Sqlite> DisabledItemsStore::openToWrite()
+{
+    if (const Result<void> ready = files.readyForDatabase(storePath); !ready)
+        return ready.error();
+    return Sqlite::open(storePath, Sqlite::Access::Create);
+}
+
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
     const std::function<bool(const QString &path)> &isListed)
 {
+    const QString query = QStringLiteral("SELECT * FROM users");
+    const auto logQuery = [&] {
+        varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
+    };
     // Reading makes no file; a store that is not there holds nothing.
+    if (!files.exists(storePath)) {
+        logQuery();
+        return {};
+    }
     Result<Sqlite> reader = Sqlite::open(storePath, Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
-    const QString query = QStringLiteral("SELECT * FROM users");
-    varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
+    logQuery();
     QStringList doubled;
     const Result<void> read = reader.value().select(query, 1, [&](const QStringList &texts) {
         if (isListed(texts[0]))
@@ -57,7 +72,7 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
     if (!read || doubled.isEmpty())
         return read;
 
-    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    Result<Sqlite> store = openToWrite();
     if (!store)
         return store.error();
     for (const QString &path : doubled)
@@ -69,7 +84,7 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
 Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,
                                                            const QString &backupFileName)
 {
-    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    Result<Sqlite> store = openToWrite();
     if (!store)
         return store.error();
     varnelLog(lcLoginItems, fillIn(u"Opened sqlite database at %@", {backupFileName}));
@@ -102,7 +117,7 @@ Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,
 
 Result<void> DisabledItemsStore::deleteDisabledLoginItemsData(const QString &path)
 {
-    Result<Sqlite> store = Sqlite::open(storePath, Sqlite::Access::Create);
+    Result<Sqlite> store = openToWrite();
     if (!store)
         return store.error();
     const QString query = deleteQuery(path);

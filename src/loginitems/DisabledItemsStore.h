@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/Sqlite.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,6 +10,8 @@
 
 namespace varnel {
 
+class FileStore;
+
 /// The applications that this program has taken out of the session's list: one SQLite table `users`
 /// with one column. Opened and closed for each operation. Values go into the statements as they
 /// are; each statement may do only its own verb on that table, and nothing behind its first
@@ -16,7 +19,8 @@ namespace varnel {
 class DisabledItemsStore {
 public:
     /// supportFolder ends in a slash; the doubled slash that results in the path is part of it.
-    explicit DisabledItemsStore(const QString &supportFolder);
+    /// `files`, which outlives this object, readies the database's place.
+    DisabledItemsStore(const QString &supportFolder, FileStore &files);
 
     [[nodiscard]] const QString &path() const;
 
@@ -31,7 +35,10 @@ public:
     Result<void> deleteDisabledLoginItemsData(const QString &path);
 
 private:
+    [[nodiscard]] Result<Sqlite> openToWrite();
+
     QString storePath;
+    FileStore &files;
 };
 
 } // namespace varnel

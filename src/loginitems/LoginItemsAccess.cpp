@@ -39,20 +39,21 @@ LoginItemsAccess::LoginItemsAccess(SessionLoginItems &session, DisabledItemsStor
 {
 }
 
-QList<LoginItemRow> LoginItemsAccess::readData()
+QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
 {
     QList<LoginItemRow> rows;
     QSet<QString> listed;
     if (const Result<QList<SessionLoginItem>> items = session.snapshot()) {
         for (const SessionLoginItem &item : items.value()) {
-            rows.append({item.name, item.path, true, item.icon});
+            const QString icon = item.icon.isEmpty() ? iconOf(item.path) : item.icon;
+            rows.append({item.name, item.path, true, icon});
             listed.insert(item.path);
         }
     }
     // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
     (void)store.readDisabledLoginItemsData([&](const QString &path) {
         if (listed.contains(path))
-            return true;
+            return reading == Reading::Clean;
         listed.insert(path);
         LoginItemRow row = newRow(path);
         row.enabled = false;
@@ -64,8 +65,13 @@ QList<LoginItemRow> LoginItemsAccess::readData()
 
 LoginItemRow LoginItemsAccess::newRow(const QString &path) const
 {
+    return {lastComponent(path), path, true, iconOf(path)};
+}
+
+QString LoginItemsAccess::iconOf(const QString &path) const
+{
     const QString icon = session.iconOf(path);
-    return {lastComponent(path), path, true, icon.isNull() ? bundleIconPath(files, path) : icon};
+    return icon.isNull() ? bundleIconPath(files, path) : icon;
 }
 
 Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool enabled,

@@ -30,9 +30,11 @@ public:
     LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store, InverseKeeper &keeper,
                      const FileReader &files);
 
-    /// Enabled items in the list's order, then the store's. What stands in both is taken out of the
-    /// store.
-    [[nodiscard]] QList<LoginItemRow> readData();
+    /// Clean takes what stands in both places out of the store, as the list shows it enabled;
+    /// LookOnly changes nothing.
+    enum class Reading { Clean, LookOnly };
+    /// Enabled items in the list's order, then the store's.
+    [[nodiscard]] QList<LoginItemRow> readData(Reading reading = Reading::Clean);
 
     /// The row of an application that is not in the list yet, ticked.
     [[nodiscard]] LoginItemRow newRow(const QString &path) const;
@@ -46,6 +48,7 @@ public:
     QString selectedBackupFileName;
 
 private:
+    [[nodiscard]] QString iconOf(const QString &path) const;
     Result<void> add(const QString &path, bool enabled);
     Result<void> remove(const QString &path, bool enabled);
     Result<void> enable(const QString &path);

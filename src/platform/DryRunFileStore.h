@@ -19,6 +19,8 @@ public:
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
+    /// Nothing is made.
+    Result<void> readyForDatabase(const QString &) override { return {}; }
 
     /// The files that would now differ from what they are, in the order of their first change.
     [[nodiscard]] const QStringList &changedPaths() const { return changed; }

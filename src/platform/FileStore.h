@@ -26,6 +26,12 @@ public:
     /// error names the file. Bytes equal to the old ones write nothing. The change function may be
     /// called once at most.
     [[nodiscard]] virtual Result<void> update(const QString &path, const Change &change) = 0;
+
+    /// Makes a place ready for a library that opens its database by path: where nothing stands, an
+    /// empty file (which is a valid empty database) is made as update() makes one. When the
+    /// process's user is not the home's owner, a place outside the home is NotPermitted, and so is
+    /// one with a journal beside it: the library would do what that journal says.
+    [[nodiscard]] virtual Result<void> readyForDatabase(const QString &path) = 0;
 };
 
 } // namespace varnel

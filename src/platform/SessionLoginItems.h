@@ -35,6 +35,9 @@ public:
     /// Removes every item whose path equals the given one. What is removed is kept first, so that
     /// inserting the path again brings it back; the text of a failure says where.
     virtual Result<void> removeEvery(const QString &path) = 0;
+
+    /// The file in which something of that application is kept; null when nothing is.
+    [[nodiscard]] virtual QString keptIn(const QString & /*path*/) const { return {}; }
 };
 
 } // namespace varnel

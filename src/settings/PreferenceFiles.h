@@ -36,6 +36,9 @@ public:
     PreferenceFiles(const PreferenceFiles &) = delete;
     PreferenceFiles &operator=(const PreferenceFiles &) = delete;
 
+    /// What it reads and writes through.
+    [[nodiscard]] FileStore &fileStore() const { return store; }
+
     /// The object's text; none when the key is missing. An object that is no string counts as
     /// present and gives "".
     [[nodiscard]] std::optional<QString> readStringPlistValue(const QString &path,

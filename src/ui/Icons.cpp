@@ -115,4 +115,16 @@ QIcon icon(const QString &resourceName)
     return QIcon(new PaletteIconEngine(resourceName)); // the icon owns it
 }
 
+QIcon onAccent(const QIcon &icon)
+{
+    QIcon result;
+    for (const int scale : {1, 2, 3}) {
+        const QSize size(Theme::listIconSize, Theme::listIconSize);
+        for (const QIcon::Mode mode : {QIcon::Selected, QIcon::Disabled})
+            result.addPixmap(icon.pixmap(size, scale, mode),
+                             mode == QIcon::Disabled ? mode : QIcon::Normal);
+    }
+    return result;
+}
+
 } // namespace varnel::Icons

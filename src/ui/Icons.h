@@ -10,4 +10,8 @@ namespace varnel::Icons {
 /// such drawing.
 [[nodiscard]] QIcon icon(const QString &resourceName);
 
+/// The icon for a ground in the accent, where it stands in the colouring that it has on a selected
+/// row.
+[[nodiscard]] QIcon onAccent(const QIcon &icon);
+
 } // namespace varnel::Icons

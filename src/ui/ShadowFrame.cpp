@@ -6,6 +6,18 @@
 
 namespace varnel {
 
+namespace {
+
+/// How much of the shadow is left at a distance from what throws it, in radii: half of it at the
+/// edge, as where a blurred edge lies, and nothing to be seen at the end.
+double shadowAt(double distance)
+{
+    constexpr double spread = 0.5;
+    return std::erfc(distance / (spread * std::sqrt(2.0))) / 2;
+}
+
+} // namespace
+
 ShadowFrame::ShadowFrame(QWidget *parent) : QWidget(parent) { }
 
 void ShadowFrame::setShadowColor(const QColor &shadowColor)
@@ -26,15 +38,15 @@ void ShadowFrame::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const int steps = int(std::ceil(radius));
-    for (int step = 0; step < steps; ++step) {
+    const QRectF inner = contentsRect();
+    // One ring for each pixel of the screen, so that the shadow is as soft at twice the scale.
+    const double step = 1 / devicePixelRatioF();
+    for (double distance = step / 2; distance < radius; distance += step) {
         QColor ring = color;
-        const double nearness = (step + 0.5) / steps; // 1 at the edge of what it holds
-        ring.setAlphaF(float(color.alphaF() * nearness * nearness));
-        painter.setPen(ring);
-        painter.drawRoundedRect(
-            QRectF(rect()).adjusted(step + 0.5, step + 0.5, -step - 0.5, -step - 0.5),
-            radius - step, radius - step);
+        ring.setAlphaF(float(color.alphaF() * shadowAt(distance / radius)));
+        painter.setPen(QPen(ring, step));
+        painter.drawRoundedRect(inner.adjusted(-distance, -distance, distance, distance), distance,
+                                distance);
     }
 }
 

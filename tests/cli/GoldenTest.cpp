@@ -1,5 +1,8 @@
 #include "cli/Varnelctl.h"
 
+#include <QDir>
+#include <QRegularExpression>
+
 #include <gtest/gtest.h>
 
 using namespace varnel::test;
@@ -28,6 +31,12 @@ const QList<Golden> goldens {
     {u"help-get.txt", {u"get"_qs, u"--help"_qs}},
     {u"help-set.txt", {u"set"_qs, u"--help"_qs}},
     {u"help-search.txt", {u"search"_qs, u"--help"_qs}},
+    {u"help-login-items.txt", {u"login-items"_qs, u"--help"_qs}},
+    {u"help-login-items-list.txt", {u"login-items"_qs, u"list"_qs, u"--help"_qs}},
+    {u"help-login-items-add.txt", {u"login-items"_qs, u"add"_qs, u"--help"_qs}},
+    {u"help-login-items-remove.txt", {u"login-items"_qs, u"remove"_qs, u"--help"_qs}},
+    {u"help-login-items-enable.txt", {u"login-items"_qs, u"enable"_qs, u"--help"_qs}},
+    {u"help-login-items-disable.txt", {u"login-items"_qs, u"disable"_qs, u"--help"_qs}},
     {u"list.txt", {u"list"_qs}},
     {u"list-safari.txt", {u"list"_qs, u"safari"_qs}},
     {u"list-general.json", {u"list"_qs, u"General"_qs, u"--json"_qs}},
@@ -56,7 +65,29 @@ const QList<Golden> goldens {
       u"1200=0;1;0;1"_qs, u"1400=画像"_qs, u"--json"_qs}},
     {u"set-nothing.txt", {u"set"_qs, u"dock-size=48"_qs}},
     {u"set-nothing.json", {u"set"_qs, u"dock-size=48"_qs, u"--json"_qs}},
+    {u"login-items-list.txt", {u"login-items"_qs, u"list"_qs, u"--home"_qs, u"HOME"_qs}},
+    {u"login-items-list.json",
+     {u"login-items"_qs, u"list"_qs, u"--json"_qs, u"--home"_qs, u"HOME"_qs}},
+    {u"login-items-add.txt",
+     {u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--home"_qs, u"HOME"_qs}},
+    {u"login-items-disable.txt",
+     {u"login-items"_qs, u"disable"_qs, u"/Applications/Mail.app"_qs, u"--home"_qs, u"HOME"_qs}},
+    {u"login-items-disable.json",
+     {u"login-items"_qs, u"disable"_qs, u"/Applications/Mail.app"_qs, u"--json"_qs, u"--home"_qs,
+      u"HOME"_qs}},
 };
+
+void installLoginItems(const TemporaryHome &home)
+{
+    const QString folder = home.path() + u"/.config/autostart/";
+    QDir().mkpath(folder);
+    writeFile(folder + u"mail.desktop",
+              "[Desktop Entry]\nType=Application\nName=Mail\n"
+              "Exec=/Applications/Mail.app/Contents/MacOS/Mail\n");
+    writeFile(folder + u"notes.desktop",
+              "[Desktop Entry]\nType=Application\nName=Notes \xe2\x80\x93 \xe7\x94\xbb\n"
+              "Exec=/opt/notes/bin/notes\n");
+}
 
 class GoldenTest : public TestWithParam<std::tuple<Golden, std::string, std::string>> { };
 
@@ -68,7 +99,10 @@ TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
     Varnelctl varnelctl(home);
     varnelctl.environment.insert(u"LC_ALL"_qs, QString::fromStdString(locale));
 
-    const Outcome outcome = varnelctl.run(golden.arguments);
+    installLoginItems(home);
+    QStringList arguments = golden.arguments;
+    arguments.replaceInStrings(QRegularExpression(u"^HOME$"_qs), home.path());
+    const Outcome outcome = varnelctl.run(arguments);
     EXPECT_EQ(outcome.status, golden.status) << outcome.err.toStdString();
     QByteArray out = outcome.out;
     out.replace(home.path().toUtf8(), "HOME");

@@ -9,7 +9,8 @@
 namespace varnel::test {
 
 /// Passes everything on to another store, writes down what was asked, and lets chosen operations
-/// fail in the other's place. Reads and updates are the operations; they are counted from 1.
+/// fail in the other's place. Reads, updates and readied databases are the operations; they are
+/// counted from 1.
 class FailingFileStore : public FileStore {
 public:
     explicit FailingFileStore(FileStore &store) : inner(store) { }
@@ -32,6 +33,12 @@ public:
         if (const std::optional<Error> error = begin(QStringLiteral("update "), path))
             return *error;
         return inner.update(path, change);
+    }
+    Result<void> readyForDatabase(const QString &path) override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("ready "), path))
+            return *error;
+        return inner.readyForDatabase(path);
     }
 
     mutable QStringList calls; ///< "read /path", "update /path", "exists /path"

@@ -87,6 +87,8 @@ Qt::ItemFlags LoginItemsModel::flags(const QModelIndex &index) const
 
 QVariant LoginItemsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == Enabled)
+        return int(Qt::AlignCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     switch (section) {

@@ -3,9 +3,11 @@
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "loginitems/views/LoginItemsModel.h"
 #include "platform/SessionLoginItems.h"
+#include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "ui/CaptionRow.h"
+#include "ui/CheckBoxCell.h"
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
@@ -15,6 +17,8 @@
 #include <QPointer>
 #include <QShortcut>
 
+#include <algorithm>
+
 #include "ui_LoginItemsView.h"
 
 namespace varnel {
@@ -22,8 +26,9 @@ namespace varnel {
 LoginItemsView::LoginItemsView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
       preferences(context.home.preferencesDirectory()),
-      store(Tools(context.home, context.folders, context.runner).pathForSupportFolder()),
-      backup(context.shared.backupFileName()),
+      store(Tools(context.home, context.folders, context.runner).pathForSupportFolder(),
+            context.files.fileStore()),
+      backup(context.shared.backupFileName(), context.files.fileStore()),
       access(context.host->loginItems, store, backup, context.host->files),
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
 {
@@ -44,8 +49,13 @@ void LoginItemsView::setUpTable()
     table->setModel(rows);
     Theme::makeList(table);
     auto *nameCell = new ImageAndTextCell(table);
+    // The names of rows without an icon stand in line with the others.
+    QPixmap nothing(Theme::listIconSize, Theme::listIconSize);
+    nothing.fill(Qt::transparent);
+    nameCell->setImage(std::make_shared<CellImage>(CellImage {QIcon(nothing), {}}));
     auto *pathCell = new ImageAndTextCell(table);
     pathCell->setElideMode(Qt::ElideMiddle);
+    table->setItemDelegateForColumn(LoginItemsModel::Enabled, new CheckBoxCell(table));
     table->setItemDelegateForColumn(LoginItemsModel::Name, nameCell);
     table->setItemDelegateForColumn(LoginItemsModel::Path, pathCell);
     table->setColumnWidth(LoginItemsModel::Enabled, 40);
@@ -58,7 +68,7 @@ void LoginItemsView::dressControls()
     ui->shadow->setShadowColor(QColor::fromRgbF(0.66F, 0.66F, 0.66F));
     ui->shadow->setBlurRadius(3.0);
     Theme::makeAccentButton(ui->saveButton);
-    ui->saveButton->setIcon(Icons::icon(QStringLiteral("Save")));
+    ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
     ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
     ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
     ui->addButton->setIcon(Icons::icon(QStringLiteral("Add")));
@@ -92,17 +102,17 @@ void LoginItemsView::connectControls()
 void LoginItemsView::placeFooter()
 {
     layout()->activate();
-    const int left = ui->shadow->x() + ui->tableView->x() - ui->footer->x();
+    const QRect list = ui->shadow->contentsRect().translated(ui->shadow->pos() - ui->footer->pos());
     const int height = layOutCaptionRow({{ui->saveButton, ui->saveLabel},
                                          {ui->cancelButton, ui->cancelLabel},
                                          {ui->viewButton, ui->viewLabel}},
-                                        left);
+                                        list.left());
     // The second group keeps the same rule, and ends where the list ends.
-    const int gapBetween = 15;
-    const int groupWidth =
-        ui->removeLabel->sizeHint().width() + gapBetween + ui->addLabel->sizeHint().width();
-    layOutCaptionRow({{ui->removeButton, ui->removeLabel}, {ui->addButton, ui->addLabel}},
-                     ui->footer->width() - groupWidth - Theme::gapSmall);
+    const QList<CaptionedButton> second {{ui->removeButton, ui->removeLabel},
+                                         {ui->addButton, ui->addLabel}};
+    layOutCaptionRow(second, 0);
+    const int end = std::max(ui->addLabel->geometry().right(), ui->addButton->geometry().right());
+    layOutCaptionRow(second, list.right() - end);
     ui->footer->setFixedHeight(height);
 }
 
@@ -154,6 +164,9 @@ void LoginItemsView::deleteAppFromLoginItem()
         return;
     const LoginItemRow item = rows->rows()[row];
     rows->removeRowAt(row);
+    // The selection moved on while the removed row was still counted.
+    tableViewSelectionDidChange();
+    tableViewSelected();
     showEmptyText();
     addDataToChangeDataList(LoginItemChange::Remove, item.path, item.enabled);
     enableSaveButton();

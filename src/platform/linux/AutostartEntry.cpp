@@ -97,10 +97,10 @@ QStringList commandWords(const QString &command)
     const Texts words(raw);
     QStringList list;
     for (char **word = words.get(); *word != nullptr; ++word) {
-        const QString text = QString::fromUtf8(*word);
+        QString text = QString::fromUtf8(*word);
         const bool isFieldCode = text.size() == 2 && text[0] == u'%' && text[1] != u'%';
         if (!isFieldCode)
-            list.append(text);
+            list.append(text.replace(u"%%"_qs, u"%"_qs));
     }
     return list;
 }

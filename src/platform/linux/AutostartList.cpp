@@ -139,12 +139,20 @@ QList<AutostartItem> readAutostartList(const AutostartFolders &folders, const Fi
         item.bytes = std::move(bytes).value();
         item.isLink = QFileInfo(at->file).isSymLink();
         item.entry = *std::move(entry);
-        const bool given = item.entry.ownPath.startsWith(u'/');
-        item.path = given ? item.entry.ownPath : sharedPath(item, folders, hostFiles);
-        if (item.path.isNull() || (!given && taken.contains(item.path)))
+        if (item.entry.ownPath.startsWith(u'/')) {
+            item.path = item.entry.ownPath;
+            taken.insert(item.path);
+        }
+        items.append(std::move(item));
+    }
+    // What was written into an entry is sure; the others give way to it, wherever they stand.
+    for (AutostartItem &item : items) {
+        if (!item.path.isNull())
+            continue;
+        item.path = sharedPath(item, folders, hostFiles);
+        if (item.path.isNull() || taken.contains(item.path))
             item.path = item.file;
         taken.insert(item.path);
-        items.append(std::move(item));
     }
     return items;
 }

@@ -33,8 +33,9 @@ struct AutostartItem {
 ///      ".app" bundle, or the program;
 ///   4. the entry's own file.
 /// A command with arguments is not its program's alone (two scripts of one interpreter are two
-/// items), so such an entry goes by its own file. Where rules 2 and 3 give two entries one path,
-/// the later goes by its own file too: no two entries share a path unless both were given it.
+/// items), so such an entry goes by its own file. Where rules 2 and 3 give an entry the path of
+/// another, the later goes by its own file too, and always gives way to rule 1: no two entries
+/// share a path unless both were given it.
 ///
 /// `userFiles` reads the user's folder, `hostFiles` the others.
 [[nodiscard]] QList<AutostartItem> readAutostartList(const AutostartFolders &folders,

@@ -8,6 +8,9 @@
 #include "platform/linux/SystemError.h"
 #include "platform/linux/TemporaryFile.h"
 
+#include <algorithm>
+#include <array>
+
 #include <fcntl.h>
 
 namespace varnel {
@@ -42,6 +45,24 @@ int createIn(const HomeFolder &home, const Place &place, const QByteArray &bytes
     if (!folder || ::fstat(folder.get(), &status) != 0)
         return errno;
     return createFile(place.folder, place.name, status, bytes);
+}
+
+bool isForeign(const HomeFolder &home)
+{
+    struct stat status { };
+    const FileDescriptor folder = openHome(home);
+    return !folder || ::fstat(folder.get(), &status) != 0 || status.st_uid != ::geteuid();
+}
+
+/// A journal can name any other file of the machine for removal.
+bool hasJournal(const Place &place)
+{
+    const std::array<const char *, 2> endings {"-journal", "-wal"};
+    return std::any_of(endings.begin(), endings.end(), [&](const char *ending) {
+        struct stat status { };
+        const QByteArray name = place.name + ending;
+        return ::fstatat(place.folder.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    });
 }
 
 } // namespace
@@ -122,6 +143,21 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
         return fail(path, error);
     finish(place, path, withoutLock);
     return {};
+}
+
+Result<void> LinuxFileStore::readyForDatabase(const QString &path)
+{
+    const Place place = walkPath(home, path);
+    if (place.error != 0)
+        return fail(path, place.error);
+    if (isForeign(home) && hasJournal(place))
+        return fail(path, EPERM);
+    if (place.status)
+        return {};
+    return update(path, [](const std::optional<QByteArray> &old) {
+        return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
+                   : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
+    });
 }
 
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)

@@ -36,6 +36,7 @@ public:
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
+    Result<void> readyForDatabase(const QString &path) override;
 
     /// The files that were changed without the folder's lock, because another run did not give it
     /// up in time. What that run changed meanwhile may be lost: worth telling the user.

@@ -218,6 +218,11 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     return changeOrder(names, false);
 }
 
+QString LinuxSessionLoginItems::keptIn(const QString &path) const
+{
+    return kept.entriesOf(path).isEmpty() ? QString() : kept.fileOf(path);
+}
+
 Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
 {
     const QString file = userFile(item.fileName);

@@ -32,6 +32,7 @@ public:
     QString applicationsFolder() const override;
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> removeEvery(const QString &path) override;
+    QString keptIn(const QString &path) const override;
 
 private:
     [[nodiscard]] QList<AutostartItem> items() const;

@@ -16,7 +16,7 @@ namespace varnel {
 
 Quillet::Quillet(const PageContext &context)
     : context(context), access(context.home, context.files, context.finderInfo),
-      backup(context.shared),
+      backup(context.shared, context.files.fileStore()),
       pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
               context.shared.restartFlags(), access, backup),
       viewContext {access, context.shared.restartFlags(), context.dialogs}

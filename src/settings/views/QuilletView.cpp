@@ -53,19 +53,6 @@ std::shared_ptr<Node> makeMenu()
     return root;
 }
 
-/// Upon the accent an icon stands in the colouring that it has on a selected row.
-QIcon onAccent(const QIcon &icon)
-{
-    QIcon result;
-    for (const int scale : {1, 2, 3}) {
-        const QSize size(Theme::listIconSize, Theme::listIconSize);
-        for (const QIcon::Mode mode : {QIcon::Selected, QIcon::Disabled})
-            result.addPixmap(icon.pixmap(size, scale, mode),
-                             mode == QIcon::Disabled ? mode : QIcon::Normal);
-    }
-    return result;
-}
-
 } // namespace
 
 QuilletView::QuilletView() : ui(std::make_unique<Ui::QuilletView>()), rootNode(makeMenu())
@@ -94,7 +81,7 @@ void QuilletView::dressControls()
     Theme::makeSearchField(ui->searchField);
     Theme::makeAccentButton(ui->saveButton);
     ui->mainScrollView->viewport()->setBackgroundRole(QPalette::Base);
-    ui->saveButton->setIcon(onAccent(Icons::icon(QStringLiteral("Save"))));
+    ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
     ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
     ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
     for (QLabel *line : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->changes1Label,

@@ -7,7 +7,7 @@ namespace varnel {
 
 Result<void> RunBackup::addDataToBackupFile(const ChangeRecord &record)
 {
-    return BackupWriter(shared.backupFileName()).addDataToBackupFile(record);
+    return BackupWriter(shared.backupFileName(), files).addDataToBackupFile(record);
 }
 
 } // namespace varnel

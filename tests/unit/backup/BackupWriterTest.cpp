@@ -1,5 +1,6 @@
 #include "backup/BackupWriter.h"
 
+#include "platform/linux/LinuxFileStore.h"
 #include "settings/PendingChanges.h"
 #include "support/LogCapture.h"
 #include "support/SettingsHome.h"
@@ -42,7 +43,8 @@ protected:
     TemporaryHome home;
     QString path = home.path() + u"/quillet1.sqlite";
     LogCapture log;
-    BackupWriter writer {path};
+    LinuxFileStore store {home.home()};
+    BackupWriter writer {path, store};
 };
 
 } // namespace
@@ -81,8 +83,8 @@ TEST_F(BackupWriterTest, ASettingSavedTwiceLeavesOneRowWithTheOldestValue)
 TEST_F(BackupWriterTest, ALaterWriterOfTheSameFileKeepsTheOldestValueToo)
 {
     ASSERT_TRUE(writer.addDataToBackupFile({1009, 2, u""_qs}).ok());
-    ASSERT_TRUE(BackupWriter(path).addDataToBackupFile({1009, 0, u""_qs}).ok());
-    ASSERT_TRUE(BackupWriter(path).addDataToBackupFile({1300, 3, u""_qs}).ok());
+    ASSERT_TRUE(BackupWriter(path, store).addDataToBackupFile({1009, 0, u""_qs}).ok());
+    ASSERT_TRUE(BackupWriter(path, store).addDataToBackupFile({1300, 3, u""_qs}).ok());
     EXPECT_EQ(rows(), (QStringList {u"1009|2||"_qs, u"1300|3||"_qs}));
 }
 
@@ -128,7 +130,8 @@ TEST_F(BackupWriterTest, ARowThatIsThereAlreadyEndsTheLogAtItsFinding)
 TEST_F(BackupWriterTest, AMissingFolderWritesNothingLogsNothingMoreAndIsTold)
 {
     const QString inMissing = home.path() + u"/none/quillet1.sqlite";
-    const Result<void> written = BackupWriter(inMissing).addDataToBackupFile({1009, 2, u""_qs});
+    const Result<void> written =
+        BackupWriter(inMissing, store).addDataToBackupFile({1009, 2, u""_qs});
     ASSERT_FALSE(written.ok());
     EXPECT_TRUE(written.error().text.contains(inMissing));
     EXPECT_EQ(logged(), QStringList {u"addDataToBackupFile (Quillet): "_qs + inMissing});

@@ -70,3 +70,8 @@ TEST(AutostartEntry, AHidingOneIsOff)
 {
     EXPECT_TRUE(parseAutostartEntry(hidingAutostartEntry())->off);
 }
+
+TEST(AutostartEntry, ADoubledPercentSignOfTheCommandIsOne)
+{
+    EXPECT_EQ(parse("Exec=\"/opt/100%% sure\" %f\n")->exec, QStringList {u"/opt/100% sure"_s});
+}

@@ -143,6 +143,34 @@ TEST_F(LoginItemsOfSession, TwoEntriesNeverShareAPathByAccident)
     EXPECT_EQ(paths(), (QStringList {u"/opt/same"_s, userFile("b.desktop")}));
 }
 
+TEST_F(LoginItemsOfSession, APathThatWasWorkedOutGivesWayToOneThatWasWrittenWhereverItStands)
+{
+    user("a.desktop", entry("/opt/same"));
+    user("b.desktop", entry("/opt/x", "X-Varnel-Path=/opt/same\n"));
+    EXPECT_EQ(paths(), (QStringList {userFile("a.desktop"), u"/opt/same"_s}));
+}
+
+TEST_F(LoginItemsOfSession, APathThatWasWrittenIntoTwoEntriesIsBoths)
+{
+    user("a.desktop", entry("/opt/x", "X-Varnel-Path=/opt/same\n"));
+    user("b.desktop", entry("/opt/y", "X-Varnel-Path=/opt/same\n"));
+    EXPECT_EQ(paths(), (QStringList {u"/opt/same"_s, u"/opt/same"_s}));
+    EXPECT_TRUE(list().removeEvery(u"/opt/same"_s)) << "every matching item goes";
+    EXPECT_TRUE(paths().isEmpty());
+    EXPECT_TRUE(list().insertAtEnd(u"/opt/same"_s));
+    EXPECT_EQ(paths(), (QStringList {u"/opt/same"_s, u"/opt/same"_s}));
+}
+
+TEST_F(LoginItemsOfSession, WhatIsKeptOfARemovedItemCanBeAskedForUntilItIsBack)
+{
+    user("clock.desktop", clockEntry);
+    EXPECT_TRUE(list().keptIn(u"/opt/clock"_s).isNull());
+    EXPECT_TRUE(list().removeEvery(u"/opt/clock"_s));
+    EXPECT_TRUE(QFile::exists(list().keptIn(u"/opt/clock"_s)));
+    EXPECT_TRUE(list().insertAtEnd(u"/opt/clock"_s));
+    EXPECT_TRUE(list().keptIn(u"/opt/clock"_s).isNull());
+}
+
 TEST_F(LoginItemsOfSession, WhatIsRemovedAndInsertedAgainIsTheSameByteForByte)
 {
     user("clock.desktop", clockEntry);

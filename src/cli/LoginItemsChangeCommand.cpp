@@ -1,0 +1,138 @@
+#include "cli/LoginItemsChangeCommand.h"
+
+#include "cli/LoginItemsSave.h"
+#include "cli/Outcome.h"
+#include "cli/SettingReport.h"
+#include "cli/TextWidth.h"
+#include "loginitems/PendingLoginItems.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+using Outcome = LoginItemsReport::Outcome;
+
+struct Words {
+    QString verb;
+    QString summary;
+    QString details;
+};
+
+Words wordsOf(LoginItemChange::Action action)
+{
+    const QString once = u"What is so already is left alone, and no backup file is made."_qs;
+    switch (action) {
+    case LoginItemChange::Add:
+        return {u"add"_qs, u"Adds an application to the login items, switched off"_qs,
+                u"The application goes among the items that are off. The next step is\n"
+                u"'varnelctl login-items enable PATH': only then does it open at login.\n"
+                u"PATH need not lead anywhere on this machine; a home folder can be prepared for\n"
+                u"another.\n"_qs
+                    + once};
+    case LoginItemChange::Remove:
+        return {u"remove"_qs, u"Takes an application out of the login items, on or off"_qs,
+                u"An entry of the session's list is kept by this program, and\n"
+                u"'varnelctl login-items enable PATH' brings it back as it was."_qs};
+    case LoginItemChange::Enable:
+        return {u"enable"_qs, u"Lets a login item open at login"_qs,
+                u"PATH is an item that is off, or one that this program took out of the session's\n"
+                u"list before: its entry comes back as it was.\n"_qs
+                    + once};
+    case LoginItemChange::Disable:
+        break;
+    }
+    return {u"disable"_qs, u"Keeps a login item from opening at login, and remembers it"_qs,
+            u"The entry is kept as it is; 'varnelctl login-items enable PATH' brings it back.\n"_qs
+                + once};
+}
+
+QByteArray document(const LoginItemsReport &report)
+{
+    QJsonArray changed;
+    if (report.outcome == Outcome::Changed)
+        changed.append(QJsonObject {
+            {u"path"_qs, report.change.path},
+            {u"action"_qs, loginItemActionString(report.change.actionId, report.change.path)}});
+    QJsonObject object {
+        {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
+        {u"changed"_qs, changed}};
+    QJsonArray failures;
+    for (const Error &error : report.failures)
+        failures.append(QJsonObject {{u"message"_qs, error.text}});
+    if (!failures.isEmpty())
+        object.insert(u"failures"_qs, failures);
+    return jsonDocument(object);
+}
+
+QString text(const LoginItemsReport &report, const Style &style)
+{
+    if (report.outcome == Outcome::Nothing)
+        return u"Nothing to change.\n"_qs;
+    if (report.outcome != Outcome::Changed)
+        return {};
+    const LoginItemChange &change = report.change;
+    Table table;
+    table.addHeading(u"Changed"_qs);
+    table.addRow({{loginItemActionString(change.actionId, change.path)}});
+    QString lines = table.text(style) + u'\n';
+    if (!report.backupFile.isNull())
+        lines += u"Way back: " + printable(report.backupFile) + u'\n';
+    if (change.actionId == LoginItemChange::Add)
+        lines += u"It does not open at login yet: 'login-items enable' is the next step.\n";
+    return lines;
+}
+
+void sayWhatFailed(const LoginItemsReport &report)
+{
+    for (const Error &error : report.failures)
+        Console::message(report.change.path + u": " + error.text);
+    if (report.outcome == Outcome::Halfway && !report.keptIn.isNull())
+        Console::message(report.change.path + u": taken out of the list and kept in "
+                         + report.keptIn + u"; 'login-items enable' brings it back");
+}
+
+} // namespace
+
+CommandInfo LoginItemsChangeCommand::info() const
+{
+    const Words words = wordsOf(action);
+    const QString name = u"login-items " + words.verb;
+    return {name,
+            words.summary,
+            words.details,
+            {{u"PATH"_qs, u"the application, as 'login-items list' shows it"_qs}},
+            {},
+            {name + u" /Applications/Mail.app",
+             name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};
+}
+
+ExitStatus LoginItemsChangeCommand::run(const Request &request, Console &console) const
+{
+    const QString typed = request.arguments.first();
+    if (typed.isEmpty())
+        return failure({ErrorCode::Invalid, u"PATH is empty"_qs});
+    const Result<HomeFolder> home = chosenHome(request);
+    if (!home)
+        return failure(home.error());
+
+    HomeSession session(home.value());
+    const Result<LoginItemsReport> saved =
+        saveLoginItem(session, action, typed, foldersToMake(home.value(), request));
+    if (!saved)
+        return failure(saved.error());
+    const LoginItemsReport &report = saved.value();
+    if (report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway)
+        console.noteWrite();
+    if (report.outcome == Outcome::Unknown)
+        Console::message(report.change.path + u": no login item"_qs);
+    sayWhatFailed(report);
+    if (request.has(u"json"_qs))
+        console.print(document(report));
+    else
+        console.print(text(report, console.style()));
+    return report.status();
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,150 @@
+#include "cli/LoginItemsSave.h"
+
+#include "backup/BackupReader.h"
+#include "cli/BackupFileOfRun.h"
+#include "cli/LoginItemsSession.h"
+#include "loginitems/PendingLoginItems.h"
+#include "platform/linux/LinuxStandardFolders.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <optional>
+
+namespace varnel::cli {
+
+namespace {
+
+using Outcome = LoginItemsReport::Outcome;
+
+enum class State { Absent, Off, On };
+
+std::optional<LoginItemRow> rowOf(const QList<LoginItemRow> &rows, const QString &path)
+{
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&](const LoginItemRow &each) { return each.path == path; });
+    return row == rows.end() ? std::nullopt : std::optional(*row);
+}
+
+State stateOf(const QList<LoginItemRow> &rows, const QString &path)
+{
+    const std::optional<LoginItemRow> row = rowOf(rows, path);
+    if (!row)
+        return State::Absent;
+    return row->enabled ? State::On : State::Off;
+}
+
+State wantedBy(LoginItemChange::Action action)
+{
+    switch (action) {
+    case LoginItemChange::Remove:
+        return State::Absent;
+    case LoginItemChange::Enable:
+        return State::On;
+    case LoginItemChange::Add:
+    case LoginItemChange::Disable:
+        break;
+    }
+    return State::Off;
+}
+
+QString chosenPath(const LoginItemsSession &items, const QList<LoginItemRow> &rows,
+                   const QString &typed)
+{
+    // A path may be listed in a form that nobody would type today.
+    if (rowOf(rows, typed) || !items.list().keptIn(typed).isNull())
+        return typed;
+    return QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
+}
+
+/// Whether there is anything to do; else why not.
+Outcome expected(const LoginItemsSession &items, LoginItemChange::Action action, State state,
+                 const QString &path)
+{
+    if (action == LoginItemChange::Add)
+        return state == State::Absent ? Outcome::Changed : Outcome::Nothing;
+    if (state == wantedBy(action) && action != LoginItemChange::Remove)
+        return Outcome::Nothing;
+    // What was removed can be enabled again, for it is still kept.
+    const bool comesBack = action == LoginItemChange::Enable && !items.list().keptIn(path).isNull();
+    return state == State::Absent && !comesBack ? Outcome::Unknown : Outcome::Changed;
+}
+
+Outcome reached(const QList<LoginItemRow> &before, const QList<LoginItemRow> &after,
+                const LoginItemChange &change)
+{
+    const State wanted = wantedBy(static_cast<LoginItemChange::Action>(change.actionId));
+    if (stateOf(after, change.path) == wanted)
+        return Outcome::Changed;
+    return after == before ? Outcome::Unchanged : Outcome::Halfway;
+}
+
+bool hasWayBack(const QString &backupFile, const QString &path)
+{
+    const Result<QList<BackupRow>> rows = readBackupRows(backupFile);
+    return rows && std::any_of(rows.value().begin(), rows.value().end(), [&](const BackupRow &row) {
+               return row.isLoginItem() && row.loginItemPath() == path;
+           });
+}
+
+void save(HomeSession &session, LoginItemsReport &report)
+{
+    const QString backupFile = backupFileOfRun(session.home());
+    LoginItemsSession items(session, backupFile);
+    // The page has read before it saves, and what it met twice is in one place since.
+    const QList<LoginItemRow> before = items.access().readData();
+    QList<LoginItemChange> changes;
+    PendingLoginItems pending(changes, items.access());
+    pending.addDataToChangeDataList(report.change.actionId, report.change.path,
+                                    report.change.isEnabled);
+    report.failures = pending.saveChanges();
+    report.outcome = reached(before, items.rows(), report.change);
+    // The item is where it shall be and its way back is kept. What failed beside that (what was
+    // removed stands in no store that enabling could take it from) is logged.
+    if (report.outcome == Outcome::Changed && hasWayBack(backupFile, report.change.path))
+        report.failures.clear();
+    if (QFileInfo::exists(backupFile))
+        report.backupFile = backupFile;
+    report.keptIn = items.list().keptIn(report.change.path);
+}
+
+} // namespace
+
+ExitStatus LoginItemsReport::status() const
+{
+    switch (outcome) {
+    case Outcome::Unknown:
+        return ExitStatus::Negative;
+    case Outcome::Unchanged:
+        return ExitStatus::Failed;
+    case Outcome::Halfway:
+        return ExitStatus::Partly;
+    case Outcome::Nothing:
+    case Outcome::Changed:
+        break;
+    }
+    return failures.isEmpty() ? ExitStatus::Done : ExitStatus::Partly;
+}
+
+Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
+                                       const QString &path, StandardFolders::Missing folders)
+{
+    LoginItemsSession items(session, {});
+    const QList<LoginItemRow> rows = items.rows();
+    LoginItemsReport report;
+    report.change.actionId = action;
+    report.change.path = chosenPath(items, rows, path);
+    const State state = stateOf(rows, report.change.path);
+    report.change.isEnabled = action == LoginItemChange::Remove && state == State::On;
+    report.outcome = expected(items, action, state, report.change.path);
+    if (report.outcome != Outcome::Changed)
+        return report;
+    LinuxStandardFolders standardFolders;
+    if (const Result<void> made = standardFolders.ensure(session.home(), folders); !made)
+        return made.error();
+    save(session, report);
+    return report;
+}
+
+} // namespace varnel::cli

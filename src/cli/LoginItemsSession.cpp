@@ -1,0 +1,23 @@
+#include "cli/LoginItemsSession.h"
+
+#include "cli/HomeSession.h"
+#include "shell/Tools.h"
+
+namespace varnel::cli {
+
+LoginItemsSession::LoginItemsSession(HomeSession &session, const QString &backupFile)
+    : sessionList(session.home(),
+                  session.home().own ? autostartFoldersOfSession(session.home())
+                                     : autostartFoldersOfHome(session.home()),
+                  Tools::supportFolderOf(session.home()), session.fileStore(), maker, files),
+      store(Tools::supportFolderOf(session.home()), session.fileStore()),
+      backup(backupFile, session.fileStore()), loginItems(sessionList, store, backup, files)
+{
+}
+
+QList<LoginItemRow> LoginItemsSession::rows()
+{
+    return loginItems.readData(LoginItemsAccess::Reading::LookOnly);
+}
+
+} // namespace varnel::cli
