@@ -2,9 +2,13 @@
 
 #include "cli/GetCommand.h"
 #include "cli/ListCommand.h"
+#include "cli/ListProcessesCommand.h"
+#include "cli/RevealProcessCommand.h"
 #include "cli/SearchCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
+#include "cli/SystemCommand.h"
+#include "cli/TerminateProcessCommand.h"
 
 namespace varnel::cli {
 
@@ -16,6 +20,11 @@ Commands makeCommands()
     commands.push_back(std::make_unique<GetCommand>());
     commands.push_back(std::make_unique<SetCommand>());
     commands.push_back(std::make_unique<SearchCommand>());
+    commands.push_back(std::make_unique<SystemCommand>());
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes"_qs));
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_qs));
+    commands.push_back(std::make_unique<RevealProcessCommand>());
+    commands.push_back(std::make_unique<TerminateProcessCommand>());
     return commands;
 }
 
