@@ -42,8 +42,8 @@ struct XmlPart {
 
 /// Whether the whole text, or the part, is well-formed and the listener had no objection.
 /// Declarations of entities and attributes are refused, so that nothing can expand and nothing is
-/// fetched; so are encodings other than XmlEncoding's. Linear in the size; needs little memory beyond
-/// the longest tag or comment.
+/// fetched; so are encodings other than XmlEncoding's. Linear in the size; needs little memory
+/// beyond the longest tag or comment.
 [[nodiscard]] bool parseXml(QByteArrayView file, XmlListener &listener);
 [[nodiscard]] bool parseXml(QByteArrayView file, const XmlPart &part, XmlEncoding encoding,
                             XmlListener &listener);

@@ -69,7 +69,8 @@ struct SettingRow {
     QList<Choice> choices {};
     int initialIndex = 0; ///< the control's choice before the first read
     bool caseSensitive = false; ///< string choices: how the stored text is compared
-    bool missingKeepsChoice = false; ///< reading leaves the control as it is when the key is missing
+    bool missingKeepsChoice =
+        false; ///< reading leaves the control as it is when the key is missing
     QString defaultAction {}; ///< sentence for -1 / "-1" of numbers and strings, where it differs
     QString otherAction {}; ///< sentence of every index without its own; for numbers and strings
                             ///< the format

@@ -144,7 +144,7 @@ bool VarnelStyle::drawSourceListPart(PrimitiveElement element, const QStyleOptio
                                         widget->hasFocus());
         return true;
     case PE_FrameFocusRect:
-        return option.state.testFlag(State_Selected); // the bar's colour says it
+        return true; // the bar says it, by its colour
     case PE_IndicatorBranch:
         return true;
     default:

@@ -34,5 +34,4 @@ struct AutostartEntry {
 /// The bytes with the application's path in our own key, everything else as it is.
 [[nodiscard]] QByteArray withOwnPath(const QByteArray &bytes, const QString &applicationPath);
 
-
 } // namespace varnel

@@ -88,7 +88,8 @@ QString LinuxSessionLoginItems::applicationsFolder() const
     const QString bundles = QStringLiteral("/Applications");
     if (QFileInfo(bundles).isDir())
         return bundles;
-    for (auto folder = folders.applications.crbegin(); folder != folders.applications.crend(); ++folder) {
+    for (auto folder = folders.applications.crbegin(); folder != folders.applications.crend();
+         ++folder) {
         if (QFileInfo(*folder).isDir())
             return *folder;
     }
