@@ -44,6 +44,8 @@ QList<BackupEntry> listBackups(const QString &folder)
 
 QString creationText(const QDateTime &createdDate)
 {
+    if (!createdDate.isValid())
+        return {};
     return createdDate.toString(u"yyyy-MM-dd HH:mm:ss") + u" +0000";
 }
 

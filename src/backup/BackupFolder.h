@@ -10,7 +10,7 @@ namespace varnel {
 struct BackupEntry {
     QString name; ///< without its folder
     QDateTime createdDate; ///< the file system's birth time, or the modification time where there
-                           ///< is none; UTC
+                           ///< is none; UTC; invalid where a link leads nowhere
 
     bool operator==(const BackupEntry &) const = default;
 };
@@ -20,7 +20,7 @@ struct BackupEntry {
 /// read.
 [[nodiscard]] QList<BackupEntry> listBackups(const QString &folder);
 
-/// "2026-11-21 09:30:00 +0000".
+/// "2026-11-21 09:30:00 +0000"; null for a link that leads nowhere, which has no date.
 [[nodiscard]] QString creationText(const QDateTime &createdDate);
 
 // The direction flag is named against its effect: true sorts ascending, false descending.

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include <cstring>
+#include <utility>
 
 #include <sqlite3.h>
 
@@ -13,6 +14,8 @@ namespace {
 
 /// No value that this program writes comes near it; a hostile one must not fill the memory.
 constexpr int largestValue = 1 << 20;
+/// The same for all values together: a small file can be made to give out very much.
+constexpr qint64 largestAnswer = qint64(64) << 20;
 
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -21,7 +24,7 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 bool isUsers(const char *name)
 {
-    return name != nullptr && std::strcmp(name, "users") == 0;
+    return sqlite3_stricmp(name, "users") == 0;
 }
 
 bool isSchema(const char *name)
@@ -125,14 +128,28 @@ QString columnText(sqlite3_stmt *statement, int column)
                             : QString::fromUtf8(reinterpret_cast<const char *>(bytes));
 }
 
-QStringList rowTexts(sqlite3_stmt *statement)
+QStringList rowTexts(sqlite3_stmt *statement, int columns)
 {
     QStringList texts;
-    const int count = sqlite3_column_count(statement);
-    texts.reserve(count);
-    for (int column = 0; column < count; ++column)
+    texts.reserve(columns);
+    for (int column = 0; column < columns; ++column)
         texts.append(columnText(statement, column));
     return texts;
+}
+
+/// What a row weighs, however little is in it.
+qint64 sizeOf(const QStringList &texts)
+{
+    constexpr qint64 ofRow = 64;
+    qint64 size = ofRow;
+    for (const QString &text : texts)
+        size += text.size();
+    return size;
+}
+
+Error errorOf(sqlite3 *database)
+{
+    return {ErrorCode::Unloadable, QString::fromUtf8(sqlite3_errmsg(database))};
 }
 
 } // namespace
@@ -142,11 +159,36 @@ void Sqlite::Close::operator()(sqlite3 *database) const
     sqlite3_close(database);
 }
 
-Sqlite::Sqlite(sqlite3 *database) : database(database) { }
+Sqlite::Sqlite(Handle database, std::optional<PrivateCopy> copy)
+    : copy(std::move(copy)), database(std::move(database))
+{
+}
 
 Error Sqlite::lastError() const
 {
-    return {ErrorCode::Unloadable, QString::fromUtf8(sqlite3_errmsg(database.get()))};
+    return errorOf(database.get());
+}
+
+Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
+{
+    sqlite3 *raw = nullptr;
+    const int outcome = sqlite3_open_v2(QFile::encodeName(path).constData(), &raw, flags, nullptr);
+    Handle opened(raw);
+    if (outcome != SQLITE_OK)
+        return errorOf(raw);
+    defend(raw);
+    return opened;
+}
+
+Result<Sqlite> Sqlite::openCopy(const QString &path)
+{
+    Result<PrivateCopy> copy = PrivateCopy::of(path);
+    if (!copy)
+        return copy.error();
+    Result<Handle> opened = connect(copy.value().path(), SQLITE_OPEN_READWRITE);
+    if (!opened)
+        return opened.error();
+    return Sqlite(std::move(opened).value(), std::move(copy).value());
 }
 
 Result<Sqlite> Sqlite::open(const QString &path, Access access)
@@ -157,15 +199,18 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access)
         return Error {ErrorCode::NotAFile, QStringLiteral("not a regular file")};
     if (access == Access::ReadOnly && !file.exists())
         return Error {ErrorCode::NotFound, QStringLiteral("no such file")};
-    const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY
-                                                 : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    sqlite3 *raw = nullptr;
-    const int outcome = sqlite3_open_v2(QFile::encodeName(path).constData(), &raw, flags, nullptr);
-    Sqlite opened(raw);
-    if (outcome != SQLITE_OK)
-        return opened.lastError();
-    defend(raw);
-    return opened;
+    if (const Result<void> sound = checkCompanions(path); !sound)
+        return sound.error();
+    if (access == Access::ReadOnly && hasUnfinishedBusiness(path))
+        return openCopy(path);
+
+    Result<Handle> opened =
+        connect(path,
+                access == Access::ReadOnly ? SQLITE_OPEN_READONLY
+                                           : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    if (!opened)
+        return opened.error();
+    return Sqlite(std::move(opened).value());
 }
 
 Result<void> Sqlite::run(const QString &sql, Verb verb)
@@ -194,8 +239,13 @@ Result<void> Sqlite::select(const QString &sql, int columns,
     if (prepared)
         prepared();
     int step = SQLITE_ROW;
+    qint64 answered = 0;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
-        if (!row(rowTexts(statement.get())))
+        const QStringList texts = rowTexts(statement.get(), columns);
+        answered += sizeOf(texts);
+        if (answered > largestAnswer)
+            return Error {ErrorCode::Unloadable, QStringLiteral("too much data in users")};
+        if (!row(texts))
             return {};
     }
     if (step != SQLITE_DONE)

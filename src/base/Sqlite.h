@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/UntouchedDatabase.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 struct sqlite3;
 
@@ -22,11 +24,15 @@ class Sqlite {
 public:
     enum class Access {
         Create, ///< reads and writes; the file is made when it is missing
-        ReadOnly, ///< a file of unknown origin: never made, never written, its triggers, views and
-                  ///< functions unused
+        ReadOnly, ///< a file of unknown origin: never made, never written, nothing made or deleted
+                  ///< beside it; its triggers, views and unsafe functions unused
     };
     /// NotFound, NotAFile, or Unloadable with the library's text. A database may open and fail at
     /// its first statement.
+    ///
+    /// A read-only database is read in its place, under the library's lock. Where that would change
+    /// what stands beside it (a journal that a killed writer left, a write-ahead log), a private
+    /// copy is read instead: what was begun is undone or finished there, and here stays as it is.
     static Result<Sqlite> open(const QString &path, Access access);
 
     enum class Verb { CreateTable, Insert, Delete };
@@ -34,8 +40,9 @@ public:
     Result<void> run(const QString &sql, Verb verb);
 
     /// Steps a SELECT on `users` and hands each row's columns as text (null columns as empty text)
-    /// to `row` until that answers false. At least `columns` columns, else Unloadable. `prepared`
-    /// is called before the first step, and not when the statement can't be made.
+    /// to `row` until that answers false: the first `columns` of them; a table with fewer is
+    /// Unloadable, and so is one that gives out more than any file of this program could hold.
+    /// `prepared` is called before the first step, and not when the statement can't be made.
     Result<void> select(const QString &sql, int columns,
                         const std::function<bool(const QStringList &)> &row,
                         const std::function<void()> &prepared = {});
@@ -44,10 +51,14 @@ private:
     struct Close {
         void operator()(sqlite3 *database) const;
     };
-    explicit Sqlite(sqlite3 *database);
+    using Handle = std::unique_ptr<sqlite3, Close>;
+    explicit Sqlite(Handle database, std::optional<PrivateCopy> copy = {});
+    static Result<Handle> connect(const QString &path, int flags);
+    static Result<Sqlite> openCopy(const QString &path);
     [[nodiscard]] Error lastError() const;
 
-    std::unique_ptr<sqlite3, Close> database;
+    std::optional<PrivateCopy> copy; ///< outlives the connection to it
+    Handle database;
 };
 
 } // namespace varnel

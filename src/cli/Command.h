@@ -24,6 +24,7 @@ struct OptionInfo {
     QString name; ///< without the dashes
     QString valueName; ///< null for a switch
     QString help;
+    bool many = false; ///< one or more values, up to the next option
 };
 
 /// Everything that the parser and the help texts know of a command.

@@ -18,6 +18,8 @@ void addOptions(CLI::App &app, const QList<OptionInfo> &options)
         const std::string name = "--" + option.name.toStdString();
         if (option.valueName.isNull())
             app.add_flag(name)->disable_flag_override();
+        else if (option.many)
+            app.add_option(name)->take_all()->allow_extra_args(true);
         else
             app.add_option(name)->take_all()->expected(1)->allow_extra_args(false);
     }

@@ -38,7 +38,8 @@ QList<Entry> entriesOf(const QList<OptionInfo> &options)
     for (const OptionInfo &option : options) {
         const QString value =
             option.valueName.isNull() ? QString() : QString(u' ' + option.valueName);
-        entries.append({u"--" + option.name + value, option.help});
+        const QStringView more = option.many ? u"..." : u"";
+        entries.append({u"--" + option.name + value + more, option.help});
     }
     return entries;
 }

@@ -1,5 +1,9 @@
 #include "cli/Registry.h"
 
+#include "cli/BackupsDeleteCommand.h"
+#include "cli/BackupsListCommand.h"
+#include "cli/BackupsRestoreCommand.h"
+#include "cli/BackupsShowCommand.h"
 #include "cli/GetCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/LoginItemsChangeCommand.h"
@@ -31,6 +35,10 @@ Commands makeCommands()
     commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_qs));
     commands.push_back(std::make_unique<RevealProcessCommand>());
     commands.push_back(std::make_unique<TerminateProcessCommand>());
+    commands.push_back(std::make_unique<BackupsListCommand>());
+    commands.push_back(std::make_unique<BackupsShowCommand>());
+    commands.push_back(std::make_unique<BackupsRestoreCommand>());
+    commands.push_back(std::make_unique<BackupsDeleteCommand>());
     return commands;
 }
 

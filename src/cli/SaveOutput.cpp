@@ -6,8 +6,6 @@
 #include "cli/ValueText.h"
 #include "settings/Catalogue.h"
 
-#include <QJsonArray>
-
 namespace varnel::cli {
 
 namespace {
@@ -43,14 +41,28 @@ QJsonObject failureObject(const SaveFailure &failure)
 
 } // namespace
 
+QJsonArray changeObjects(const QList<SavedChange> &changes)
+{
+    QJsonArray objects;
+    for (const SavedChange &change : changes)
+        objects.append(changeObject(change));
+    return objects;
+}
+
+void addChanges(Table &table, const QList<SavedChange> &changes)
+{
+    for (const SavedChange &change : changes)
+        table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
+                      {change.row->name},
+                      {labelText(*change.row, change.newValue), Table::Look::Strong},
+                      {u"was: " + labelText(*change.row, change.oldValue), Table::Look::Quiet}});
+}
+
 QJsonObject saveObject(const SaveReport &report)
 {
-    QJsonArray changed;
-    for (const SavedChange &change : report.changes)
-        changed.append(changeObject(change));
     QJsonObject object {
         {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
-        {u"changed"_qs, changed},
+        {u"changed"_qs, changeObjects(report.changes)},
         {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))}};
     QJsonArray failures;
     for (const SaveFailure &failure : report.failures)
@@ -66,11 +78,7 @@ QString saveText(const SaveReport &report, const Style &style)
         return report.failures.isEmpty() ? u"Nothing to change.\n"_qs : QString();
     Table table;
     table.addHeading(u"Changed"_qs);
-    for (const SavedChange &change : report.changes)
-        table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
-                      {change.row->name},
-                      {labelText(*change.row, change.newValue), Table::Look::Strong},
-                      {u"was: " + labelText(*change.row, change.oldValue), Table::Look::Quiet}});
+    addChanges(table, report.changes);
     QString text = table.text(style);
     if (!report.backupFile.isNull())
         text += u"\nOld values: " + printable(report.backupFile) + u'\n';

@@ -3,10 +3,16 @@
 #include "cli/Save.h"
 #include "cli/Table.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QStringList>
 
 namespace varnel::cli {
+
+/// Each change with its number, old and new value, and the new one in words.
+[[nodiscard]] QJsonArray changeObjects(const QList<SavedChange> &changes);
+/// The same for people, a row a change.
+void addChanges(Table &table, const QList<SavedChange> &changes);
 
 /// What a save did, for scripts; "failures" is there only when there are any.
 [[nodiscard]] QJsonObject saveObject(const SaveReport &report);

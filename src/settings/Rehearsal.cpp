@@ -11,7 +11,6 @@ Rehearsal::Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &
 Result<bool> Rehearsal::wouldChange(const SettingRow &row, const SettingValue &value)
 {
     const int before = store.changes() + finderInfo.changes();
-    RestartFlags flags; // nothing restarts for a try
     if (const Result<void> written = access.write(row, value, flags); !written)
         return written.error();
     return store.changes() + finderInfo.changes() > before;

@@ -35,6 +35,11 @@ QString Tools::supportFolderOf(const HomeFolder &home)
     return home.path + u"/Library/Application Support/Varnel/";
 }
 
+QString Tools::backupFolderOf(const HomeFolder &home)
+{
+    return supportFolderOf(home) + u"Backup/";
+}
+
 QString Tools::pathForSupportFolder() const
 {
     return ensured(supportFolderOf(home));
@@ -42,7 +47,7 @@ QString Tools::pathForSupportFolder() const
 
 QString Tools::pathForBackupFolder() const
 {
-    return ensured(home.path + u"/Library/Application Support/Varnel/Backup/");
+    return ensured(backupFolderOf(home));
 }
 
 QString Tools::pathForDataFile() const

@@ -21,6 +21,9 @@ public:
     /// never those above it; the path comes back whether that worked or not.
     [[nodiscard]] QString pathForSupportFolder() const;
 
+    /// ".../Varnel/Backup/", whether it is there or not.
+    [[nodiscard]] static QString backupFolderOf(const HomeFolder &home);
+
     /// The same for ".../Varnel/Backup/": on a first run it can be made only after the support
     /// folder.
     [[nodiscard]] QString pathForBackupFolder() const;

@@ -36,6 +36,7 @@ void RestoreBackupInfoWindow::updateLabel()
 
 void RestoreBackupInfoWindow::readBackupFile(const QString &path)
 {
+    setRows({});
     const Result<QList<BackupRow>> rows = readBackupRows(path);
     if (!rows) {
         varnelLog(lcIo, rows.error().text);

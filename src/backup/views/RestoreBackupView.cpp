@@ -102,24 +102,42 @@ QString RestoreBackupView::backupFolder() const
 
 void RestoreBackupView::reloadData()
 {
-    const auto nameAt = [this](int row) { return theFileNames->entries()[row].name; };
-    QStringList selected;
+    QSet<QString> selected;
     for (const int row : selectedRows())
-        selected.append(nameAt(row));
+        selected.insert(nameAt(row));
     const int currentRow = ui->tableView->currentIndex().row();
     const QString current = currentRow < 0 ? QString() : nameAt(currentRow);
-
     getBackupFiles();
-    QItemSelectionModel *selection = ui->tableView->selectionModel();
-    for (int row = 0; row < theFileNames->rowCount(); ++row) {
-        const QModelIndex index = theFileNames->index(row, 0);
-        if (nameAt(row) == current)
-            selection->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-        if (selected.contains(nameAt(row)))
-            selection->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
+    select(selected, current);
     showEmptyText();
     setButtonsStatus();
+}
+
+/// As one selection of few ranges: thousands of files selected one by one would be slow.
+void RestoreBackupView::select(const QSet<QString> &names, const QString &current)
+{
+    QItemSelectionModel *selection = ui->tableView->selectionModel();
+    const auto at = [this](int row) { return theFileNames->index(row, 0); };
+    const int count = theFileNames->rowCount();
+    QItemSelection ranges;
+    int first = -1;
+    for (int row = 0; row <= count; ++row) {
+        const bool selected = row < count && names.contains(nameAt(row));
+        if (selected && first < 0)
+            first = row;
+        if (!selected && first >= 0)
+            ranges.select(at(first), at(row - 1));
+        if (!selected)
+            first = -1;
+        if (row < count && nameAt(row) == current)
+            selection->setCurrentIndex(at(row), QItemSelectionModel::NoUpdate);
+    }
+    selection->select(ranges, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
+
+const QString &RestoreBackupView::nameAt(int row) const
+{
+    return theFileNames->entries()[row].name;
 }
 
 void RestoreBackupView::getBackupFiles()
@@ -175,7 +193,7 @@ int RestoreBackupView::selectedRow() const
 
 void RestoreBackupView::setButtonsStatus()
 {
-    const bool selected = selectedRow() >= 0;
+    const bool selected = ui->tableView->selectionModel()->hasSelection();
     ui->restoreButton->setEnabled(selected);
     ui->deleteButton->setEnabled(selected);
     ui->infoButton->setEnabled(selected);
@@ -193,7 +211,7 @@ void RestoreBackupView::restoreBackupFiles()
         return;
     // Taken down first: what happens while the file is played must not change what is deleted.
     const QList<int> rows = selectedRows();
-    const QString path = fillIn(u"%@%@", {backupFolder(), theFileNames->entries()[row].name});
+    const QString path = fillIn(u"%@%@", {backupFolder(), nameAt(row)});
     varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
     if (play(path))
         deleteRows(rows);
@@ -216,7 +234,7 @@ void RestoreBackupView::deleteSelectedFilesAfterAsking()
     if (row < 0 || row >= theFileNames->rowCount())
         return;
     const QString question = selectedRows().size() == 1
-        ? fillIn(u"Are you sure you want to delete %@?", {theFileNames->entries()[row].name})
+        ? fillIn(u"Are you sure you want to delete %@?", {nameAt(row)})
         : QStringLiteral("Are you sure you want to delete selected backup files");
     context.dialogs.showAlert(this,
                               {QStringLiteral("Delete Backup File"),
@@ -244,7 +262,7 @@ void RestoreBackupView::deleteRows(const QList<int> &rows)
 {
     const QString folder = backupFolder();
     for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
-        const QString path = fillIn(u"%@%@", {folder, theFileNames->entries()[*row].name});
+        const QString path = fillIn(u"%@%@", {folder, nameAt(*row)});
         varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
         if (!QFile::remove(path))
             varnelLog(lcIo, path + u": could not be deleted");
@@ -260,7 +278,7 @@ void RestoreBackupView::showRestoreInfoWindow()
     const int row = selectedRow();
     if (row < 0 || row >= theFileNames->rowCount())
         return;
-    context.shared.setSelectedBackupFileName(theFileNames->entries()[row].name);
+    context.shared.setSelectedBackupFileName(nameAt(row));
     varnelLog(lcBackup, fillIn(u"%@", {context.shared.selectedBackupFileName()}));
     if (restoreBackupInfoWindow == nullptr)
         restoreBackupInfoWindow = new RestoreBackupInfoWindow(context, window());

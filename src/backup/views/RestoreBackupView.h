@@ -3,6 +3,7 @@
 #include "ui/PageContext.h"
 #include "ui/SortFlag.h"
 
+#include <QSet>
 #include <QWidget>
 
 #include <memory>
@@ -49,6 +50,8 @@ private:
     void connectControls();
     void placeFooter();
     void getBackupFiles();
+    void select(const QSet<QString> &names, const QString &current);
+    [[nodiscard]] const QString &nameAt(int row) const;
     void showSortIndicator(int column);
     void showEmptyText();
     [[nodiscard]] QString backupFolder() const;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QString>
+
+#include <memory>
+
+class QTemporaryDir;
+
+namespace varnel {
+
+// A database file is more than one file: beside it may stand what its last writer left behind, and
+// the library acts on that without being asked.
+
+/// Whether what stands beside the database may be acted upon. NotAFile when a journal's place is
+/// taken by something that a reader would wait for or follow elsewhere. Unloadable when a journal
+/// speaks of further files: the library would delete those once it has rolled back.
+[[nodiscard]] Result<void> checkCompanions(const QString &path);
+
+/// Whether the library might make, change or delete files beside this one by merely reading it: it
+/// keeps a write-ahead log, or a log or journal stands there. (For root, looking at a journal gives
+/// that to the database's owner.)
+[[nodiscard]] bool hasUnfinishedBusiness(const QString &path);
+
+/// A copy of a database and of what its last writer left beside it, in a folder that only this user
+/// can read; gone with the object. There the library may finish what was begun.
+class PrivateCopy {
+public:
+    /// Unloadable for what is larger than any file of this program's, and for what somebody was
+    /// writing meanwhile.
+    static Result<PrivateCopy> of(const QString &path);
+    PrivateCopy(PrivateCopy &&other) noexcept;
+    PrivateCopy &operator=(PrivateCopy &&other) noexcept;
+    ~PrivateCopy();
+
+    [[nodiscard]] QString path() const;
+
+private:
+    explicit PrivateCopy(std::unique_ptr<QTemporaryDir> folder);
+
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+} // namespace varnel

@@ -1,0 +1,51 @@
+#include "cli/Backups.h"
+
+#include "backup/BackupReader.h"
+#include "platform/linux/PathWalk.h"
+#include "shell/Tools.h"
+
+#include <algorithm>
+
+#include <cerrno>
+
+namespace varnel::cli {
+
+QList<BackupEntry> backupsOf(const HomeFolder &home)
+{
+    QList<BackupEntry> entries = listBackups(Tools::backupFolderOf(home));
+    constexpr bool ascending = true; // the flag is named against its effect
+    sortByName(entries, ascending);
+    return entries;
+}
+
+Result<QString> backupPath(const HomeFolder &home, const QString &name)
+{
+    if (name.contains(u'/'))
+        return Error {ErrorCode::Invalid,
+                      u'\'' + name + u"' is no name of a backup file; 'backups list' names them"};
+    const QString folder = Tools::backupFolderOf(home);
+    const QString path = folder + name;
+    const QList<BackupEntry> entries = listBackups(folder);
+    const bool listed = std::any_of(entries.begin(), entries.end(),
+                                    [&](const BackupEntry &entry) { return entry.name == name; });
+    if (!listed)
+        return Error {ErrorCode::NotFound, path + u": no such backup file"};
+    if (walkPath(home, path).error == EXDEV)
+        return Error {ErrorCode::NotPermitted, path + u": a link leads out of the home"};
+    return path;
+}
+
+Result<QList<BackupRow>> backupRows(const HomeFolder &home, const QString &name)
+{
+    const Result<QString> path = backupPath(home, name);
+    if (!path)
+        return path.error();
+    return readBackupRows(path.value());
+}
+
+ParameterInfo backupParameter(ParameterInfo::Count count)
+{
+    return {u"NAME"_qs, u"name of a backup file, as 'backups list' shows it"_qs, count};
+}
+
+} // namespace varnel::cli

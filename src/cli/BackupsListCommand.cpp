@@ -1,0 +1,56 @@
+#include "cli/BackupsListCommand.h"
+
+#include "cli/Backups.h"
+#include "cli/Outcome.h"
+#include "cli/SettingReport.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+QJsonObject listObject(const QList<BackupEntry> &entries)
+{
+    QJsonArray backups;
+    for (const BackupEntry &entry : entries)
+        backups.append(QJsonObject {{u"name"_qs, entry.name},
+                                    {u"createdDate"_qs, creationText(entry.createdDate)}});
+    return {{u"backups"_qs, backups}};
+}
+
+QString listText(const QList<BackupEntry> &entries, const Style &style)
+{
+    Table table;
+    for (const BackupEntry &entry : entries)
+        table.addRow({{entry.name}, {creationText(entry.createdDate), Table::Look::Quiet}});
+    return entries.isEmpty() ? u"No backup files yet: one is made at the first save.\n"_qs
+                             : table.text(style);
+}
+
+} // namespace
+
+CommandInfo BackupsListCommand::info() const
+{
+    return {u"backups list"_qs,
+            u"Lists the backup files"_qs,
+            {},
+            {},
+            {},
+            {u"backups list"_qs, u"backups list --json --home /mnt/disk/Users/anna"_qs}};
+}
+
+ExitStatus BackupsListCommand::run(const Request &request, Console &console) const
+{
+    const Result<HomeFolder> home = chosenHome(request);
+    if (!home)
+        return failure(home.error());
+    const QList<BackupEntry> entries = backupsOf(home.value());
+    if (request.has(u"json"_qs))
+        console.print(jsonDocument(listObject(entries)));
+    else
+        console.print(listText(entries, console.style()));
+    return ExitStatus::Done;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,83 @@
+#include "cli/BackupsShowCommand.h"
+
+#include "backup/Playback.h"
+#include "cli/Backups.h"
+#include "cli/Outcome.h"
+#include "cli/SettingReport.h"
+#include "settings/Catalogue.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+BackupLine lineOf(const BackupRow &row)
+{
+    return describeRow(row, [](int settingId, int value, const QString &extra) {
+        const SettingRow *setting = findSetting(settingId);
+        return setting == nullptr
+            ? QStringList()
+            : QStringList {locationString(*setting), shortLocationString(*setting),
+                           actionString(*setting, {value, extra})};
+    });
+}
+
+QJsonObject contentsObject(const QString &name, const QList<BackupRow> &rows)
+{
+    QJsonArray array;
+    for (const BackupRow &row : rows) {
+        const BackupLine line = lineOf(row);
+        array.append(QJsonObject {{u"id"_qs, row.id},
+                                  {u"value1"_qs, row.value1},
+                                  {u"value2"_qs, row.value2},
+                                  {u"value3"_qs, row.value3},
+                                  {u"location"_qs, line.location},
+                                  {u"description"_qs, line.description}});
+    }
+    return {{u"name"_qs, name}, {u"rows"_qs, array}};
+}
+
+QString contentsText(const QList<BackupRow> &rows, const Style &style)
+{
+    Table table;
+    for (const BackupRow &row : rows) {
+        const BackupLine line = lineOf(row);
+        table.addRow({{QString::number(row.id), Table::Look::Quiet},
+                      {line.location},
+                      {line.description, Table::Look::Strong}});
+    }
+    return rows.isEmpty() ? u"This file holds no changes that can be undone.\n"_qs
+                          : table.text(style);
+}
+
+} // namespace
+
+CommandInfo BackupsShowCommand::info() const
+{
+    return {u"backups show"_qs,
+            u"Shows what restoring a backup file would do"_qs,
+            u"A row of a setting that this program does not know stands without words; restoring\n"
+            u"skips it."_qs,
+            {backupParameter()},
+            {},
+            {u"backups show quillet1.sqlite"_qs, u"backups show quillet1.sqlite --json"_qs}};
+}
+
+ExitStatus BackupsShowCommand::run(const Request &request, Console &console) const
+{
+    const Result<HomeFolder> home = chosenHome(request);
+    if (!home)
+        return failure(home.error());
+    const QString &name = request.arguments.first();
+    const Result<QList<BackupRow>> rows = backupRows(home.value(), name);
+    if (!rows)
+        return failure(rows.error());
+    if (request.has(u"json"_qs))
+        console.print(jsonDocument(contentsObject(name, rows.value())));
+    else
+        console.print(contentsText(rows.value(), console.style()));
+    return ExitStatus::Done;
+}
+
+} // namespace varnel::cli

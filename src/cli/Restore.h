@@ -1,0 +1,34 @@
+#pragma once
+
+#include "backup/BackupRow.h"
+#include "cli/ExitStatus.h"
+#include "cli/HomeSession.h"
+#include "cli/Save.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace varnel::cli {
+
+/// What a restore did, or would do.
+struct RestoreReport {
+    QList<SavedChange> changes; ///< settings whose files differ from before
+    QList<BackupRow> loginItems; ///< login-item rows that were played
+    QList<int> skipped; ///< numbers of rows that no setting has
+    QList<SaveFailure> settingFailures; ///< one at most: playing stops there
+    QStringList itemFailures; ///< login items that could not be changed; they stop nothing
+    QStringList filesWithoutLock; ///< changed while another run was changing them
+    RestartFlags restart;
+
+    [[nodiscard]] bool complete() const;
+};
+
+enum class RestoreMode { Play, DryRun };
+
+/// Plays rows back through the writers of a save, without rows in a backup file. A dry run finds
+/// out what playing would change and touches nothing.
+[[nodiscard]] RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows,
+                                     RestoreMode mode);
+
+} // namespace varnel::cli

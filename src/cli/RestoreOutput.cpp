@@ -1,0 +1,103 @@
+#include "cli/RestoreOutput.h"
+
+#include "cli/RestartNames.h"
+#include "cli/SaveOutput.h"
+#include "cli/TextWidth.h"
+#include "loginitems/PendingLoginItems.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+QString description(const BackupRow &row)
+{
+    return loginItemActionString(row.loginItemAction(), row.loginItemPath());
+}
+
+QJsonArray loginItemObjects(const QList<BackupRow> &rows)
+{
+    QJsonArray objects;
+    for (const BackupRow &row : rows)
+        objects.append(QJsonObject {{u"action"_qs, row.loginItemAction()},
+                                    {u"path"_qs, row.loginItemPath()},
+                                    {u"enabled"_qs, row.enabledFlag() != 0},
+                                    {u"description"_qs, description(row)}});
+    return objects;
+}
+
+QJsonArray numbers(const QList<int> &list)
+{
+    QJsonArray array;
+    for (const int number : list)
+        array.append(number);
+    return array;
+}
+
+/// The words that only a save needs have no part in it.
+SaveReport settingsPart(const RestoreReport &report)
+{
+    SaveReport part;
+    part.failures = report.settingFailures;
+    part.filesWithoutLock = report.filesWithoutLock;
+    return part;
+}
+
+QString heading(const Restoration &restoration)
+{
+    return (restoration.dryRun ? u"Would be restored from "_qs : u"Restored from "_qs)
+        + restoration.name;
+}
+
+} // namespace
+
+QJsonObject restoreObject(const Restoration &restoration)
+{
+    const RestoreReport &report = restoration.report;
+    QJsonObject object {
+        {u"backup"_qs, restoration.name},
+        {u"dryRun"_qs, restoration.dryRun},
+        {u"changed"_qs, changeObjects(report.changes)},
+        {u"loginItems"_qs, loginItemObjects(report.loginItems)},
+        {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))},
+        {u"deleted"_qs, restoration.deleted},
+    };
+    if (!report.skipped.isEmpty())
+        object.insert(u"skipped"_qs, numbers(report.skipped));
+    const QStringList failures = restoreMessages(report);
+    if (!failures.isEmpty())
+        object.insert(u"failures"_qs, QJsonArray::fromStringList(failures));
+    return object;
+}
+
+QString restoreText(const Restoration &restoration, const Style &style)
+{
+    const RestoreReport &report = restoration.report;
+    QString text;
+    if (report.changes.isEmpty() && report.loginItems.isEmpty()) {
+        if (report.complete())
+            text = u"Nothing to change.\n"_qs;
+    } else {
+        Table table;
+        table.addHeading(heading(restoration));
+        addChanges(table, report.changes);
+        for (const BackupRow &row : report.loginItems)
+            table.addRow({{QString::number(row.id), Table::Look::Quiet},
+                          {u"login item"_qs},
+                          {description(row)}});
+        text = table.text(style);
+    }
+    if (report.restart)
+        text += u"\nTo be restarted: " + restartNames(report.restart).join(u", ") + u'\n';
+    if (restoration.deleted)
+        text += u"\nDeleted " + printable(restoration.name) + u'\n';
+    return text;
+}
+
+QStringList restoreMessages(const RestoreReport &report)
+{
+    return saveMessages(settingsPart(report)) + report.itemFailures;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,133 @@
+#include "backup/views/RestoreBackupInfoWindow.h"
+#include "support/gui/RestoreFixture.h"
+#include "support/LogCapture.h"
+
+#include <QLabel>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class ContentsSheet : public RestoreFixture {
+protected:
+    RestoreBackupInfoWindow &open(int row = 0)
+    {
+        clickRow(row);
+        click(button(u"infoButton"_qs));
+        return dynamic_cast<RestoreBackupInfoWindow &>(*dialogs.sheets.last());
+    }
+    static QStringList columnOf(const RestoreBackupInfoWindow &sheet, int column)
+    {
+        QStringList texts;
+        for (const QStringList &row : sheet.rows())
+            texts += row[column];
+        return texts;
+    }
+};
+
+} // namespace
+
+TEST_F(ContentsSheet, ShowsTheFilesRowsInTheirOrderUnderItsPath)
+{
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"1008,'2','',''"_qs, u"250,'/Apps/Mail.app','1','0'"_qs,
+               u"1400,'0','shot','ignored'"_qs});
+    start();
+    const LogCapture log;
+    const RestoreBackupInfoWindow &sheet = open();
+    EXPECT_EQ(sheet.captionText(), QString(backups + u"quillet1.sqlite"));
+    EXPECT_EQ(shared.selectedBackupFileName(), u"quillet1.sqlite");
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
+              (QStringList {u"quillet1.sqlite"_qs, u"init RestoreBackupInfoWindow"_qs}));
+    EXPECT_EQ(sheet.rows(),
+              (QList<QStringList> {{u"Dock"_qs,
+                                    u"Use default value on animation effect used when minimizing "
+                                    u"application"_qs},
+                                   {u"Login Items"_qs, u"Remove \"/Apps/Mail.app\""_qs},
+                                   quillet->actionString(1400, 0, u"shot"_qs).mid(1)}));
+}
+
+TEST_F(ContentsSheet, AFileOfLoginItemsSaysSoInEveryRow)
+{
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"250,'/a.app','0','1'"_qs, u"250,'/b.app','1','0'"_qs, u"250,'/c.app','2','0'"_qs,
+               u"250,'/d.app','3','0'"_qs, u"250,'/e.app','9','0'"_qs});
+    start();
+    const RestoreBackupInfoWindow &sheet = open();
+    EXPECT_EQ(columnOf(sheet, 0), QStringList(5, u"Login Items"_qs));
+    EXPECT_EQ(columnOf(sheet, 1),
+              (QStringList {u"Add \"/a.app\""_qs, u"Remove \"/b.app\""_qs, u"Enable \"/c.app\""_qs,
+                            u"Disable \"/d.app\""_qs, u"Error"_qs}));
+}
+
+TEST_F(ContentsSheet, AnUnknownNumberIsAnEmptyRowAndDoesNotStopTheList)
+{
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"77,'1','',''"_qs, u"'words','1','',''"_qs, u"1009,'0','',''"_qs});
+    start();
+    const RestoreBackupInfoWindow &sheet = open();
+    EXPECT_EQ(columnOf(sheet, 0), (QStringList {u""_qs, u""_qs, u"Dock"_qs}));
+    EXPECT_EQ(columnOf(sheet, 1),
+              (QStringList {u""_qs, u""_qs, u"Automatically hide and show the Dock"_qs}));
+}
+
+TEST_F(ContentsSheet, ClickingTheDescriptionTwiceSortsDescendingThenAscendingByLetterCase)
+{
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"250,'b','0','0'"_qs, u"250,'C','0','0'"_qs, u"250,'a','0','0'"_qs});
+    start();
+    RestoreBackupInfoWindow &sheet = open();
+    const LogCapture log;
+    sheet.didClickTableColumn(1);
+    EXPECT_EQ(columnOf(sheet, 1),
+              (QStringList {u"Add \"b\""_qs, u"Add \"a\""_qs, u"Add \"C\""_qs}));
+    sheet.didClickTableColumn(1);
+    EXPECT_EQ(columnOf(sheet, 1),
+              (QStringList {u"Add \"C\""_qs, u"Add \"a\""_qs, u"Add \"b\""_qs}));
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs), QStringList(2, u"didClickTableColumn"_qs));
+}
+
+TEST_F(ContentsSheet, EachOpeningReadsTheFileAgainInItsOwnOrder)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"250,'a','0','0'"_qs, u"250,'b','0','0'"_qs});
+    start();
+    RestoreBackupInfoWindow &sheet = open();
+    sheet.didClickTableColumn(1);
+    sheet.closeWindow();
+    EXPECT_FALSE(sheet.isVisible());
+    EXPECT_TRUE(sheet.rows().isEmpty());
+    EXPECT_EQ(columnOf(open(), 1), (QStringList {u"Add \"a\""_qs, u"Add \"b\""_qs}));
+}
+
+TEST_F(ContentsSheet, AMissingFileLeavesTheLabelAndAnEmptyList)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1008,'2','',''"_qs});
+    putBackup(u"quillet2.sqlite"_qs, {u"1008,'2','',''"_qs});
+    start();
+    open(0).closeWindow();
+    ASSERT_TRUE(QFile::remove(backups + u"quillet2.sqlite"));
+    const RestoreBackupInfoWindow &sheet = open(1);
+    EXPECT_EQ(sheet.captionText(), QString(backups + u"quillet1.sqlite"));
+    EXPECT_TRUE(sheet.rows().isEmpty());
+    EXPECT_FALSE(QFile::exists(backups + u"quillet2.sqlite"));
+}
+
+TEST_F(ContentsSheet, AFileThatCannotBeReadIsAnEmptyListUnderItsPath)
+{
+    putWords(u"quillet1.sqlite"_qs);
+    start();
+    const RestoreBackupInfoWindow &sheet = open();
+    EXPECT_EQ(sheet.captionText(), QString(backups + u"quillet1.sqlite"));
+    EXPECT_TRUE(sheet.rows().isEmpty());
+}
+
+TEST_F(ContentsSheet, ReadingAnotherFileDropsTheRowsOfTheLast)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1008,'2','',''"_qs});
+    start();
+    RestoreBackupInfoWindow &sheet = open();
+    ASSERT_EQ(sheet.rows().size(), 1);
+    sheet.readBackupFile(backups + u"none.sqlite");
+    EXPECT_TRUE(sheet.rows().isEmpty());
+}

@@ -1,0 +1,340 @@
+#include "support/FileFacts.h"
+#include "support/gui/RestoreFixture.h"
+#include "support/LogCapture.h"
+
+#include <QLabel>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class RestorePage : public RestoreFixture {
+protected:
+    void putThree() const
+    {
+        for (const QString &name : {u"quillet2.sqlite"_qs, u"quillet10.sqlite"_qs, u"a.sqlite"_qs})
+            putBackup(name, {});
+    }
+    /// Dates that no run of the test could give them; the page goes by the birth time, where there
+    /// is one, so the entries are told apart by what it shows.
+    void expectButtons(bool enabled) const
+    {
+        for (const QString &name : {u"restoreButton"_qs, u"deleteButton"_qs, u"infoButton"_qs})
+            EXPECT_EQ(button(name).isEnabled(), enabled) << name.toStdString();
+    }
+    [[nodiscard]] Qt::SortOrder indicator() const
+    {
+        return table().horizontalHeader()->sortIndicatorOrder();
+    }
+    [[nodiscard]] int indicatedColumn() const
+    {
+        return table().horizontalHeader()->sortIndicatorSection();
+    }
+};
+
+} // namespace
+
+TEST_F(RestorePage, AnEmptyFolderIsAnEmptyTableWithAllButtonsDisabled)
+{
+    start();
+    EXPECT_EQ(table().model()->rowCount(), 0);
+    expectButtons(false);
+    EXPECT_TRUE(page().findChild<QLabel *>(u"emptyLabel"_qs)->isVisible());
+}
+
+TEST_F(RestorePage, AMissingFolderIsAnEmptyTable)
+{
+    start();
+    ASSERT_TRUE(QDir(backups).removeRecursively());
+    ASSERT_TRUE(QDir(Tools::supportFolderOf(home.home())).removeRecursively());
+    restore->reloadData();
+    EXPECT_EQ(table().model()->rowCount(), 0);
+    expectButtons(false);
+}
+
+TEST_F(RestorePage, TheExtensionCountsByLetterCaseAndTheNameDoesNot)
+{
+    putWords(u"quillet1.SQLITE"_qs);
+    putWords(u"notes.txt"_qs);
+    putWords(u"holiday.sqlite"_qs);
+    putWords(u".hidden.sqlite"_qs);
+    start();
+    EXPECT_EQ(column(0), (QStringList {u".hidden.sqlite"_qs, u"holiday.sqlite"_qs}));
+}
+
+TEST_F(RestorePage, NamesSortPlainlyUnderAnIndicatorFromTheStart)
+{
+    putThree();
+    start();
+    EXPECT_EQ(column(0),
+              (QStringList {u"a.sqlite"_qs, u"quillet10.sqlite"_qs, u"quillet2.sqlite"_qs}));
+    EXPECT_EQ(indicatedColumn(), 0);
+    EXPECT_EQ(indicator(), Qt::DescendingOrder) << "the reverse image";
+}
+
+TEST_F(RestorePage, TheFirstClickOnTheNameSortsDescendingTheSecondAscending)
+{
+    putThree();
+    start();
+    const LogCapture log;
+    clickHeader(0);
+    EXPECT_EQ(column(0),
+              (QStringList {u"quillet2.sqlite"_qs, u"quillet10.sqlite"_qs, u"a.sqlite"_qs}));
+    EXPECT_EQ(indicator(), Qt::AscendingOrder);
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs), QStringList {u"didClickTableColumn"_qs});
+    clickHeader(0);
+    EXPECT_EQ(column(0).first(), u"a.sqlite");
+    EXPECT_EQ(indicator(), Qt::DescendingOrder);
+}
+
+TEST_F(RestorePage, TheDateSortsFromNewestThenFromOldest)
+{
+    putThree();
+    start();
+    clickHeader(1);
+    EXPECT_EQ(indicatedColumn(), 1);
+    EXPECT_EQ(indicator(), Qt::AscendingOrder);
+    QStringList dates = column(1);
+    EXPECT_TRUE(std::is_sorted(dates.rbegin(), dates.rend()));
+    clickHeader(1);
+    EXPECT_EQ(indicator(), Qt::DescendingOrder);
+    dates = column(1);
+    EXPECT_TRUE(std::is_sorted(dates.begin(), dates.end()));
+}
+
+TEST_F(RestorePage, RereadingRaisesTheFlagAndKeepsTheColumnThatWasClicked)
+{
+    putThree();
+    start();
+    clickHeader(1);
+    restore->reloadData();
+    EXPECT_EQ(column(0).first(), u"a.sqlite");
+    EXPECT_EQ(indicatedColumn(), 0);
+    EXPECT_EQ(indicator(), Qt::DescendingOrder);
+    clickHeader(1);
+    EXPECT_EQ(indicator(), Qt::AscendingOrder) << "the flag, which was up, is inverted";
+    clickHeader(0);
+    EXPECT_EQ(indicator(), Qt::AscendingOrder) << "a new column starts with the flag down";
+}
+
+TEST_F(RestorePage, SelectionFollowsTheFileWhenTheListIsSortedOrReread)
+{
+    putThree();
+    start();
+    clickRow(0);
+    expectButtons(true);
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    clickHeader(0);
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    EXPECT_EQ(table().currentIndex().row(), 2);
+    putBackup(u"0.sqlite"_qs, {});
+    const LogCapture log;
+    restore->reloadData();
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs), QStringList {u"Path = "_qs + backups});
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    EXPECT_EQ(table().currentIndex().row(), 1);
+    ASSERT_TRUE(QFile::remove(backups + u"a.sqlite"));
+    restore->reloadData();
+    EXPECT_TRUE(selectedNames().isEmpty());
+    expectButtons(false);
+}
+
+TEST_F(RestorePage, RestoringWritesTheValuesRaisesTheFlagsAndDeletesTheFile)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>mineffect</key><string>scale</string>"_qs);
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"1008,'0','',''"_qs, u"77,'1','',''"_qs, u"1009,'0','',''"_qs});
+    start();
+    clickRow(0);
+    const LogCapture log;
+    click(button(u"restoreButton"_qs));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).string, u"genie");
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+    EXPECT_EQ(shared.restartFlags(), RestartFlags(RestartFlag::Dock));
+    EXPECT_TRUE(filesInFolder().isEmpty()) << "and no backup of the restore is made";
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+    EXPECT_EQ(table().model()->rowCount(), 0);
+    expectButtons(false);
+    EXPECT_TRUE(dialogs.alerts.isEmpty());
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
+              (QStringList {u"filePath: "_qs + backups + u"quillet1.sqlite", u"0"_qs,
+                            backups + u"quillet1.sqlite"}));
+}
+
+TEST_F(RestorePage, OfSeveralOnlyTheCurrentOneIsPlayedAndAllAreDeleted)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1009,'0','',''"_qs});
+    putBackup(u"quillet2.sqlite"_qs, {u"1100,'0','',''"_qs});
+    putBackup(u"quillet3.sqlite"_qs, {u"1008,'0','',''"_qs});
+    start();
+    clickRow(0);
+    clickRow(2, Qt::ControlModifier);
+    const LogCapture log;
+    click(button(u"restoreButton"_qs));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).string, u"genie");
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).kind, plist::Kind::Missing);
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet2.sqlite"_qs});
+    EXPECT_EQ(column(0), QStringList {u"quillet2.sqlite"_qs});
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
+              (QStringList {u"filePath: "_qs + backups + u"quillet3.sqlite", u"2"_qs,
+                            backups + u"quillet3.sqlite", u"0"_qs, backups + u"quillet1.sqlite"}));
+}
+
+TEST_F(RestorePage, WhenTheCurrentRowIsNotSelectedTheLowestIsPlayed)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1009,'0','',''"_qs});
+    putBackup(u"quillet2.sqlite"_qs, {u"1008,'0','',''"_qs});
+    putBackup(u"quillet3.sqlite"_qs, {});
+    start();
+    clickRow(0);
+    clickRow(1, Qt::ControlModifier);
+    clickRow(2, Qt::ControlModifier);
+    clickRow(2, Qt::ControlModifier); // current, but no longer selected
+    click(button(u"restoreButton"_qs));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).kind, plist::Kind::Missing);
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet3.sqlite"_qs});
+}
+
+TEST_F(RestorePage, AFileThatIsNoBackupStaysAndNothingIsPlayed)
+{
+    putWords(u"quillet1.sqlite"_qs);
+    start();
+    clickRow(0);
+    click(button(u"restoreButton"_qs));
+    EXPECT_EQ(readRaw(backups + u"quillet1.sqlite"), "words");
+    EXPECT_EQ(column(0), QStringList {u"quillet1.sqlite"_qs});
+    EXPECT_FALSE(shared.restartFlags());
+}
+
+TEST_F(RestorePage, ARowThatCannotBeWrittenStopsThePlaybackAndTheFileStays)
+{
+    writeRaw(home.preference(u"com.apple.finder.plist"_qs), "no property list");
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"1009,'0','',''"_qs, u"1100,'0','',''"_qs, u"1008,'0','',''"_qs});
+    start();
+    clickRow(0);
+    click(button(u"restoreButton"_qs));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).kind, plist::Kind::Missing);
+    EXPECT_EQ(readRaw(home.preference(u"com.apple.finder.plist"_qs)), "no property list");
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet1.sqlite"_qs});
+    expectButtons(true);
+}
+
+TEST_F(RestorePage, LoginItemRowsGoThroughTheLoginItemsPage)
+{
+    putBackup(u"quillet1.sqlite"_qs,
+              {u"250,'/Apps/One.app','0','0'"_qs, u"250,'/Apps/Two.app','0','1'"_qs,
+               u"250,'/Apps/Two.app','3','0'"_qs});
+    start();
+    clickRow(0);
+    const LogCapture log;
+    click(button(u"restoreButton"_qs));
+    QStringList lines = log.texts(u"varnel.backup"_qs);
+    EXPECT_EQ(lines.mid(1, 3),
+              (QStringList {u"0, /Apps/One.app, 0"_qs, u"0, /Apps/Two.app, 1"_qs,
+                            u"3, /Apps/Two.app, 0"_qs}));
+    auto *list = loginItems->getLoginItemsView()->findChild<QTableView *>(u"tableView"_qs);
+    EXPECT_EQ(list->model()->rowCount(), 2) << "both stand in the store, and are shown at once";
+    EXPECT_TRUE(filesInFolder().isEmpty());
+}
+
+TEST_F(RestorePage, DeletingOneNamesItInTheQuestion)
+{
+    putThree();
+    start();
+    clickRow(1);
+    click(button(u"deleteButton"_qs));
+    ASSERT_EQ(dialogs.alerts.size(), 1);
+    const Alert &alert = dialogs.alerts.first().alert;
+    EXPECT_EQ(alert.message, u"Delete Backup File");
+    EXPECT_EQ(alert.informative, u"Are you sure you want to delete quillet10.sqlite?");
+    EXPECT_EQ(alert.buttons, (QStringList {u"Delete"_qs, u"Cancel"_qs}));
+    dialogs.answer(SecondButton);
+    EXPECT_EQ(filesInFolder().size(), 3);
+    click(button(u"deleteButton"_qs));
+    const LogCapture log;
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_qs, u"quillet2.sqlite"_qs}));
+    EXPECT_EQ(column(0), filesInFolder());
+    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
+              (QStringList {u"1"_qs, backups + u"quillet10.sqlite"}));
+}
+
+TEST_F(RestorePage, DeletingSeveralAsksInGeneralAndDeletesFromTheHighestRow)
+{
+    putThree();
+    start();
+    clickRow(0);
+    clickRow(2, Qt::ControlModifier);
+    QTest::keyClick(&table(), Qt::Key_Delete);
+    ASSERT_EQ(dialogs.alerts.size(), 1);
+    EXPECT_EQ(dialogs.alerts.first().alert.informative,
+              u"Are you sure you want to delete selected backup files");
+    const LogCapture log;
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(
+        log.texts(u"varnel.backup"_qs),
+        (QStringList {u"2"_qs, backups + u"quillet2.sqlite", u"0"_qs, backups + u"a.sqlite"}));
+    EXPECT_EQ(column(0), QStringList {u"quillet10.sqlite"_qs});
+    expectButtons(false);
+}
+
+TEST_F(RestorePage, WithNothingSelectedNothingHappens)
+{
+    putThree();
+    start();
+    page().restoreBackupFiles();
+    page().deleteSelectedFilesAfterAsking();
+    page().showRestoreInfoWindow();
+    EXPECT_EQ(filesInFolder().size(), 3);
+    EXPECT_TRUE(dialogs.alerts.isEmpty());
+    EXPECT_TRUE(dialogs.sheets.isEmpty());
+}
+
+TEST_F(RestorePage, CaptionsStandInARowAtTheListsEdgeUnderTheirButtons)
+{
+    start();
+    const auto at = [this](const QString &name) {
+        return page().findChild<QWidget *>(name)->geometry();
+    };
+    EXPECT_EQ(page().findChild<QLabel *>(u"restoreLabel"_qs)->mapTo(&page(), QPoint()).x(),
+              table().x());
+    EXPECT_EQ(at(u"deleteLabel"_qs).x(),
+              at(u"restoreLabel"_qs).x() + at(u"restoreLabel"_qs).width() + 15);
+    EXPECT_EQ(at(u"infoLabel"_qs).x(),
+              at(u"deleteLabel"_qs).x() + at(u"deleteLabel"_qs).width() + 15);
+    for (const QString &name : {u"restore"_qs, u"delete"_qs, u"info"_qs}) {
+        const QRect label = at(name + u"Label");
+        const QRect knob = at(name + u"Button");
+        EXPECT_EQ(knob.x(), label.x() + (label.width() - knob.width()) / 2) << qPrintable(name);
+    }
+}
+
+TEST_F(RestorePage, TenThousandFilesAreRowsOfAModelAndNoWidgets)
+{
+    for (int number = 0; number < 10000; ++number)
+        putWords(u"quillet" + QString::number(number) + u".sqlite");
+    start();
+    EXPECT_EQ(table().model()->rowCount(), 10000);
+    EXPECT_LT(table().findChildren<QWidget *>().size(), 30);
+    table().selectAll();
+    restore->reloadData();
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 10000);
+    clickHeader(0);
+    EXPECT_EQ(column(0).first(), u"quillet9999.sqlite");
+    page().deleteSelectedFiles();
+    EXPECT_EQ(table().model()->rowCount(), 0);
+    EXPECT_TRUE(filesInFolder().isEmpty());
+}
+
+TEST_F(RestorePage, APageThatDoesNotLoadIsLoggedAndLeavesTheFolderBehind)
+{
+    context.interfaceLoads = [](const QString &name) { return name != u"RestoreBackupView"; };
+    RestoreBackup without(context);
+    EXPECT_EQ(without.getRestoreBackupView(), nullptr);
+    without.reloadData();
+    EXPECT_TRUE(QDir(backups).exists());
+}
