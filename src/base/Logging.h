@@ -2,8 +2,8 @@
 
 #include <QLoggingCategory>
 
-// Messages of the told categories carry their exact texts; whatever else the program has to say
-// about files and children goes to lcIo.
+// Messages of the first five categories have fixed texts, which people and scripts look for. What
+// else the program has to say, about files and children, goes to lcIo.
 Q_DECLARE_LOGGING_CATEGORY(lcShell) // "varnel.shell"
 Q_DECLARE_LOGGING_CATEGORY(lcSettings) // "varnel.settings"
 Q_DECLARE_LOGGING_CATEGORY(lcBackup) // "varnel.backup"

@@ -57,6 +57,15 @@ CLI::App *addCommand(CLI::App &root, const CommandInfo &info, int typed)
     return at;
 }
 
+/// Whether the command's first word was typed at all. Of all that a start of the program does, the
+/// parser's nodes cost the most: those of other commands are not made.
+bool mayBeMeant(const CommandInfo &info, int argc, const char *const *argv)
+{
+    const QByteArray word = info.name.section(u' ', 0, 0).toUtf8();
+    return std::any_of(argv + 1, argv + std::max(argc, 1),
+                       [&](const char *argument) { return word == argument; });
+}
+
 CLI::App *deepestNamed(CLI::App &root)
 {
     CLI::App *at = &root;
@@ -135,7 +144,8 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
     addOptions(app, commonOptions());
     std::map<const CLI::App *, const Command *> byNode;
     for (const auto &command : commands)
-        byNode.emplace(addCommand(app, command->info(), argc), command.get());
+        if (const CommandInfo info = command->info(); mayBeMeant(info, argc, argv))
+            byNode.emplace(addCommand(app, info, argc), command.get());
 
     CommandLine line;
     try {

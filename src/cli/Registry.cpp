@@ -4,9 +4,13 @@
 #include "cli/ListCommand.h"
 #include "cli/LoginItemsChangeCommand.h"
 #include "cli/LoginItemsListCommand.h"
+#include "cli/ListProcessesCommand.h"
+#include "cli/RevealProcessCommand.h"
 #include "cli/SearchCommand.h"
 #include "cli/SetCommand.h"
 #include "cli/ShowCommand.h"
+#include "cli/SystemCommand.h"
+#include "cli/TerminateProcessCommand.h"
 
 namespace varnel::cli {
 
@@ -22,6 +26,11 @@ Commands makeCommands()
     for (const LoginItemChange::Action action : {LoginItemChange::Add, LoginItemChange::Remove,
                                                  LoginItemChange::Enable, LoginItemChange::Disable})
         commands.push_back(std::make_unique<LoginItemsChangeCommand>(action));
+    commands.push_back(std::make_unique<SystemCommand>());
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes"_qs));
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_qs));
+    commands.push_back(std::make_unique<RevealProcessCommand>());
+    commands.push_back(std::make_unique<TerminateProcessCommand>());
     return commands;
 }
 

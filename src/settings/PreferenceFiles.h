@@ -75,8 +75,8 @@ public:
     Result<void> change(const QString &path, const QList<KeyChange> &changes, IfMissing ifMissing);
 
     /// While one lives, a file is loaded at its first read and shared by the reads that follow; a
-    /// write forgets the file that it touches. For a program's start and for lists, where fifty
-    /// reads meet ten files. Passes may nest.
+    /// write forgets the file that it touches. For the first read of all fifty settings, which
+    /// meet ten files; whoever reads again wants to know what is there now. Passes may nest.
     class ReadPass {
     public:
         explicit ReadPass(const PreferenceFiles &files);

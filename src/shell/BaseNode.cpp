@@ -2,8 +2,6 @@
 
 #include "shell/MyArrayExtensions.h"
 
-#include <QDir>
-
 #include <algorithm>
 
 namespace varnel {
@@ -58,7 +56,7 @@ int BaseNode::compare(const BaseNode &other) const
 
 bool BaseNode::isDraggable() const
 {
-    return !QDir::isAbsolutePath(address) && icon.isValid();
+    return !address.startsWith(u'/') && icon.isValid();
 }
 
 bool BaseNode::hasChild(const BaseNode *node) const

@@ -18,6 +18,9 @@ namespace varnel {
 
 namespace {
 
+/// A path and the NUL at its end must fit; a process with a longer one is not listed.
+constexpr qsizetype pathBufferSize = 1024;
+
 template <typename T> T field(std::span<const std::byte> record, std::size_t offset)
 {
     T value {};
@@ -29,11 +32,14 @@ std::optional<ProcessRow> visibleProcess(std::span<const std::byte> record,
                                          const ProcessManager &manager)
 {
     const int id = field<std::int32_t>(record, ProcessRecord::idOffset);
+    // First what leaves most processes out, at the least cost.
+    if (!manager.isVisible(id))
+        return std::nullopt;
     const std::optional<QString> bundle = manager.bundleLocation(id);
-    if (!bundle)
+    if (!bundle || bundle->toUtf8().size() >= pathBufferSize)
         return std::nullopt;
     const std::optional<QString> name = manager.processName(id);
-    if (!name || !manager.isVisible(id))
+    if (!name)
         return std::nullopt;
     const int priority = field<std::int8_t>(record, ProcessRecord::priorityOffset);
     return ProcessRow {*name, QString::number(priority), id, *bundle, QStringLiteral("")};

@@ -23,8 +23,8 @@ struct ProcessRow {
     bool operator==(const ProcessRow &) const = default;
 };
 
-/// A row for each record whose process has a bundle location and a name and is visible, in table
-/// order.
+/// A row for each record whose process is visible and has a name and a bundle location of less than
+/// 1024 bytes, in table order.
 [[nodiscard]] QList<ProcessRow> visibleProcesses(std::span<const std::byte> records,
                                                  const ProcessManager &manager);
 

@@ -45,10 +45,12 @@ void drawText(QPainter &painter, const QStyleOptionViewItem &option, const QRect
 {
     const bool selected = (option.state & QStyle::State_Selected) != 0;
     const QFontMetricsF metrics(option.font);
+    const Qt::Alignment side = QStyle::visualAlignment(
+        option.direction, option.displayAlignment & Qt::AlignHorizontal_Mask);
     painter.setFont(option.font);
     styleOf(option).drawItemText(&painter, rect.toAlignedRect(),
-                                 int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextSingleLine,
-                                 option.palette, (option.state & QStyle::State_Enabled) != 0,
+                                 int(Qt::AlignVCenter | side) | Qt::TextSingleLine, option.palette,
+                                 (option.state & QStyle::State_Enabled) != 0,
                                  metrics.elidedText(option.text, elide, rect.width()),
                                  selected ? QPalette::HighlightedText : QPalette::Text);
 }

@@ -27,6 +27,7 @@ void TextTableModel::setAlignment(int column, Qt::Alignment alignment)
     columns[column].alignment = alignment;
     if (!texts.isEmpty())
         emit dataChanged(index(0, column), index(rowCount() - 1, column), {Qt::TextAlignmentRole});
+    emit headerDataChanged(Qt::Horizontal, column, column);
 }
 
 void TextTableModel::sortRows(int column, bool ascending)
@@ -67,9 +68,16 @@ QVariant TextTableModel::data(const QModelIndex &index, int role) const
 
 QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal)
         return {};
-    return columns[section].title;
+    switch (role) {
+    case Qt::DisplayRole:
+        return columns[section].title;
+    case Qt::TextAlignmentRole:
+        return int(columns[section].alignment | Qt::AlignVCenter);
+    default:
+        return {};
+    }
 }
 
 } // namespace varnel

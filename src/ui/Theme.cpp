@@ -98,14 +98,14 @@ QColor bandGround(const QPalette &palette)
 
 QColor bandStart(const QPalette &palette)
 {
-    const QColor told = QColor::fromRgbF(0.25F, 0.45F, 0.7F, 0.9F);
-    return isDark(palette) ? faded(over(told, Qt::white), 0.85F) : told;
+    const QColor light = QColor::fromRgbF(0.25F, 0.45F, 0.7F, 0.9F);
+    return isDark(palette) ? faded(over(light, Qt::white), 0.85F) : light;
 }
 
 QColor bandEnd(const QPalette &palette)
 {
-    const QColor told = QColor::fromRgbF(0.45F, 0.65F, 0.9F, 0.9F);
-    return isDark(palette) ? faded(over(told, Qt::white), 0.85F) : told;
+    const QColor light = QColor::fromRgbF(0.45F, 0.65F, 0.9F, 0.9F);
+    return isDark(palette) ? faded(over(light, Qt::white), 0.85F) : light;
 }
 
 QColor bandInk(const QPalette &palette)

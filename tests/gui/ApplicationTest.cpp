@@ -1,3 +1,5 @@
+#include "shell/views/Application.h"
+#include "shell/SharedObject.h"
 #include "shell/views/StartOptions.h"
 #include "shell/views/VarnelAppDelegate.h"
 #include "support/gui/WindowFixture.h"
@@ -95,4 +97,16 @@ TEST(VarnelAppDelegate, ItKnowsItsWindow)
     QWidget window;
     delegate.setWindow(&window);
     EXPECT_EQ(delegate.window(), &window);
+}
+
+TEST(ApplicationStart, RemovesWhatARunThatDiedLeftAmongThePreferences)
+{
+    const TemporaryHome home;
+    const QString left = home.preference(u".a.plist.varnel-12-0123456789abcdef"_qs);
+    QFile file(left);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    const Application application(home.home(), home.path());
+    EXPECT_FALSE(QFile::exists(left));
+    SharedObject::getSharedObject().doTerminate(); // as at the end of a run
 }

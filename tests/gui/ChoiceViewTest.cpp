@@ -252,6 +252,9 @@ TEST_F(ChoiceViews, WritingTheLockViewWritesAllThreeKeys)
               plist::Kind::Missing);
     EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"position-immutable"_qs}).boolean);
     EXPECT_TRUE(shared.needToKillDock());
+    shared.setNeedToKillDock(false);
+    view->writeData();
+    EXPECT_TRUE(shared.needToKillDock()) << "each time, whatever has changed";
 }
 
 TEST_F(ChoiceViews, OneSettingOfTheLockViewIsWrittenAlone)

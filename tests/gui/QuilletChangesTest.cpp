@@ -3,9 +3,11 @@
 #include "backup/BackupReader.h"
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
+#include "support/FailingFileStore.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QSlider>
 #include <QTableView>
@@ -20,6 +22,35 @@ protected:
     static constexpr int generalRow = 0;
     static constexpr int dockRow = 1;
     static constexpr int safariRow = 6;
+
+    /// The hidden settings over a store that writes down what is read.
+    struct CountedReads {
+        explicit CountedReads(QuilletChanges &test)
+            : store(test.store), home(test.home),
+              hiddenSettings(std::make_unique<Quillet>(
+                  PageContext {test.home.home(), test.shared, preferences, test.finderInfo,
+                               test.folders, test.runner, test.dialogs}))
+        {
+        }
+        [[nodiscard]] QString readOf(const QString &name) const
+        {
+            return u"read " + home.preference(name);
+        }
+        /// The files that were read, each once, by the last word of their names.
+        [[nodiscard]] QStringList files() const
+        {
+            QStringList names;
+            for (const QString &call : store.calls)
+                names.append(QFileInfo(call).completeBaseName().section(u'.', -1));
+            names.removeDuplicates();
+            return names;
+        }
+
+        FailingFileStore store;
+        const TemporaryHome &home;
+        PreferenceFiles preferences {store};
+        std::unique_ptr<Quillet> hiddenSettings;
+    };
 
     void choosePending(int index = 0)
     {
@@ -217,6 +248,55 @@ TEST_F(QuilletChanges, CancellingReadsTheListedViewsOnly)
     EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 0) << "read with its page only";
     clickGroup(generalRow);
     EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 2);
+}
+
+TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
+{
+    const CountedReads counted(*this);
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 1);
+
+    counted.store.calls.clear();
+    counted.hiddenSettings->readData();
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 11)
+        << "once for each of the group's settings";
+}
+
+TEST_F(QuilletChanges, TheModulesReadAtFirstAndAgainInTheirTwoOrders)
+{
+    const CountedReads counted(*this);
+    EXPECT_EQ(counted.files(),
+              QStringList({u"QuickTimePlayerX"_qs, u"TimeMachine"_qs, u"iTunes"_qs, u"Mail"_qs,
+                           u"screencapture"_qs, u"finder"_qs, u"desktopservices"_qs, u"Safari"_qs,
+                           u"dock"_qs, u"GlobalPreferences"_qs}));
+    counted.store.calls.clear();
+    counted.hiddenSettings->readData();
+    EXPECT_EQ(counted.files(),
+              QStringList({u"GlobalPreferences"_qs, u"Safari"_qs, u"finder"_qs,
+                           u"desktopservices"_qs, u"dock"_qs, u"screencapture"_qs, u"Mail"_qs,
+                           u"iTunes"_qs, u"TimeMachine"_qs, u"QuickTimePlayerX"_qs}));
+}
+
+TEST_F(QuilletChanges, ARowThatIsSavedDescribedOrWrittenLosesItsShadingUntilItsPageIsBuiltAgain)
+{
+    start();
+    clickGroup(dockRow);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+
+    choose(comboBoxOf(u"DockStyleView"_qs), 0);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+    click(button(u"saveButton"_qs));
+    EXPECT_FALSE(row(u"DockStyleView"_qs).needToDrawBackground());
+
+    EXPECT_FALSE(controller->actionString(1008, 0, u""_qs).isEmpty());
+    EXPECT_FALSE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
+
+    EXPECT_TRUE(controller->writeData(1006, 2, u""_qs).ok());
+    EXPECT_FALSE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+
+    clickGroup(dockRow);
+    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
 }
 
 TEST_F(QuilletChanges, TwoSettingsOfOneKeyAreWrittenInTheOrderOfTheirLastChange)

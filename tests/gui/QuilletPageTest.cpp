@@ -16,7 +16,20 @@ using namespace varnel::test;
 
 namespace {
 
-class QuilletPage : public QuilletFixture { };
+class QuilletPage : public QuilletFixture {
+protected:
+    /// The page without rows, for builders that a test calls itself.
+    void startEmpty()
+    {
+        start();
+        controller->removeSubview();
+    }
+
+    // What the page builders pass on from one to the next.
+    int total = 0;
+    int top = -1;
+    bool shading = true;
+};
 
 std::string moduleName(const testing::TestParamInfo<int> &place)
 {
@@ -155,11 +168,7 @@ TEST_F(QuilletPage, TheMenusSelectTheirRows)
 
 TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
 {
-    start();
-    controller->removeSubview();
-    int total = 0;
-    int top = -1;
-    bool shading = true;
+    startEmpty();
     controller->showDockModules(1001, total, top, false, shading);
     EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_qs));
     EXPECT_GT(total, 0);
@@ -174,13 +183,20 @@ TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
     EXPECT_TRUE(shading);
 }
 
+TEST_F(QuilletPage, AMultiSettingViewAskedForBySeveralOfItsSettingsStandsOnceAndLast)
+{
+    startEmpty();
+    controller->showDockModules(1001, total, top, false, shading);
+    controller->showFinderModules(1100, total, top, false, shading);
+    controller->showDockModules(1002, total, top, false, shading);
+    EXPECT_EQ(rowNames(), QStringList({u"QuitFinderMenuView"_qs, u"LockDockView"_qs}));
+    EXPECT_EQ(rows().first()->y(), 0) << "no gap where it stood";
+    EXPECT_EQ(page().mainView()->height(), rows().first()->height() + rows().last()->height());
+}
+
 TEST_F(QuilletPage, AWholePageBuiltOnANonemptyTotalKeepsWhatStands)
 {
-    start();
-    controller->removeSubview();
-    int total = 0;
-    int top = -1;
-    bool shading = true;
+    startEmpty();
     controller->showTimeMachineModules(-1, total, top, true, shading);
     controller->showScreenCaptureModules(-1, total, top, false, shading);
     EXPECT_EQ(rowNames(),

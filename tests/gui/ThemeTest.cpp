@@ -35,7 +35,7 @@ TEST(ThemeTest, tellsADarkPaletteFromALightOne)
     EXPECT_TRUE(Theme::isDark(Theme::darkPalette()));
 }
 
-TEST(ThemeTest, aLightPaletteHasTheToldColours)
+TEST(ThemeTest, aLightPaletteHasTheProgramsColours)
 {
     const QPalette light = Theme::lightPalette();
     EXPECT_EQ(Theme::rowShading(light), QColor::fromRgbF(0.96F, 0.961F, 0.96F));

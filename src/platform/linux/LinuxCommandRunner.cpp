@@ -1,7 +1,5 @@
 #include "platform/linux/LinuxCommandRunner.h"
 
-#include "base/Logging.h"
-
 #include <QProcess>
 
 #include <unistd.h>
@@ -22,9 +20,7 @@ void dropPrivileges()
 
 Error fail(const QString &launchPath, const QString &reason)
 {
-    Error error {ErrorCode::Failed, launchPath + u": " + reason};
-    varnelLog(lcIo, error.text);
-    return error;
+    return {ErrorCode::Failed, launchPath + u": " + reason};
 }
 
 } // namespace

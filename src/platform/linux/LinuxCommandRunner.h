@@ -4,7 +4,7 @@
 
 namespace varnel {
 
-/// Runs a child process without standard input. A program that can't be started is logged to lcIo.
+/// Runs a child process without standard input.
 class LinuxCommandRunner : public CommandRunner {
 public:
     Result<QString> run(const QString &launchPath, const QStringList &arguments) override;

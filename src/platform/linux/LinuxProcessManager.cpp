@@ -42,7 +42,8 @@ QString enclosingBundle(const QString &path)
     for (qsizetype slash = path.lastIndexOf(u'/'); slash > 0;
          slash = path.lastIndexOf(u'/', slash - 1)) {
         const QStringView folder = QStringView(path).left(slash);
-        if (folder.endsWith(u".app"))
+        // A hidden folder named ".app" has no name before the suffix.
+        if (folder.endsWith(u".app") && !folder.endsWith(u"/.app"))
             return folder.toString();
     }
     return {};
@@ -55,6 +56,8 @@ LinuxProcessManager::LinuxProcessManager(QString procFolder) : procFolder(std::m
 void LinuxProcessManager::refresh()
 {
     windows = windowOwners();
+    // The X server of a Wayland session knows of the windows of old programs only.
+    knowsEveryWindow = windows && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 QString LinuxProcessManager::executable(int processId) const
@@ -62,7 +65,7 @@ QString LinuxProcessManager::executable(int processId) const
     QString path = QFile::symLinkTarget(procFolder + u'/' + QString::number(processId) + u"/exe");
     // The kernel says so of a program whose file was replaced while it runs.
     constexpr QStringView deleted = u" (deleted)";
-    if (path.endsWith(deleted))
+    if (path.endsWith(deleted) && !QFileInfo::exists(path))
         path.chop(deleted.size());
     return path;
 }
@@ -112,7 +115,9 @@ std::optional<QString> LinuxProcessManager::processName(int processId) const
 
 bool LinuxProcessManager::isVisible(int processId) const
 {
-    return windows ? windows->contains(processId) : !desktopEntry(processId).isEmpty();
+    if (windows && windows->contains(processId))
+        return true;
+    return !knowsEveryWindow && !desktopEntry(processId).isEmpty();
 }
 
 int LinuxProcessManager::kill(int processId, int signal)

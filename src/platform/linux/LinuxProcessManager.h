@@ -13,8 +13,9 @@ namespace varnel {
 ///
 /// A process's bundle is the nearest enclosing ".app" folder of its executable; else the desktop
 /// entry that started it (the launcher leaves its path in the environment, with the id of the
-/// process it meant); else its executable. It is visible when it owns a top-level window; on a
-/// display without a client list, when a desktop entry started it.
+/// process it meant); else its executable. It is visible when it owns a top-level window; where
+/// not every window is known (no X display, no window manager that lists them, a Wayland session),
+/// also when a desktop entry started it.
 class LinuxProcessManager : public ProcessManager {
 public:
     explicit LinuxProcessManager(QString procFolder = QStringLiteral("/proc"));
@@ -31,6 +32,7 @@ private:
 
     QString procFolder;
     std::optional<QSet<int>> windows; ///< none: no client list
+    bool knowsEveryWindow = false;
 };
 
 } // namespace varnel

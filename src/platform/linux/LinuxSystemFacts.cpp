@@ -3,7 +3,7 @@
 #include "platform/linux/ProcText.h"
 
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 
 #include <array>
 #include <cstring>
@@ -99,13 +99,15 @@ QString LinuxSystemFacts::userName() const
 
 QString LinuxSystemFacts::fullUserName() const
 {
+    const QString fields = passwdField(&passwd::pw_gecos);
     // The first of the comma-separated fields is the name; the others are rooms and telephones.
-    return passwdField(&passwd::pw_gecos).section(u',', 0, 0);
+    return fields.left(fields.indexOf(u','));
 }
 
 QString LinuxSystemFacts::temporaryDirectory() const
 {
-    return QDir::tempPath();
+    const QString folder = QDir::tempPath();
+    return QFileInfo(folder).isDir() ? folder : QString();
 }
 
 } // namespace varnel

@@ -1,80 +1,147 @@
 #include "platform/linux/X11ClientList.h"
 
+#include "platform/linux/X11ClientIds.h"
+#include "platform/linux/XcbLibrary.h"
+
+#include <QByteArray>
+
+#include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <vector>
 
-#include <xcb/xcb.h>
-#include <xcb/xcb_ewmh.h>
+#include <unistd.h>
 
 namespace varnel {
 
 namespace {
 
-struct Disconnect {
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+struct Free {
+    void operator()(void *memory) const { std::free(memory); }
 };
 
-/// The EWMH atoms of one connection.
-class Ewmh {
+/// A connection to the display that DISPLAY names, with the names that window managers use.
+class Session {
 public:
-    explicit Ewmh(xcb_connection_t *connection)
+    explicit Session(const XcbLibrary &x) : x(x), connection(x.connect(nullptr, &screen))
     {
-        ready =
-            xcb_ewmh_init_atoms_replies(&atoms, xcb_ewmh_init_atoms(connection, &atoms), nullptr)
-            != 0;
+        hasNames = x.connectionHasError(connection) == 0
+            && x.initAtomsReplies(&names, x.initAtoms(connection, &names), nullptr) != 0;
     }
-    ~Ewmh()
+    ~Session()
     {
-        if (ready)
-            xcb_ewmh_connection_wipe(&atoms);
+        if (hasNames)
+            xcb_ewmh_connection_wipe(&names);
+        x.disconnect(connection);
     }
-    Ewmh(const Ewmh &) = delete;
-    Ewmh &operator=(const Ewmh &) = delete;
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 
-    bool ready = false;
-    xcb_ewmh_connection_t atoms {};
+    [[nodiscard]] bool isReady() const { return hasNames; }
+    /// None when no window manager keeps such a list.
+    [[nodiscard]] std::optional<std::vector<xcb_window_t>> clientList();
+    /// The owners of these windows, as far as they run on this machine.
+    [[nodiscard]] QSet<int> owners(const std::vector<xcb_window_t> &windows);
+
+private:
+    using Questions = std::vector<xcb_get_property_cookie_t>;
+
+    [[nodiscard]] std::vector<xcb_window_t> ofThisMachine(const std::vector<xcb_window_t> &windows);
+    [[nodiscard]] bool isThisMachine(xcb_get_property_cookie_t question);
+    /// What the programs themselves wrote on their windows.
+    [[nodiscard]] QSet<int> statedOwners(const std::vector<xcb_window_t> &windows);
+
+    const XcbLibrary &x;
+    int screen = 0;
+    xcb_connection_t *connection;
+    xcb_ewmh_connection_t names {};
+    bool hasNames = false;
 };
 
-std::optional<std::vector<xcb_window_t>> clientList(Ewmh &ewmh, int screen)
+std::optional<std::vector<xcb_window_t>> Session::clientList()
 {
     xcb_ewmh_get_windows_reply_t reply {};
-    if (xcb_ewmh_get_client_list_reply(&ewmh.atoms, xcb_ewmh_get_client_list(&ewmh.atoms, screen),
-                                       &reply, nullptr)
-        == 0)
+    if (x.getWindowsReply(&names, x.getClientList(&names, screen), &reply, nullptr) == 0)
         return std::nullopt;
     std::vector<xcb_window_t> windows(reply.windows, reply.windows + reply.windows_len);
-    xcb_ewmh_get_windows_reply_wipe(&reply);
+    x.windowsReplyWipe(&reply);
     return windows;
+}
+
+QByteArray hostName()
+{
+    std::array<char, 256> name {};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? QByteArray(name.data())
+                                                            : QByteArray();
+}
+
+bool Session::isThisMachine(xcb_get_property_cookie_t question)
+{
+    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+        x.getPropertyReply(connection, question, nullptr));
+    if (!reply)
+        return false;
+    const QByteArray machine(static_cast<const char *>(x.getPropertyValue(reply.get())),
+                             x.getPropertyValueLength(reply.get()));
+    return machine.isEmpty() || machine == hostName();
+}
+
+// In both walks all questions go first, then all answers come: one round trip, not one for each
+// window.
+
+std::vector<xcb_window_t> Session::ofThisMachine(const std::vector<xcb_window_t> &windows)
+{
+    constexpr std::uint32_t longestName = 64; // in units of four bytes
+    Questions questions;
+    for (const xcb_window_t window : windows)
+        questions.push_back(x.getProperty(connection, 0, window, XCB_ATOM_WM_CLIENT_MACHINE,
+                                          XCB_GET_PROPERTY_TYPE_ANY, 0, longestName));
+    std::vector<xcb_window_t> local;
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        if (isThisMachine(questions[i]))
+            local.push_back(windows[i]);
+    return local;
+}
+
+QSet<int> Session::statedOwners(const std::vector<xcb_window_t> &windows)
+{
+    Questions questions;
+    for (const xcb_window_t window : windows)
+        questions.push_back(x.getWmPid(&names, window));
+    QSet<int> owners;
+    for (const xcb_get_property_cookie_t question : questions) {
+        std::uint32_t processId = 0;
+        if (x.getCardinalReply(&names, question, &processId, nullptr) != 0)
+            owners.insert(static_cast<int>(processId));
+    }
+    return owners;
+}
+
+QSet<int> Session::owners(const std::vector<xcb_window_t> &windows)
+{
+    // Another machine's process ids say nothing about the processes here.
+    const std::vector<xcb_window_t> local = ofThisMachine(windows);
+    const std::optional<QSet<int>> known = clientProcesses(x, connection, local);
+    return known ? *known : statedOwners(local);
 }
 
 } // namespace
 
 std::optional<QSet<int>> windowOwners()
 {
-    int screen = 0;
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, &screen));
-    if (xcb_connection_has_error(connection.get()) != 0)
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return std::nullopt;
-    Ewmh ewmh(connection.get());
-    if (!ewmh.ready)
+    const XcbLibrary *x = XcbLibrary::get();
+    if (x == nullptr)
         return std::nullopt;
-    const std::optional<std::vector<xcb_window_t>> windows = clientList(ewmh, screen);
+    Session session(*x);
+    if (!session.isReady())
+        return std::nullopt;
+    const std::optional<std::vector<xcb_window_t>> windows = session.clientList();
     if (!windows)
         return std::nullopt;
-
-    // All questions first, then all answers: one round trip, not one for each window.
-    std::vector<xcb_get_property_cookie_t> questions;
-    questions.reserve(windows->size());
-    for (const xcb_window_t window : *windows)
-        questions.push_back(xcb_ewmh_get_wm_pid(&ewmh.atoms, window));
-    QSet<int> owners;
-    for (const xcb_get_property_cookie_t question : questions) {
-        std::uint32_t processId = 0;
-        if (xcb_ewmh_get_wm_pid_reply(&ewmh.atoms, question, &processId, nullptr) != 0)
-            owners.insert(static_cast<int>(processId));
-    }
-    return owners;
+    return session.owners(*windows);
 }
 
 } // namespace varnel

@@ -54,6 +54,8 @@ bool GenericView::needToDrawBackground() const
 
 void GenericView::setNeedToDrawBackground(bool need)
 {
+    if (need != drawsBackground)
+        update(); // all of it, not only where something else is drawn anew
     drawsBackground = need;
 }
 

@@ -90,8 +90,19 @@ void Quillet::disableSaveButton()
         page->setButtonsEnabled(false);
 }
 
+void Quillet::askForView(int settingId) const
+{
+    const SettingRow *setting = findSetting(settingId);
+    for (const std::shared_ptr<SettingModule> &module : moduleList) {
+        if (setting && module->row().id == setting->module)
+            module->getView(setting->viewClass, false);
+    }
+}
+
 void Quillet::saveChanges()
 {
+    for (const ChangeRecord &change : context.shared.quilletCommands())
+        askForView(change.locationId);
     // Failures have been logged where they happened; they stop nothing and are shown nowhere.
     static_cast<void>(pending.saveChanges());
     disableSaveButton();
@@ -123,7 +134,6 @@ void Quillet::cancelAlertDidEnd(int returnCode)
 void Quillet::readData()
 {
     const SharedObject &shared = context.shared;
-    const PreferenceFiles::ReadPass pass(context.files);
     const std::array<std::shared_ptr<SettingModule>, 9> order {
         shared.generalModule(), shared.safariModule(),        shared.finderModule(),
         shared.dockModule(),    shared.screenCaptureModule(), shared.mailModule(),
@@ -148,11 +158,13 @@ void Quillet::viewChanges()
 
 Result<void> Quillet::writeData(int settingId, int value, const QString &extra)
 {
+    askForView(settingId);
     return pending.writeData(settingId, value, extra);
 }
 
 QStringList Quillet::actionString(int settingId, int value, const QString &extra) const
 {
+    askForView(settingId);
     return pending.actionString(settingId, value, extra);
 }
 

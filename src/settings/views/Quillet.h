@@ -88,6 +88,8 @@ private:
     template <typename Module>
     void addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected);
     void selectMenu(int row);
+    /// As every use of a setting's view outside a page that is built: it takes the shading off.
+    void askForView(int settingId) const;
     void buildPage(SettingModule *module, int filter, int &total, int &top, bool finish,
                    bool &shading);
 

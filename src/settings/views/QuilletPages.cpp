@@ -1,6 +1,5 @@
 // The part of the controller that lays its pages out.
 
-#include "settings/PreferenceFiles.h"
 #include "settings/views/Modules.h"
 #include "settings/views/Quillet.h"
 #include "settings/views/QuilletView.h"
@@ -34,7 +33,6 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
 {
     if (!page || !module)
         return;
-    const PreferenceFiles::ReadPass pass(context.files);
     SettingsColumn *column = page->mainView();
     page->scrollToTop();
     if (total < 1 && filter < 0)

@@ -2,7 +2,6 @@
 
 #include "base/Logging.h"
 #include "base/Text.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/SearchIndex.h"
 #include "settings/views/Quillet.h"
 #include "settings/views/QuilletView.h"
@@ -14,7 +13,6 @@ void Quillet::doSearch()
     if (!page)
         return;
     removeSubview();
-    const PreferenceFiles::ReadPass pass(context.files);
     int total = 0;
     int top = -1;
     bool shading = true;

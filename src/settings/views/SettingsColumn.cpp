@@ -13,6 +13,7 @@ SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent)
 int SettingsColumn::append(QWidget *row)
 {
     row->setParent(this);
+    stack.removeOne(row);
     stack.append(row);
     row->show();
     layOutRows();

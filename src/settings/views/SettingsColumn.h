@@ -13,7 +13,7 @@ class SettingsColumn : public QWidget {
 public:
     explicit SettingsColumn(QWidget *parent = nullptr);
 
-    /// Adds a row at the lower end; its height at the column's width.
+    /// Adds a row at the lower end, or moves it there; its height at the column's width.
     int append(QWidget *row);
 
     /// Takes every row out, the last one first. Rows are left to their owners.

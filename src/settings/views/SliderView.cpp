@@ -1,9 +1,7 @@
 #include "settings/views/SliderView.h"
 
 #include "base/Text.h"
-#include "settings/views/DefaultBox.h"
 #include "ui/Theme.h"
-#include "ui/WheelGuard.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,7 +13,7 @@ namespace varnel {
 
 SliderView::SliderView(const ViewContext &context, const QList<const SettingRow *> &settings,
                        const Caption &caption)
-    : GenericView(context, settings, caption), slider(setting().minimum)
+    : DefaultedView(context, settings, caption), slider(setting().minimum)
 {
 }
 
@@ -28,9 +26,9 @@ void SliderView::readData(bool updateControls)
         return;
     if (reading.found)
         slider.show(std::clamp(reading.value.number, setting().minimum, setting().maximum));
-    checkBox.show(!reading.found);
+    showBox(!reading.found);
     reportedNumber = slider.value();
-    reportedBox = checkBox.value();
+    takeBoxState();
     updateLabelValue();
     setDefaultCheckBoxStat();
 }
@@ -43,9 +41,9 @@ void SliderView::updateLabelValue()
 
 void SliderView::setDefaultCheckBoxStat()
 {
-    slider.setEnabled(!checkBox.value());
+    slider.setEnabled(!boxIsOn());
     if (label)
-        label->setEnabled(!checkBox.value());
+        label->setEnabled(!boxIsOn());
 }
 
 void SliderView::sliderChangeValue()
@@ -53,58 +51,30 @@ void SliderView::sliderChangeValue()
     if (slider.value() == reportedNumber)
         return;
     updateLabelValue();
-    backupValue(getViewID(), backupValueInt(), QStringLiteral(""));
+    reportOldValue();
     reportedNumber = slider.value();
     changeValue(getViewID(), reportedNumber, QStringLiteral(""));
 }
 
-void SliderView::checkBoxChangeValue()
-{
-    if (checkBox.value() == reportedBox)
-        return;
-    updateLabelValue();
-    setDefaultCheckBoxStat();
-    reportedBox = checkBox.value();
-    backupValue(getViewID(), backupValueInt(), QStringLiteral(""));
-    // Off reports nothing: there is no number until the slider moves.
-    if (reportedBox)
-        changeValue(getViewID(), -1, QStringLiteral(""));
-}
-
 void SliderView::writeShownData()
 {
-    writeData(getViewID(), {checkBox.value() ? -1 : slider.value()});
+    writeData(getViewID(), {boxIsOn() ? -1 : slider.value()});
 }
 
 void SliderView::buildControls(QBoxLayout *column)
 {
     auto *widget = new QSlider(Qt::Horizontal, this);
     widget->setObjectName(QStringLiteral("slider"));
-    widget->setAccessibleName(setting().label);
     widget->setRange(setting().minimum, setting().maximum);
     widget->setPageStep(16);
-    widget->setFixedWidth(Theme::fieldWidth);
-    WheelGuard::protect(widget);
     slider.attach(widget);
-    titleLabel()->setBuddy(widget);
-
     label = new QLabel(this);
-    label->setObjectName(QStringLiteral("label"));
-    auto *line = new QHBoxLayout;
-    line->addStretch();
-    line->addWidget(label);
-    line->addSpacing(Theme::gap);
-    line->addWidget(widget);
-    column->addLayout(line);
-
-    QCheckBox *box = makeDefaultBox(this, setting().label);
-    checkBox.attach(box);
-    column->addLayout(noteLine(box));
+    column->addLayout(numberLine(label, widget));
+    column->addLayout(boxLine(Theme::fieldWidth));
 
     updateLabelValue();
     setDefaultCheckBoxStat();
     connect(widget, &QSlider::valueChanged, this, &SliderView::sliderChangeValue);
-    connect(box, &QCheckBox::clicked, this, &SliderView::checkBoxChangeValue);
 }
 
 } // namespace varnel

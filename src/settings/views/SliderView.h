@@ -1,14 +1,13 @@
 #pragma once
 
-#include "settings/views/ControlState.h"
-#include "settings/views/GenericView.h"
+#include "settings/views/DefaultedView.h"
 
 class QSlider;
 
 namespace varnel {
 
 /// A number of pixels on a slider, with a box for the default.
-class SliderView : public GenericView {
+class SliderView : public DefaultedView {
     Q_OBJECT
 
 public:
@@ -16,12 +15,10 @@ public:
                const Caption &caption);
 
     [[nodiscard]] int currentSliderValue() const { return reportedNumber; }
-    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
 
     void sliderChangeValue();
-    void checkBoxChangeValue();
     void updateLabelValue();
-    void setDefaultCheckBoxStat();
+    void setDefaultCheckBoxStat() override;
 
     void readData(bool updateControls) override;
     void writeShownData() override;
@@ -31,10 +28,8 @@ protected:
 
 private:
     ControlState<QAbstractSlider, int> slider;
-    ControlState<QCheckBox, bool> checkBox;
     QLabel *label = nullptr;
     int reportedNumber = 0;
-    bool reportedBox = false;
 };
 
 } // namespace varnel

@@ -1,19 +1,11 @@
 #include "settings/views/StepperView.h"
 
-#include "settings/views/DefaultBox.h"
 #include "ui/Theme.h"
-#include "ui/WheelGuard.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 
 namespace varnel {
-
-StepperView::StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                         const Caption &caption)
-    : GenericView(context, settings, caption)
-{
-}
 
 void StepperView::readData(bool updateControls)
 {
@@ -25,37 +17,26 @@ void StepperView::readData(bool updateControls)
         stepper.show(reading.value.number); // and the box stays as it is
     } else {
         stepper.show(setting().shownWhenMissing);
-        checkBox.show(true);
+        showBox(true);
         setDefaultCheckBoxStat();
     }
     // Not what is shown: a missing key compares and backs up as the default.
     reportedNumber = backupValueInt();
-    reportedBox = checkBox.value();
+    takeBoxState();
 }
 
 void StepperView::setDefaultCheckBoxStat()
 {
-    stepper.setEnabled(!checkBox.value());
+    stepper.setEnabled(!boxIsOn());
     if (label)
-        label->setEnabled(!checkBox.value());
+        label->setEnabled(!boxIsOn());
 }
 
 void StepperView::stepperChangeValue()
 {
     reportedNumber = stepper.value();
-    backupValue(getViewID(), backupValueInt(), QStringLiteral(""));
+    reportOldValue();
     changeValue(getViewID(), reportedNumber, QStringLiteral(""));
-}
-
-void StepperView::checkBoxChangeValue()
-{
-    if (checkBox.value() == reportedBox)
-        return;
-    setDefaultCheckBoxStat();
-    reportedBox = checkBox.value();
-    backupValue(getViewID(), backupValueInt(), QStringLiteral(""));
-    if (reportedBox)
-        changeValue(getViewID(), -1, QStringLiteral(""));
 }
 
 void StepperView::writeShownData()
@@ -67,29 +48,14 @@ void StepperView::buildControls(QBoxLayout *column)
 {
     auto *widget = new QSpinBox(this);
     widget->setObjectName(QStringLiteral("stepper"));
-    widget->setAccessibleName(setting().label);
     widget->setRange(setting().minimum, setting().maximum);
-    widget->setFixedWidth(Theme::fieldWidth);
-    WheelGuard::protect(widget);
     stepper.attach(widget);
-    titleLabel()->setBuddy(widget);
-
     label = new QLabel(QStringLiteral("items"), this);
-    label->setObjectName(QStringLiteral("label"));
     label->setEnabled(stepper.isEnabled());
-    auto *line = new QHBoxLayout;
-    line->addStretch();
-    line->addWidget(label);
-    line->addSpacing(Theme::gap);
-    line->addWidget(widget);
-    column->addLayout(line);
-
-    QCheckBox *box = makeDefaultBox(this, setting().label);
-    checkBox.attach(box);
-    column->addLayout(noteLine(box));
+    column->addLayout(numberLine(label, widget));
+    column->addLayout(boxLine(Theme::fieldWidth));
 
     connect(widget, &QSpinBox::valueChanged, this, &StepperView::stepperChangeValue);
-    connect(box, &QCheckBox::clicked, this, &StepperView::checkBoxChangeValue);
 }
 
 } // namespace varnel

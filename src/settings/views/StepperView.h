@@ -1,24 +1,20 @@
 #pragma once
 
-#include "settings/views/ControlState.h"
-#include "settings/views/GenericView.h"
+#include "settings/views/DefaultedView.h"
 
 namespace varnel {
 
 /// A number in a field with a stepper, with a box for the default.
-class StepperView : public GenericView {
+class StepperView : public DefaultedView {
     Q_OBJECT
 
 public:
-    StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                const Caption &caption);
+    using DefaultedView::DefaultedView;
 
     [[nodiscard]] int currentStepperValue() const { return reportedNumber; }
-    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
 
     void stepperChangeValue();
-    void checkBoxChangeValue();
-    void setDefaultCheckBoxStat();
+    void setDefaultCheckBoxStat() override;
 
     void readData(bool updateControls) override;
     void writeShownData() override;
@@ -28,10 +24,8 @@ protected:
 
 private:
     ControlState<QSpinBox, int> stepper;
-    ControlState<QCheckBox, bool> checkBox;
     QLabel *label = nullptr;
     int reportedNumber = 0;
-    bool reportedBox = false;
 };
 
 } // namespace varnel

@@ -8,27 +8,21 @@
 
 namespace varnel {
 
-TextView::TextView(const ViewContext &context, const QList<const SettingRow *> &settings,
-                   const Caption &caption)
-    : GenericView(context, settings, caption)
-{
-}
-
 void TextView::readData(bool updateControls)
 {
     const SettingReading reading = readSetting();
     if (updateControls) {
         textField.show(reading.found ? reading.value.text : QStringLiteral(""));
-        checkBox.show(!reading.found);
+        showBox(!reading.found);
         reportedText = textField.value();
-        reportedBox = checkBox.value();
+        takeBoxState();
     }
     setBackupValueStr(reading.found ? reading.value.text : defaultText());
 }
 
 void TextView::setDefaultCheckBoxStat()
 {
-    textField.setEnabled(!checkBox.value());
+    textField.setEnabled(!boxIsOn());
 }
 
 void TextView::textFieldChangeValue()
@@ -45,21 +39,9 @@ void TextView::updateWindowForControlTextChange()
 {
     if (reportedText == textField.value())
         return;
-    backupValue(getViewID(), 0, backupValueStr());
+    reportOldValue();
     reportedText = textField.value();
     changeValue(getViewID(), 0, reportedText);
-}
-
-void TextView::checkBoxChangeValue()
-{
-    if (checkBox.value() == reportedBox)
-        return;
-    setDefaultCheckBoxStat();
-    reportedBox = checkBox.value();
-    backupValue(getViewID(), 0, backupValueStr());
-    // Off reports nothing: there is no text until somebody types.
-    if (reportedBox)
-        changeValue(getViewID(), 0, defaultText());
 }
 
 void TextView::writeShownData()
@@ -74,11 +56,7 @@ void TextView::buildControls(QBoxLayout *column)
     buildFieldLine(line);
     column->addLayout(line);
     const int width = line->sizeHint().width();
-
-    QCheckBox *box = makeDefaultBox(this, setting().label);
-    checkBox.attach(box);
-    column->addLayout(noteLine(box, width)); // under the field's left edge
-    connect(box, &QCheckBox::clicked, this, &TextView::checkBoxChangeValue);
+    column->addLayout(boxLine(width)); // under the field's left edge
 }
 
 void TextView::buildFieldLine(QHBoxLayout *line)

@@ -1,27 +1,21 @@
 #pragma once
 
-#include "settings/views/ControlState.h"
-#include "settings/views/GenericView.h"
-
-class QHBoxLayout;
+#include "settings/views/DefaultedView.h"
 
 namespace varnel {
 
 /// A text field, with a box for the default. Every keystroke reports the new text.
-class TextView : public GenericView {
+class TextView : public DefaultedView {
     Q_OBJECT
 
 public:
-    TextView(const ViewContext &context, const QList<const SettingRow *> &settings,
-             const Caption &caption);
+    using DefaultedView::DefaultedView;
 
     [[nodiscard]] QString currentTextFieldValue() const { return reportedText; }
-    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
 
     void textFieldChangeValue();
     void controlTextDidChange();
-    void checkBoxChangeValue();
-    virtual void setDefaultCheckBoxStat();
+    void setDefaultCheckBoxStat() override;
     virtual void updateWindowForControlTextChange();
 
     void readData(bool updateControls) override;
@@ -38,9 +32,7 @@ protected:
 
 private:
     ControlState<QLineEdit, QString> textField {QStringLiteral("")};
-    ControlState<QCheckBox, bool> checkBox;
     QString reportedText;
-    bool reportedBox = false;
 };
 
 } // namespace varnel

@@ -69,6 +69,7 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate),
       terminationSignals(&VarnelAppDelegate::terminate)
 {
+    store.sweep(home.preferencesDirectory());
     mainWindow.setCloseGate([this] { return quitFlow.windowShouldClose(); });
     QObject::connect(&mainWindow, &MainWindow::quitRequested, &VarnelAppDelegate::terminate);
     delegate.setWindow(&mainWindow);

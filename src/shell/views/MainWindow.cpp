@@ -108,6 +108,8 @@ void MainWindow::setCloseGate(std::function<bool()> gate)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(!windowShouldClose || windowShouldClose());
+    if (!event->isAccepted() && isMinimized())
+        raiseToUser(); // what is asked now would be hidden with the window
 }
 
 void MainWindow::raiseToUser()

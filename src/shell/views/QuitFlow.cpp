@@ -10,6 +10,7 @@
 #include "shell/views/CloseRowsModel.h"
 #include "ui/Dialogs.h"
 
+#include <QApplication>
 #include <QPointer>
 
 #include <utility>
@@ -25,7 +26,7 @@ bool QuitFlow::windowShouldClose()
 {
     if (forceToClose)
         return true;
-    if (asking)
+    if (asking || QApplication::activeModalWidget() != nullptr)
         return false;
     const qsizetype loginItemChanges = context.shared.loginItemCommands().size();
     const qsizetype settingChanges = context.shared.quilletCommands().size();
@@ -55,7 +56,7 @@ void QuitFlow::saveAlertDidEnd(int returnCode)
     if (returnCode == FirstButton)
         savePending();
     else if (returnCode != ThirdButton)
-        return;
+        return; // the window stays as it was
     if (!checkKillAppStatus())
         finish();
 }
@@ -108,6 +109,7 @@ void QuitFlow::closeKillAppWindow()
 
 void QuitFlow::finish()
 {
+    asking = true; // should windows be closed on the way out, nothing is asked again
     terminate();
     forceToClose = true;
 }

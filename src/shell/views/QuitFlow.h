@@ -20,7 +20,7 @@ public:
     QuitFlow(const PageContext &context, QWidget &mainWindow, std::function<void()> terminate);
 
     /// Whether the window may close now. Otherwise a question is up, and the flow goes on with its
-    /// answer; while one is up, further requests change nothing.
+    /// answer; while any question or sheet is up, further requests change nothing.
     [[nodiscard]] bool windowShouldClose();
 
     void saveAlertDidEnd(int returnCode);

@@ -1,10 +1,11 @@
 #include "shell/views/WelcomeView.h"
 
 #include "platform/Desktop.h"
+#include "settings/Catalogue.h"
+#include "shell/views/WelcomeLink.h"
+#include "shell/views/WelcomeLinkBox.h"
 #include "ui/Icons.h"
 #include "ui/Theme.h"
-
-#include <QToolButton>
 
 #include <array>
 
@@ -17,22 +18,23 @@ namespace {
 const QString websiteAddress = QStringLiteral("https://varnel.example/");
 
 struct Link {
-    const char16_t *text;
-    const char16_t *icon;
+    ModuleId group;
+    const char16_t *title;
+    const char16_t *line; ///< after the group's name
 };
 
-// In the order of the commands. Each leads to a whole group, which its first word names.
+// In the order of the commands. Each leads to a whole group and names something of it.
 constexpr std::array<Link, 10> links {{
-    {u"Time Machine: whether new disks are offered for backup", u"backup"},
-    {u"General: scroll bars, key repeat, the Library folder", u"General"},
-    {u"Mail: animation of replies and of sending", u"mail"},
-    {u"Mail: messages as plain text", u"mail"},
-    {u"Mail: addresses copied without names", u"mail"},
-    {u"QuickTime Player X: play a movie as it opens", u"QuickTimePlayerX"},
-    {u"QuickTime Player X: controls and title bar", u"QuickTimePlayerX"},
-    {u"QuickTime Player X: captions and subtitles", u"QuickTimePlayerX"},
-    {u"Finder: hidden files and folders", u"Finder"},
-    {u"Finder: quit menu, full paths, animations", u"Finder"},
+    {ModuleId::TimeMachine, u"New disks for backup", u"whether each new disk is offered"},
+    {ModuleId::General, u"Scroll bars and key repeat", u"also spelling and the Library folder"},
+    {ModuleId::Mail, u"Animations in Mail", u"when replying and when sending"},
+    {ModuleId::Mail, u"Messages as plain text", u"how messages are shown"},
+    {ModuleId::Mail, u"Addresses and attachments", u"how they are copied and shown"},
+    {ModuleId::QuickTimePlayer, u"Play movies at once", u"start when a file opens"},
+    {ModuleId::QuickTimePlayer, u"Controls and title bar", u"keep them hidden or in view"},
+    {ModuleId::QuickTimePlayer, u"Captions and subtitles", u"show them when a movie opens"},
+    {ModuleId::Finder, u"Hidden files and folders", u"see what is usually out of sight"},
+    {ModuleId::Finder, u"Quit menu and full paths", u"also sounds and animations"},
 }};
 
 constexpr int linksInColumn = 5;
@@ -55,35 +57,25 @@ void WelcomeView::awakeFromNib()
     Theme::setTextRole(ui->titleLabel, Theme::TextRole::PageTitle);
     Theme::setTextRole(ui->linksTitle, Theme::TextRole::RowTitle);
     Theme::setTextRole(ui->safetyLabel, Theme::TextRole::Help);
+    Theme::setTextRole(ui->websiteButton, Theme::TextRole::Help);
     ui->titleLabel->adjustSize();
+    // The window's own ground shows through.
+    ui->scrollArea->viewport()->setAutoFillBackground(false);
+    ui->contents->setAutoFillBackground(false);
 }
 
 void WelcomeView::addLinks()
 {
-    for (int i = 0; i < int(links.size()); ++i) {
-        const Link &link = links.at(static_cast<std::size_t>(i));
-        QToolButton *button =
-            makeLink(i + 1, QString::fromUtf16(link.text), QString::fromUtf16(link.icon));
-        ui->linkGrid->addWidget(button, i % linksInColumn, i / linksInColumn, Qt::AlignLeft);
+    for (int number = 1; number <= int(links.size()); ++number) {
+        const Link &row = links.at(static_cast<std::size_t>(number - 1));
+        const ModuleRow &group = moduleRow(row.group);
+        auto *link = new WelcomeLink(Icons::icon(group.icon), QString::fromUtf16(row.title),
+                                     group.outlineTitle + u": " + QString::fromUtf16(row.line));
+        link->setObjectName(u"openCommand" + QString::number(number));
+        connect(link, &QAbstractButton::clicked, this,
+                [this, number] { emit commandChosen(number); });
+        (number <= linksInColumn ? ui->leftLinks : ui->rightLinks)->addLink(link);
     }
-}
-
-QToolButton *WelcomeView::makeLink(int number, const QString &text, const QString &icon)
-{
-    auto *button = new QToolButton(this);
-    button->setObjectName(u"openCommand" + QString::number(number));
-    button->setAutoRaise(true);
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setIcon(Icons::icon(icon));
-    button->setIconSize({Theme::tabIconSize, Theme::tabIconSize});
-    button->setText(text);
-    button->setCursor(Qt::PointingHandCursor);
-    button->setFocusPolicy(Qt::StrongFocus);
-    QPalette ink = button->palette();
-    ink.setColor(QPalette::ButtonText, Theme::accent(ink));
-    button->setPalette(ink);
-    connect(button, &QToolButton::clicked, this, [this, number] { emit commandChosen(number); });
-    return button;
 }
 
 void WelcomeView::openBrackwellWebsite()

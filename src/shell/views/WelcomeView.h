@@ -6,8 +6,6 @@
 
 #include <memory>
 
-class QToolButton;
-
 namespace Ui {
 class WelcomeView;
 }
@@ -31,7 +29,6 @@ signals:
 private:
     void awakeFromNib();
     void addLinks();
-    [[nodiscard]] QToolButton *makeLink(int number, const QString &text, const QString &icon);
 
     PageContext context;
     std::unique_ptr<Ui::WelcomeView> ui;

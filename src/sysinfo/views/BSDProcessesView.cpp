@@ -1,9 +1,6 @@
 #include "sysinfo/views/BSDProcessesView.h"
 
-#include "base/Logging.h"
-#include "base/Text.h"
-#include "platform/Desktop.h"
-#include "platform/ProcessTable.h"
+#include "sysinfo/ProcessActions.h"
 #include "sysinfo/views/ProcessCell.h"
 #include "sysinfo/views/ProcessModel.h"
 #include "ui/Theme.h"
@@ -14,12 +11,6 @@
 #include "ui_BSDProcessesView.h"
 
 namespace varnel {
-
-namespace {
-
-constexpr int terminateSignal = 15;
-
-} // namespace
 
 BSDProcessesView::BSDProcessesView(const PageContext &context, QWidget *parent)
     : QWidget(parent), context(context), ui(std::make_unique<Ui::BSDProcessesView>()),
@@ -64,22 +55,42 @@ int BSDProcessesView::selectedRow() const
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-void BSDProcessesView::refreshData()
+void BSDProcessesView::select(const QString &bundleLocation)
 {
-    processes->setRows(getBSDProcesses(context.host->processTable, context.host->processManager,
-                                       context.host->files));
+    const QList<ProcessRow> &rows = processes->rows();
+    for (int row = 0; row < rows.size(); ++row) {
+        if (rows[row].bundleLocation == bundleLocation)
+            return ui->tableView->selectRow(row);
+    }
+}
+
+void BSDProcessesView::getBSDProcesses()
+{
+    processes->setRows(varnel::getBSDProcesses(context.host->processTable,
+                                               context.host->processManager, context.host->files));
+}
+
+void BSDProcessesView::reloadTable()
+{
+    ui->tableView->clearSelection();
     ui->emptyLabel->setVisible(processes->rowCount() == 0);
     tableViewSelected();
 }
 
-void BSDProcessesView::showInFinder()
+void BSDProcessesView::refreshData()
 {
     const int row = selectedRow();
-    if (row < 0)
-        return;
-    const QString location = processes->rows()[row].bundleLocation;
-    context.host->desktop.launch(QStringLiteral("/usr/bin/open"), location,
-                                 {QStringLiteral("-R"), location});
+    const QString selected = row < 0 ? QString() : processes->rows()[row].bundleLocation;
+    getBSDProcesses();
+    reloadTable();
+    // The same application, wherever it stands now.
+    select(selected);
+}
+
+void BSDProcessesView::showInFinder()
+{
+    if (const int row = selectedRow(); row >= 0)
+        varnel::showInFinder(processes->rows()[row], context.host->desktop);
 }
 
 void BSDProcessesView::killProcess()
@@ -87,12 +98,13 @@ void BSDProcessesView::killProcess()
     const int row = selectedRow();
     if (row < 0)
         return;
-    const int outcome =
-        context.host->processManager.kill(processes->rows()[row].processId, terminateSignal);
-    if (outcome == 0)
-        varnelLog(lcSysInfo, fillIn(u"%d", {QString::number(outcome)}));
+    // A process that could not be sent the signal leaves the list as silently as any other.
+    static_cast<void>(varnel::killProcess(processes->rows()[row], context.host->processManager));
     processes->removeRowAt(row);
-    tableViewSelected();
+    // Nothing is selected then: a second press must not end the next application.
+    reloadTable();
+    // The button, which can do nothing more, would give the focus to its neighbour.
+    ui->tableView->setFocus();
 }
 
 void BSDProcessesView::tableViewSelected()

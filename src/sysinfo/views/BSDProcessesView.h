@@ -22,6 +22,9 @@ public:
     explicit BSDProcessesView(const PageContext &context, QWidget *parent = nullptr);
     ~BSDProcessesView() override;
 
+    /// Reads the list afresh.
+    void getBSDProcesses();
+    /// The same, and shows it; the application that was selected stays so.
     void refreshData();
     void showInFinder();
     /// Asks nothing first; the row goes whatever the outcome.
@@ -31,6 +34,8 @@ public:
 
 private:
     void setUpTable();
+    void reloadTable();
+    void select(const QString &bundleLocation);
     [[nodiscard]] int selectedRow() const;
 
     PageContext context;

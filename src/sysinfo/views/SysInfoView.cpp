@@ -71,11 +71,11 @@ SysInfoView::SysInfoView(const PageContext &context, QWidget *parent)
       root(categoryNodes()), memoryRows(new TextTableModel({{tr("Name")}, {tr("Value")}}, this))
 {
     ui->setupUi(this);
-    loadProcessPage();
     setUpOutline();
     setUpTable();
-    getMacOSXInfo();
+    loadProcessPage();
     showTable(Qt::AlignLeft);
+    getMacOSXInfo();
 }
 
 SysInfoView::~SysInfoView() = default;
@@ -121,8 +121,8 @@ void SysInfoView::outlineViewSelectionDidChange(const QModelIndex &selected)
         ui->pages->setCurrentWidget(ui->customView);
         return;
     }
-    (this->*category->fill)();
     showTable(category->valueAlignment);
+    (this->*category->fill)();
 }
 
 void SysInfoView::showTable(Qt::Alignment valueAlignment)

@@ -202,6 +202,14 @@ TEST_F(SpecialSettings, ChangingSongPreviewsChangesHalfStarsToo)
     EXPECT_EQ(index(1600), 0);
 }
 
+TEST_F(SpecialSettings, GeneralAndScreenCaptureSettingsAskForNoRestart)
+{
+    for (const int id : {1300, 1301, 1302, 1303, 1304, 1400, 1401, 1402, 1403})
+        (void)home.write(id, {0, u"text"_qs}); // the folder's flag can't be kept everywhere
+    EXPECT_EQ(home.flags, RestartFlags());
+    EXPECT_TRUE(home.has(screenCapture));
+}
+
 TEST_F(SpecialSettings, NumbersReadAsTheyStandAndMinusOneWhenMissing)
 {
     EXPECT_EQ(home.read(1004).value, SettingValue {-1});

@@ -89,6 +89,8 @@ TEST(BaseNode, OnlyANodeWithAnIconAndNoAbsolutePathCanBeDragged)
     EXPECT_TRUE(node->isDraggable());
     node->setURL(QStringLiteral("/Applications"));
     EXPECT_FALSE(node->isDraggable());
+    node->setURL(QStringLiteral(":/icons/dock.svg")); // absolute to the toolkit, no path to a user
+    EXPECT_TRUE(node->isDraggable());
 }
 
 TEST_F(BaseNodeTree, AParentIsFoundAtAnyDepth)

@@ -108,6 +108,17 @@ TEST_F(ToolsTest, AGapLeftByADeletedBackupIsUsedAgain)
     EXPECT_EQ(next(), QStringLiteral("quillet2.sqlite"));
 }
 
+TEST_F(ToolsTest, TheTwelfthNameIsChosenOnlyWhenAllElevenBeforeItAreTaken)
+{
+    QStringList taken;
+    for (int number = 1; number <= 11; ++number)
+        taken.append(QStringLiteral("quillet%1.sqlite").arg(number));
+    haveBackups(taken);
+    EXPECT_EQ(next(), QStringLiteral("quillet12.sqlite"));
+    ASSERT_TRUE(QFile::remove(backup + taken.at(6)));
+    EXPECT_EQ(next(), taken.at(6));
+}
+
 TEST_F(ToolsTest, ChoosingTheBackupNameMakesNoFileSoThatTheNextRunChoosesItAgain)
 {
     haveBackups({});

@@ -1,61 +1,17 @@
 #include "sysinfo/ProcessList.h"
 #include "support/FakeFileReader.h"
+#include "support/FakeProcesses.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
-
-#include <cerrno>
-#include <cstring>
-#include <map>
-#include <vector>
 
 using namespace varnel;
 using namespace varnel::test;
 
 namespace {
 
-struct Known {
-    std::optional<QString> bundle;
-    std::optional<QString> name;
-    bool visible = true;
-};
-
-class FakeManager : public ProcessManager {
-public:
-    std::optional<QString> bundleLocation(int id) const override { return processes.at(id).bundle; }
-    std::optional<QString> processName(int id) const override { return processes.at(id).name; }
-    bool isVisible(int id) const override { return processes.at(id).visible; }
-    void refresh() override { ++refreshed; }
-    int kill(int, int) override { return -1; }
-
-    std::map<int, Known> processes;
-    int refreshed = 0;
-};
-
-void append(std::vector<std::byte> &records, std::int32_t id, std::int8_t priority)
-{
-    const std::size_t start = records.size();
-    records.resize(start + 648, std::byte {0xEE});
-    std::memcpy(records.data() + start + 40, &id, sizeof id);
-    std::memcpy(records.data() + start + 242, &priority, sizeof priority);
-}
-
-class FixedTable : public ProcessTable {
-public:
-    int sysctl(const int *, unsigned, void *old, std::size_t *oldLength) const override
-    {
-        if (error != 0) {
-            errno = error;
-            return -1;
-        }
-        *oldLength = records.size();
-        if (old != nullptr)
-            std::memcpy(old, records.data(), records.size());
-        return 0;
-    }
-
-    std::vector<std::byte> records;
-    int error = 0;
-};
+const QString sysInfoCategory = QStringLiteral("varnel.sysinfo");
+const QByteArray iconKey = "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key>";
 
 QString text(const char *latin)
 {
@@ -67,26 +23,48 @@ ProcessRow row(const char *bundle, int id)
     return {text("p"), text("0"), id, text(bundle), text("")};
 }
 
+struct ProcessListTest : testing::Test {
+    void add(int id, const char *bundle, const char *name)
+    {
+        table.add(id);
+        manager.processes[id] = {text(bundle), text(name)};
+    }
+
+    FakeProcessTable table;
+    FakeProcessManager manager;
+    FakeFileReader files;
+};
+
 } // namespace
 
-TEST(ProcessList, TakesVisibleProcessesWithABundleAndANameInTableOrder)
+TEST_F(ProcessListTest, TakesVisibleProcessesWithABundleAndANameInTableOrder)
 {
-    FakeManager manager;
     manager.processes = {{30, {text("/A/Mail.app"), text("Mail")}},
                          {4, {std::nullopt, text("tool")}},
                          {5, {text("/A/X.app"), std::nullopt}},
                          {6, {text("/A/Agent.app"), text("Agent"), false}},
                          {7, {text("/A/Clock.app"), text("Clock")}}};
-    std::vector<std::byte> records;
     for (const int id : {30, 4, 5, 6, 7})
-        append(records, id, std::int8_t(id == 7 ? -20 : 47));
+        table.add(id, std::int8_t(id == 7 ? -20 : 47));
     EXPECT_EQ(
-        visibleProcesses(records, manager),
+        visibleProcesses(table.records, manager),
         (QList<ProcessRow> {{text("Mail"), text("47"), 30, text("/A/Mail.app"), text("")},
                             {text("Clock"), text("-20"), 7, text("/A/Clock.app"), text("")}}));
 }
 
-TEST(ProcessList, TwoProcessesOfABundleAreOneRowWithTheHigherId)
+TEST_F(ProcessListTest, APathThatDoesNotFit1024BytesLeavesTheProcessOut)
+{
+    table.add(1);
+    table.add(2);
+    // Two bytes for each letter: it is bytes that count.
+    const QString longest = u'/' + QString(511, QChar(0xE4));
+    manager.processes = {{1, {longest, text("fits")}}, {2, {longest + u'x', text("does not")}}};
+    const QList<ProcessRow> rows = visibleProcesses(table.records, manager);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].process, text("fits"));
+}
+
+TEST_F(ProcessListTest, TwoProcessesOfABundleAreOneRowWithTheHigherId)
 {
     const QList<ProcessRow> rows {row("/a", 10), row("/b", 5),  row("/a", 30),
                                   row("/a", 20), row("/A", 40), row("/b", 4)};
@@ -94,33 +72,54 @@ TEST(ProcessList, TwoProcessesOfABundleAreOneRowWithTheHigherId)
               (QList<ProcessRow> {row("/a", 30), row("/b", 5), row("/A", 40)}));
 }
 
-TEST(ProcessList, AFailedTableLeavesAnEmptyList)
+TEST_F(ProcessListTest, TheRowOfABundleKeepsAllButTheIdOfItsFirstProcess)
 {
-    FixedTable table;
-    table.error = EPERM;
-    FakeManager manager;
-    EXPECT_TRUE(getBSDProcesses(table, manager, FakeFileReader()).isEmpty());
+    QList<ProcessRow> rows {row("/a", 10), row("/a", 30)};
+    rows[1].process = text("helper");
+    rows[1].priority = text("47");
+    EXPECT_EQ(mergedByBundle(rows), (QList<ProcessRow> {row("/a", 30)}));
 }
 
-TEST(ProcessList, FillsTheIconPathOfEachRow)
+TEST_F(ProcessListTest, TenThousandProcessesAreMergedByBundle)
 {
-    FixedTable table;
-    append(table.records, 1, 0);
-    append(table.records, 2, 0);
-    append(table.records, 3, 0);
-    FakeManager manager;
-    manager.processes = {{1, {text("/A.app"), text("A")}},
-                         {2, {text("/B.app"), text("B")}},
-                         {3, {text("/C.app"), text("C")}}};
-    FakeFileReader files;
-    const QByteArray start = "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><string>";
-    files.files[text("/A.app/Contents/Info.plist")] = start + "a.icns</string></dict></plist>";
+    constexpr int count = 10000;
+    constexpr int bundles = 5000;
+    for (int id = 1; id <= count; ++id) {
+        table.add(id);
+        manager.processes[id] = {u"/Applications/" + QString::number(id % bundles), text("p")};
+    }
+    const QList<ProcessRow> rows = getBSDProcesses(table, manager, files);
+    ASSERT_EQ(rows.size(), bundles);
+    for (int i = 0; i < bundles; ++i) {
+        EXPECT_EQ(rows[i].processId, bundles + i + 1);
+        EXPECT_EQ(rows[i].bundleLocation, u"/Applications/" + QString::number((i + 1) % bundles));
+    }
+}
+
+TEST_F(ProcessListTest, AFailedTableLeavesAnEmptyList)
+{
+    add(1, "/A.app", "A");
+    table.error = EPERM;
+    LogCapture log;
+    EXPECT_TRUE(getBSDProcesses(table, manager, files).isEmpty());
+    EXPECT_TRUE(log.texts().isEmpty());
+}
+
+TEST_F(ProcessListTest, FillsTheIconPathOfEachRowAndLogsIt)
+{
+    add(1, "/A.app", "A");
+    add(2, "/B.app", "B");
+    add(3, "/C.app", "C");
+    files.files[text("/A.app/Contents/Info.plist")] =
+        iconKey + "<string>a.icns</string></dict></plist>";
     files.files[text("/A.app/Contents/Resources/a.icns")] = "icon";
-    files.files[text("/B.app/Contents/Info.plist")] = start + "b</string></dict></plist>";
+    files.files[text("/B.app/Contents/Info.plist")] = iconKey + "<string>b</string></dict></plist>";
+    LogCapture log;
     const QList<ProcessRow> rows = getBSDProcesses(table, manager, files);
     ASSERT_EQ(rows.size(), 3);
     EXPECT_EQ(rows[0].icon, text("/A.app/Contents/Resources/a.icns"));
     EXPECT_EQ(rows[1].icon, text("/B.app/Contents/Resources/b.icns"));
     EXPECT_EQ(rows[2].icon, text("/C.app/Contents/Resources/(null).icns"));
+    EXPECT_EQ(log.texts(sysInfoCategory), (QStringList {rows[0].icon, rows[1].icon, rows[2].icon}));
     EXPECT_EQ(manager.refreshed, 1);
 }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "cli/Command.h"
+
+namespace varnel::cli {
+
+/// Stands twice in the registry: "processes" alone lists them too.
+class ListProcessesCommand : public Command {
+public:
+    explicit ListProcessesCommand(QString name);
+
+    [[nodiscard]] CommandInfo info() const override;
+    ExitStatus run(const Request &request, Console &console) const override;
+
+private:
+    QString name;
+};
+
+} // namespace varnel::cli

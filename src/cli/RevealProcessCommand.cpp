@@ -1,0 +1,32 @@
+#include "cli/RevealProcessCommand.h"
+
+#include "platform/linux/LinuxDesktop.h"
+#include "sysinfo/ProcessActions.h"
+
+namespace varnel::cli {
+
+CommandInfo RevealProcessCommand::info() const
+{
+    return {
+        u"processes reveal"_qs,
+        u"Shows a running application in the file manager"_qs,
+        u"Prints the application's line and does not wait for the file manager. Where there is\n"
+        u"none that can show a file, the folder around it is opened."_qs,
+        {processParameter()},
+        {},
+        {u"processes reveal 4711"_qs}};
+}
+
+Result<void> RevealProcessCommand::act(const ProcessRow &row, ProcessManager &) const
+{
+    LinuxDesktop desktop;
+    showInFinder(row, desktop);
+    return {};
+}
+
+QString RevealProcessCommand::deed() const
+{
+    return u"revealed"_qs;
+}
+
+} // namespace varnel::cli

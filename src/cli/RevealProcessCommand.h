@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/OneProcessCommand.h"
+
+namespace varnel::cli {
+
+class RevealProcessCommand : public OneProcessCommand {
+public:
+    [[nodiscard]] CommandInfo info() const override;
+
+protected:
+    Result<void> act(const ProcessRow &row, ProcessManager &manager) const override;
+    [[nodiscard]] QString deed() const override;
+};
+
+} // namespace varnel::cli

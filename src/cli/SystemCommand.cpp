@@ -1,0 +1,51 @@
+#include "cli/SystemCommand.h"
+
+#include "cli/Outcome.h"
+#include "cli/SystemReport.h"
+
+namespace varnel::cli {
+
+CommandInfo SystemCommand::info() const
+{
+    return {
+        u"system"_qs,
+        u"Shows the system's version, its memory and its network counters"_qs,
+        u"The version is that of the system disk mounted at the root, or at the DIR of\n"
+        u"--system-root; what it does not say shows as \"(null)\". Memory and network are those\n"
+        u"of the machine that this runs on."_qs,
+        {{u"CATEGORY"_qs, u"one only: macosx, memory or network"_qs,
+          ParameterInfo::Count::Optional}},
+        {{u"system-root"_qs, u"DIR"_qs, u"the folder at which the system disk is mounted"_qs}},
+        {u"system"_qs, u"system memory --json"_qs,
+         u"system macosx --system-root /mnt/disk --home /mnt/disk/Users/anna"_qs}};
+}
+
+ExitStatus SystemCommand::run(const Request &request, Console &console) const
+{
+    const Result<QList<SystemCategory>> categories = lookUpCategories(request.arguments.value(0));
+    if (!categories)
+        return failure(categories.error());
+
+    QList<SystemReport> reports;
+    QList<Error> errors;
+    for (const SystemCategory &category : categories.value()) {
+        reports.append(readSystem(category, request));
+        if (const Result<InfoRows> &rows = reports.last().rows; !rows)
+            errors.append(rows.error());
+    }
+    // What was typed wrong is said before anything is shown.
+    for (const Error &error : errors)
+        if (error.code == ErrorCode::Invalid)
+            return failure(error);
+    for (const Error &error : errors)
+        Console::message(error.text);
+    if (errors.size() == reports.size())
+        return ExitStatus::Failed;
+    if (request.has(u"json"_qs))
+        console.print(systemDocument(reports));
+    else
+        console.print(systemSheet(reports, console.style()));
+    return errors.isEmpty() ? ExitStatus::Done : ExitStatus::Partly;
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,63 @@
+#include "settings/views/DefaultedView.h"
+
+#include "settings/views/DefaultBox.h"
+#include "ui/Theme.h"
+#include "ui/WheelGuard.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace varnel {
+
+namespace {
+
+SettingValue defaultOf(const SettingRow &row)
+{
+    return row.kind == ValueKind::String ? SettingValue {0, defaultText()} : SettingValue {-1};
+}
+
+} // namespace
+
+void DefaultedView::checkBoxChangeValue()
+{
+    if (checkBox.value() == reportedBox)
+        return;
+    setDefaultCheckBoxStat();
+    takeBoxState();
+    reportOldValue();
+    if (!reportedBox)
+        return;
+    const SettingValue value = defaultOf(setting());
+    changeValue(getViewID(), value.number, value.text);
+}
+
+void DefaultedView::reportOldValue()
+{
+    // A number has no text and a text no number.
+    backupValue(getViewID(), backupValueInt(), backupValueStr());
+}
+
+QHBoxLayout *DefaultedView::numberLine(QLabel *label, QWidget *control)
+{
+    label->setObjectName(QStringLiteral("label"));
+    control->setAccessibleName(setting().label);
+    control->setFixedWidth(Theme::fieldWidth);
+    WheelGuard::protect(control);
+    titleLabel()->setBuddy(control);
+    auto *line = new QHBoxLayout;
+    line->addStretch();
+    line->addWidget(label);
+    line->addSpacing(Theme::gap);
+    line->addWidget(control);
+    return line;
+}
+
+QBoxLayout *DefaultedView::boxLine(int width)
+{
+    QCheckBox *box = makeDefaultBox(this, setting().label);
+    checkBox.attach(box);
+    connect(box, &QCheckBox::clicked, this, &DefaultedView::checkBoxChangeValue);
+    return noteLine(box, width);
+}
+
+} // namespace varnel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "settings/views/ControlState.h"
+#include "settings/views/GenericView.h"
+
+class QHBoxLayout;
+
+namespace varnel {
+
+/// A control with a box below it that stands for removing the key.
+class DefaultedView : public GenericView {
+    Q_OBJECT
+
+public:
+    using GenericView::GenericView;
+
+    [[nodiscard]] int currentCheckBoxValue() const { return reportedBox ? 1 : 0; }
+
+    /// Turned on, the box reports the default. Turned off, it reports nothing: there is no new
+    /// value until somebody uses the control.
+    void checkBoxChangeValue();
+
+    /// Enables the control exactly while the box is off.
+    virtual void setDefaultCheckBoxStat() = 0;
+
+protected:
+    [[nodiscard]] bool boxIsOn() const { return checkBox.value(); }
+    void showBox(bool on) { checkBox.show(on); }
+    /// What the box shows now counts as reported.
+    void takeBoxState() { reportedBox = checkBox.value(); }
+
+    void reportOldValue();
+
+    /// Widgets: the line with a number's control and the word beside it, and the line of the box,
+    /// whose left edge is that of the last `width` units.
+    QHBoxLayout *numberLine(QLabel *label, QWidget *control);
+    QBoxLayout *boxLine(int width);
+
+private:
+    ControlState<QCheckBox, bool> checkBox;
+    bool reportedBox = false;
+};
+
+} // namespace varnel

@@ -1,0 +1,133 @@
+#include "cli/Varnelctl.h"
+
+#include <QDir>
+#include <QJsonArray>
+
+#include <gtest/gtest.h>
+
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+class SystemTest : public Test {
+protected:
+    QString putSystem(const QByteArray &version)
+    {
+        const QString root = home.path() + u"/disk";
+        const QString folder = root + u"/System/Library/CoreServices";
+        QDir().mkpath(folder);
+        writeFile(folder + u"/SystemVersion.plist",
+                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+                  "<key>ProductBuildVersion</key><string>11G63</string>"
+                  "<key>ProductCopyright</key><string>1983-2012</string>"
+                  "<key>ProductVersion</key><string>"
+                      + version + "</string></dict></plist>\n");
+        return root;
+    }
+
+    /// The names of a category's facts, or the value of one of them.
+    static QStringList names(const QJsonValue &category)
+    {
+        QStringList list;
+        for (const QJsonValue row : category.toArray())
+            list += row[u"name"].toString();
+        return list;
+    }
+    static QString value(const QJsonValue &category, const QString &name)
+    {
+        for (const QJsonValue row : category.toArray())
+            if (row[u"name"].toString() == name)
+                return row[u"value"].toString();
+        return u"no such row"_qs;
+    }
+
+    TemporaryHome home;
+    Varnelctl varnelctl {home};
+};
+
+TEST_F(SystemTest, theVersionComesFromTheNamedSystemDisk)
+{
+    const QString root = putSystem("10.7.5");
+    const Outcome system = varnelctl.run({u"system"_qs, u"macosx"_qs, u"--system-root"_qs, root});
+    EXPECT_EQ(system.status, 0) << system.err.toStdString();
+    EXPECT_TRUE(system.out.startsWith("Mac OS X\n  Code Name            Mac OS X Lion\n"
+                                      "  Version Number       10.7.5\n"
+                                      "  Build Number         11G63\n"
+                                      "  Copyright            1983-2012\n"))
+        << system.out.toStdString();
+    EXPECT_TRUE(QString::fromUtf8(system.out)
+                    .contains(QString(u"  Home Directory       " + home.path() + u'\n')));
+}
+
+TEST_F(SystemTest, asJsonEachCategoryIsAListOfNamesAndValues)
+{
+    const QString root = putSystem("10.6.8");
+    const Outcome system = varnelctl.run({u"system"_qs, u"--json"_qs, u"--system-root"_qs, root});
+    EXPECT_EQ(system.status, 0) << system.err.toStdString();
+    const QJsonObject json = system.json();
+    EXPECT_EQ(json.keys(),
+              (QStringList {u"macosx"_qs, u"memory"_qs, u"network"_qs, u"schemaVersion"_qs}));
+    EXPECT_EQ(
+        names(json[u"macosx"_qs]).mid(0, 7),
+        (QStringList {u"Code Name"_qs, u"Version Number"_qs, u"Build Number"_qs, u"Copyright"_qs,
+                      u"User Name"_qs, u"Full User Name"_qs, u"Home Directory"_qs}));
+    EXPECT_EQ(value(json[u"macosx"_qs], u"Code Name"_qs), u"Mac OS X");
+    EXPECT_EQ(
+        names(json[u"memory"_qs]),
+        (QStringList {u"Total Physical Memory"_qs, u"Wired: disabled for paging out"_qs,
+                      u"Active: recently referenced"_qs, u"Inactive: recently not referenced"_qs,
+                      u"Free: fully available for allocation"_qs}));
+    EXPECT_TRUE(value(json[u"memory"_qs], u"Total Physical Memory"_qs).endsWith(u" MB"));
+    EXPECT_EQ(json[u"network"_qs].toArray().size(), 5);
+}
+
+TEST_F(SystemTest, oneCategoryStandsAloneInAnyLetterCase)
+{
+    for (const QString &name : {u"memory"_qs, u"MEMORY"_qs}) {
+        const Outcome memory = varnelctl.run({u"system"_qs, name, u"--json"_qs});
+        EXPECT_EQ(memory.status, 0);
+        EXPECT_EQ(memory.json().keys(), (QStringList {u"memory"_qs, u"schemaVersion"_qs}));
+    }
+    EXPECT_TRUE(varnelctl.run({u"system"_qs, u"Mac OS X"_qs}).out.startsWith("Mac OS X\n"));
+    EXPECT_TRUE(varnelctl.run({u"system"_qs, u"network"_qs})
+                    .out.startsWith("Network\n  IP packets received"));
+}
+
+TEST_F(SystemTest, whatTheSystemDoesNotSayIsNull)
+{
+    const Outcome system =
+        varnelctl.run({u"system"_qs, u"macosx"_qs, u"--json"_qs, u"--system-root"_qs, home.path()});
+    EXPECT_EQ(system.status, 0);
+    const QJsonValue rows = system.json().value(u"macosx"_qs);
+    EXPECT_EQ(names(rows)[0], u"Version Number");
+    EXPECT_EQ(value(rows, u"Version Number"_qs), u"(null)");
+    EXPECT_EQ(value(rows, u"Copyright"_qs), u"(null)");
+}
+
+TEST_F(SystemTest, wrongUsagePrintsNoData)
+{
+    for (const QStringList &wrong :
+         {QStringList {u"disk"_qs}, QStringList {u"memory"_qs, u"network"_qs},
+          QStringList {u"--system-root"_qs}, QStringList {u"--system-root="_qs}}) {
+        const Outcome outcome = varnelctl.run(QStringList {u"system"_qs} + wrong);
+        EXPECT_EQ(outcome.status, 2) << wrong.join(u' ').toStdString();
+        EXPECT_TRUE(outcome.out.isEmpty());
+        EXPECT_FALSE(outcome.err.isEmpty());
+    }
+}
+
+TEST_F(SystemTest, aSystemDiskThatIsNotThereIsAFailureOfThatCategoryOnly)
+{
+    const QStringList missing {u"--system-root"_qs, home.path() + u"/none", u"--json"_qs};
+    const Outcome one = varnelctl.run(QStringList {u"system"_qs, u"macosx"_qs} + missing);
+    EXPECT_EQ(one.status, 3);
+    EXPECT_TRUE(one.out.isEmpty());
+    EXPECT_TRUE(one.err.contains("/none: no such folder"));
+    const Outcome all = varnelctl.run(QStringList {u"system"_qs} + missing);
+    EXPECT_EQ(all.status, 4);
+    EXPECT_TRUE(all.json().value(u"macosx"_qs).isNull());
+    EXPECT_EQ(all.json().value(u"memory"_qs).toArray().size(), 5);
+}
+
+} // namespace

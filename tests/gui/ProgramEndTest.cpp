@@ -1,0 +1,139 @@
+#include "shell/SharedObject.h"
+#include "shell/views/Application.h"
+#include "support/gui/Input.h"
+#include "support/TemporaryHome.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QFile>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+/// The whole program in this process, with a change that waits to be saved.
+class ProgramEnd : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        SharedObject::getSharedObject().setQuilletCommands({{1009, 0, u""_qs}});
+        SharedObject::getSharedObject().restartFlags() = {};
+        window().show();
+    }
+    /// The record outlives this run of the program, its pages must not.
+    void TearDown() override { SharedObject::getSharedObject().doTerminate(); }
+
+    [[nodiscard]] MainWindow &window() { return application.window(); }
+    [[nodiscard]] QDialog *prompt() { return window().findChild<QDialog *>(u"alert"_qs); }
+
+    /// The exit status of a run in which this is all that happens.
+    int run(const std::function<void()> &event)
+    {
+        QTimer::singleShot(0, &window(), event);
+        return QApplication::exec();
+    }
+
+    TemporaryHome home;
+    Application application {home.home(), home.path()};
+};
+
+/// Whether the process has a way of its own to end at SIGTERM.
+bool catchesTermination(qint64 processId)
+{
+    QFile status(u"/proc/%1/status"_qs.arg(processId));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("SigCgt:"))
+            return ((line.mid(7).trimmed().toULongLong(nullptr, 16) >> (SIGTERM - 1)) & 1) != 0;
+    }
+    return false;
+}
+
+} // namespace
+
+TEST_F(ProgramEnd, ATerminationSignalEndsItAtOnceWhateverIsPending)
+{
+    EXPECT_EQ(run([] { ::raise(SIGTERM); }), 0);
+    EXPECT_EQ(prompt(), nullptr);
+    EXPECT_TRUE(window().isVisible()) << "no window was asked";
+}
+
+TEST_F(ProgramEnd, ATerminationSignalEndsItWhileThePromptIsUp)
+{
+    window().close();
+    ASSERT_NE(prompt(), nullptr);
+    EXPECT_EQ(prompt()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(run([] { ::raise(SIGTERM); }), 0);
+}
+
+TEST_F(ProgramEnd, TheMenusQuitEndsItAtOnceWhateverIsPending)
+{
+    SharedObject::getSharedObject().setNeedToKillDock(true);
+    auto *quit = window().findChild<QAction *>(u"quitAction"_qs);
+    EXPECT_EQ(run([quit] { quit->trigger(); }), 0);
+    EXPECT_EQ(window().findChild<QDialog *>(), nullptr) << "neither prompt nor sheet";
+}
+
+TEST_F(ProgramEnd, TheSessionsEndEndsItAtOnceWhateverIsPending)
+{
+    SharedObject::getSharedObject().setNeedToKillDock(true);
+    EXPECT_EQ(run([] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); }), 0);
+    EXPECT_EQ(window().findChild<QDialog *>(), nullptr);
+}
+
+TEST_F(ProgramEnd, DontSaveEndsItAndAsksNothingMore)
+{
+    window().close();
+    ASSERT_NE(prompt(), nullptr);
+    auto *dontSave = prompt()->findChild<QPushButton *>(u"alertButton1002"_qs);
+    EXPECT_EQ(run([dontSave] { click(*dontSave); }), 0);
+    EXPECT_FALSE(QFile::exists(home.preference(u"com.apple.dock.plist"_qs)));
+}
+
+TEST_F(ProgramEnd, EscapeInThePromptKeepsItRunning)
+{
+    window().close();
+    ASSERT_NE(prompt(), nullptr);
+    QTest::keyClick(prompt(), Qt::Key_Escape);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(SharedObject::getSharedObject().quilletCommands().size(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(prompt(), nullptr);
+    window().close();
+    EXPECT_NE(prompt(), nullptr) << "closing again asks again";
+}
+
+TEST_F(ProgramEnd, ClosingTheWindowWithNothingPendingEndsIt)
+{
+    SharedObject::getSharedObject().setQuilletCommands({});
+    EXPECT_EQ(run([this] { window().close(); }), 0);
+}
+
+TEST(Program, ATerminationSignalEndsTheRunningProgramWithSuccess)
+{
+    const TemporaryHome home;
+    const QTemporaryDir runtime(QDir::tempPath() + u"/varnel-XXXXXX"); // short, for a socket
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_RUNTIME_DIR"_qs, runtime.path());
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::ForwardedChannels);
+    program.start(QStringLiteral(VARNEL_PROGRAM),
+                  {u"-platform"_qs, u"offscreen"_qs, u"--home"_qs, home.path()});
+    ASSERT_TRUE(program.waitForStarted(-1));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return catchesTermination(program.processId()); }, 60000));
+    ::kill(static_cast<pid_t>(program.processId()), SIGTERM);
+    ASSERT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+}

@@ -1,0 +1,107 @@
+#include "platform/linux/LinuxCommandRunner.h"
+#include "support/gui/QuitFixture.h"
+#include "support/LogCapture.h"
+#include "support/NamedProcess.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+/// The flow with the real killall, upon processes that the test has started. Since that goes by
+/// name alone, no two of these run at a time, and none where a stranger has one of the names.
+class EndingApplications : public testing::Test, protected QuitFixture {
+protected:
+    void SetUp() override
+    {
+        if (!QFileInfo(killall).isExecutable())
+            GTEST_SKIP() << "no killall on this machine";
+        const QStringList names {u"Dock"_qs, u"Finder"_qs, u"SystemUIServer"_qs};
+        for (const QString &running : runningNames()) {
+            if (names.contains(running))
+                GTEST_SKIP() << "somebody's " << qPrintable(running) << " runs here";
+        }
+        runner.answer = [this](const FakeCommandRunner::Call &call) {
+            return real.run(program, call.arguments);
+        };
+        shared.restartFlags() = RestartFlag::Dock | RestartFlag::Finder;
+    }
+
+    [[nodiscard]] static QStringList runningNames()
+    {
+        QStringList names;
+        QDirIterator processes(u"/proc"_qs, QDir::Dirs | QDir::NoDotAndDotDot);
+        while (processes.hasNext()) {
+            QFile name(processes.next() + u"/comm");
+            if (name.open(QIODevice::ReadOnly))
+                names << QString::fromLocal8Bit(name.readAll()).trimmed();
+        }
+        return names;
+    }
+
+    const QString killall = u"/usr/bin/killall"_qs;
+    QString program = killall;
+    LinuxCommandRunner real;
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_F(EndingApplications, TheTickedOnesAndTheSystemsInterfaceEndAndNothingElse)
+{
+    NamedProcess dock(folder.path(), u"Dock"_qs);
+    NamedProcess finder(folder.path(), u"Finder"_qs);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
+    NamedProcess alike(folder.path(), u"Docks"_qs);
+    NamedProcess unnamed(folder.path(), u"UnnamedByTheSheet"_qs);
+    window.close();
+    clickBox(1);
+    press(u"appCloseNowButton"_qs);
+    EXPECT_EQ(dock.endSignal(), SIGTERM);
+    EXPECT_EQ(systemInterface.endSignal(), SIGTERM);
+    EXPECT_TRUE(finder.killed()) << "it was unticked, so the test had to end it";
+    EXPECT_TRUE(alike.killed());
+    EXPECT_TRUE(unnamed.killed());
+    EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(EndingApplications, SkippedTheSystemsInterfaceEndsAlone)
+{
+    NamedProcess dock(folder.path(), u"Dock"_qs);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
+    window.close();
+    press(u"skipButton"_qs);
+    EXPECT_EQ(systemInterface.endSignal(), SIGTERM);
+    EXPECT_TRUE(dock.killed());
+}
+
+TEST_F(EndingApplications, NamesThatNoProcessHasAreNoMatterAndSaidToNobody)
+{
+    LogCapture log;
+    window.close();
+    press(u"appCloseNowButton"_qs);
+    EXPECT_EQ(log.texts(), QStringList());
+    EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(EndingApplications, AKillallThatCannotBeStartedEndsNothingAndIsLogged)
+{
+    NamedProcess dock(folder.path(), u"Dock"_qs);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
+    program = folder.path() + u"/killall";
+    window.close();
+    LogCapture log;
+    press(u"appCloseNowButton"_qs);
+    ASSERT_EQ(log.texts(u"varnel.io"_qs).size(), 3) << "one for each name";
+    EXPECT_EQ(log.texts().size(), 3);
+    EXPECT_TRUE(log.texts().first().startsWith(program + u": "));
+    EXPECT_TRUE(dock.killed());
+    EXPECT_TRUE(systemInterface.killed());
+    EXPECT_EQ(terminations, 1);
+}
