@@ -1,6 +1,7 @@
 #include "ui/ListSheet.h"
 
 #include "base/Logging.h"
+#include "ui/Theme.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -17,27 +18,19 @@ namespace {
 
 constexpr int margin = 16;
 constexpr int gap = 8;
-constexpr int rowHeight = 28;
 constexpr QSize firstSize(640, 360);
 
 QTableView *makeTable(TextTableModel *model, QWidget *parent)
 {
     auto *table = new QTableView(parent);
     table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    Theme::makeList(table);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setAlternatingRowColors(true);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
     table->setTabKeyNavigation(false);
-    table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->verticalHeader()->setDefaultSectionSize(rowHeight);
     QHeaderView *header = table->horizontalHeader();
     header->setSectionsClickable(true);
-    header->setHighlightSections(false);
-    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setStretchLastSection(true);
     return table;
 }

@@ -257,6 +257,10 @@ int VarnelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return Theme::gapSmall;
+    case PM_FocusFrameHMargin:
+        if (part(widget) == Part::List)
+            return Theme::gapSmall - 1; // a cell's text begins under its header's
+        return QProxyStyle::pixelMetric(metric, option, widget);
     case PM_LayoutLeftMargin:
     case PM_LayoutTopMargin:
     case PM_LayoutRightMargin:
