@@ -1,51 +1,21 @@
 #include "cli/Restore.h"
 
-#include "backup/LoginItemsBackupWriter.h"
 #include "backup/Playback.h"
 #include "cli/Log.h"
-#include "loginitems/LoginItemsAccess.h"
-#include "platform/linux/LinuxFileReader.h"
-#include "platform/linux/LinuxFolderMaker.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
+#include "cli/LoginItemsSession.h"
 #include "settings/Catalogue.h"
 #include "settings/Rehearsal.h"
-#include "shell/Tools.h"
 
 namespace varnel::cli {
 
 namespace {
-
-/// The login items of a home, without its page.
-class HomeLoginItems {
-public:
-    HomeLoginItems(const HomeFolder &home, FileStore &store)
-        : list(home, home.own ? autostartFoldersOfSession(home) : autostartFoldersOfHome(home),
-               Tools::supportFolderOf(home), store, maker, hostFiles),
-          disabled(Tools::supportFolderOf(home)), access(list, disabled, noBackup, hostFiles)
-    {
-    }
-
-    Result<void> write(int actionId, const QString &path, bool enabled)
-    {
-        constexpr bool backup = false;
-        return access.writeData(actionId, path, enabled, backup);
-    }
-
-private:
-    LinuxFolderMaker maker;
-    LinuxFileReader hostFiles;
-    LinuxSessionLoginItems list;
-    DisabledItemsStore disabled;
-    LoginItemsBackupWriter noBackup {QString()}; ///< asked for nothing
-    LoginItemsAccess access;
-};
 
 class HomePlayback : public PlaybackTarget {
 public:
     HomePlayback(HomeSession &session, RestoreMode mode)
         : session(session), mode(mode),
           rehearsal(session.home(), session.fileStore(), session.finder()),
-          items(session.home(), session.fileStore())
+          items(session, QString())
     {
     }
 
@@ -74,7 +44,8 @@ public:
                                   QString::number(enabled ? 1 : 0)});
         if (mode == RestoreMode::DryRun)
             return;
-        if (const Result<void> written = items.write(actionId, path, enabled); !written)
+        if (const Result<void> written = items.access().writeData(actionId, path, enabled, false);
+            !written)
             report.itemFailures.append(path + u": " + written.error().text);
     }
 
@@ -105,7 +76,7 @@ private:
     HomeSession &session;
     RestoreMode mode;
     Rehearsal rehearsal;
-    HomeLoginItems items;
+    LoginItemsSession items;
     RestoreReport report;
 };
 
