@@ -108,7 +108,7 @@ TEST_P(RoundTrip, EveryFileIsAsItWasBeforeTheFirstSave)
 {
     const QStringList before = seen();
     const QString backupFile = home.home.path() + u"/quillet1.sqlite";
-    BackupWriter writer(backupFile);
+    BackupWriter writer(backupFile, home.store);
     QList<ChangeRecord> changes;
     QList<ChangeRecord> backups;
     PendingChanges pending(changes, backups, home.flags, home.access, writer);
