@@ -121,7 +121,12 @@ void DesktopSession::waitUntil(const char *what, const std::function<bool()> &ho
 void DesktopSession::startWindowManager()
 {
     programs.push_back(std::make_unique<QProcess>());
-    programs.back()->start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+    // It runs the command when it has looked at the windows that are there: one that is mapped
+    // while it still looks may be lost to it.
+    programs.back()->start(
+        QStringLiteral("openbox"),
+        {QStringLiteral("--sm-disable"), QStringLiteral("--startup"), QStringLiteral("echo up")});
+    linesUpTo(*programs.back(), "up");
     waitUntil("the window manager keeps a list", [this] { return clientList().has_value(); });
 }
 
