@@ -16,7 +16,6 @@ SourceList::SourceList(QWidget *parent) : QTreeView(parent)
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
-    setAllColumnsShowFocus(true);
     Theme::makeSourceList(this);
 }
 
