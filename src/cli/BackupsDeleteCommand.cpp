@@ -1,8 +1,6 @@
 #include "cli/BackupsDeleteCommand.h"
 
 #include "cli/Backups.h"
-#include "cli/Outcome.h"
-#include "cli/SettingReport.h"
 #include "cli/TextWidth.h"
 #include "platform/linux/HomeEntries.h"
 
@@ -25,6 +23,38 @@ Result<QStringList> pathsOf(const HomeFolder &home, const QStringList &names)
     return paths;
 }
 
+QString deletedText(const QStringList &names)
+{
+    QString text;
+    for (const QString &name : names)
+        text += u"Deleted " + printable(name) + u'\n';
+    return text;
+}
+
+HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names)
+{
+    const Result<QStringList> paths = pathsOf(home, names);
+    if (!paths)
+        return HomeOutcome::failed(paths.error());
+    HomeOutcome outcome;
+    QStringList deleted;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const Result<void> removed = removeEntry(home, paths.value()[i]);
+        if (removed)
+            deleted.append(names[i]);
+        else
+            outcome.messages.append(removed.error().text);
+    }
+    outcome.wrote = !deleted.isEmpty();
+    outcome.text = [deleted](const Style &) { return deletedText(deleted); };
+    outcome.object = [deleted] {
+        return QJsonObject {{u"deleted"_qs, QJsonArray::fromStringList(deleted)}};
+    };
+    if (deleted.size() < names.size())
+        outcome.status = deleted.isEmpty() ? ExitStatus::Failed : ExitStatus::Partly;
+    return outcome;
+}
+
 } // namespace
 
 CommandInfo BackupsDeleteCommand::info() const
@@ -39,35 +69,11 @@ CommandInfo BackupsDeleteCommand::info() const
              u"backups delete quillet1.sqlite quillet2.sqlite"_qs}};
 }
 
-ExitStatus BackupsDeleteCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> BackupsDeleteCommand::prepare(const Request &request) const
 {
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
     QStringList names = request.arguments;
     names.removeDuplicates();
-    const Result<QStringList> paths = pathsOf(home.value(), names);
-    if (!paths)
-        return failure(paths.error());
-
-    QStringList deleted;
-    for (qsizetype i = 0; i < names.size(); ++i) {
-        const Result<void> removed = removeEntry(home.value(), paths.value()[i]);
-        if (removed)
-            deleted.append(names[i]);
-        else
-            console.message(removed.error().text);
-    }
-    if (!deleted.isEmpty())
-        console.noteWrite();
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument({{u"deleted"_qs, QJsonArray::fromStringList(deleted)}}));
-    else
-        for (const QString &name : deleted)
-            console.print(u"Deleted " + printable(name) + u'\n');
-    if (deleted.size() == names.size())
-        return ExitStatus::Done;
-    return deleted.isEmpty() ? ExitStatus::Failed : ExitStatus::Partly;
+    return Work([names](const HomeFolder &home) { return deleteFrom(home, names); });
 }
 
 } // namespace varnel::cli

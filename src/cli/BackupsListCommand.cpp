@@ -1,8 +1,6 @@
 #include "cli/BackupsListCommand.h"
 
 #include "cli/Backups.h"
-#include "cli/Outcome.h"
-#include "cli/SettingReport.h"
 
 #include <QJsonArray>
 
@@ -40,17 +38,15 @@ CommandInfo BackupsListCommand::info() const
             {u"backups list"_qs, u"backups list --json --home /mnt/disk/Users/anna"_qs}};
 }
 
-ExitStatus BackupsListCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
 {
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-    const QList<BackupEntry> entries = backupsOf(home.value());
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(listObject(entries)));
-    else
-        console.print(listText(entries, console.style()));
-    return ExitStatus::Done;
+    return Work([](const HomeFolder &home) {
+        const QList<BackupEntry> entries = backupsOf(home);
+        HomeOutcome outcome;
+        outcome.text = [entries](const Style &style) { return listText(entries, style); };
+        outcome.object = [entries] { return listObject(entries); };
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

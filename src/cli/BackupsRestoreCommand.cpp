@@ -2,10 +2,8 @@
 
 #include "cli/Backups.h"
 #include "cli/Lookup.h"
-#include "cli/Outcome.h"
 #include "cli/Restore.h"
 #include "cli/RestoreOutput.h"
-#include "cli/SettingReport.h"
 #include "platform/linux/HomeEntries.h"
 #include "platform/linux/LinuxStandardFolders.h"
 
@@ -63,6 +61,69 @@ Result<void> makeFolders(const HomeFolder &home, const Request &request)
     return standardFolders.ensure(home, foldersToMake(home, request));
 }
 
+HomeOutcome holdsNothingOf(const QString &name, const QStringList &settings)
+{
+    HomeOutcome outcome;
+    outcome.status = ExitStatus::Negative;
+    outcome.messages.append(name + u" holds nothing of " + settings.join(u", "));
+    return outcome;
+}
+
+HomeOutcome outcomeOf(const Restoration &done)
+{
+    const RestoreReport &report = done.report;
+    const bool changed = !(report.changes.isEmpty() && report.loginItems.isEmpty());
+    HomeOutcome outcome;
+    outcome.messages = restoreMessages(report);
+    outcome.wrote = done.deleted || (!done.dryRun && changed);
+    outcome.restart = report.restart;
+    outcome.text = [done](const Style &style) { return restoreText(done, style); };
+    outcome.object = [done] { return restoreObject(done); };
+    if (!report.complete() || !report.filesWithoutLock.isEmpty())
+        outcome.status = ExitStatus::Partly;
+    return outcome;
+}
+
+/// Deletes the file whose rows were played.
+void deletePlayed(const HomeFolder &home, Restoration &done, QStringList &messages)
+{
+    const Result<void> removed = removeEntry(home, backupPath(home, done.name).value());
+    done.deleted = removed.ok();
+    if (!removed)
+        messages.append(removed.error().text);
+}
+
+HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &only,
+                      const Request &request)
+{
+    const QString &name = request.arguments.first();
+    Result<QList<BackupRow>> rows = backupRows(home, name);
+    if (!rows)
+        return HomeOutcome::failed(rows.error());
+    if (!only.isEmpty()) {
+        const QStringList missing = missingFrom(rows.value(), only);
+        if (!missing.isEmpty())
+            return holdsNothingOf(name, missing);
+        rows = rowsOf(rows.value(), only);
+    }
+    const bool dry = request.has(dryRunOption);
+    if (!dry)
+        if (const Result<void> made = makeFolders(home, request); !made)
+            return HomeOutcome::failed(made.error());
+
+    HomeSession session(home);
+    Restoration done {
+        name, dry, playRows(session, rows.value(), dry ? RestoreMode::DryRun : RestoreMode::Play)};
+    QStringList problems;
+    if (!dry && done.report.complete() && only.isEmpty() && !request.has(keepOption))
+        deletePlayed(home, done, problems);
+    HomeOutcome outcome = outcomeOf(done);
+    if (!problems.isEmpty())
+        outcome.status = ExitStatus::Partly;
+    outcome.messages += problems;
+    return outcome;
+}
+
 } // namespace
 
 CommandInfo BackupsRestoreCommand::info() const
@@ -81,53 +142,14 @@ CommandInfo BackupsRestoreCommand::info() const
          u"backups restore quillet1.sqlite --only dock-size 1008"_qs}};
 }
 
-ExitStatus BackupsRestoreCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> BackupsRestoreCommand::prepare(const Request &request) const
 {
-    const QString &name = request.arguments.first();
     const Result<QList<const SettingRow *>> only = settingsNamed(request.options[onlyOption]);
     if (!only)
-        return failure(only.error());
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-    Result<QList<BackupRow>> rows = backupRows(home.value(), name);
-    if (!rows)
-        return failure(rows.error());
-    if (request.has(onlyOption)) {
-        const QStringList missing = missingFrom(rows.value(), only.value());
-        if (!missing.isEmpty()) {
-            console.message(name + u" holds nothing of " + missing.join(u", "));
-            return ExitStatus::Negative;
-        }
-        rows = rowsOf(rows.value(), only.value());
-    }
-    const bool dry = request.has(dryRunOption);
-    if (!dry)
-        if (const Result<void> made = makeFolders(home.value(), request); !made)
-            return failure(made.error());
-
-    HomeSession session(home.value());
-    Restoration done {
-        name, dry, playRows(session, rows.value(), dry ? RestoreMode::DryRun : RestoreMode::Play)};
-    for (const QString &message : restoreMessages(done.report))
-        console.message(message);
-    bool asItShould = done.report.complete() && done.report.filesWithoutLock.isEmpty();
-    if (!dry && done.report.complete() && !request.has(onlyOption) && !request.has(keepOption)) {
-        const Result<void> removed =
-            removeEntry(home.value(), backupPath(home.value(), name).value());
-        done.deleted = removed.ok();
-        asItShould = asItShould && removed.ok();
-        if (!removed)
-            console.message(removed.error().text);
-    }
-    if (done.deleted
-        || (!dry && !(done.report.changes.isEmpty() && done.report.loginItems.isEmpty())))
-        console.noteWrite();
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(restoreObject(done)));
-    else
-        console.print(restoreText(done, console.style()));
-    return asItShould ? ExitStatus::Done : ExitStatus::Partly;
+        return only.error();
+    return Work([only = only.value(), &request](const HomeFolder &home) {
+        return restoreIn(home, only, request);
+    });
 }
 
 } // namespace varnel::cli

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/HomeCommand.h"
 
 namespace varnel::cli {
 
-class BackupsRestoreCommand : public Command {
+class BackupsRestoreCommand : public HomeCommand {
 public:
     [[nodiscard]] CommandInfo info() const override;
-    ExitStatus run(const Request &request, Console &console) const override;
+
+protected:
+    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
 };
 
 } // namespace varnel::cli

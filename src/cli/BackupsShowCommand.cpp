@@ -2,8 +2,6 @@
 
 #include "backup/Playback.h"
 #include "cli/Backups.h"
-#include "cli/Outcome.h"
-#include "cli/SettingReport.h"
 #include "settings/Catalogue.h"
 
 #include <QJsonArray>
@@ -64,20 +62,18 @@ CommandInfo BackupsShowCommand::info() const
             {u"backups show quillet1.sqlite"_qs, u"backups show quillet1.sqlite --json"_qs}};
 }
 
-ExitStatus BackupsShowCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) const
 {
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-    const QString &name = request.arguments.first();
-    const Result<QList<BackupRow>> rows = backupRows(home.value(), name);
-    if (!rows)
-        return failure(rows.error());
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(contentsObject(name, rows.value())));
-    else
-        console.print(contentsText(rows.value(), console.style()));
-    return ExitStatus::Done;
+    return Work([name = request.arguments.first()](const HomeFolder &home) {
+        const Result<QList<BackupRow>> read = backupRows(home, name);
+        if (!read)
+            return HomeOutcome::failed(read.error());
+        const QList<BackupRow> rows = read.value();
+        HomeOutcome outcome;
+        outcome.text = [rows](const Style &style) { return contentsText(rows, style); };
+        outcome.object = [name, rows] { return contentsObject(name, rows); };
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

@@ -31,9 +31,10 @@ int terminalColumns()
 
 } // namespace
 
-Console::Console() : terminal(LinuxTerminal::isTerminal(standardOutput))
+Console::Console()
 {
-    if (!terminal)
+    textStyle.terminal = LinuxTerminal::isTerminal(standardOutput);
+    if (!textStyle.terminal)
         return;
     textStyle.columns = terminalColumns();
     textStyle.colour = qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";

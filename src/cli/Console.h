@@ -11,6 +11,7 @@ namespace varnel::cli {
 struct Style {
     int columns = 0; ///< what a line may take; 0: any number
     bool colour = false;
+    bool terminal = false; ///< a terminal shows it: no control characters
     QString ellipsis = QStringLiteral("...");
 };
 
@@ -21,7 +22,6 @@ public:
     Console();
 
     [[nodiscard]] const Style &style() const { return textStyle; }
-    [[nodiscard]] bool outputIsTerminal() const { return terminal; }
 
     void print(const QString &text);
     void print(const QByteArray &bytes);
@@ -41,7 +41,6 @@ public:
 private:
     Style textStyle;
     QByteArray output;
-    bool terminal = false;
     bool wrote = false;
 };
 

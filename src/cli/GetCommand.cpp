@@ -19,11 +19,11 @@ CommandInfo GetCommand::info() const
         {u"get dock-size"_qs, u"get 1300 --json"_qs, u"get 1300 | cut -f1"_qs}};
 }
 
-QString GetCommand::text(const SettingReport &report, const Console &console) const
+QString GetCommand::text(const SettingReport &report, const Style &style) const
 {
     const QString value = exchangedText(*report.row, report.reading.value);
     const QString label = labelText(*report.row, report.reading.value);
-    const QString shown = console.outputIsTerminal() ? printable(value) : value;
+    const QString shown = style.terminal ? printable(value) : value;
     return (value == label ? shown : QString(shown + u'\t' + label)) + u'\n';
 }
 

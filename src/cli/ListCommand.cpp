@@ -1,7 +1,6 @@
 #include "cli/ListCommand.h"
 
 #include "cli/Lookup.h"
-#include "cli/Outcome.h"
 
 namespace varnel::cli {
 
@@ -33,26 +32,24 @@ CommandInfo ListCommand::info() const
             {u"list"_qs, u"list Dock"_qs, u"list --json --home /mnt/disk/Users/anna"_qs}};
 }
 
-ExitStatus ListCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> ListCommand::prepare(const Request &request) const
 {
     const ModuleRow *only = nullptr;
     if (!request.arguments.isEmpty()) {
         const Result<const ModuleRow *> module = lookUpGroup(request.arguments.first());
         if (!module)
-            return failure(module.error());
+            return module.error();
         only = module.value();
     }
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-
-    const HomeSession session(home.value());
-    const QList<SettingReport> reports = session.reports(settingsInOutlineOrder(only));
-    if (request.has(u"json"_qs))
-        console.print(settingsDocument(u"settings"_qs, reports));
-    else
-        console.print(table(reports, console.style()));
-    return readingStatus(session, reports);
+    return Work([only](const HomeFolder &home) {
+        const HomeSession session(home);
+        const QList<SettingReport> reports = session.reports(settingsInOutlineOrder(only));
+        HomeOutcome outcome;
+        outcome.text = [reports](const Style &style) { return table(reports, style); };
+        outcome.object = [reports] { return settingsObject(u"settings"_qs, reports); };
+        outcome.noteUnreadableFiles(session, reports);
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

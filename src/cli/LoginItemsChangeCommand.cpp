@@ -1,8 +1,6 @@
 #include "cli/LoginItemsChangeCommand.h"
 
 #include "cli/LoginItemsSave.h"
-#include "cli/Outcome.h"
-#include "cli/SettingReport.h"
 #include "cli/TextWidth.h"
 #include "loginitems/PendingLoginItems.h"
 
@@ -48,7 +46,7 @@ Words wordsOf(LoginItemChange::Action action)
                 + once};
 }
 
-QByteArray document(const LoginItemsReport &report)
+QJsonObject changeObject(const LoginItemsReport &report)
 {
     QJsonArray changed;
     if (report.outcome == Outcome::Changed)
@@ -63,7 +61,7 @@ QByteArray document(const LoginItemsReport &report)
         failures.append(QJsonObject {{u"message"_qs, error.text}});
     if (!failures.isEmpty())
         object.insert(u"failures"_qs, failures);
-    return jsonDocument(object);
+    return object;
 }
 
 QString text(const LoginItemsReport &report, const Style &style)
@@ -84,13 +82,28 @@ QString text(const LoginItemsReport &report, const Style &style)
     return lines;
 }
 
-void sayWhatFailed(const LoginItemsReport &report)
+QStringList messagesOf(const LoginItemsReport &report)
 {
+    QStringList messages;
+    if (report.outcome == Outcome::Unknown)
+        messages.append(report.change.path + u": no login item");
     for (const Error &error : report.failures)
-        Console::message(report.change.path + u": " + error.text);
+        messages.append(report.change.path + u": " + error.text);
     if (report.outcome == Outcome::Halfway && !report.keptIn.isNull())
-        Console::message(report.change.path + u": taken out of the list and kept in "
-                         + report.keptIn + u"; 'login-items enable' brings it back");
+        messages.append(report.change.path + u": taken out of the list and kept in " + report.keptIn
+                        + u"; 'login-items enable' brings it back");
+    return messages;
+}
+
+HomeOutcome outcomeOf(const LoginItemsReport &report)
+{
+    HomeOutcome outcome;
+    outcome.status = report.status();
+    outcome.messages = messagesOf(report);
+    outcome.wrote = report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway;
+    outcome.text = [report](const Style &style) { return text(report, style); };
+    outcome.object = [report] { return changeObject(report); };
+    return outcome;
 }
 
 } // namespace
@@ -108,31 +121,17 @@ CommandInfo LoginItemsChangeCommand::info() const
              name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};
 }
 
-ExitStatus LoginItemsChangeCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &request) const
 {
     const QString typed = request.arguments.first();
     if (typed.isEmpty())
-        return failure({ErrorCode::Invalid, u"PATH is empty"_qs});
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-
-    HomeSession session(home.value());
-    const Result<LoginItemsReport> saved =
-        saveLoginItem(session, action, typed, foldersToMake(home.value(), request));
-    if (!saved)
-        return failure(saved.error());
-    const LoginItemsReport &report = saved.value();
-    if (report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway)
-        console.noteWrite();
-    if (report.outcome == Outcome::Unknown)
-        Console::message(report.change.path + u": no login item"_qs);
-    sayWhatFailed(report);
-    if (request.has(u"json"_qs))
-        console.print(document(report));
-    else
-        console.print(text(report, console.style()));
-    return report.status();
+        return Error {ErrorCode::Invalid, u"PATH is empty"_qs};
+    return Work([wanted = action, typed, &request](const HomeFolder &home) {
+        HomeSession session(home);
+        const Result<LoginItemsReport> saved =
+            saveLoginItem(session, wanted, typed, foldersToMake(home, request));
+        return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());
+    });
 }
 
 } // namespace varnel::cli

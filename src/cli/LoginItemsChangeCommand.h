@@ -1,17 +1,19 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/HomeCommand.h"
 #include "loginitems/LoginItemChange.h"
 
 namespace varnel::cli {
 
 /// Adds, removes, enables or disables one login item: four commands of one shape.
-class LoginItemsChangeCommand : public Command {
+class LoginItemsChangeCommand : public HomeCommand {
 public:
     explicit LoginItemsChangeCommand(LoginItemChange::Action action) : action(action) { }
 
     [[nodiscard]] CommandInfo info() const override;
-    ExitStatus run(const Request &request, Console &console) const override;
+
+protected:
+    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
 
 private:
     LoginItemChange::Action action;

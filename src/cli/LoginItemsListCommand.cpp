@@ -1,8 +1,6 @@
 #include "cli/LoginItemsListCommand.h"
 
 #include "cli/LoginItemsSession.h"
-#include "cli/Outcome.h"
-#include "cli/SettingReport.h"
 #include "cli/Table.h"
 
 #include <QJsonArray>
@@ -11,13 +9,13 @@ namespace varnel::cli {
 
 namespace {
 
-QByteArray document(const QList<LoginItemRow> &rows)
+QJsonObject listObject(const QList<LoginItemRow> &rows)
 {
     QJsonArray items;
     for (const LoginItemRow &row : rows)
         items.append(QJsonObject {
             {u"name"_qs, row.name}, {u"path"_qs, row.path}, {u"enabled"_qs, row.enabled}});
-    return jsonDocument({{u"loginItems"_qs, items}});
+    return {{u"loginItems"_qs, items}};
 }
 
 QString table(const QList<LoginItemRow> &rows, const Style &style)
@@ -47,18 +45,16 @@ CommandInfo LoginItemsListCommand::info() const
         {u"login-items list"_qs, u"login-items list --json --home /mnt/disk/Users/anna"_qs}};
 }
 
-ExitStatus LoginItemsListCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> LoginItemsListCommand::prepare(const Request &) const
 {
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-    HomeSession session(home.value());
-    const QList<LoginItemRow> rows = LoginItemsSession(session, {}).rows();
-    if (request.has(u"json"_qs))
-        console.print(document(rows));
-    else
-        console.print(table(rows, console.style()));
-    return ExitStatus::Done;
+    return Work([](const HomeFolder &home) {
+        HomeSession session(home);
+        const QList<LoginItemRow> rows = LoginItemsSession(session, {}).rows();
+        HomeOutcome outcome;
+        outcome.text = [rows](const Style &style) { return table(rows, style); };
+        outcome.object = [rows] { return listObject(rows); };
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

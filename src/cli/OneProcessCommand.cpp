@@ -2,6 +2,7 @@
 
 #include "cli/Outcome.h"
 #include "cli/RunningProcesses.h"
+#include "cli/SettingReport.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,6 @@
 #include "cli/OneSettingCommand.h"
 
 #include "cli/Lookup.h"
-#include "cli/Outcome.h"
 
 namespace varnel::cli {
 
@@ -10,22 +9,21 @@ ParameterInfo OneSettingCommand::settingParameter()
     return {u"SETTING"_qs, u"number or short name"_qs};
 }
 
-ExitStatus OneSettingCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> OneSettingCommand::prepare(const Request &request) const
 {
     const Result<const SettingRow *> row = lookUpSetting(request.arguments.first());
     if (!row)
-        return failure(row.error());
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-
-    const HomeSession session(home.value());
-    const QList<SettingReport> reports = session.reports({row.value()});
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(settingObject(reports.first())));
-    else
-        console.print(text(reports.first(), console));
-    return readingStatus(session, reports);
+        return row.error();
+    return Work([this, row = row.value()](const HomeFolder &home) {
+        const HomeSession session(home);
+        const QList<SettingReport> reports = session.reports({row});
+        const SettingReport &report = reports.first();
+        HomeOutcome outcome;
+        outcome.text = [this, report](const Style &style) { return text(report, style); };
+        outcome.object = [report] { return settingObject(report); };
+        outcome.noteUnreadableFiles(session, reports);
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

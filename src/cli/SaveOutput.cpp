@@ -99,4 +99,22 @@ QStringList saveMessages(const SaveReport &report)
     return messages;
 }
 
+HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
+                        const Request &request)
+{
+    HomeSession session(home);
+    const Result<SaveReport> saved = saveSettings(session, wanted, foldersToMake(home, request));
+    if (!saved)
+        return HomeOutcome::failed(saved.error());
+    const SaveReport &report = saved.value();
+    HomeOutcome outcome;
+    outcome.status = report.status();
+    outcome.messages = saveMessages(report);
+    outcome.wrote = !report.changes.isEmpty();
+    outcome.restart = report.restart;
+    outcome.text = [report](const Style &style) { return saveText(report, style); };
+    outcome.object = [report] { return saveObject(report); };
+    return outcome;
+}
+
 } // namespace varnel::cli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/HomeCommand.h"
 #include "cli/Save.h"
 #include "cli/Table.h"
 
@@ -22,5 +23,9 @@ void addChanges(Table &table, const QList<SavedChange> &changes);
 
 /// A line for everything that did not go as it should.
 [[nodiscard]] QStringList saveMessages(const SaveReport &report);
+
+/// Saves the values in one home and tells what came of it.
+[[nodiscard]] HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
+                                      const Request &request);
 
 } // namespace varnel::cli

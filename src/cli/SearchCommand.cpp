@@ -1,6 +1,5 @@
 #include "cli/SearchCommand.h"
 
-#include "cli/Outcome.h"
 #include "settings/Catalogue.h"
 #include "settings/SearchIndex.h"
 
@@ -39,23 +38,21 @@ CommandInfo SearchCommand::info() const
         {u"search animation"_qs, u"search 'lock size' --json"_qs}};
 }
 
-ExitStatus SearchCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> SearchCommand::prepare(const Request &request) const
 {
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-
-    const HomeSession session(home.value());
-    const QString &text = request.arguments.first();
-    const QList<SettingReport> found = session.reports(matches(text));
-    if (request.has(u"json"_qs))
-        console.print(settingsDocument(u"results"_qs, found));
-    else
-        console.print(table(found, console.style()));
-    if (!found.isEmpty())
-        return readingStatus(session, found);
-    console.message(u"nothing found for '"_qs + text + u'\'');
-    return ExitStatus::Negative;
+    return Work([text = request.arguments.first()](const HomeFolder &home) {
+        const HomeSession session(home);
+        const QList<SettingReport> found = session.reports(matches(text));
+        HomeOutcome outcome;
+        outcome.text = [found](const Style &style) { return table(found, style); };
+        outcome.object = [found] { return settingsObject(u"results"_qs, found); };
+        outcome.noteUnreadableFiles(session, found);
+        if (found.isEmpty()) {
+            outcome.messages.append(u"nothing found for '" + text + u'\'');
+            outcome.status = ExitStatus::Negative;
+        }
+        return outcome;
+    });
 }
 
 } // namespace varnel::cli

@@ -1,7 +1,6 @@
 #include "cli/SetCommand.h"
 
 #include "cli/Lookup.h"
-#include "cli/Outcome.h"
 #include "cli/SaveOutput.h"
 #include "cli/ValueText.h"
 
@@ -44,34 +43,17 @@ CommandInfo SetCommand::info() const
          u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_qs}};
 }
 
-ExitStatus SetCommand::run(const Request &request, Console &console) const
+Result<HomeCommand::Work> SetCommand::prepare(const Request &request) const
 {
     QList<WantedValue> wanted;
     for (const QString &argument : request.arguments) {
         const Result<WantedValue> one = parseAssignment(argument);
         if (!one)
-            return failure(one.error());
+            return one.error();
         wanted.append(one.value());
     }
-    const Result<HomeFolder> home = chosenHome(request);
-    if (!home)
-        return failure(home.error());
-
-    HomeSession session(home.value());
-    const Result<SaveReport> saved =
-        saveSettings(session, wanted, foldersToMake(home.value(), request));
-    if (!saved)
-        return failure(saved.error());
-    const SaveReport &report = saved.value();
-    if (!report.changes.isEmpty())
-        console.noteWrite();
-    for (const QString &message : saveMessages(report))
-        Console::message(message);
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(saveObject(report)));
-    else
-        console.print(saveText(report, console.style()));
-    return report.status();
+    return Work(
+        [wanted, &request](const HomeFolder &home) { return saveOutcome(home, wanted, request); });
 }
 
 } // namespace varnel::cli

@@ -149,12 +149,12 @@ QByteArray jsonDocument(QJsonObject object)
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
 
-QByteArray settingsDocument(const QString &name, const QList<SettingReport> &reports)
+QJsonObject settingsObject(const QString &name, const QList<SettingReport> &reports)
 {
     QJsonArray settings;
     for (const SettingReport &report : reports)
         settings.append(settingObject(report));
-    return jsonDocument({{name, settings}});
+    return {{name, settings}};
 }
 
 QList<Table::Cell> settingCells(const SettingReport &report)

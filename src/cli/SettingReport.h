@@ -22,8 +22,8 @@ struct SettingReport {
 /// An object as a document of its own: with the version of its shape, a line feed at the end.
 [[nodiscard]] QByteArray jsonDocument(QJsonObject object);
 
-/// A list of settings as such a document.
-[[nodiscard]] QByteArray settingsDocument(const QString &name, const QList<SettingReport> &reports);
+/// A list of settings under a name.
+[[nodiscard]] QJsonObject settingsObject(const QString &name, const QList<SettingReport> &reports);
 
 /// Number, name, value in words; values other than the default stand out.
 [[nodiscard]] QList<Table::Cell> settingCells(const SettingReport &report);

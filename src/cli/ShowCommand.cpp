@@ -8,9 +8,9 @@ CommandInfo ShowCommand::info() const
             {},         {u"show dock-size"_qs, u"show 1008 --json"_qs}};
 }
 
-QString ShowCommand::text(const SettingReport &report, const Console &console) const
+QString ShowCommand::text(const SettingReport &report, const Style &style) const
 {
-    return settingSheet(report, console.style());
+    return settingSheet(report, style);
 }
 
 } // namespace varnel::cli

@@ -9,7 +9,7 @@ public:
     [[nodiscard]] CommandInfo info() const override;
 
 protected:
-    [[nodiscard]] QString text(const SettingReport &report, const Console &console) const override;
+    [[nodiscard]] QString text(const SettingReport &report, const Style &style) const override;
 };
 
 } // namespace varnel::cli

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "cli/Command.h"
+#include "cli/Console.h"
+#include "cli/HomeSession.h"
+#include "settings/RestartFlags.h"
+
+#include <QJsonObject>
+#include <QStringList>
+
+#include <functional>
+
+namespace varnel::cli {
+
+/// What a command found or did in one home.
+struct HomeOutcome {
+    ExitStatus status = ExitStatus::Done;
+    QStringList messages; ///< for standard error, a line each
+    bool wrote = false;
+    RestartFlags restart; ///< the applications that have to read their settings anew
+    /// The data, for people and for scripts; only what was asked for is made. Neither is there
+    /// where the command came to nothing.
+    std::function<QString(const Style &)> text;
+    std::function<QJsonObject()> object;
+
+    /// One that came to nothing: Usage for what was typed wrong, else Failed.
+    [[nodiscard]] static HomeOutcome failed(const Error &error);
+
+    /// Names the files that could not be read. The status becomes Partly when only some of the
+    /// files of these reports could not be read, Failed when none could.
+    void noteUnreadableFiles(const HomeSession &session, const QList<SettingReport> &reports);
+};
+
+/// A command that does its work home by home.
+class HomeCommand : public Command {
+public:
+    ExitStatus run(const Request &request, Console &console) const final;
+
+protected:
+    /// What is done in a home. It keeps nothing of one home for the next.
+    using Work = std::function<HomeOutcome(const HomeFolder &home)>;
+
+    /// Checks what was typed, before any home is looked at; an error ends the command there. The
+    /// request outlives the work.
+    [[nodiscard]] virtual Result<Work> prepare(const Request &request) const = 0;
+};
+
+} // namespace varnel::cli
