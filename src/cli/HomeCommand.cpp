@@ -1,6 +1,9 @@
 #include "cli/HomeCommand.h"
 
+#include "cli/HomesNamed.h"
+#include "cli/ManyHomes.h"
 #include "cli/Outcome.h"
+#include "platform/linux/UserSessions.h"
 
 #include <QSet>
 
@@ -18,6 +21,16 @@ void show(const HomeOutcome &outcome, const Request &request, Console &console)
         console.print(jsonDocument(outcome.object()));
     else if (!request.has(u"json"_qs) && outcome.text)
         console.print(outcome.text(console.style()));
+}
+
+/// Programs that run keep their settings in memory, and may write them back over what was changed.
+void warnOfSession(const HomeFolder &home, const UserSessions &sessions, HomeOutcome &outcome)
+{
+    const QString user = outcome.wrote ? sessions.ownerWithSession(home.path) : QString();
+    if (!user.isNull())
+        outcome.messages.append(user
+                                + u" has a session on this machine: programs that run there may"
+                                  u" write their own values back");
 }
 
 } // namespace
@@ -49,12 +62,41 @@ ExitStatus HomeCommand::run(const Request &request, Console &console) const
     const Result<Work> work = prepare(request);
     if (!work)
         return failure(work.error());
+    const Result<std::optional<QStringList>> homes = homesNamed(request);
+    if (!homes)
+        return failure(homes.error());
+    return homes.value() ? runInMany(*homes.value(), work.value(), request, console)
+                         : runInOne(work.value(), request, console);
+}
+
+ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Console &console)
+{
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
         return failure(home.error());
-    const HomeOutcome outcome = work.value()(home.value());
+    HomeOutcome outcome = work(home.value());
+    if (!home.value().own)
+        warnOfSession(home.value(), UserSessions(), outcome);
     show(outcome, request, console);
     return outcome.status;
+}
+
+ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &work,
+                                  const Request &request, Console &console)
+{
+    const UserSessions sessions;
+    ManyHomes homes(request.has(u"json"_qs), console);
+    homes.run(directories, [&](const QString &directory) {
+        const Result<HomeFolder> home = homeAt(directory, request);
+        if (!home)
+            return HomeOutcome::failed(home.error());
+        HomeOutcome outcome = work(home.value());
+        warnOfSession(home.value(), sessions, outcome);
+        return outcome;
+    });
+    if (request.has(u"json"_qs))
+        console.print(jsonDocument(homes.object()));
+    return homes.status();
 }
 
 } // namespace varnel::cli

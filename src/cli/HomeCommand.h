@@ -43,6 +43,11 @@ protected:
     /// Checks what was typed, before any home is looked at; an error ends the command there. The
     /// request outlives the work.
     [[nodiscard]] virtual Result<Work> prepare(const Request &request) const = 0;
+
+private:
+    static ExitStatus runInOne(const Work &work, const Request &request, Console &console);
+    static ExitStatus runInMany(const QStringList &directories, const Work &work,
+                                const Request &request, Console &console);
 };
 
 } // namespace varnel::cli

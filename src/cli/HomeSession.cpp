@@ -15,14 +15,10 @@ namespace {
 const QString homeOption = QStringLiteral("home");
 const QString newHomeOption = QStringLiteral("new-home");
 
-Result<HomeFolder> folderNamedBy(const Request &request)
+/// A folder that is none is no slip in the usage.
+Error asNotFound(const Error &error)
 {
-    const QString directory = request.value(homeOption);
-    if (request.has(homeOption) && directory.isEmpty())
-        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
-    const Result<HomeFolder> home = request.has(homeOption) ? namedHome(directory) : ownHome();
-    // A folder that is none is no slip in the usage.
-    return home ? home : Error {ErrorCode::NotFound, home.error().text};
+    return {ErrorCode::NotFound, error.text};
 }
 
 std::optional<Error> whyUnreadable(const FileStore &store, const QString &path)
@@ -41,12 +37,20 @@ std::optional<Error> whyUnreadable(const FileStore &store, const QString &path)
 
 Result<HomeFolder> chosenHome(const Request &request)
 {
-    const Result<HomeFolder> home = folderNamedBy(request);
+    if (request.has(homeOption))
+        return homeAt(request.value(homeOption), request);
+    const Result<HomeFolder> home = ownHome();
+    return home ? home : asNotFound(home.error());
+}
+
+Result<HomeFolder> homeAt(const QString &directory, const Request &request)
+{
+    if (directory.isEmpty())
+        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
+    const Result<HomeFolder> home = namedHome(directory);
     if (!home)
-        return home;
-    const QString library = home.value().path + u"/Library";
-    const bool mayLackLibrary = home.value().own || request.has(newHomeOption);
-    if (!mayLackLibrary && !QFileInfo(library).isDir())
+        return asNotFound(home.error());
+    if (!request.has(newHomeOption) && !QFileInfo(home.value().path + u"/Library").isDir())
         return Error {ErrorCode::NotFound,
                       home.value().path
                           + u": no folder Library in it, so it is taken for no home folder"

@@ -16,6 +16,9 @@ namespace varnel::cli {
 /// has no Library folder, unless --new-home was given. Makes nothing.
 [[nodiscard]] Result<HomeFolder> chosenHome(const Request &request);
 
+/// The home in a folder that the command line names; errors as above, Invalid for an empty name.
+[[nodiscard]] Result<HomeFolder> homeAt(const QString &directory, const Request &request);
+
 /// Which of the home's standard folders a command that writes may make.
 [[nodiscard]] StandardFolders::Missing foldersToMake(const HomeFolder &home,
                                                      const Request &request);

@@ -45,7 +45,10 @@ Commands makeCommands()
 const QList<OptionInfo> &commonOptions()
 {
     static const QList<OptionInfo> options {
-        {u"home"_qs, u"DIR"_qs, u"work on the home folder DIR instead of one's own"_qs},
+        {u"home"_qs, u"DIR"_qs,
+         u"work on the home folder DIR instead of one's own; may be repeated"_qs},
+        {u"homes-from"_qs, u"FILE"_qs,
+         u"work on the home folders that FILE lists, one a line; - reads standard input"_qs},
         {u"new-home"_qs, {}, u"make the standard folders of a DIR that has no Library yet"_qs},
         {u"json"_qs, {}, u"print one JSON object instead of text"_qs},
         {u"verbose"_qs, {}, u"show the log on standard error"_qs},

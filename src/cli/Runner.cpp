@@ -3,6 +3,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "cli/Help.h"
+#include "cli/HomeCommand.h"
 #include "cli/Log.h"
 #include "platform/linux/LinuxTerminal.h"
 
@@ -39,9 +40,13 @@ ExitStatus obey(const CommandLine &line, const Commands &commands, Console &cons
     case CommandLine::Wish::Run:
         break;
     }
-    prepareLogging(line.request.has(u"verbose"_qs));
     // The table of settings is what somebody who types nothing wants to see.
     const Command &command = line.command ? *line.command : *commands.front();
+    if (line.request.has(u"homes-from"_qs) && !dynamic_cast<const HomeCommand *>(&command)) {
+        console.message(u'\'' + command.info().name + u"' is not about homes: no --homes-from");
+        return ExitStatus::Usage;
+    }
+    prepareLogging(line.request.has(u"verbose"_qs));
     return command.run(line.request, console);
 }
 

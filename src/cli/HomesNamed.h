@@ -1,0 +1,21 @@
+#pragma once
+
+#include "cli/Request.h"
+
+#include "base/Result.h"
+
+#include <QStringList>
+
+#include <optional>
+
+namespace varnel::cli {
+
+/// The folders of a command line that may name many homes: those of --home, then those of the list
+/// that --homes-from names ("-": standard input), a path a line; empty lines count for nothing.
+/// Null where the command line is about one home: no --homes-from, and --home once at most. A list
+/// may well be empty: that is no home at all, never one's own.
+///
+/// Invalid for a list that can't be read or is no UTF-8, and for an empty name.
+[[nodiscard]] Result<std::optional<QStringList>> homesNamed(const Request &request);
+
+} // namespace varnel::cli

@@ -1,0 +1,120 @@
+#include "cli/ManyHomes.h"
+
+#include "cli/ProgressLine.h"
+#include "cli/TextWidth.h"
+#include "platform/linux/LinuxTerminal.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <memory>
+
+namespace varnel::cli {
+
+namespace {
+
+constexpr int standardError = 2;
+
+std::unique_ptr<ProgressLine> progressFor(qsizetype homes)
+{
+    if (!LinuxTerminal::isTerminal(standardError) || qgetenv("TERM") == "dumb")
+        return nullptr;
+    QElapsedTimer watch;
+    watch.start();
+    // A terminal that has gone is noticed where the messages are written.
+    const auto draw = [](const QByteArray &bytes) {
+        static_cast<void>(LinuxTerminal::writeAll(standardError, bytes));
+    };
+    return std::make_unique<ProgressLine>(homes, draw, [watch] { return watch.elapsed(); });
+}
+
+/// Each folder once, by where its name leads; the names as they were typed.
+QStringList eachOnce(const QStringList &directories)
+{
+    QStringList once;
+    QSet<QString> seen;
+    for (const QString &directory : directories) {
+        const QString place = QFileInfo(directory).canonicalFilePath();
+        const QString key = place.isEmpty() ? directory : place;
+        if (!seen.contains(key))
+            once.append(directory);
+        seen.insert(key);
+    }
+    return once;
+}
+
+QString heading(const QString &directory, const Style &style)
+{
+    const QString line = printable(directory) + u':';
+    return (style.colour ? QString(u"\033[1m" + line + u"\033[0m") : line) + u'\n';
+}
+
+QString summary(qsizetype troubled, qsizetype all)
+{
+    return u"%1 of %2 homes: not as it should be; the messages above tell"_qs.arg(troubled).arg(
+        all);
+}
+
+bool isTrouble(ExitStatus status)
+{
+    return status != ExitStatus::Done && status != ExitStatus::Negative;
+}
+
+} // namespace
+
+ManyHomes::ManyHomes(bool json, Console &console) : json(json), console(console) { }
+
+void ManyHomes::run(const QStringList &directories, const Step &step)
+{
+    const QStringList homes = eachOnce(directories);
+    const std::unique_ptr<ProgressLine> progress = progressFor(homes.size());
+    for (const QString &directory : homes) {
+        const HomeOutcome outcome = step(directory);
+        if (progress && !outcome.messages.isEmpty())
+            progress->clear();
+        show(directory, outcome);
+        if (progress)
+            progress->show(statuses.size());
+    }
+    const auto troubled = std::count_if(statuses.begin(), statuses.end(), isTrouble);
+    if (progress)
+        progress->clear();
+    if (troubled > 0)
+        Console::message(summary(troubled, statuses.size()));
+}
+
+void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
+{
+    for (const QString &message : outcome.messages)
+        Console::message(directory + u": " + message);
+    if (outcome.wrote)
+        console.noteWrite();
+    restarts |= outcome.restart;
+    statuses.append(outcome.status);
+    if (json) {
+        QJsonObject object = outcome.object ? outcome.object() : QJsonObject();
+        object.insert(u"home"_qs, directory);
+        object.insert(u"status"_qs, int(outcome.status));
+        if (!outcome.messages.isEmpty())
+            object.insert(u"messages"_qs, QJsonArray::fromStringList(outcome.messages));
+        objects.append(object);
+    } else if (outcome.text) {
+        console.print((statuses.size() > 1 ? u"\n"_qs : QString())
+                      + heading(directory, console.style()) + outcome.text(console.style()));
+    }
+}
+
+ExitStatus ManyHomes::status() const
+{
+    if (statuses.isEmpty())
+        return ExitStatus::Done;
+    const ExitStatus first = statuses.first();
+    if (std::count(statuses.begin(), statuses.end(), first) == statuses.size())
+        return first;
+    return std::any_of(statuses.begin(), statuses.end(), isTrouble) ? ExitStatus::Partly
+                                                                    : ExitStatus::Negative;
+}
+
+} // namespace varnel::cli

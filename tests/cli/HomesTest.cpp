@@ -1,0 +1,255 @@
+#include "cli/ProgressLine.h"
+#include "cli/Varnelctl.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <gtest/gtest.h>
+
+#include <utmpx.h>
+
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+class HomesTest : public Test {
+protected:
+    /// A home folder beneath the test's own.
+    QString make(const QString &name) const
+    {
+        const QString path = home.path() + u'/' + name;
+        QDir().mkpath(path + u"/Library/Preferences");
+        return path;
+    }
+    [[nodiscard]] Outcome setIn(const QStringList &homes, QStringList arguments = {}) const
+    {
+        arguments = QStringList {u"set"_qs, u"dock-size=40"_qs} + arguments;
+        for (const QString &each : homes)
+            arguments += {u"--home"_qs, each};
+        return varnelctl.run(arguments);
+    }
+    [[nodiscard]] QByteArray dockSize(const QString &path) const
+    {
+        return varnelctl.run({u"get"_qs, u"dock-size"_qs, u"--home"_qs, path}).out;
+    }
+    [[nodiscard]] static QStringList backups(const QString &path)
+    {
+        return QDir(path + u"/Library/Application Support/Varnel/Backup").entryList(QDir::Files);
+    }
+    /// The list as a file for --homes-from.
+    [[nodiscard]] QString list(const QByteArray &bytes) const
+    {
+        const QString path = home.path() + u"/homes.txt";
+        writeFile(path, bytes);
+        return path;
+    }
+
+    TemporaryHome home;
+    Varnelctl varnelctl {home};
+    const QByteArray changed = "40\t40 pixels\n";
+    const QByteArray untouched = "-1\tuse default value\n";
+};
+
+TEST_F(HomesTest, eachHomeIsOneSaveWithABackupFileOfItsOwn)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString bert = make(u"bert"_qs);
+    const Outcome outcome = setIn({anna, bert});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    for (const QString &each : {anna, bert}) {
+        EXPECT_EQ(dockSize(each), changed);
+        EXPECT_EQ(backups(each), QStringList(u"quillet1.sqlite"_qs));
+    }
+    EXPECT_EQ(dockSize(home.path()), untouched);
+    QByteArray out = outcome.out;
+    const QByteArray part = "HOME/NAME:\nChanged\n"
+                            "  1004  dock-size  40 pixels  was: use default value\n\nOld values: "
+                            "HOME/NAME/Library/Application Support/Varnel/Backup/quillet1.sqlite\n"
+                            "To be restarted: Dock\n";
+    EXPECT_EQ(out.replace(home.path().toUtf8(), "HOME").toStdString(),
+              QByteArray(part).replace("NAME", "anna").toStdString() + '\n'
+                  + QByteArray(part).replace("NAME", "bert").toStdString());
+}
+
+TEST_F(HomesTest, theJsonHasAnObjectForEachHomeInTheOrderNamed)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString none = home.path() + u"/none";
+    const QString bert = make(u"bert"_qs);
+    const Outcome outcome = setIn({bert, none, anna}, {u"--json"_qs});
+    EXPECT_EQ(outcome.status, 4);
+    const QJsonArray homes = outcome.json().value(u"homes"_qs).toArray();
+    ASSERT_EQ(homes.size(), 3);
+    EXPECT_EQ(homes[0].toObject().value(u"home"_qs).toString(), bert);
+    EXPECT_EQ(homes[0].toObject().value(u"status"_qs).toInt(-1), 0);
+    EXPECT_EQ(homes[0].toObject().value(u"changed"_qs).toArray().size(), 1);
+    EXPECT_FALSE(homes[0].toObject().contains(u"messages"_qs));
+    EXPECT_EQ(homes[1].toObject().value(u"home"_qs).toString(), none);
+    EXPECT_EQ(homes[1].toObject().value(u"status"_qs).toInt(-1), 3);
+    EXPECT_EQ(homes[1].toObject().value(u"messages"_qs).toArray().size(), 1);
+    EXPECT_EQ(homes[2].toObject().value(u"home"_qs).toString(), anna);
+    EXPECT_EQ(dockSize(anna), changed);
+    EXPECT_TRUE(outcome.err.startsWith(QByteArray("varnelctl: ").append(none.toUtf8())))
+        << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains("1 of 3 homes")) << outcome.err.toStdString();
+}
+
+TEST_F(HomesTest, twoHundredHomesAreDoneAndTheBrokenOneIsNamed)
+{
+    QByteArray lines;
+    QStringList homes;
+    for (int i = 0; i < 200; ++i) {
+        homes.append(make(u"user "_qs + QString::number(i)));
+        lines += homes.last().toUtf8() + '\n';
+    }
+    const QString broken = homes[77] + u"/Library/Preferences/com.apple.dock.plist";
+    writeFile(broken, "not a property list");
+    const Outcome outcome = varnelctl.run(
+        {u"set"_qs, u"dock-size=40"_qs, u"--homes-from"_qs, list(lines), u"--json"_qs});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_EQ(fileBytes(broken), "not a property list");
+    const QJsonArray results = outcome.json().value(u"homes"_qs).toArray();
+    ASSERT_EQ(results.size(), 200);
+    for (int i = 0; i < 200; ++i) {
+        const QJsonObject result = results[i].toObject();
+        EXPECT_EQ(result.value(u"home"_qs).toString(), homes[i]);
+        EXPECT_EQ(result.value(u"status"_qs).toInt(-1), i == 77 ? 4 : 0);
+        EXPECT_EQ(result.value(u"changed"_qs).toArray().size(), i == 77 ? 0 : 1);
+        EXPECT_EQ(QFileInfo(homes[i] + u"/Library/Preferences/com.apple.dock.plist").size() > 19,
+                  i != 77);
+    }
+}
+
+TEST_F(HomesTest, theListMayComeFromStandardInput)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString bert = make(u"bert"_qs);
+    const Outcome outcome =
+        varnelctl.shell(u"printf '%s\\n\\n%s' '"_qs + anna + u"' '" + bert
+                        + u"' | \"$varnelctl\" set dock-size=40 --homes-from -");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(dockSize(anna), changed);
+    EXPECT_EQ(dockSize(bert), changed);
+}
+
+TEST_F(HomesTest, anEmptyListIsNoHomeAndNeverOnesOwn)
+{
+    const QMap<QString, QString> before = snapshot(home.path() + u"/Library");
+    for (const QByteArray &bytes : {QByteArray(), QByteArray("\n\n")}) {
+        const Outcome outcome = varnelctl.run(
+            {u"set"_qs, u"dock-size=40"_qs, u"--json"_qs, u"--homes-from"_qs, list(bytes)});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.json().value(u"homes"_qs), QJsonValue(QJsonArray()));
+    }
+    EXPECT_EQ(snapshot(home.path() + u"/Library"), before);
+}
+
+TEST_F(HomesTest, aListThatCannotBeReadWritesNothingAnywhere)
+{
+    const QString anna = make(u"anna"_qs);
+    const QMap<QString, QString> before = snapshot(anna);
+    const QStringList set {u"set"_qs, u"dock-size=40"_qs, u"--home"_qs, anna, u"--homes-from"_qs};
+    EXPECT_EQ(varnelctl.run(set + QStringList(home.path() + u"/no such list")).status, 2);
+    EXPECT_EQ(varnelctl.run(set + QStringList(home.path())).status, 2);
+    EXPECT_EQ(varnelctl.run(set + QStringList(list(anna.toUtf8() + "\n\xff\n"))).status, 2);
+    EXPECT_EQ(snapshot(anna), before);
+}
+
+TEST_F(HomesTest, aHomeNamedTwiceIsOneSave)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString link = home.path() + u"/link";
+    ASSERT_TRUE(QFile::link(anna, link));
+    const Outcome outcome = setIn({anna, link, anna + u'/'}, {u"--json"_qs});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.json().value(u"homes"_qs).toArray().size(), 1);
+    EXPECT_EQ(backups(anna), QStringList(u"quillet1.sqlite"_qs));
+}
+
+TEST_F(HomesTest, whatAllHomesAnswerIsTheAnswer)
+{
+    const QStringList both {u"--home"_qs, make(u"anna"_qs), u"--home"_qs, make(u"bert"_qs)};
+    EXPECT_EQ(varnelctl.run(QStringList {u"search"_qs, u"reading list"_qs} + both).status, 1);
+    EXPECT_EQ(varnelctl
+                  .run({u"list"_qs, u"--home"_qs, home.path() + u"/x"_qs, u"--home"_qs,
+                        home.path() + u"/y"_qs})
+                  .status,
+              3);
+}
+
+TEST_F(HomesTest, aSlipInAValueWritesInNoHome)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString bert = make(u"bert"_qs);
+    const QMap<QString, QString> before = snapshot(home.path());
+    EXPECT_EQ(varnelctl
+                  .run({u"set"_qs, u"dock-size=40"_qs, u"1008=sideways"_qs, u"--home"_qs, anna,
+                        u"--home"_qs, bert})
+                  .status,
+              2);
+    EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(HomesTest, commandsThatAreNotAboutHomesTakeNoList)
+{
+    const Outcome outcome = varnelctl.run({u"system"_qs, u"--homes-from"_qs, list("/x\n")});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(outcome.out.isEmpty());
+}
+
+/// A log-in record that says root has a session.
+QByteArray recordOfRoot()
+{
+    utmpx entry {};
+    entry.ut_type = USER_PROCESS;
+    qstrncpy(entry.ut_user, "root", sizeof entry.ut_user);
+    return {reinterpret_cast<const char *>(&entry), sizeof entry};
+}
+
+TEST_F(HomesTest, aHomeWhoseUserIsLoggedInIsWarnedOfOnce)
+{
+    if (varnelctl.shell(u"unshare -m true && [ \"$(id -u)\" = 0 ]"_qs).status != 0)
+        GTEST_SKIP() << "no right to make a mount namespace with a log-in record of its own";
+    const QString anna = make(u"anna"_qs);
+    const QString record = home.path() + u"/record";
+    writeFile(record, recordOfRoot());
+    const auto run = [&](const QString &command) {
+        return varnelctl.shell(u"touch /run/utmp; unshare -m sh -c 'mount --bind \"$1\" /run/utmp; "
+                               u"\"$varnelctl\" "_qs
+                               + command + u" --home \"$2\"' sh '" + record + u"' '" + anna
+                               + u'\'');
+    };
+    const QByteArray warning = "varnelctl: root has a session on this machine";
+    EXPECT_EQ(run(u"set dock-size=40 minimize-effect=1"_qs).err.count(warning), 1);
+    EXPECT_EQ(run(u"set dock-size=40"_qs).err.count(warning), 0) << "nothing was written";
+    EXPECT_EQ(run(u"get dock-size"_qs).err.count(warning), 0);
+}
+
+TEST(ProgressLineTest, aLineStandsOnlyOnceTheWorkTakesLong)
+{
+    QByteArray shown;
+    qint64 now = 0;
+    {
+        varnel::cli::ProgressLine line(
+            200, [&](const QByteArray &bytes) { shown += bytes; }, [&] { return now; });
+        now = 999;
+        line.show(1);
+        line.clear();
+        EXPECT_EQ(shown, "");
+        now = 1000;
+        line.show(12);
+        EXPECT_EQ(shown, "\r\033[K12 of 200 homes");
+        now = 1050;
+        line.show(13);
+        EXPECT_EQ(shown, "\r\033[K12 of 200 homes") << "drawing is not the work";
+        now = 1100;
+        line.show(14);
+        EXPECT_EQ(shown, "\r\033[K12 of 200 homes\r\033[K14 of 200 homes");
+    }
+    EXPECT_TRUE(shown.endsWith("homes\r\033[K"));
+}
+
+} // namespace
