@@ -127,6 +127,11 @@ def plistXmlEdit():
     return edited(xmlLists())
 
 
+def plistDifferential():
+    yield from binaryLists()
+    yield from xmlLists()
+
+
 def write(folder, target, seeds):
     place = folder / target
     place.mkdir(parents=True, exist_ok=True)
