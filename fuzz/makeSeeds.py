@@ -7,10 +7,14 @@ A function named after a target gives its seeds. A target without one starts fro
 tests/data/fuzz/TARGET holds, or from nothing.
 """
 
+import base64
 import datetime
+import json
 import pathlib
 import plistlib
+import sqlite3
 import sys
+import tempfile
 
 DATA = pathlib.Path(__file__).resolve().parent.parent / "tests/data"
 LARGEST = 32768
@@ -130,6 +134,83 @@ def plistXmlEdit():
 def plistDifferential():
     yield from binaryLists()
     yield from xmlLists()
+
+
+def backupRows():
+    for number in range(50):
+        yield bytes([number]) + text("1") + text("a text;b") + text("")
+    yield bytes([255]) + bigEndian(250, 4) + text("/Applications/A.app") + text("1") + text("0")
+    yield b"".join(bytes([number]) + text(str(number)) + text("0;1;1;0") + text("") for number in range(8))
+
+
+def backupCompanion():
+    for kind, ending in enumerate(("journal", "wal")):
+        for beside in sorted((DATA / "backups").glob(f"*-{ending}")):
+            file = beside.with_name(beside.name.rsplit("-", 1)[0]).read_bytes()
+            yield bytes([kind]) + bigEndian(len(file), 2) + file + beside.read_bytes()
+
+
+def disabledItems():
+    steps = bytes([3]) + bytes([1]) + text("/a.app") + bytes([1]) + text("/\u00e9") + bytes([0]) \
+        + text("/a.app") + bytes([1]) + text("it's")
+    yield bytes([1]) + steps
+    with tempfile.TemporaryDirectory() as folder:
+        path = pathlib.Path(folder) / "store"
+        for table in "value1 TEXT", "value1 INTEGER UNIQUE", "value1, value2", "a, value1 TEXT CHECK(0)":
+            path.unlink(missing_ok=True)
+            database = sqlite3.connect(path, isolation_level=None)
+            database.execute("PRAGMA page_size=512")
+            database.execute(f"CREATE TABLE users ({table})")
+            database.execute("INSERT INTO users(value1) VALUES('/a.app')" if "CHECK" not in table else "SELECT 1")
+            database.close()
+            yield bytes([0, len(steps)]) + steps + path.read_bytes()
+
+
+ENTRIES = [
+    b"[Desktop Entry]\nType=Application\nName=One\nExec=one\n",
+    b"# a comment\n[Desktop Entry]\nType=Application\nName=One\nName[de]=Eins\nIcon=one\n"
+    b"Exec=\"/opt/a b/one\" --x %U '%%'\nOnlyShowIn=A;B;\nNotShowIn=C\nTryExec=one\n"
+    b"X-GNOME-Autostart-enabled=true\nX-Varnel-Path=/Applications/One.app\n\n[Desktop Action x]\nName=X\n",
+    b"[Desktop Entry]\nHidden=true\n",
+    b"[Desktop Entry]\nType=Application\nName=a\\sb\\n\\t\\\\\nExec=sh -c \"\\\\$x \\\\\"\"\n",
+]
+
+
+def desktopEntry():
+    for entry in ENTRIES:
+        yield text("opt/One.app") + entry
+        yield text("opt/$a %f\\\"`\u00e9 ") + entry
+
+
+def loginItems():
+    for entry in ENTRIES:
+        yield bytes([0]) + entry
+    kept = {"fileName": "kept.desktop", "ofUser": True, "bytes": base64.b64encode(ENTRIES[0]).decode(),
+            "link": None, "mode": 0o600}
+    link = dict(kept, fileName="link.desktop", link=base64.b64encode(b"/etc/passwd").decode())
+    for entries in [kept], [kept, link], [dict(kept, fileName="../x.desktop")]:
+        yield bytes([1]) + json.dumps({"path": "x", "entries": entries}).encode()
+    yield bytes([2]) + b"an entry.desktop\nother.desktop\n"
+
+
+def procText():
+    stat = b"1 (a) b) S 0 1 1 0 -1 4194560 1 2 3 4 5 6 7 8 20 0 1 0 5 6 7\n"
+    meminfo = b"MemTotal:       16000000 kB\nMemFree:  5 kB\nHugePages_Total:       0\n"
+    snmp = b"Ip: Forwarding InReceives OutRequests\nIp: 1 5 18446744073709551615\nTcp: ActiveOpens\nTcp: -1\n"
+    environ = b"A=b\0GIO_LAUNCHED_DESKTOP_FILE=/usr/x.desktop\0GIO_LAUNCHED_DESKTOP_FILE_PID=1\0"
+    for kind in range(3):
+        yield bytes([kind]) + bigEndian(7, 8) + b") a (b"
+    for file in stat, meminfo, snmp, environ:
+        yield bytes([3]) + file
+
+
+def commandLine():
+    for words in ("get dock-size", "set 1008 2 --home /x --json", "--help", "list Safari --json", "--version",
+                  "backups restore quillet1.sqlite --only dock-size 1008 --dry-run", "backups --help",
+                  "login-items add /a.app /b.app", "processes terminate 12 --verbose", "search a b",
+                  "set -- 1400 -1", "show 1402 --home=/x", "set 1009 0;1;1;0", "get --nonsense"):
+        yield b"\0".join(words.encode().split())
+    yield b"get\0\xff"
 
 
 def write(folder, target, seeds):

@@ -3,6 +3,7 @@
 #include "harness/Require.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 #include <sys/stat.h>
@@ -11,10 +12,16 @@ namespace varnel::fuzz {
 
 namespace {
 
-QStringList entries(const QString &folder)
+/// Files beneath the folder, by their names from there on.
+QStringList filesIn(const QString &folder)
 {
-    return QDir(folder).entryList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList names;
+    QDirIterator found(folder, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (found.hasNext())
+        names.append(found.next().sliced(folder.size() + 1));
+    names.sort();
+    return names;
 }
 
 QByteArray stateOf(const QString &path)
@@ -40,7 +47,9 @@ Folder::Folder()
 
 void Folder::write(const QString &name, const QByteArray &bytes) const
 {
-    QFile file(this->file(name));
+    const QFileInfo place(this->file(name));
+    require(QDir().mkpath(place.path()), "there is room for temporary files");
+    QFile file(place.filePath());
     require(file.open(QIODevice::WriteOnly | QIODevice::Truncate)
                 && file.write(bytes) == bytes.size(),
             "there is room for temporary files");
@@ -48,14 +57,14 @@ void Folder::write(const QString &name, const QByteArray &bytes) const
 
 void Folder::clear() const
 {
-    for (const QString &name : entries(folder.path()))
+    for (const QString &name : filesIn(folder.path()))
         require(QFile::remove(file(name)), "a file of the last input can be removed");
 }
 
 QByteArray Folder::state() const
 {
     QByteArray state;
-    for (const QString &name : entries(folder.path()))
+    for (const QString &name : filesIn(folder.path()))
         state += name.toUtf8() + '\0' + stateOf(file(name)) + '\0';
     return state;
 }

@@ -14,10 +14,12 @@ public:
     [[nodiscard]] QString path() const { return folder.path(); }
     [[nodiscard]] QString file(const QString &name) const { return folder.filePath(name); }
 
+    /// A name may lead through folders, which are made and stay.
     void write(const QString &name, const QByteArray &bytes) const;
+    /// Removes all files.
     void clear() const;
 
-    /// Every entry with its inode, times, mode and bytes: equal while nobody touched anything.
+    /// Every file with its inode, times, mode and bytes: equal while nobody touched anything.
     [[nodiscard]] QByteArray state() const;
 
 private:

@@ -46,13 +46,13 @@ public:
     }
 
     /// Text of up to 255 code units, as a length and UTF-8 or, where the length is odd, UTF-16: so
-    /// that halves of surrogate pairs come too.
+    /// that halves of surrogate pairs come too. Never null.
     QString text()
     {
         const std::uint8_t length = byte();
+        QString text = QStringLiteral("");
         if (length % 2 == 0)
-            return QString::fromUtf8(bytes(length / 2));
-        QString text;
+            return text + QString::fromUtf8(bytes(length / 2));
         for (int i = 0; i < length / 2 && !left.isEmpty(); ++i)
             text.append(QChar(static_cast<char16_t>(number(2))));
         return text;
