@@ -30,6 +30,11 @@ elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
     -D_FORTIFY_SOURCE=2)
   target_link_options(varnel_flags INTERFACE -Wl,-z,relro,-z,now)
 endif()
+if(VARNEL_FUZZ)
+  # The fuzzer learns from what the code compares; what the libraries take for granted is asserted.
+  target_compile_options(varnel_flags INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_definitions(varnel_flags INTERFACE QT_FORCE_ASSERTS _GLIBCXX_ASSERTIONS)
+endif()
 target_link_options(varnel_flags INTERFACE -Wl,--as-needed)
 
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

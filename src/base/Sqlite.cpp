@@ -154,9 +154,9 @@ Error errorOf(sqlite3 *database)
 
 } // namespace
 
-void Sqlite::Close::operator()(sqlite3 *database) const
+void Sqlite::Close::operator()(sqlite3 *opened) const
 {
-    sqlite3_close(database);
+    sqlite3_close(opened);
 }
 
 Sqlite::Sqlite(Handle database, std::optional<PrivateCopy> copy)

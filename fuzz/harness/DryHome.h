@@ -1,0 +1,51 @@
+#pragma once
+
+#include "backup/Playback.h"
+#include "platform/DryRunFileStore.h"
+#include "platform/DryRunFinderInfo.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/SettingAccess.h"
+#include "support/FakeFileReader.h"
+#include "support/FakeFinderInfo.h"
+
+#include <QList>
+
+namespace varnel::fuzz {
+
+/// Files in memory which nobody may write.
+class SealedFiles : public FileStore {
+public:
+    bool exists(const QString &path) const override { return files.exists(path); }
+    Result<QByteArray> read(const QString &path) const override { return files.read(path); }
+    Result<void> update(const QString &path, const Change &change) override;
+    Result<void> readyForDatabase(const QString &path) override;
+
+    test::FakeFileReader files;
+};
+
+/// A home with preference files of both formats, on which backup rows are played without touching
+/// it.
+class DryHome : public PlaybackTarget {
+public:
+    DryHome();
+
+    Result<void> writeSetting(int settingId, int value, const QString &extra) override;
+    void writeLoginItem(int actionId, const QString &path, bool enabled) override;
+
+    /// What every setting of the catalogue reads now.
+    [[nodiscard]] QList<SettingValue> values() const;
+
+private:
+    SealedFiles disk;
+    test::FakeFinderInfo finderOfDisk;
+    DryRunFileStore store;
+    DryRunFinderInfo finder;
+    PreferenceFiles files;
+    SettingAccess access;
+    RestartFlags flags;
+};
+
+/// Describes rows and plays them twice; playing them again must not change what settings read.
+void playOnDryHome(const QList<BackupRow> &rows);
+
+} // namespace varnel::fuzz

@@ -1,0 +1,101 @@
+// The command line, its words parted by NUL: sorted out without losing or making up a word; and the
+// names and values that are typed for settings.
+
+#include "cli/CommandLine.h"
+#include "cli/Help.h"
+#include "cli/Lookup.h"
+#include "cli/ValueText.h"
+#include "harness/Input.h"
+#include "harness/Require.h"
+
+#include <vector>
+
+using namespace varnel;
+using namespace varnel::cli;
+using namespace varnel::fuzz;
+
+namespace {
+
+const Commands &commands()
+{
+    static const Commands all = makeCommands();
+    return all;
+}
+
+CommandLine parsed(const QList<QByteArray> &words)
+{
+    std::vector<const char *> arguments {"varnelctl"};
+    for (const QByteArray &word : words)
+        arguments.push_back(word.constData());
+    arguments.push_back(nullptr);
+    return parseCommandLine(static_cast<int>(arguments.size()) - 1, arguments.data(), commands());
+}
+
+/// Every word of a request was typed, by itself or behind "--option=".
+void checkRequest(const Request &request, const QList<QByteArray> &words)
+{
+    const auto wasTyped = [&](const QString &text) {
+        const QByteArray typed = text.toUtf8();
+        return std::any_of(words.begin(), words.end(), [&](const QByteArray &word) {
+            return word == typed || word.endsWith(QByteArray('=' + typed));
+        });
+    };
+    for (const QString &argument : request.arguments)
+        require(wasTyped(argument), "an argument was typed");
+    for (auto option = request.options.begin(); option != request.options.end(); ++option)
+        for (const QString &value : option.value())
+            require(wasTyped(value), "an option's value was typed");
+}
+
+void checkValue(const QStringList &arguments)
+{
+    const Result<const SettingRow *> row = lookUpSetting(arguments.value(0));
+    (void)lookUpGroup(arguments.value(0));
+    if (!row)
+        return;
+    const Result<SettingValue> value = parseValue(*row.value(), arguments.value(1));
+    if (!value)
+        return;
+    const QString text = exchangedText(*row.value(), value.value());
+    const Result<SettingValue> again = parseValue(*row.value(), text);
+    require(again.ok() && again.value() == value.value(), "a value's text is that value");
+    (void)labelText(*row.value(), value.value());
+    (void)actionString(*row.value(), value.value());
+}
+
+void check(const CommandLine &line, const QList<QByteArray> &words)
+{
+    switch (line.wish) {
+    case CommandLine::Wish::Wrong:
+        require(!line.problem.isEmpty(), "what is wrong is told");
+        break;
+    case CommandLine::Wish::Help:
+        require(line.command == nullptr || !commandHelp(line.command->info()).isEmpty(),
+                "a command has a help text");
+        require(line.group.isNull() || !groupHelp(line.group, commands()).isEmpty(),
+                "a group has a help text");
+        break;
+    case CommandLine::Wish::Version:
+        break;
+    case CommandLine::Wish::Run:
+        checkRequest(line.request, words);
+        checkValue(line.request.arguments);
+        break;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    constexpr qsizetype most = 64;
+    QList<QByteArray> words = Input(data, size).rest().split('\0');
+    words.resize(qMin(words.size(), most));
+    const CommandLine line = parsed(words);
+    check(line, words);
+    const CommandLine again = parsed(words);
+    require(again.wish == line.wish && again.command == line.command
+                && again.problem == line.problem,
+            "the same words mean the same");
+    return 0;
+}
