@@ -205,10 +205,10 @@ def procText():
 
 
 def commandLine():
-    for words in ("get dock-size", "set 1008 2 --home /x --json", "--help", "list Safari --json", "--version",
+    for words in ("get dock-size", "set 1008=2 --home /x --json", "--help", "list Safari --json", "--version",
                   "backups restore quillet1.sqlite --only dock-size 1008 --dry-run", "backups --help",
                   "login-items add /a.app /b.app", "processes terminate 12 --verbose", "search a b",
-                  "set -- 1400 -1", "show 1402 --home=/x", "set 1009 0;1;1;0", "get --nonsense"):
+                  "set -- 1403=-1 dock-size=50", "show 1402 --home=/x", "set 1200=0;1;1;0 scroll-bars=default bookmarks-bar=bonjour,top", "get --nonsense"):
         yield b"\0".join(words.encode().split())
     yield b"get\0\xff"
 

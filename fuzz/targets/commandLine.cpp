@@ -47,13 +47,14 @@ void checkRequest(const Request &request, const QList<QByteArray> &words)
             require(wasTyped(value), "an option's value was typed");
 }
 
-void checkValue(const QStringList &arguments)
+void checkValue(const QString &change)
 {
-    const Result<const SettingRow *> row = lookUpSetting(arguments.value(0));
-    (void)lookUpGroup(arguments.value(0));
+    const QString name = change.section(u'=', 0, 0);
+    const Result<const SettingRow *> row = lookUpSetting(name);
+    (void)lookUpGroup(name);
     if (!row)
         return;
-    const Result<SettingValue> value = parseValue(*row.value(), arguments.value(1));
+    const Result<SettingValue> value = parseValue(*row.value(), change.section(u'=', 1));
     if (!value)
         return;
     const QString text = exchangedText(*row.value(), value.value());
@@ -79,7 +80,8 @@ void check(const CommandLine &line, const QList<QByteArray> &words)
         break;
     case CommandLine::Wish::Run:
         checkRequest(line.request, words);
-        checkValue(line.request.arguments);
+        for (const QString &argument : line.request.arguments)
+            checkValue(argument);
         break;
     }
 }

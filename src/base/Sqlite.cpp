@@ -16,6 +16,15 @@ namespace {
 constexpr int largestValue = 1 << 20;
 /// The same for all values together: a small file can be made to give out very much.
 constexpr qint64 largestAnswer = qint64(64) << 20;
+/// Two hundred saves of every setting; each row of a backup costs the edit of a file.
+constexpr int mostRows = 10000;
+/// Steps of the library's own machine for one statement: a damaged tree may name one page over and
+/// over, and takes forever to walk although no row comes out. The fullest file of a megabyte that
+/// is sound takes a tenth of it.
+constexpr int mostSteps = 10'000'000;
+/// The longest program that a statement may become; those on plain tables have some dozens of
+/// steps.
+constexpr int longestProgram = 25'000;
 
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -70,6 +79,11 @@ int allowCreateTable(void *, int action, const char *first, const char *, const 
     }
 }
 
+int allowColumnList(void *, int action, const char *first, const char *, const char *, const char *)
+{
+    return action == SQLITE_PRAGMA && qstrcmp(first, "table_xinfo") == 0 ? SQLITE_OK : SQLITE_DENY;
+}
+
 int allowNothing(void *, int, const char *, const char *, const char *, const char *)
 {
     return SQLITE_DENY;
@@ -119,6 +133,47 @@ void defend(sqlite3 *database)
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, largestValue);
     sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_limit(database, SQLITE_LIMIT_VDBE_OP, longestProgram);
+}
+
+/// Bounds the steps of one statement while it lives; past that the library answers "interrupted".
+class StepLimit {
+public:
+    explicit StepLimit(sqlite3 *database) : database(database)
+    {
+        sqlite3_progress_handler(database, stepsPerCall, &StepLimit::isReached, this);
+    }
+    StepLimit(const StepLimit &) = delete;
+    StepLimit &operator=(const StepLimit &) = delete;
+    ~StepLimit() { sqlite3_progress_handler(database, 0, nullptr, nullptr); }
+
+private:
+    static constexpr int stepsPerCall = 1000;
+
+    static int isReached(void *data)
+    {
+        return ++static_cast<StepLimit *>(data)->calls > mostSteps / stepsPerCall ? 1 : 0;
+    }
+
+    sqlite3 *database;
+    int calls = 0;
+};
+
+/// Whether a column of `users` is worked out from others when it is read or written. Eight
+/// kilobytes of such columns, each naming the last one twice, become a program without end while
+/// the statement is prepared; and no file of this program has any.
+bool hasComputedColumns(sqlite3 *database)
+{
+    constexpr int hiddenColumn = 6;
+    constexpr int firstComputedKind = 2; // 1 is a hidden column of a virtual table
+    Statement columns;
+    if (prepare(database, QStringLiteral("PRAGMA table_xinfo(users)"), allowColumnList, columns)
+        != SQLITE_OK)
+        return false; // the statements on the table will say what is wrong with it
+    while (sqlite3_step(columns.get()) == SQLITE_ROW)
+        if (sqlite3_column_int(columns.get(), hiddenColumn) >= firstComputedKind)
+            return true;
+    return false;
 }
 
 QString columnText(sqlite3_stmt *statement, int column)
@@ -177,6 +232,8 @@ Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
     if (outcome != SQLITE_OK)
         return errorOf(raw);
     defend(raw);
+    if (hasComputedColumns(raw))
+        return Error {ErrorCode::Unloadable, QStringLiteral("computed columns in users")};
     return opened;
 }
 
@@ -220,6 +277,7 @@ Result<void> Sqlite::run(const QString &sql, Verb verb)
         return lastError();
     if (!statement)
         return {};
+    const StepLimit limit(database.get());
     int step = SQLITE_ROW;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) { }
     if (step != SQLITE_DONE)
@@ -238,12 +296,14 @@ Result<void> Sqlite::select(const QString &sql, int columns,
         return Error {ErrorCode::Unloadable, QStringLiteral("too few columns in users")};
     if (prepared)
         prepared();
+    const StepLimit limit(database.get());
     int step = SQLITE_ROW;
+    int rows = 0;
     qint64 answered = 0;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
         const QStringList texts = rowTexts(statement.get(), columns);
         answered += sizeOf(texts);
-        if (answered > largestAnswer)
+        if (answered > largestAnswer || ++rows > mostRows)
             return Error {ErrorCode::Unloadable, QStringLiteral("too much data in users")};
         if (!row(texts))
             return {};

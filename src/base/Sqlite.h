@@ -19,7 +19,7 @@ namespace varnel {
 /// Statements are built by putting values into their text as they are. So each text is fenced: it
 /// may do its own verb on `users` and nothing else, and nothing behind its first statement runs; a
 /// text that holds a second statement fails as a whole, with the library's error text. Errors carry
-/// the library's text alone.
+/// the library's text alone. A statement that takes the library too long fails as interrupted.
 class Sqlite {
 public:
     enum class Access {
@@ -27,8 +27,8 @@ public:
         ReadOnly, ///< a file of unknown origin: never made, never written, nothing made or deleted
                   ///< beside it; its triggers, views and unsafe functions unused
     };
-    /// NotFound, NotAFile, or Unloadable with the library's text. A database may open and fail at
-    /// its first statement.
+    /// NotFound, NotAFile, or Unloadable with the library's text; Unloadable too where columns of
+    /// `users` are computed from others. A database may open and fail at its first statement.
     ///
     /// A read-only database is read in its place, under the library's lock. Where that would change
     /// what stands beside it (a journal that a killed writer left, a write-ahead log), a private

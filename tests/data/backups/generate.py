@@ -45,6 +45,25 @@ def copy_open(source, name):
             shutil.copy(file, here / file.name.replace(source.name, f"{name}.sqlite"))
 
 
+def endless(name):
+    """A table whose few pages name each other so often that it seems to have billions of rows."""
+    size, levels = 512, 5
+    leaf = make(name, TABLE, rows=ROWS[:1]).read_bytes()
+    count = (size - 12) // 7
+    cell = size - 5 * count
+    pages = [leaf[:size]]
+    for level in range(levels):
+        child = (len(pages) + 2).to_bytes(4, "big")
+        head = b"\x05\0\0" + count.to_bytes(2, "big") + cell.to_bytes(2, "big") + b"\0" + child
+        pointers = b"".join((cell + 5 * n).to_bytes(2, "big") for n in range(count))
+        cells = (child + b"\x01") * count
+        pages.append((head + pointers).ljust(cell, b"\0") + cells)
+    pages.append(leaf[size:])
+    first = bytearray(pages[0])
+    first[28:32] = len(pages).to_bytes(4, "big")
+    (here / f"{name}.sqlite").write_bytes(bytes(first) + b"".join(pages[1:]))
+
+
 def unfinished(name):
     """A save that was killed while it wrote into the file itself."""
     with tempfile.TemporaryDirectory() as folder:
@@ -100,6 +119,10 @@ def main():
     make("swelling", f"CREATE TABLE users (id INTEGER, value1 TEXT GENERATED ALWAYS AS (g15), value2"
          f" TEXT GENERATED ALWAYS AS (g15), value3 TEXT, g0 TEXT, {swelling})",
          *["INSERT INTO users(id, value3, g0) VALUES(1008,'','0123456789abcdef')"] * 300)
+    doubling = ", ".join(f"g{n} INTEGER GENERATED ALWAYS AS (g{n - 1} + g{n - 1})" for n in range(1, 40))
+    make("doubling", f"CREATE TABLE users (id INTEGER, value1 TEXT GENERATED ALWAYS AS (g39), value2"
+         f" TEXT, value3 TEXT, g0 INTEGER, {doubling})",
+         "INSERT INTO users(id, value2, value3, g0) VALUES(1008,'','',1)")
     make("trigger", TABLE, "CREATE TRIGGER eager AFTER INSERT ON users BEGIN DELETE FROM users; END",
          "CREATE TABLE other (a)")
     make("view", "CREATE TABLE hidden (id, value1, value2, value3)",
@@ -109,6 +132,8 @@ def main():
     make("full-text", "CREATE VIRTUAL TABLE users USING fts5(id, value1, value2, value3)",
          rows=[("1008", "2", "", "")])
     make("no-rows", TABLE)
+
+    endless("endless-tree")
 
     (here / "empty.sqlite").write_bytes(b"")
     (here / "empty.sqlite-journal").write_bytes(JOURNAL_MARK + bytes(504))

@@ -1,6 +1,7 @@
 #include "backup/BackupReader.h"
 
 #include "backup/BackupWriter.h"
+#include "base/Sqlite.h"
 #include "support/FileFacts.h"
 #include "support/TemporaryHome.h"
 
@@ -138,23 +139,12 @@ TEST_F(BackupReaderTest, TextEndsAtANulAndBytesThatAreNoTextAreReplaced)
     EXPECT_EQ(rowsOf(u"not-utf8"_qs)[0].extraData(), u"a\uFFFDb\uFFFD");
 }
 
-TEST_F(BackupReaderTest, PlainGeneratedColumnsAreColumns)
-{
-    EXPECT_EQ(rowsOf(u"generated"_qs), (QList<BackupRow> {{1008, u"1008x"_qs, u""_qs, u""_qs}}));
-}
-
-TEST_F(BackupReaderTest, AColumnMayBeMadeByAHarmlessFunction)
-{
-    const QList<BackupRow> rows = rowsOf(u"generated-by-function"_qs);
-    ASSERT_EQ(rows.size(), 1);
-    EXPECT_EQ(rows[0].settingAction(), 1008);
-}
-
 TEST_F(BackupReaderTest, WhatIsNoBackupFileIsAnError)
 {
     for (const char16_t *name :
          {u"three-columns", u"no-table", u"view", u"endless-view", u"full-text", u"empty",
-          u"empty-with-log", u"words", u"cut", u"header-only", u"swelling", u"names-others"}) {
+          u"empty-with-log", u"words", u"cut", u"header-only", u"generated",
+          u"generated-by-function", u"swelling", u"doubling", u"endless-tree", u"names-others"}) {
         const QString file = QString::fromUtf16(name);
         take(file);
         const Result<QList<BackupRow>> rows = read(file + u".sqlite");
@@ -162,6 +152,23 @@ TEST_F(BackupReaderTest, WhatIsNoBackupFileIsAnError)
         EXPECT_TRUE(rows.error().text.startsWith(path(file + u".sqlite: ")))
             << qPrintable(rows.error().text);
     }
+}
+
+TEST_F(BackupReaderTest, ASearchThatFindsNothingInATreeWithoutEndIsGivenUp)
+{
+    take(u"endless-tree"_qs);
+    Result<Sqlite> database =
+        Sqlite::open(path(u"endless-tree.sqlite"_qs), Sqlite::Access::ReadOnly);
+    ASSERT_TRUE(database.ok());
+    int rows = 0;
+    const Result<void> searched = database.value().select(
+        u"SELECT * FROM users WHERE value1='no such value'"_qs, 4, [&](const QStringList &) {
+            ++rows;
+            return true;
+        });
+    ASSERT_FALSE(searched.ok());
+    EXPECT_EQ(searched.error().text, u"interrupted"_qs);
+    EXPECT_EQ(rows, 0);
 }
 
 TEST_F(BackupReaderTest, ASaveThatWasKilledReadsAsBeforeItAndStaysAsItWasLeft)
