@@ -18,8 +18,9 @@ const QString mail = u"/Applications/Mail.app"_qs;
 /// Every command that writes, with something to do.
 const QList<QStringList> writers {
     {u"set"_qs, u"1004=64"_qs, u"1302=hidden"_qs, u"1200=none"_qs, u"1400=x"_qs, u"--end"_qs},
+    {u"write"_qs, u"com.apple.dock"_qs, u"no-glass"_qs, u"-bool"_qs, u"true"_qs},
     {u"reset"_qs, u"--all"_qs},
-    {u"delete"_qs, u"1004"_qs},
+    {u"delete"_qs, u"com.apple.dock"_qs, u"tilesize"_qs},
     {u"backups"_qs, u"restore"_qs, u"quillet1.sqlite"_qs, u"--end"_qs},
     {u"backups"_qs, u"delete"_qs, u"quillet1.sqlite"_qs, u"quillet2.sqlite"_qs},
     {u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs},
