@@ -1,6 +1,7 @@
 #include "cli/BackupsDeleteCommand.h"
 
 #include "cli/Backups.h"
+#include "cli/DryRun.h"
 #include "cli/TextWidth.h"
 #include "platform/linux/HomeEntries.h"
 
@@ -23,15 +24,15 @@ Result<QStringList> pathsOf(const HomeFolder &home, const QStringList &names)
     return paths;
 }
 
-QString deletedText(const QStringList &names)
+QString deletedText(const QStringList &names, bool dry)
 {
     QString text;
     for (const QString &name : names)
-        text += u"Deleted " + printable(name) + u'\n';
+        text += (dry ? u"Would delete "_qs : u"Deleted "_qs) + printable(name) + u'\n';
     return text;
 }
 
-HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names)
+HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dry)
 {
     const Result<QStringList> paths = pathsOf(home, names);
     if (!paths)
@@ -39,16 +40,17 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names)
     HomeOutcome outcome;
     QStringList deleted;
     for (qsizetype i = 0; i < names.size(); ++i) {
-        const Result<void> removed = removeEntry(home, paths.value()[i]);
+        const Result<void> removed = dry ? Result<void>() : removeEntry(home, paths.value()[i]);
         if (removed)
             deleted.append(names[i]);
         else
             outcome.messages.append(removed.error().text);
     }
-    outcome.wrote = !deleted.isEmpty();
-    outcome.text = [deleted](const Style &) { return deletedText(deleted); };
-    outcome.object = [deleted] {
-        return QJsonObject {{u"deleted"_qs, QJsonArray::fromStringList(deleted)}};
+    outcome.wrote = !dry && !deleted.isEmpty();
+    outcome.text = [deleted, dry](const Style &) { return deletedText(deleted, dry); };
+    outcome.object = [deleted, dry] {
+        return QJsonObject {{u"deleted"_qs, QJsonArray::fromStringList(deleted)},
+                            {u"dryRun"_qs, dry}};
     };
     if (deleted.size() < names.size())
         outcome.status = deleted.isEmpty() ? ExitStatus::Failed : ExitStatus::Partly;
@@ -64,7 +66,7 @@ CommandInfo BackupsDeleteCommand::info() const
             u"What they hold can't be undone any more. All names are checked first: when one of\n"
             u"them is wrong, nothing is deleted."_qs,
             {backupParameter(ParameterInfo::Count::OneOrMore)},
-            {},
+            {dryRunOption()},
             {u"backups delete quillet1.sqlite"_qs,
              u"backups delete quillet1.sqlite quillet2.sqlite"_qs}};
 }
@@ -73,7 +75,9 @@ Result<HomeCommand::Work> BackupsDeleteCommand::prepare(const Request &request) 
 {
     QStringList names = request.arguments;
     names.removeDuplicates();
-    return Work([names](const HomeFolder &home) { return deleteFrom(home, names); });
+    return Work([names, dry = isDryRun(request)](const HomeFolder &home) {
+        return deleteFrom(home, names, dry);
+    });
 }
 
 } // namespace varnel::cli

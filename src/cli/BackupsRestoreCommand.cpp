@@ -1,6 +1,8 @@
 #include "cli/BackupsRestoreCommand.h"
 
 #include "cli/Backups.h"
+#include "cli/DryRun.h"
+#include "cli/Ending.h"
 #include "cli/Lookup.h"
 #include "cli/Restore.h"
 #include "cli/RestoreOutput.h"
@@ -17,7 +19,6 @@ namespace {
 
 const QString onlyOption = QStringLiteral("only");
 const QString keepOption = QStringLiteral("keep");
-const QString dryRunOption = QStringLiteral("dry-run");
 
 Result<QList<const SettingRow *>> settingsNamed(const QStringList &typed)
 {
@@ -106,7 +107,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
             return holdsNothingOf(name, missing);
         rows = rowsOf(rows.value(), only);
     }
-    const bool dry = request.has(dryRunOption);
+    const bool dry = isDryRun(request);
     if (!dry)
         if (const Result<void> made = makeFolders(home, request); !made)
             return HomeOutcome::failed(made.error());
@@ -137,7 +138,8 @@ CommandInfo BackupsRestoreCommand::info() const
         {backupParameter()},
         {{onlyOption, u"SETTING"_qs, u"these settings alone; keeps the file"_qs, true},
          {keepOption, {}, u"keep the file"_qs},
-         {dryRunOption, {}, u"print what would change, and touch nothing"_qs}},
+         dryRunOption(),
+         Ending::option()},
         {u"backups restore quillet1.sqlite"_qs, u"backups restore quillet1.sqlite --dry-run"_qs,
          u"backups restore quillet1.sqlite --only dock-size 1008"_qs}};
 }

@@ -13,7 +13,7 @@ class Console;
 
 /// One positional argument of a command.
 struct ParameterInfo {
-    enum class Count { One, Optional, OneOrMore };
+    enum class Count { One, Optional, OneOrMore, Any };
     QString name; ///< as the usage line shows it, "SETTING"
     QString help;
     Count count = Count::One;
@@ -35,6 +35,7 @@ struct CommandInfo {
     QList<ParameterInfo> parameters;
     QList<OptionInfo> options; ///< beside the ones that every command has
     QStringList examples; ///< command lines without the program's name
+    QStringList aliases {}; ///< other words for the last word of the name
 };
 
 /// One command of the terminal program.

@@ -39,7 +39,10 @@ void addArguments(CLI::App &app, const QList<ParameterInfo> &parameters, int typ
 {
     int places = int(parameters.size());
     for (const ParameterInfo &parameter : parameters)
-        places += parameter.count == ParameterInfo::Count::OneOrMore ? typed : 0;
+        places += parameter.count == ParameterInfo::Count::OneOrMore
+                || parameter.count == ParameterInfo::Count::Any
+            ? typed
+            : 0;
     for (int place = 1; place <= places; ++place)
         app.add_option("argument" + std::to_string(place))->allow_extra_args(false);
 }
@@ -54,6 +57,8 @@ CLI::App *addCommand(CLI::App &root, const CommandInfo &info, int typed)
         CLI::App *below = child(*at, name);
         at = below ? below : at->add_subcommand(name);
     }
+    for (const QString &alias : info.aliases)
+        at->alias(alias.toStdString());
     addOptions(*at, info.options);
     addArguments(*at, info.parameters, typed);
     return at;
@@ -63,9 +68,12 @@ CLI::App *addCommand(CLI::App &root, const CommandInfo &info, int typed)
 /// parser's nodes cost the most: those of other commands are not made.
 bool mayBeMeant(const CommandInfo &info, int argc, const char *const *argv)
 {
-    const QByteArray word = info.name.section(u' ', 0, 0).toUtf8();
-    return std::any_of(argv + 1, argv + std::max(argc, 1),
-                       [&](const char *argument) { return word == argument; });
+    QStringList words {info.name.section(u' ', 0, 0)};
+    if (words.first() == info.name)
+        words += info.aliases;
+    return std::any_of(argv + 1, argv + std::max(argc, 1), [&](const char *argument) {
+        return words.contains(QLatin1StringView(argument));
+    });
 }
 
 CLI::App *deepestNamed(CLI::App &root)
@@ -108,9 +116,12 @@ bool collect(const CLI::App &app, Request &request)
 /// The parameter for which nothing was typed; null when there is none.
 QString missingParameter(const CommandInfo &info, qsizetype typed)
 {
-    for (const ParameterInfo &parameter : info.parameters)
-        if (parameter.count != ParameterInfo::Count::Optional && typed-- <= 0)
+    for (const ParameterInfo &parameter : info.parameters) {
+        const bool needed = parameter.count == ParameterInfo::Count::One
+            || parameter.count == ParameterInfo::Count::OneOrMore;
+        if (needed && typed-- <= 0)
             return parameter.name;
+    }
     return {};
 }
 

@@ -9,6 +9,8 @@ public:
     [[nodiscard]] CommandInfo info() const override;
 
 protected:
+    /// With --key: what stands in the file, whatever the setting makes of it.
+    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
     [[nodiscard]] QString text(const SettingReport &report, const Style &style) const override;
 };
 

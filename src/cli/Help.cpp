@@ -58,10 +58,19 @@ QString usage(const ParameterInfo &parameter)
         return u" [" + parameter.name + u']';
     case ParameterInfo::Count::OneOrMore:
         return u' ' + parameter.name + u"...";
+    case ParameterInfo::Count::Any:
+        return u" [" + parameter.name + u"...]";
     case ParameterInfo::Count::One:
         break;
     }
     return u' ' + parameter.name;
+}
+
+/// " (also: read)"; empty for a command with one name.
+QString otherNames(const CommandInfo &info)
+{
+    return info.aliases.isEmpty() ? QString()
+                                  : QString(u" (also: " + info.aliases.join(u", ") + u')');
 }
 
 /// The commands whose names pass, and all their examples' first.
@@ -77,7 +86,7 @@ template <typename Passes> Listing listing(const Commands &commands, Passes pass
         const CommandInfo info = command->info();
         if (!passes(info.name))
             continue;
-        found.entries.append({info.name, info.summary});
+        found.entries.append({info.name, info.summary + otherNames(info)});
         if (!info.examples.isEmpty())
             found.examples.append(info.examples.first());
     }
@@ -122,7 +131,7 @@ QString commandHelp(const CommandInfo &info)
         out += usage(parameter);
         parameters.append({parameter.name, parameter.help});
     }
-    out += u"\n\n" + info.summary + u".\n";
+    out += u"\n\n" + info.summary + otherNames(info) + u".\n";
     if (!info.details.isNull())
         out += u'\n' + info.details + u'\n';
     QList<Entry> options = entriesOf(info.options);

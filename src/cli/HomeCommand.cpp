@@ -1,5 +1,6 @@
 #include "cli/HomeCommand.h"
 
+#include "cli/Ending.h"
 #include "cli/HomesNamed.h"
 #include "cli/ManyHomes.h"
 #include "cli/Outcome.h"
@@ -11,16 +12,24 @@ namespace varnel::cli {
 
 namespace {
 
-void show(const HomeOutcome &outcome, const Request &request, Console &console)
+void note(const HomeOutcome &outcome, Console &console)
 {
     for (const QString &message : outcome.messages)
         Console::message(message);
     if (outcome.wrote)
         console.noteWrite();
-    if (request.has(u"json"_qs) && outcome.object)
-        console.print(jsonDocument(outcome.object()));
-    else if (!request.has(u"json"_qs) && outcome.text)
-        console.print(outcome.text(console.style()));
+}
+
+void show(const HomeOutcome &outcome, const Ending &ending, const Request &request,
+          Console &console)
+{
+    if (request.has(u"json"_qs) && outcome.object) {
+        QJsonObject object = outcome.object();
+        ending.addTo(object);
+        console.print(jsonDocument(object));
+    } else if (!request.has(u"json"_qs) && outcome.text) {
+        console.print(outcome.text(console.style()) + ending.text());
+    }
 }
 
 /// Programs that run keep their settings in memory, and may write them back over what was changed.
@@ -77,8 +86,11 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
     HomeOutcome outcome = work(home.value());
     if (!home.value().own)
         warnOfSession(home.value(), UserSessions(), outcome);
-    show(outcome, request, console);
-    return outcome.status;
+    note(outcome, console);
+    Ending ending(request, outcome.restart);
+    const ExitStatus status = ending.end(outcome.status, console);
+    show(outcome, ending, request, console);
+    return status;
 }
 
 ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &work,
@@ -94,9 +106,16 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
         warnOfSession(home.value(), sessions, outcome);
         return outcome;
     });
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument(homes.object()));
-    return homes.status();
+    Ending ending(request, homes.restart());
+    const ExitStatus status = ending.end(homes.status(), console);
+    if (request.has(u"json"_qs)) {
+        QJsonObject object = homes.object();
+        ending.addTo(object);
+        console.print(jsonDocument(object));
+    } else if (const QString ended = ending.text(); !ended.isEmpty()) {
+        console.print(QString(u'\n' + ended));
+    }
+    return status;
 }
 
 } // namespace varnel::cli

@@ -78,6 +78,13 @@ QList<SettingReport> HomeSession::reports(const QList<const SettingRow *> &rows)
     return reports;
 }
 
+plist::Value HomeSession::storedUnder(const SettingRow &row, const QString &key) const
+{
+    const bool inside = row.mechanism == Mechanism::NestedChoice;
+    return files.readValue(home().preferencesDirectory() + row.file,
+                           inside ? row.keys : QStringList {key});
+}
+
 QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) const
 {
     // A file in which one key was found is readable; only the others need a second look.

@@ -36,6 +36,9 @@ public:
     /// What the home holds for each of the settings; every file is loaded once.
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
 
+    /// What stands in the file under a key of the setting.
+    [[nodiscard]] plist::Value storedUnder(const SettingRow &row, const QString &key) const;
+
     /// Why files of these settings could not be read as preferences, one error for each such file.
     /// Their settings read as if they were not stored.
     [[nodiscard]] QList<Error> unreadableFiles(const QList<SettingReport> &reports) const;

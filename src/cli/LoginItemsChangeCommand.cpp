@@ -1,5 +1,6 @@
 #include "cli/LoginItemsChangeCommand.h"
 
+#include "cli/DryRun.h"
 #include "cli/LoginItemsSave.h"
 #include "cli/TextWidth.h"
 #include "loginitems/PendingLoginItems.h"
@@ -55,7 +56,8 @@ QJsonObject changeObject(const LoginItemsReport &report)
             {u"action"_qs, loginItemActionString(report.change.actionId, report.change.path)}});
     QJsonObject object {
         {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
-        {u"changed"_qs, changed}};
+        {u"changed"_qs, changed},
+        {u"dryRun"_qs, report.dryRun}};
     QJsonArray failures;
     for (const Error &error : report.failures)
         failures.append(QJsonObject {{u"message"_qs, error.text}});
@@ -72,8 +74,10 @@ QString text(const LoginItemsReport &report, const Style &style)
         return {};
     const LoginItemChange &change = report.change;
     Table table;
-    table.addHeading(u"Changed"_qs);
+    table.addHeading(report.dryRun ? u"Would change"_qs : u"Changed"_qs);
     table.addRow({{loginItemActionString(change.actionId, change.path)}});
+    if (report.dryRun)
+        return table.text(style);
     QString lines = table.text(style) + u'\n';
     if (!report.backupFile.isNull())
         lines += u"Way back: " + printable(report.backupFile) + u'\n';
@@ -100,7 +104,8 @@ HomeOutcome outcomeOf(const LoginItemsReport &report)
     HomeOutcome outcome;
     outcome.status = report.status();
     outcome.messages = messagesOf(report);
-    outcome.wrote = report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway;
+    outcome.wrote = !report.dryRun
+        && (report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway);
     outcome.text = [report](const Style &style) { return text(report, style); };
     outcome.object = [report] { return changeObject(report); };
     return outcome;
@@ -116,7 +121,7 @@ CommandInfo LoginItemsChangeCommand::info() const
             words.summary,
             words.details,
             {{u"PATH"_qs, u"the application, as 'login-items list' shows it"_qs}},
-            {},
+            {dryRunOption()},
             {name + u" /Applications/Mail.app",
              name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};
 }
@@ -128,6 +133,8 @@ Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &reques
         return Error {ErrorCode::Invalid, u"PATH is empty"_qs};
     return Work([wanted = action, typed, &request](const HomeFolder &home) {
         HomeSession session(home);
+        if (isDryRun(request))
+            return outcomeOf(rehearseLoginItem(session, wanted, typed));
         const Result<LoginItemsReport> saved =
             saveLoginItem(session, wanted, typed, foldersToMake(home, request));
         return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());

@@ -109,6 +109,20 @@ void save(HomeSession &session, LoginItemsReport &report)
     report.keptIn = items.list().keptIn(report.change.path);
 }
 
+/// What the change would be and come to, were nothing to fail.
+LoginItemsReport planned(HomeSession &session, LoginItemChange::Action action, const QString &path)
+{
+    LoginItemsSession items(session, {});
+    const QList<LoginItemRow> rows = items.rows();
+    LoginItemsReport report;
+    report.change.actionId = action;
+    report.change.path = chosenPath(items, rows, path);
+    const State state = stateOf(rows, report.change.path);
+    report.change.isEnabled = action == LoginItemChange::Remove && state == State::On;
+    report.outcome = expected(items, action, state, report.change.path);
+    return report;
+}
+
 } // namespace
 
 ExitStatus LoginItemsReport::status() const
@@ -130,20 +144,21 @@ ExitStatus LoginItemsReport::status() const
 Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
                                        const QString &path, StandardFolders::Missing folders)
 {
-    LoginItemsSession items(session, {});
-    const QList<LoginItemRow> rows = items.rows();
-    LoginItemsReport report;
-    report.change.actionId = action;
-    report.change.path = chosenPath(items, rows, path);
-    const State state = stateOf(rows, report.change.path);
-    report.change.isEnabled = action == LoginItemChange::Remove && state == State::On;
-    report.outcome = expected(items, action, state, report.change.path);
+    LoginItemsReport report = planned(session, action, path);
     if (report.outcome != Outcome::Changed)
         return report;
     LinuxStandardFolders standardFolders;
     if (const Result<void> made = standardFolders.ensure(session.home(), folders); !made)
         return made.error();
     save(session, report);
+    return report;
+}
+
+LoginItemsReport rehearseLoginItem(HomeSession &session, LoginItemChange::Action action,
+                                   const QString &path)
+{
+    LoginItemsReport report = planned(session, action, path);
+    report.dryRun = true;
     return report;
 }
 

@@ -11,6 +11,7 @@ namespace varnel::cli {
 
 /// What came of one change of the login items.
 struct LoginItemsReport {
+    bool dryRun = false; ///< nothing was changed: the outcome is what it would be
     LoginItemChange change;
     enum class Outcome {
         Nothing, ///< it was so already
@@ -36,5 +37,10 @@ struct LoginItemsReport {
                                                      LoginItemChange::Action action,
                                                      const QString &path,
                                                      StandardFolders::Missing folders);
+
+/// The same, worked out from what is there: nothing is touched. What only a real change can meet
+/// (a full disk, missing rights) is not foreseen.
+[[nodiscard]] LoginItemsReport
+rehearseLoginItem(HomeSession &session, LoginItemChange::Action action, const QString &path);
 
 } // namespace varnel::cli

@@ -4,11 +4,13 @@
 #include "cli/BackupsListCommand.h"
 #include "cli/BackupsRestoreCommand.h"
 #include "cli/BackupsShowCommand.h"
+#include "cli/EndCommand.h"
 #include "cli/GetCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/ListProcessesCommand.h"
 #include "cli/LoginItemsChangeCommand.h"
 #include "cli/LoginItemsListCommand.h"
+#include "cli/ResetCommand.h"
 #include "cli/RevealProcessCommand.h"
 #include "cli/SearchCommand.h"
 #include "cli/SetCommand.h"
@@ -25,6 +27,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<GetCommand>());
     commands.push_back(std::make_unique<SetCommand>());
+    commands.push_back(std::make_unique<ResetCommand>());
     commands.push_back(std::make_unique<SearchCommand>());
     commands.push_back(std::make_unique<LoginItemsListCommand>());
     for (const LoginItemChange::Action action : {LoginItemChange::Add, LoginItemChange::Remove,
@@ -35,6 +38,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_qs));
     commands.push_back(std::make_unique<RevealProcessCommand>());
     commands.push_back(std::make_unique<TerminateProcessCommand>());
+    commands.push_back(std::make_unique<EndCommand>());
     commands.push_back(std::make_unique<BackupsListCommand>());
     commands.push_back(std::make_unique<BackupsShowCommand>());
     commands.push_back(std::make_unique<BackupsRestoreCommand>());

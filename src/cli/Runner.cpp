@@ -5,6 +5,8 @@
 #include "cli/Help.h"
 #include "cli/HomeCommand.h"
 #include "cli/Log.h"
+#include "cli/OwnWords.h"
+#include "cli/TypedLine.h"
 #include "platform/linux/LinuxTerminal.h"
 
 namespace varnel::cli {
@@ -22,6 +24,22 @@ QString hint(const CommandLine &line)
 {
     const QString command = line.command ? QString(u' ' + line.command->info().name) : QString();
     return u"'varnelctl" + command + u" --help' tells more";
+}
+
+CommandLine understood(const QByteArrayList &arguments, const Commands &commands)
+{
+    const Result<QByteArrayList> words = inOwnWords(arguments, commands);
+    if (!words) {
+        CommandLine line;
+        line.wish = CommandLine::Wish::Wrong;
+        line.command = TypedLine(arguments, commands).command();
+        line.problem = words.error().text;
+        return line;
+    }
+    std::vector<const char *> pointers;
+    for (const QByteArray &word : words.value())
+        pointers.push_back(word.constData());
+    return parseCommandLine(int(pointers.size()), pointers.data(), commands);
 }
 
 ExitStatus obey(const CommandLine &line, const Commands &commands, Console &console)
@@ -57,7 +75,7 @@ int run(int argc, char **argv)
     LinuxTerminal::prepareStreams();
     const Commands commands = makeCommands();
     Console console;
-    const CommandLine line = parseCommandLine(argc, argv, commands);
+    const CommandLine line = understood(QByteArrayList(argv, argv + argc), commands);
     return int(console.finish(obey(line, commands, console)));
 }
 

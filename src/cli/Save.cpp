@@ -84,6 +84,28 @@ SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const Ol
     return report;
 }
 
+SaveReport rehearse(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
+{
+    const LogSilence silence;
+    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    SaveReport report;
+    report.dryRun = true;
+    for (const WantedValue &each : lastOfEach(wanted)) {
+        const int id = each.row->id;
+        if (!old.contains(id))
+            continue;
+        const Result<bool> tried = rehearsal.wouldChange(*each.row, each.value);
+        if (tried)
+            report.changes.append({each.row, old[id], each.value});
+        else
+            report.failures.append({SaveFailure::Step::Write,
+                                    {id, each.value.number, each.value.text},
+                                    tried.error()});
+    }
+    report.restart = rehearsal.restartFlags();
+    return report;
+}
+
 } // namespace
 
 ExitStatus SaveReport::status() const
@@ -107,6 +129,14 @@ Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &
     if (!old)
         return old.error();
     return old.value().isEmpty() ? SaveReport() : save(session, wanted, old.value());
+}
+
+Result<SaveReport> rehearseSave(HomeSession &session, const QList<WantedValue> &wanted)
+{
+    const Result<OldValues> old = settingsToWrite(session, wanted);
+    if (!old)
+        return old.error();
+    return rehearse(session, wanted, old.value());
 }
 
 } // namespace varnel::cli

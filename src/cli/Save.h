@@ -25,6 +25,7 @@ struct SavedChange {
 
 /// What came of one save.
 struct SaveReport {
+    bool dryRun = false; ///< nothing was written: the rest is what would be
     QString backupFile; ///< null when there is none
     QList<SavedChange> changes;
     QList<SaveFailure> failures;
@@ -44,5 +45,10 @@ struct SaveReport {
 [[nodiscard]] Result<SaveReport> saveSettings(HomeSession &session,
                                               const QList<WantedValue> &wanted,
                                               StandardFolders::Missing folders);
+
+/// The same, tried out: nothing is touched, no folder is made. What only a real write can meet (a
+/// full disk, missing rights) is not foreseen.
+[[nodiscard]] Result<SaveReport> rehearseSave(HomeSession &session,
+                                              const QList<WantedValue> &wanted);
 
 } // namespace varnel::cli

@@ -1,5 +1,6 @@
 #include "cli/SaveOutput.h"
 
+#include "cli/DryRun.h"
 #include "cli/RestartNames.h"
 #include "cli/SettingReport.h"
 #include "cli/TextWidth.h"
@@ -63,6 +64,7 @@ QJsonObject saveObject(const SaveReport &report)
     QJsonObject object {
         {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
         {u"changed"_qs, changeObjects(report.changes)},
+        {u"dryRun"_qs, report.dryRun},
         {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))}};
     QJsonArray failures;
     for (const SaveFailure &failure : report.failures)
@@ -77,14 +79,14 @@ QString saveText(const SaveReport &report, const Style &style)
     if (report.changes.isEmpty())
         return report.failures.isEmpty() ? u"Nothing to change.\n"_qs : QString();
     Table table;
-    table.addHeading(u"Changed"_qs);
+    table.addHeading(report.dryRun ? u"Would change"_qs : u"Changed"_qs);
     addChanges(table, report.changes);
-    QString text = table.text(style);
+    QString notes;
     if (!report.backupFile.isNull())
-        text += u"\nOld values: " + printable(report.backupFile) + u'\n';
+        notes += u"Old values: " + printable(report.backupFile) + u'\n';
     if (report.restart)
-        text += u"To be restarted: " + restartNames(report.restart).join(u", ") + u'\n';
-    return text;
+        notes += u"To be restarted: " + restartNames(report.restart).join(u", ") + u'\n';
+    return table.text(style) + (notes.isEmpty() ? notes : QString(u'\n' + notes));
 }
 
 QStringList saveMessages(const SaveReport &report)
@@ -103,14 +105,16 @@ HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted
                         const Request &request)
 {
     HomeSession session(home);
-    const Result<SaveReport> saved = saveSettings(session, wanted, foldersToMake(home, request));
+    const Result<SaveReport> saved = isDryRun(request)
+        ? rehearseSave(session, wanted)
+        : saveSettings(session, wanted, foldersToMake(home, request));
     if (!saved)
         return HomeOutcome::failed(saved.error());
     const SaveReport &report = saved.value();
     HomeOutcome outcome;
     outcome.status = report.status();
     outcome.messages = saveMessages(report);
-    outcome.wrote = !report.changes.isEmpty();
+    outcome.wrote = !report.dryRun && !report.changes.isEmpty();
     outcome.restart = report.restart;
     outcome.text = [report](const Style &style) { return saveText(report, style); };
     outcome.object = [report] { return saveObject(report); };

@@ -1,5 +1,7 @@
 #include "cli/SetCommand.h"
 
+#include "cli/DryRun.h"
+#include "cli/Ending.h"
 #include "cli/Lookup.h"
 #include "cli/SaveOutput.h"
 #include "cli/ValueText.h"
@@ -35,12 +37,19 @@ CommandInfo SetCommand::info() const
         u"\n"
         u"VALUE is a choice's label in any letter case, its index, a number in the range that\n"
         u"the window offers, or a text. 'default' or -1 takes the setting out of its file;\n"
-        u"where any text is a value, only -1 does. 'varnelctl show SETTING' tells the choices."_qs,
+        u"where any text is a value, only -1 does. 'varnelctl show SETTING' tells the choices.\n"
+        u"\n"
+        u"'set DOMAIN KEY [-bool|-int|-float|-string] VALUE', and -array with several, changes "
+        u"the\n"
+        u"setting that is stored there to the one of its values that stores VALUE; DOMAIN is the\n"
+        u"preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
         {{u"SETTING=VALUE"_qs, u"a number or short name, and the value it shall have"_qs,
           ParameterInfo::Count::OneOrMore}},
-        {},
+        {dryRunOption(), Ending::option()},
         {u"set dock-size=48"_qs, u"set 'minimize-effect=Scale effect' autohide=yes"_qs,
-         u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_qs}};
+         u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_qs,
+         u"set com.apple.dock autohide -bool true"_qs},
+        {u"write"_qs}};
 }
 
 Result<HomeCommand::Work> SetCommand::prepare(const Request &request) const

@@ -3,7 +3,6 @@
 #include "settings/BarItems.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace varnel::cli {
 
@@ -15,18 +14,6 @@ const QString noItems = QStringLiteral("none");
 Error outOfKind(const SettingRow &row, const QString &typed, const QString &wanted)
 {
     return {ErrorCode::Invalid, u'\'' + typed + u"' is no value of " + row.name + u"; " + wanted};
-}
-
-/// Digits, with a minus sign at most; nothing that a locale or a blank could change.
-std::optional<int> wholeNumber(const QString &typed)
-{
-    const QStringView digits = QStringView(typed).mid(typed.startsWith(u'-') ? 1 : 0);
-    for (const QChar character : digits)
-        if (character < u'0' || character > u'9')
-            return std::nullopt;
-    bool ok = false;
-    const int number = typed.toInt(&ok);
-    return ok ? std::optional(number) : std::nullopt;
 }
 
 QStringView withoutBlanksAtEnd(QStringView text)
@@ -113,6 +100,17 @@ Result<SettingValue> parseItems(const SettingRow &row, const QString &typed)
 }
 
 } // namespace
+
+std::optional<int> wholeNumber(const QString &typed)
+{
+    const QStringView digits = QStringView(typed).mid(typed.startsWith(u'-') ? 1 : 0);
+    for (const QChar character : digits)
+        if (character < u'0' || character > u'9')
+            return std::nullopt;
+    bool ok = false;
+    const int number = typed.toInt(&ok);
+    return ok ? std::optional(number) : std::nullopt;
+}
 
 SettingValue defaultValue(const SettingRow &row)
 {

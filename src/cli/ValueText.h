@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace varnel::cli {
 
 /// The value that a text names for a setting, or Invalid with a text for the user.
@@ -14,6 +16,10 @@ namespace varnel::cli {
 /// 0 or 1 with ";" between, their names with "," between, "none", "-1" or "default". Texts: any
 /// text; only "-1" is the default.
 [[nodiscard]] Result<SettingValue> parseValue(const SettingRow &row, const QString &typed);
+
+/// Digits, with a minus sign at most; nothing that a locale or a blank could change. None for
+/// anything else, and beyond 32 bits.
+[[nodiscard]] std::optional<int> wholeNumber(const QString &typed);
 
 /// The value as it is exchanged: an index, a number, a text.
 [[nodiscard]] QString exchangedText(const SettingRow &row, const SettingValue &value);

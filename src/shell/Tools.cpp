@@ -67,18 +67,19 @@ QString Tools::createBackupFile() const
     return path;
 }
 
-void Tools::killApp(const QString &name) const
+bool Tools::killApp(const QString &name) const
 {
     auto command = std::make_unique<TerminalCommand>(runner);
     const auto data = std::make_shared<TaskData>();
     data->setLaunchPath(QStringLiteral("/usr/bin/killall"));
     data->setArguments({name});
     command->setTaskData(data);
-    command->executeCommand();
+    const bool ran = command->executeCommand();
 
     // Each one stays registered for the ends of child processes until the run is over.
     static std::vector<std::unique_ptr<TerminalCommand>> keptForTheRun;
     keptForTheRun.push_back(std::move(command));
+    return ran;
 }
 
 } // namespace varnel

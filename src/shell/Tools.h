@@ -36,8 +36,8 @@ public:
     [[nodiscard]] QString createBackupFile() const;
 
     /// Ends every process of that name and waits for that to be done. Whether there was one is not
-    /// reported.
-    void killApp(const QString &name) const;
+    /// reported; false when it could not even be tried, which is logged.
+    bool killApp(const QString &name) const;
 
 private:
     [[nodiscard]] QString ensured(const QString &path) const;

@@ -80,7 +80,7 @@ TEST_F(CommandLineTest, aTextThatLooksLikeAListOrACommandIsStillOneText)
 TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
 {
     QList<QStringList> levels {{}};
-    for (const char16_t *command : {u"list", u"show", u"get", u"set", u"search"})
+    for (const char16_t *command : {u"list", u"show", u"get", u"set", u"reset", u"end", u"search"})
         levels.append({QString::fromUtf16(command)});
     for (const QStringList &level : levels) {
         const Outcome help = varnelctl.run(level + QStringList {u"--help"_qs});

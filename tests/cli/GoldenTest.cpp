@@ -11,8 +11,6 @@ using namespace testing;
 namespace {
 
 /// One run whose whole output is kept in tests/data/cli.
-///
-/// To take a wanted change over: VARNEL_UPDATE_GOLDEN=1 ctest -R Golden, then read the difference.
 struct Golden {
     const char16_t *file;
     QStringList arguments;
@@ -30,6 +28,8 @@ const QList<Golden> goldens {
     {u"help-show.txt", {u"show"_qs, u"--help"_qs}},
     {u"help-get.txt", {u"get"_qs, u"--help"_qs}},
     {u"help-set.txt", {u"set"_qs, u"--help"_qs}},
+    {u"help-reset.txt", {u"delete"_qs, u"--help"_qs}},
+    {u"help-end.txt", {u"end"_qs, u"--help"_qs}},
     {u"help-search.txt", {u"search"_qs, u"--help"_qs}},
     {u"help-login-items.txt", {u"login-items"_qs, u"--help"_qs}},
     {u"help-login-items-list.txt", {u"login-items"_qs, u"list"_qs, u"--help"_qs}},
@@ -58,6 +58,10 @@ const QList<Golden> goldens {
     {u"show-unsearchable.json", {u"show"_qs, u"1804"_qs, u"--json"_qs}},
     {u"get.txt", {u"get"_qs, u"1300"_qs}},
     {u"get.json", {u"get"_qs, u"1300"_qs, u"--json"_qs}},
+    {u"get-key.txt", {u"read"_qs, u"-g"_qs, u"AppleShowScrollBars"_qs}},
+    {u"get-key.json", {u"read"_qs, u"com.apple.dock"_qs, u"autohide"_qs, u"--json"_qs}},
+    {u"get-key-list.txt", {u"read"_qs, u"com.apple.safari"_qs, u"ProxiesInBookmarksBar"_qs}},
+    {u"get-key-missing.json", {u"read"_qs, u"com.apple.dock"_qs, u"no-glass"_qs, u"--json"_qs}, 1},
     {u"search.txt", {u"search"_qs, u"animation"_qs}},
     {u"search.json", {u"search"_qs, u"Lock Size"_qs, u"--json"_qs}},
     {u"search-nothing.txt", {u"search"_qs, u"reading list"_qs}, 1},
@@ -70,11 +74,29 @@ const QList<Golden> goldens {
       u"1200=0;1;0;1"_qs, u"1400=画像"_qs, u"--json"_qs}},
     {u"set-nothing.txt", {u"set"_qs, u"dock-size=48"_qs}},
     {u"set-nothing.json", {u"set"_qs, u"dock-size=48"_qs, u"--json"_qs}},
+    {u"set-dry.txt",
+     {u"set"_qs, u"minimize-effect=Scale effect"_qs, u"dock-size=64"_qs, u"1304=yes"_qs,
+      u"--dry-run"_qs, u"--end"_qs}},
+    {u"set-dry.json",
+     {u"set"_qs, u"minimize-effect=Scale effect"_qs, u"dock-size=64"_qs, u"--dry-run"_qs,
+      u"--end"_qs, u"--json"_qs}},
+    {u"set-key.json",
+     {u"write"_qs, u"com.apple.dock"_qs, u"autohide"_qs, u"-bool"_qs, u"true"_qs, u"--json"_qs}},
+    {u"reset.txt", {u"reset"_qs, u"dock-size"_qs, u"1300"_qs, u"1301"_qs, u"dock-style"_qs}},
+    {u"reset.json", {u"reset"_qs, u"--group"_qs, u"Safari"_qs, u"--json"_qs}},
+    {u"reset-nothing.txt", {u"reset"_qs, u"--group"_qs, u"Mail"_qs}},
+    {u"reset-dry.txt", {u"reset"_qs, u"--group"_qs, u"Dock"_qs, u"--dry-run"_qs}},
     {u"login-items-list.txt", {u"login-items"_qs, u"list"_qs, u"--home"_qs, u"HOME"_qs}},
     {u"login-items-list.json",
      {u"login-items"_qs, u"list"_qs, u"--json"_qs, u"--home"_qs, u"HOME"_qs}},
     {u"login-items-add.txt",
      {u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--home"_qs, u"HOME"_qs}},
+    {u"login-items-add-dry.txt",
+     {u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--dry-run"_qs, u"--home"_qs,
+      u"HOME"_qs}},
+    {u"login-items-add-dry.json",
+     {u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--dry-run"_qs, u"--json"_qs,
+      u"--home"_qs, u"HOME"_qs}},
     {u"login-items-disable.txt",
      {u"login-items"_qs, u"disable"_qs, u"/Applications/Mail.app"_qs, u"--home"_qs, u"HOME"_qs}},
     {u"login-items-disable.json",
@@ -109,13 +131,7 @@ TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
     arguments.replaceInStrings(QRegularExpression(u"^HOME$"_qs), home.path());
     const Outcome outcome = varnelctl.run(arguments);
     EXPECT_EQ(outcome.status, golden.status) << outcome.err.toStdString();
-    QByteArray out = outcome.out;
-    out.replace(home.path().toUtf8(), "HOME");
-
-    const QString file = QStringLiteral(TEST_DATA) + u"/cli/" + QString::fromUtf16(golden.file);
-    if (qEnvironmentVariableIsSet("VARNEL_UPDATE_GOLDEN"))
-        writeFile(file, out);
-    EXPECT_EQ(out.toStdString(), fileBytes(file).toStdString());
+    expectGolden(QString::fromUtf16(golden.file), outcome.out, home);
 }
 
 // The comma locale need not be installed: the toolkit goes by its name.

@@ -25,6 +25,13 @@ Commands fakes()
     Commands commands;
     commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
         u"plain"_qs, u"Plain"_qs, {}, {{u"WHAT"_qs, {}, Count::Optional}}, {}, {u"plain"_qs}}));
+    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {u"pick"_qs,
+                                                                  u"Picks"_qs,
+                                                                  {},
+                                                                  {{u"NUT"_qs, {}, Count::Any}},
+                                                                  {},
+                                                                  {u"pick"_qs},
+                                                                  {u"choose"_qs}}));
     commands.push_back(std::make_unique<FakeCommand>(
         CommandInfo {u"boxes list"_qs, u"Lists the boxes"_qs, {}, {}, {}, {u"boxes list"_qs}}));
     commands.push_back(std::make_unique<FakeCommand>(
@@ -54,6 +61,23 @@ TEST(RegistryTest, commandsMayStandBeneathAWord)
     EXPECT_TRUE(show.request.has(u"lid"_qs));
     EXPECT_EQ(show.request.value(u"size"_qs), u"5");
     EXPECT_EQ(parsed({"boxes", "list"}).command->info().name, u"boxes list");
+}
+
+TEST(RegistryTest, aCommandAnswersToItsOtherNameAndSoDoesItsHelp)
+{
+    const CommandLine chosen = parsed({"--json", "choose", "a", "b"});
+    ASSERT_EQ(chosen.wish, CommandLine::Wish::Run) << chosen.problem.toStdString();
+    EXPECT_EQ(chosen.command->info().name, u"pick");
+    EXPECT_EQ(chosen.request.arguments, (QStringList {u"a"_qs, u"b"_qs}));
+    EXPECT_EQ(parsed({"choose", "--help"}).command->info().name, u"pick");
+    EXPECT_TRUE(commandHelp(chosen.command->info()).contains(u"Picks (also: choose)."));
+    EXPECT_TRUE(programHelp(fakes()).contains(u"Picks (also: choose)\n"));
+}
+
+TEST(RegistryTest, anyNumberMayBeNone)
+{
+    EXPECT_EQ(parsed({"pick"}).wish, CommandLine::Wish::Run);
+    EXPECT_TRUE(commandHelp(parsed({"pick"}).command->info()).contains(u"[NUT...]"));
 }
 
 TEST(RegistryTest, aWordThatOnlyHoldsCommandsIsNoCommand)
@@ -95,8 +119,10 @@ TEST(RegistryTest, everyCommandOfTheProgramIsDescribedAndNamedOnce)
     QSet<QString> names;
     for (const auto &command : makeCommands()) {
         const CommandInfo info = command->info();
-        EXPECT_FALSE(names.contains(info.name));
-        names.insert(info.name);
+        for (const QString &name : QStringList {info.name} + info.aliases) {
+            EXPECT_FALSE(names.contains(name)) << name.toStdString();
+            names.insert(name);
+        }
         EXPECT_FALSE(info.summary.isEmpty() || info.summary.endsWith(u'.'));
         ASSERT_FALSE(info.examples.isEmpty());
         for (const QString &example : info.examples)

@@ -51,7 +51,8 @@ TEST_F(SettingTest, aFirstSaveInAFreshHomeKeepsTheOldValueAndWritesTheNewOne)
 
     const QJsonObject json = outcome.json();
     EXPECT_EQ(json.keys(),
-              (QStringList {u"backup"_qs, u"changed"_qs, u"restart"_qs, u"schemaVersion"_qs}));
+              (QStringList {u"backup"_qs, u"changed"_qs, u"dryRun"_qs, u"restart"_qs,
+                            u"schemaVersion"_qs}));
     EXPECT_EQ(json.value(u"backup"_qs).toString(), backup());
     EXPECT_EQ(json.value(u"restart"_qs).toArray(), QJsonArray({u"Dock"_qs}));
     const QJsonArray changed = json.value(u"changed"_qs).toArray();

@@ -80,6 +80,15 @@ void writeFile(const QString &path, const QByteArray &bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+void expectGolden(const QString &file, QByteArray output, const TemporaryHome &home)
+{
+    output.replace(home.path().toUtf8(), "HOME");
+    const QString path = QStringLiteral(TEST_DATA) + u"/cli/" + file;
+    if (qEnvironmentVariableIsSet("VARNEL_UPDATE_GOLDEN"))
+        writeFile(path, output);
+    EXPECT_EQ(output.toStdString(), fileBytes(path).toStdString());
+}
+
 QMap<QString, QString> snapshot(const QString &folder)
 {
     QMap<QString, QString> found;

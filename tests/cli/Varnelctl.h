@@ -43,6 +43,11 @@ void installSamples(const TemporaryHome &home, const QString &format);
 [[nodiscard]] QByteArray fileBytes(const QString &path);
 void writeFile(const QString &path, const QByteArray &bytes);
 
+/// Compares the output with the stored one in tests/data/cli, in which the home stands as HOME.
+///
+/// To take a wanted change over: VARNEL_UPDATE_GOLDEN=1 ctest -R Golden, then read the difference.
+void expectGolden(const QString &file, QByteArray output, const TemporaryHome &home);
+
 /// Every path beneath a folder with its size, time, inode and, for files, bytes.
 [[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
 

@@ -2,8 +2,8 @@
 #include "support/gui/QuitFixture.h"
 #include "support/LogCapture.h"
 #include "support/NamedProcess.h"
+#include "support/ProcessNames.h"
 
-#include <QDirIterator>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -23,26 +23,12 @@ protected:
         if (!QFileInfo(killall).isExecutable())
             GTEST_SKIP() << "no killall on this machine";
         const QStringList names {u"Dock"_qs, u"Finder"_qs, u"SystemUIServer"_qs};
-        for (const QString &running : runningNames()) {
-            if (names.contains(running))
-                GTEST_SKIP() << "somebody's " << qPrintable(running) << " runs here";
-        }
+        if (const QString running = runningOneOf(names); !running.isNull())
+            GTEST_SKIP() << "somebody's " << qPrintable(running) << " runs here";
         runner.answer = [this](const FakeCommandRunner::Call &call) {
             return real.run(program, call.arguments);
         };
         shared.restartFlags() = RestartFlag::Dock | RestartFlag::Finder;
-    }
-
-    [[nodiscard]] static QStringList runningNames()
-    {
-        QStringList names;
-        QDirIterator processes(u"/proc"_qs, QDir::Dirs | QDir::NoDotAndDotDot);
-        while (processes.hasNext()) {
-            QFile name(processes.next() + u"/comm");
-            if (name.open(QIODevice::ReadOnly))
-                names << QString::fromLocal8Bit(name.readAll()).trimmed();
-        }
-        return names;
     }
 
     const QString killall = u"/usr/bin/killall"_qs;

@@ -137,7 +137,7 @@ TEST_F(ToolsTest, TheBackupNameIsLogged)
 
 TEST_F(ToolsTest, EndingAnApplicationRunsKillallWithTheNameAsItIs)
 {
-    tools.killApp(QStringLiteral("QuickTime Player"));
+    EXPECT_TRUE(tools.killApp(QStringLiteral("QuickTime Player")));
     const QList<FakeCommandRunner::Call> expected {
         {QStringLiteral("/usr/bin/killall"), {QStringLiteral("QuickTime Player")}}};
     EXPECT_EQ(runner.calls, expected);
@@ -149,7 +149,8 @@ TEST_F(ToolsTest, EndingWhatDoesNotRunSaysNothing)
         GTEST_SKIP() << "no killall on this machine";
     LinuxCommandRunner real;
     LogCapture log;
-    Tools(home.home(), folders, real).killApp(QStringLiteral("no process has this name"));
+    EXPECT_TRUE(
+        Tools(home.home(), folders, real).killApp(QStringLiteral("no process has this name")));
     EXPECT_EQ(log.texts(), QStringList());
 }
 
@@ -159,7 +160,7 @@ TEST_F(ToolsTest, AKillallThatCannotBeStartedIsLoggedAndNothingElse)
         return Error {ErrorCode::Failed, call.launchPath + u": not there"};
     };
     LogCapture log;
-    tools.killApp(QStringLiteral("Dock"));
+    EXPECT_FALSE(tools.killApp(QStringLiteral("Dock")));
     EXPECT_EQ(log.texts(QStringLiteral("varnel.io")),
               QStringList(QStringLiteral("/usr/bin/killall: not there")));
     EXPECT_EQ(log.texts().size(), 1);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/Command.h"
+
+namespace varnel::cli {
+
+class EndCommand : public Command {
+public:
+    [[nodiscard]] CommandInfo info() const override;
+    ExitStatus run(const Request &request, Console &console) const override;
+};
+
+} // namespace varnel::cli

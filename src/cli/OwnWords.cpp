@@ -1,0 +1,169 @@
+#include "cli/OwnWords.h"
+
+#include "cli/PreferenceDomain.h"
+#include "cli/TypedLine.h"
+#include "cli/TypedValue.h"
+#include "cli/ValueText.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <array>
+
+namespace varnel::cli {
+
+namespace {
+
+Error wrong(const QString &text)
+{
+    return {ErrorCode::Invalid, text};
+}
+
+Result<QStringList> decoded(const QByteArrayList &words)
+{
+    QStringList texts;
+    for (const QByteArray &word : words) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        texts.append(decoder(word));
+        if (decoder.hasError())
+            return wrong(u"an argument is not UTF-8 text"_qs);
+    }
+    return texts;
+}
+
+/// The three verbs that both shapes know.
+enum class Verb { Get, Set, Reset, Other };
+
+struct VerbWord {
+    const char *word;
+    Verb verb;
+};
+constexpr std::array<VerbWord, 6> verbWords {{
+    {"get", Verb::Get},
+    {"read", Verb::Get},
+    {"set", Verb::Set},
+    {"write", Verb::Set},
+    {"reset", Verb::Reset},
+    {"delete", Verb::Reset},
+}};
+
+Verb verbOf(const QByteArray &word)
+{
+    for (const VerbWord &known : verbWords)
+        if (word == known.word)
+            return known.verb;
+    return Verb::Other;
+}
+
+/// Taking a line apart needs the commands' descriptions, which every start of the program would pay
+/// for.
+bool hasVerb(const QByteArrayList &arguments)
+{
+    return std::any_of(arguments.begin(), arguments.end(),
+                       [](const QByteArray &word) { return verbOf(word) != Verb::Other; });
+}
+
+bool isOtherShape(Verb verb, const QByteArrayList &words)
+{
+    if (verb == Verb::Other || words.isEmpty())
+        return false;
+    const QString first = QString::fromUtf8(words.first());
+    if (PreferenceDomain::looksLikeOne(first))
+        return true;
+    // "reset A B" names two settings; "get A B" and "set A B" can be nothing else.
+    return verb != Verb::Reset && words.size() > 1 && !first.contains(u'=');
+}
+
+/// What follows the key.
+Result<TypedValue> valueIn(const QStringList &words)
+{
+    TypedValue value;
+    const Result<TypedValue::Type> type = TypedValue::parseType(words.first());
+    if (!type)
+        return type.error();
+    value.type = type.value();
+    value.words = words.mid(value.type == TypedValue::Type::None ? 0 : 1);
+    if (value.words.isEmpty() && value.type != TypedValue::Type::Array)
+        return wrong(u"a value is missing after "_qs + words.first());
+    return value;
+}
+
+Result<QStringList> assignment(const SettingRow &row, const QStringList &words)
+{
+    if (words.size() < 3)
+        return wrong(u"a value is missing after "_qs + words[1]);
+    const Result<TypedValue> typed = valueIn(words.mid(2));
+    if (!typed)
+        return typed.error();
+    const Result<SettingValue> value = typed.value().asValueOf(row, words[1]);
+    if (!value)
+        return value.error();
+    return QStringList {QString::number(row.id) + u'=' + exchangedText(row, value.value())};
+}
+
+/// The command's own words for a setting under that key.
+Result<QStringList> ownWords(Verb verb, const SettingRow &row, const QStringList &words)
+{
+    if (verb == Verb::Set)
+        return assignment(row, words);
+    if (words.size() > 2)
+        return wrong(u"not understood: "_qs + words[2]);
+    return QStringList {QString::number(row.id)};
+}
+
+QByteArrayList joined(const CommandInfo &info, const QByteArrayList &options,
+                      const QStringList &words)
+{
+    QByteArrayList line {"varnelctl", info.name.toUtf8()};
+    line += options;
+    line.append("--");
+    for (const QString &word : words)
+        line.append(word.toUtf8());
+    return line;
+}
+
+Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStringList &words)
+{
+    const Result<PreferenceDomain> domain = PreferenceDomain::parse(words.first());
+    if (!domain)
+        return domain.error();
+    if (words.size() < 2)
+        return wrong(u"a key is missing after "_qs + words.first());
+    const Result<const SettingRow *> row = domain.value().settingWithKey(words[1]);
+    if (!row)
+        return row.error();
+    const Result<QStringList> own = ownWords(verb, *row.value(), words);
+    if (!own)
+        return own.error();
+
+    QByteArrayList options = line.options();
+    const QString &home = domain.value().home;
+    if (!home.isNull()) {
+        if (line.hasOption("--home") || line.hasOption("--homes-from"))
+            return wrong(u"a path says already which home is meant; name no other, or give '"
+                         + domain.value().name() + u'\'');
+        options += {"--home", home.toUtf8()};
+    }
+    if (verb == Verb::Get)
+        options += {"--key", words[1].toUtf8()};
+    return joined(line.command()->info(), options, own.value());
+}
+
+} // namespace
+
+Result<QByteArrayList> inOwnWords(const QByteArrayList &arguments, const Commands &commands)
+{
+    if (!hasVerb(arguments))
+        return arguments;
+    const TypedLine line(arguments, commands);
+    const Verb verb = line.command() ? verbOf(line.command()->info().name.toUtf8()) : Verb::Other;
+    const bool asksForHelp = line.hasOption("--help") || line.hasOption("-h");
+    if (asksForHelp || !isOtherShape(verb, line.words()))
+        return arguments;
+    const Result<QStringList> words = decoded(line.words());
+    if (!words)
+        return words.error();
+    return translated(line, verb, words.value());
+}
+
+} // namespace varnel::cli
