@@ -4,9 +4,9 @@
 #include "cli/CommandLine.h"
 #include "cli/Help.h"
 #include "cli/Lookup.h"
-#include "cli/ValueText.h"
 #include "harness/Input.h"
 #include "harness/Require.h"
+#include "settings/ValueText.h"
 
 #include <vector>
 

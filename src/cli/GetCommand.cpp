@@ -3,7 +3,7 @@
 #include "cli/Lookup.h"
 #include "cli/StoredText.h"
 #include "cli/TextWidth.h"
-#include "cli/ValueText.h"
+#include "settings/ValueText.h"
 
 namespace varnel::cli {
 

@@ -3,7 +3,7 @@
 #include "cli/PreferenceDomain.h"
 #include "cli/TypedLine.h"
 #include "cli/TypedValue.h"
-#include "cli/ValueText.h"
+#include "settings/ValueText.h"
 
 #include <QStringDecoder>
 

@@ -3,18 +3,13 @@
 #include "cli/ExitStatus.h"
 #include "cli/HomeSession.h"
 #include "settings/PendingChanges.h"
+#include "settings/WantedValue.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace varnel::cli {
-
-/// A setting and the value that it shall have.
-struct WantedValue {
-    const SettingRow *row = nullptr;
-    SettingValue value;
-};
 
 /// A setting that a save has written.
 struct SavedChange {

@@ -4,8 +4,8 @@
 #include "cli/RestartNames.h"
 #include "cli/SettingReport.h"
 #include "cli/TextWidth.h"
-#include "cli/ValueText.h"
 #include "settings/Catalogue.h"
+#include "settings/ValueText.h"
 
 namespace varnel::cli {
 

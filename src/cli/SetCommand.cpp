@@ -4,7 +4,7 @@
 #include "cli/Ending.h"
 #include "cli/Lookup.h"
 #include "cli/SaveOutput.h"
-#include "cli/ValueText.h"
+#include "settings/ValueText.h"
 
 namespace varnel::cli {
 

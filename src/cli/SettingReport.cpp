@@ -1,8 +1,8 @@
 #include "cli/SettingReport.h"
 
 #include "cli/RestartNames.h"
-#include "cli/ValueText.h"
 #include "settings/Catalogue.h"
+#include "settings/ValueText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,7 +1,7 @@
 #include "cli/TypedValue.h"
 
-#include "cli/ValueText.h"
 #include "settings/BarItems.h"
+#include "settings/ValueText.h"
 
 #include <algorithm>
 #include <array>

@@ -7,14 +7,13 @@
 #include "settings/ChoiceMapping.h"
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
+#include "settings/SettingWrite.h"
 
 #include <cerrno>
 
 namespace varnel {
 
 namespace {
-
-using IfMissing = PreferenceFiles::IfMissing;
 
 constexpr QStringView defaultText = u"-1";
 
@@ -23,19 +22,11 @@ SettingReading readingOf(const SettingRow &row, const plist::Value &stored)
     return {{indexOfStored(row, stored)}, stored.kind != plist::Kind::Missing};
 }
 
-/// The same change for each of the row's keys.
-QList<PreferenceFiles::KeyChange> forEachKey(const SettingRow &row,
-                                             const std::optional<plist::NewValue> &value)
+void logBarItems(const SettingRow &row, const QString &text)
 {
-    QList<PreferenceFiles::KeyChange> changes;
-    for (const QString &key : row.keys)
-        changes.append({{key}, value});
-    return changes;
-}
-
-IfMissing ifMissing(const std::optional<plist::NewValue> &value)
-{
-    return value ? IfMissing::Create : IfMissing::LeaveMissing;
+    varnelLog(lcSettings, fillIn(u"value: %@", {text}));
+    if (text == defaultText)
+        varnelLog(lcSettings, u"delete "_qs + row.keys.first());
 }
 
 Error flagError(const QString &path, int error)
@@ -140,69 +131,26 @@ SettingReading SettingAccess::readBarItems(const SettingRow &row) const
 Result<void> SettingAccess::write(const SettingRow &row, const SettingValue &value,
                                   RestartFlags &flags)
 {
-    Result<void> written = writeKeys(row, value);
-    const bool removesBarItems = row.mechanism == Mechanism::BarItems && value.text == defaultText;
-    if (row.restarts && !removesBarItems)
-        flags |= *row.restarts;
+    const SettingWrite write = SettingWrite::of(row, value);
+    if (row.mechanism == Mechanism::BarItems)
+        logBarItems(row, value.text);
+    Result<void> written = write.hidesLibrary
+        ? writeLibraryFolder(*write.hidesLibrary)
+        : files.change(filePath(row), write.changes, write.ifMissing);
+    if (write.restarts)
+        flags |= *write.restarts;
     return written;
 }
 
-Result<void> SettingAccess::writeKeys(const SettingRow &row, const SettingValue &value)
+Result<void> SettingAccess::writeLibraryFolder(bool hidden)
 {
-    const QString path = filePath(row);
-    const StoredValue chosen = storedOfIndex(row, value.number);
-    const std::optional<plist::NewValue> stored = newValue(chosen);
-    switch (row.mechanism) {
-    case Mechanism::Choice:
-    case Mechanism::DebugMenu:
-        return files.change(path, forEachKey(row, stored), ifMissing(stored));
-    case Mechanism::LibraryPlaylist: {
-        QList<PreferenceFiles::KeyChange> changes = forEachKey(row, stored);
-        if (const bool *hide = std::get_if<bool>(&chosen))
-            changes[1].value = !*hide;
-        return files.change(path, changes, ifMissing(stored));
-    }
-    case Mechanism::NestedChoice:
-        return files.changeExisting(path, row.keys, stored);
-    case Mechanism::LibraryFolder:
-        return writeLibraryFolder(row, value.number);
-    case Mechanism::Number:
-        if (value.number < 0)
-            return files.deletePlistValue(path, row.keys.first());
-        return files.writeNumberPlistValue(path, row.keys.first(), value.number);
-    case Mechanism::Text:
-        if (value.text == defaultText)
-            return files.deletePlistValue(path, row.keys.first());
-        return files.writeStringPlistValue(path, row.keys.first(), value.text);
-    case Mechanism::BarItems:
-        return writeBarItems(row, value.text);
-    }
-    return {};
-}
-
-Result<void> SettingAccess::writeLibraryFolder(const SettingRow &row, int index)
-{
-    // Only the choice that shows the folder shows it; every other index hides it.
-    const StoredValue chosen = storedOfIndex(row, index);
-    const bool *hidden = std::get_if<bool>(&chosen);
     const QString path = libraryPath();
-    const int error = setFileInvisibility(finderInfo, path, hidden == nullptr || *hidden);
+    const int error = setFileInvisibility(finderInfo, path, hidden);
     if (error == 0)
         return {};
     const Error failure = flagError(path, error);
     varnelLog(lcIo, failure.text);
     return failure;
-}
-
-Result<void> SettingAccess::writeBarItems(const SettingRow &row, const QString &text)
-{
-    varnelLog(lcSettings, fillIn(u"value: %@", {text}));
-    const QString path = filePath(row);
-    if (text == defaultText) {
-        varnelLog(lcSettings, u"delete "_qs + row.keys.first());
-        return files.changeExisting(path, row.keys, std::nullopt);
-    }
-    return files.changeExisting(path, row.keys, BarItems::fromText(text).names());
 }
 
 } // namespace varnel

@@ -52,9 +52,7 @@ private:
     [[nodiscard]] SettingReading readText(const SettingRow &row) const;
     [[nodiscard]] SettingReading readBarItems(const SettingRow &row) const;
 
-    Result<void> writeKeys(const SettingRow &row, const SettingValue &value);
-    Result<void> writeLibraryFolder(const SettingRow &row, int index);
-    Result<void> writeBarItems(const SettingRow &row, const QString &text);
+    Result<void> writeLibraryFolder(bool hidden);
 
     HomeFolder homeFolder;
     PreferenceFiles &files;

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace varnel::cli {
+namespace varnel {
 
 /// The value that a text names for a setting, or Invalid with a text for the user.
 ///
@@ -30,4 +30,9 @@ namespace varnel::cli {
 /// The value that stands for the default.
 [[nodiscard]] SettingValue defaultValue(const SettingRow &row);
 
-} // namespace varnel::cli
+/// Whether two values of a setting write the same: they are the same, or two choices with one
+/// meaning, such as a default that is another choice's value.
+[[nodiscard]] bool meanTheSame(const SettingRow &row, const SettingValue &one,
+                               const SettingValue &other);
+
+} // namespace varnel

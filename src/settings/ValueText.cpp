@@ -1,10 +1,11 @@
-#include "cli/ValueText.h"
+#include "settings/ValueText.h"
 
 #include "settings/BarItems.h"
+#include "settings/ChoiceMapping.h"
 
 #include <algorithm>
 
-namespace varnel::cli {
+namespace varnel {
 
 namespace {
 
@@ -13,7 +14,9 @@ const QString noItems = QStringLiteral("none");
 
 Error outOfKind(const SettingRow &row, const QString &typed, const QString &wanted)
 {
-    return {ErrorCode::Invalid, u'\'' + typed + u"' is no value of " + row.name + u"; " + wanted};
+    constexpr qsizetype most = 200;
+    const QString shown = typed.size() > most ? QString(typed.left(most) + u"...") : typed;
+    return {ErrorCode::Invalid, u'\'' + shown + u"' is no value of " + row.name + u"; " + wanted};
 }
 
 QStringView withoutBlanksAtEnd(QStringView text)
@@ -125,6 +128,13 @@ SettingValue defaultValue(const SettingRow &row)
     return {0, u"-1"_qs};
 }
 
+bool meanTheSame(const SettingRow &row, const SettingValue &one, const SettingValue &other)
+{
+    if (row.kind != ValueKind::Choice)
+        return one == other;
+    return storedOfIndex(row, one.number) == storedOfIndex(row, other.number);
+}
+
 Result<SettingValue> parseValue(const SettingRow &row, const QString &typed)
 {
     if (row.mechanism == Mechanism::Text)
@@ -164,4 +174,4 @@ QString labelText(const SettingRow &row, const SettingValue &value)
     return names.isEmpty() ? noItems : names.join(u", ");
 }
 
-} // namespace varnel::cli
+} // namespace varnel

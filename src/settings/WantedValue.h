@@ -1,0 +1,15 @@
+#pragma once
+
+#include "settings/SettingAccess.h"
+
+namespace varnel {
+
+/// A setting and the value that it shall have.
+struct WantedValue {
+    const SettingRow *row = nullptr;
+    SettingValue value;
+
+    bool operator==(const WantedValue &) const = default;
+};
+
+} // namespace varnel
