@@ -15,6 +15,7 @@ public:
 
     [[nodiscard]] virtual Format format() const = 0;
     [[nodiscard]] virtual Value value(const QStringList &path) const = 0;
+    [[nodiscard]] virtual std::optional<QStringList> keys(const QStringList &path) const = 0;
     virtual Result<void> set(const QStringList &path, const NewValue &value) = 0;
     virtual Result<void> remove(const QStringList &path) = 0;
     [[nodiscard]] virtual const QByteArray &bytes() const = 0;

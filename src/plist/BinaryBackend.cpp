@@ -38,7 +38,7 @@ PropertyList::BinaryBackend::BinaryBackend(QByteArray bytes, const BinaryTrailer
 {
 }
 
-Value PropertyList::BinaryBackend::value(const QStringList &path) const
+std::optional<std::uint32_t> PropertyList::BinaryBackend::find(const QStringList &path) const
 {
     std::uint32_t index = reader.trailer().root;
     for (const QString &key : path) {
@@ -50,7 +50,21 @@ Value PropertyList::BinaryBackend::value(const QStringList &path) const
             return {};
         index = reader.child(dictionary, dictionary.count + positions.back());
     }
-    return decode(reader, reader.object(index)).value;
+    return index;
+}
+
+Value PropertyList::BinaryBackend::value(const QStringList &path) const
+{
+    const auto index = find(path);
+    return index ? decode(reader, reader.object(*index)).value : Value();
+}
+
+std::optional<QStringList> PropertyList::BinaryBackend::keys(const QStringList &path) const
+{
+    const auto index = find(path);
+    if (!index || !reader.object(*index).isDictionary())
+        return {};
+    return keysOf(reader, reader.object(*index));
 }
 
 Result<void> PropertyList::BinaryBackend::set(const QStringList &path, const NewValue &value)

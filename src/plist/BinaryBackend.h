@@ -13,11 +13,13 @@ public:
 
     [[nodiscard]] Format format() const override { return Format::Binary; }
     [[nodiscard]] Value value(const QStringList &path) const override;
+    [[nodiscard]] std::optional<QStringList> keys(const QStringList &path) const override;
     Result<void> set(const QStringList &path, const NewValue &value) override;
     Result<void> remove(const QStringList &path) override;
     [[nodiscard]] const QByteArray &bytes() const override { return file; }
 
 private:
+    [[nodiscard]] std::optional<std::uint32_t> find(const QStringList &path) const;
     Result<void> apply(const BinaryEdit &edit);
 
     QByteArray file;

@@ -47,22 +47,34 @@ double decodeReal(QByteArrayView body)
     return std::bit_cast<double>(readBigEndian(body.data(), 8));
 }
 
+/// Many elements of a container may share one long string; so must their decoded forms.
+class SharedStrings {
+public:
+    explicit SharedStrings(const BinaryReader &reader) : reader(reader) { }
+
+    const QString &text(std::uint32_t index)
+    {
+        const auto known = decoded.constFind(index);
+        return known != decoded.constEnd()
+            ? *known
+            : *decoded.insert(index, decodeString(reader, reader.object(index)));
+    }
+
+private:
+    const BinaryReader &reader;
+    QHash<std::uint32_t, QString> decoded;
+};
+
 void decodeArray(const BinaryReader &reader, const BinaryObject &array, Value &value)
 {
     value.kind = Kind::StringArray;
-    // Many elements may share one long string; so must their decoded forms.
-    QHash<std::uint32_t, QString> decoded;
+    SharedStrings strings(reader);
     for (std::uint32_t n = 0; n < array.count; ++n) {
         const std::uint32_t index = reader.child(array, n);
-        const BinaryObject element = reader.object(index);
-        if (!element.isString()) {
+        if (reader.object(index).isString())
+            value.strings.append(strings.text(index));
+        else
             value.kind = Kind::Array;
-            continue;
-        }
-        auto known = decoded.constFind(index);
-        if (known == decoded.constEnd())
-            known = decoded.insert(index, decodeString(reader, element));
-        value.strings.append(*known);
     }
 }
 
@@ -101,6 +113,15 @@ Decoded decode(const BinaryReader &reader, const BinaryObject &object)
         break;
     }
     return decoded;
+}
+
+QStringList keysOf(const BinaryReader &reader, const BinaryObject &dictionary)
+{
+    QStringList keys;
+    SharedStrings strings(reader);
+    for (std::uint32_t n = 0; n < dictionary.count; ++n)
+        keys.append(strings.text(reader.child(dictionary, n)));
+    return keys;
 }
 
 std::vector<std::uint32_t> positionsOf(const BinaryReader &reader, const BinaryObject &dictionary,

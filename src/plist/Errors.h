@@ -19,4 +19,9 @@ inline Error notReadBack()
     return {ErrorCode::Failed, QStringLiteral("the edited property list does not read back")};
 }
 
+inline Error notInXml()
+{
+    return {ErrorCode::Invalid, QStringLiteral("the text holds a character that XML cannot hold")};
+}
+
 } // namespace varnel::plist

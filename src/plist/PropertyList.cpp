@@ -3,6 +3,7 @@
 #include "plist/Backend.h"
 #include "plist/BinaryBackend.h"
 #include "plist/XmlBackend.h"
+#include "plist/XmlMarkup.h"
 
 namespace varnel::plist {
 
@@ -26,10 +27,7 @@ Result<PropertyList> PropertyList::open(QByteArray bytes)
 
 PropertyList PropertyList::empty()
 {
-    auto list = open(QByteArrayLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                       "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                                       "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-                                       "<plist version=\"1.0\">\n<dict/>\n</plist>\n"));
+    auto list = open(QString(xmlProlog() + u"<dict/>\n</plist>\n").toUtf8());
     return std::move(list).value();
 }
 
@@ -46,6 +44,11 @@ Format PropertyList::format() const
 Value PropertyList::value(const QStringList &path) const
 {
     return backend->value(path);
+}
+
+std::optional<QStringList> PropertyList::keys(const QStringList &path) const
+{
+    return backend->keys(path);
 }
 
 Result<void> PropertyList::set(const QStringList &path, const NewValue &value)

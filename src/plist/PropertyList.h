@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace varnel::plist {
 
@@ -36,6 +37,10 @@ public:
     /// The value at a path of dictionary keys from the root; Kind::Missing where a key is absent or
     /// a step is no dictionary.
     [[nodiscard]] Value value(const QStringList &path) const;
+
+    /// The keys of the dictionary at a path, in the file's order, a key that stands there several
+    /// times as often; none when there is no dictionary.
+    [[nodiscard]] std::optional<QStringList> keys(const QStringList &path) const;
 
     /// Sets the last key of the path. The dictionaries on the way must exist (NotFound otherwise).
     /// A value that is already there with the same type and content leaves the bytes as they are.

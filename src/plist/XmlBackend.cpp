@@ -15,13 +15,8 @@ Result<std::unique_ptr<PropertyList::Backend>> PropertyList::XmlBackend::open(QB
     return std::unique_ptr<Backend>(std::make_unique<XmlBackend>(std::move(*document)));
 }
 
-Value PropertyList::XmlBackend::value(const QStringList &path) const
+std::optional<XmlFound> PropertyList::XmlBackend::find(const QStringList &path) const
 {
-    if (path.isEmpty()) {
-        Value root;
-        root.kind = Kind::Dictionary;
-        return root;
-    }
     std::optional<XmlFound> last;
     for (const QString &key : path) {
         if (last && last->node.element != XmlElement::Dict)
@@ -30,7 +25,28 @@ Value PropertyList::XmlBackend::value(const QStringList &path) const
         if (!last)
             return {};
     }
-    return last->decoded.value;
+    return last;
+}
+
+Value PropertyList::XmlBackend::value(const QStringList &path) const
+{
+    if (path.isEmpty()) {
+        Value root;
+        root.kind = Kind::Dictionary;
+        return root;
+    }
+    const auto found = find(path);
+    return found ? found->decoded.value : Value();
+}
+
+std::optional<QStringList> PropertyList::XmlBackend::keys(const QStringList &path) const
+{
+    if (path.isEmpty())
+        return keysOf(document, document.root);
+    const auto found = find(path);
+    if (!found || found->node.element != XmlElement::Dict)
+        return {};
+    return keysOf(document, found->node);
 }
 
 Result<void> PropertyList::XmlBackend::set(const QStringList &path, const NewValue &value)

@@ -1,50 +1,12 @@
 #include "plist/XmlEdit.h"
 
+#include "plist/Errors.h"
+#include "plist/XmlMarkup.h"
 #include "plist/XmlStyle.h"
 
 namespace varnel::plist {
 
 namespace {
-
-Error notInXml()
-{
-    return {ErrorCode::Invalid, QStringLiteral("the text holds a character that XML cannot hold")};
-}
-
-/// Writes a value as markup; lines are broken only where the file breaks them.
-struct Markup {
-    QString line; ///< line break and indentation of the value itself; may be empty
-    QString indentation;
-
-    std::optional<QString> operator()(bool value) const
-    {
-        return value ? QStringLiteral("<true/>") : QStringLiteral("<false/>");
-    }
-    std::optional<QString> operator()(qint64 value) const
-    {
-        return QString(u"<integer>" + QString::number(value) + u"</integer>");
-    }
-    std::optional<QString> operator()(const QString &value) const
-    {
-        const auto text = escapeXml(value);
-        if (!text)
-            return {};
-        return QString(u"<string>" + *text + u"</string>");
-    }
-    std::optional<QString> operator()(const QStringList &values) const
-    {
-        if (values.isEmpty())
-            return QStringLiteral("<array/>");
-        QString markup = QStringLiteral("<array>");
-        for (const QString &value : values) {
-            const auto element = (*this)(value);
-            if (!element)
-                return {};
-            markup += (line.isEmpty() ? line : line + indentation) + *element;
-        }
-        return QString(markup + line + u"</array>");
-    }
-};
 
 XmlSplice insertion(const XmlDocument &document, const XmlNode &dictionary, const XmlStyle &style,
                     const QString &entry)
@@ -77,7 +39,7 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
         QString line = lineAt(found.node.start);
         if (line.isEmpty())
             line = lineAt(dictionary.entries[found.entry]);
-        const auto markup = std::visit(Markup {line, style.indentation()}, value);
+        const auto markup = xmlMarkup(value, line, style.indentation());
         if (!markup)
             return notInXml();
         splices.push_back({found.node.start, found.node.end, document.encoding.encode(*markup)});
@@ -87,8 +49,8 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
 
     const QString line = lastLine(style.beforeValue());
     const auto name = escapeXml(key);
-    const auto markup = std::visit(
-        Markup {line.isEmpty() ? lastLine(style.beforeKey()) : line, style.indentation()}, value);
+    const auto markup =
+        xmlMarkup(value, line.isEmpty() ? lastLine(style.beforeKey()) : line, style.indentation());
     if (!name || !markup)
         return notInXml();
     const QString entry =

@@ -30,6 +30,19 @@ std::optional<XmlDocument> XmlDocument::open(QByteArray file, std::size_t expect
     return XmlDocument {std::move(file), scan.encoding(), scan.takeNode()};
 }
 
+QStringList keysOf(const XmlDocument &document, const XmlNode &dictionary)
+{
+    QStringList keys;
+    for (std::size_t i = 0; i < dictionary.entries.size(); ++i) {
+        XmlScan scan;
+        // What was read once can be read again.
+        if (scan.readEntry(document.file, dictionary.entries[i], dictionary.entryEnd(i),
+                           document.encoding))
+            keys.append(scan.keyText());
+    }
+    return keys;
+}
+
 std::vector<XmlFound> findAll(const XmlDocument &document, const XmlNode &dictionary,
                               const QString &key)
 {

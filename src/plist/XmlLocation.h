@@ -25,6 +25,9 @@ struct XmlFound {
     Decoded decoded;
 };
 
+/// The keys of a dictionary, in order.
+[[nodiscard]] QStringList keysOf(const XmlDocument &document, const XmlNode &dictionary);
+
 /// The entries with a key, in order.
 [[nodiscard]] std::vector<XmlFound> findAll(const XmlDocument &document, const XmlNode &dictionary,
                                             const QString &key);

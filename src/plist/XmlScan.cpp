@@ -81,6 +81,11 @@ bool XmlScan::readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t 
     return parseXml(file, {start, end, "<dict>", "</dict>"}, encoding, *this);
 }
 
+QString XmlScan::keyText() const
+{
+    return fromUtf8(entryKey);
+}
+
 bool XmlScan::startElement(XmlElement element, std::uint32_t start, std::uint32_t end)
 {
     if (!grammar.open(element))

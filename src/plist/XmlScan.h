@@ -48,6 +48,7 @@ public:
     [[nodiscard]] XmlNode takeNode() { return std::move(remembered); }
     /// The text of the entry's key, as UTF-8.
     [[nodiscard]] QByteArrayView key() const { return entryKey; }
+    [[nodiscard]] QString keyText() const;
     [[nodiscard]] const Decoded &decoded() const { return value; }
     /// The encoding of a whole file.
     [[nodiscard]] XmlEncoding encoding() const { return fileEncoding; }
