@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Result.h"
+#include "settings/WantedValue.h"
+
+#include <QByteArray>
+#include <QList>
+
+namespace varnel {
+
+/// Settings and the values that they shall have.
+struct Profile {
+    /// Of the files that this program reads and writes.
+    static constexpr int schemaVersion = 1;
+    /// Bytes of a file that is still read. One with all settings has less than 3 KiB.
+    static constexpr qsizetype largestFile = 256 * 1024;
+
+    /// By number, each setting once.
+    QList<WantedValue> settings;
+
+    bool operator==(const Profile &) const = default;
+};
+
+/// Reads a profile: JSON, or a property list in either of its formats, as its bytes tell.
+///
+/// Everything is checked: the error (always Invalid) says in words what is wrong and names the
+/// setting. A profile that asks for two things at once is wrong too: a setting that stands in it
+/// twice, or two settings that are stored under one key and shall have different values.
+[[nodiscard]] Result<Profile> readProfile(const QByteArray &bytes);
+
+/// Sorts the settings by number. Invalid when two of them are stored under one key and differ.
+[[nodiscard]] Result<Profile> makeProfile(QList<WantedValue> settings);
+
+} // namespace varnel

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace varnel {
+
+/// A text as one word of the standard shell, quoted where it needs to be. NUL can't stand in a
+/// word; no text with one comes here.
+[[nodiscard]] QString shellWord(const QString &text);
+
+} // namespace varnel
