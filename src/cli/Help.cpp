@@ -97,7 +97,7 @@ const QList<Entry> &statusEntries()
 {
     static const QList<Entry> entries {
         {u"0"_qs, u"done"_qs},
-        {u"1"_qs, u"a negative answer: nothing found"_qs},
+        {u"1"_qs, u"a negative answer: nothing found, something differs"_qs},
         {u"2"_qs, u"wrong usage, unknown setting, value out of its kind; nothing written"_qs},
         {u"3"_qs, u"could not read or write; nothing changed"_qs},
         {u"4"_qs, u"partly done; the messages say what was not"_qs},

@@ -1,10 +1,13 @@
 #include "cli/Registry.h"
 
+#include "cli/ApplyCommand.h"
 #include "cli/BackupsDeleteCommand.h"
 #include "cli/BackupsListCommand.h"
 #include "cli/BackupsRestoreCommand.h"
 #include "cli/BackupsShowCommand.h"
+#include "cli/DiffCommand.h"
 #include "cli/EndCommand.h"
+#include "cli/ExportCommand.h"
 #include "cli/GetCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/ListProcessesCommand.h"
@@ -29,6 +32,9 @@ Commands makeCommands()
     commands.push_back(std::make_unique<SetCommand>());
     commands.push_back(std::make_unique<ResetCommand>());
     commands.push_back(std::make_unique<SearchCommand>());
+    commands.push_back(std::make_unique<DiffCommand>());
+    commands.push_back(std::make_unique<ApplyCommand>());
+    commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<LoginItemsListCommand>());
     for (const LoginItemChange::Action action : {LoginItemChange::Add, LoginItemChange::Remove,
                                                  LoginItemChange::Enable, LoginItemChange::Disable})

@@ -86,6 +86,27 @@ const QList<Golden> goldens {
     {u"reset.json", {u"reset"_qs, u"--group"_qs, u"Safari"_qs, u"--json"_qs}},
     {u"reset-nothing.txt", {u"reset"_qs, u"--group"_qs, u"Mail"_qs}},
     {u"reset-dry.txt", {u"reset"_qs, u"--group"_qs, u"Dock"_qs, u"--dry-run"_qs}},
+    {u"help-diff.txt", {u"diff"_qs, u"--help"_qs}},
+    {u"help-apply.txt", {u"apply"_qs, u"--help"_qs}},
+    {u"help-export.txt", {u"export"_qs, u"--help"_qs}},
+    {u"diff.txt", {u"diff"_qs, u"PROFILE"_qs}, 1},
+    {u"diff.json", {u"diff"_qs, u"PROFILE"_qs, u"--json"_qs}, 1},
+    {u"diff-nothing.txt", {u"diff"_qs, u"NOTHING"_qs}},
+    {u"diff-nothing.json", {u"diff"_qs, u"NOTHING"_qs, u"--json"_qs}},
+    {u"apply.txt", {u"apply"_qs, u"PROFILE"_qs}},
+    {u"apply.json", {u"apply"_qs, u"PROFILE"_qs, u"--json"_qs}},
+    {u"apply-dry.json", {u"apply"_qs, u"PROFILE"_qs, u"--dry-run"_qs, u"--json"_qs}},
+    {u"apply-nothing.txt", {u"apply"_qs, u"NOTHING"_qs}},
+    {u"apply-nothing.json", {u"apply"_qs, u"NOTHING"_qs, u"--json"_qs}},
+    {u"export.json", {u"export"_qs}},
+    {u"export-all.json", {u"export"_qs, u"--all"_qs, u"--json"_qs}},
+    {u"export-plist.txt", {u"export"_qs, u"--format"_qs, u"plist"_qs}},
+    {u"export-defaults.txt", {u"export"_qs, u"--format"_qs, u"defaults"_qs}},
+    {u"export-defaults-all.txt", {u"export"_qs, u"--format"_qs, u"defaults"_qs, u"--all"_qs}},
+    {u"export-forced.txt", {u"export"_qs, u"--format"_qs, u"mobileconfig"_qs}},
+    {u"export-set-once.txt",
+     {u"export"_qs, u"--format"_qs, u"mobileconfig"_qs, u"--set-once"_qs, u"--group"_qs,
+      u"Dock"_qs}},
     {u"login-items-list.txt", {u"login-items"_qs, u"list"_qs, u"--home"_qs, u"HOME"_qs}},
     {u"login-items-list.json",
      {u"login-items"_qs, u"list"_qs, u"--json"_qs, u"--home"_qs, u"HOME"_qs}},
@@ -129,6 +150,10 @@ TEST_P(GoldenTest, theOutputStaysAsItIsWhateverTheFormatAndTheLocale)
     installLoginItems(home);
     QStringList arguments = golden.arguments;
     arguments.replaceInStrings(QRegularExpression(u"^HOME$"_qs), home.path());
+    const QString profiles = QStringLiteral(TEST_DATA) + u"/profiles/";
+    arguments.replaceInStrings(u"PROFILE"_qs, profiles + u"lab.json");
+    arguments.replaceInStrings(u"NOTHING"_qs, profiles + u"nothing.plist");
+    varnelctl.environment.insert(u"SOURCE_DATE_EPOCH"_qs, u"1321876800"_qs);
     const Outcome outcome = varnelctl.run(arguments);
     EXPECT_EQ(outcome.status, golden.status) << outcome.err.toStdString();
     expectGolden(QString::fromUtf16(golden.file), outcome.out, home);

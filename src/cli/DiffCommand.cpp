@@ -1,0 +1,81 @@
+#include "cli/DiffCommand.h"
+
+#include "cli/ProfileArgument.h"
+#include "cli/ProfileComparison.h"
+#include "settings/ValueText.h"
+
+#include <QJsonArray>
+
+namespace varnel::cli {
+
+namespace {
+
+QString differencesText(const QList<SettingDifference> &differences, const Style &style)
+{
+    if (differences.isEmpty())
+        return u"Nothing differs.\n"_qs;
+    Table table;
+    table.addHeading(u"Differs"_qs);
+    for (const SettingDifference &each : differences)
+        table.addRow({{QString::number(each.row->id), Table::Look::Quiet},
+                      {each.row->name},
+                      {labelText(*each.row, each.current), Table::Look::Strong},
+                      {u"wanted: " + labelText(*each.row, each.wanted)}});
+    return table.text(style);
+}
+
+QJsonObject differencesObject(const QList<SettingDifference> &differences)
+{
+    QJsonArray objects;
+    for (const SettingDifference &each : differences)
+        objects.append(QJsonObject {{u"id"_qs, each.row->id},
+                                    {u"name"_qs, each.row->name},
+                                    {u"current"_qs, exchangedJson(*each.row, each.current)},
+                                    {u"currentLabel"_qs, labelText(*each.row, each.current)},
+                                    {u"wanted"_qs, exchangedJson(*each.row, each.wanted)},
+                                    {u"wantedLabel"_qs, labelText(*each.row, each.wanted)}});
+    return {{u"differences"_qs, objects}};
+}
+
+HomeOutcome differencesIn(const HomeFolder &home, const Profile &profile)
+{
+    HomeSession session(home);
+    const ProfileComparison comparison = ProfileComparison::of(session, profile);
+    const QList<SettingDifference> &differences = comparison.differences;
+    HomeOutcome outcome;
+    outcome.status = differences.isEmpty() ? ExitStatus::Done : ExitStatus::Negative;
+    outcome.messages = comparison.unsavable;
+    outcome.text = [differences](const Style &style) {
+        return differencesText(differences, style);
+    };
+    outcome.object = [differences] { return differencesObject(differences); };
+    outcome.noteUnreadableFiles(session, comparison.reports);
+    return outcome;
+}
+
+} // namespace
+
+CommandInfo DiffCommand::info() const
+{
+    return {u"diff"_qs,
+            u"Compares the settings with a profile"_qs,
+            u"Prints each setting that has another value than the profile wants, with the value\n"
+            u"that it has and the one that is wanted. Ends with 1 when there is any. Settings\n"
+            u"that the profile does not name may have any value."_qs,
+            {profileParameter()},
+            {},
+            {u"diff lab.json"_qs, u"diff lab.json --json --home /mnt/disk/Users/anna"_qs,
+             u"diff - < lab.json"_qs}};
+}
+
+Result<HomeCommand::Work> DiffCommand::prepare(const Request &request) const
+{
+    const Result<Profile> profile = profileNamedBy(request);
+    if (!profile)
+        return profile.error();
+    return Work([profile = profile.value()](const HomeFolder &home) {
+        return differencesIn(home, profile);
+    });
+}
+
+} // namespace varnel::cli
