@@ -193,6 +193,20 @@ def loginItems():
     yield bytes([2]) + b"an entry.desktop\nother.desktop\n"
 
 
+def profile():
+    kinds = {"dock-size": 48, "1008": "Scale effect", "1009": 1, "bookmarks-bar": "Top Sites, Bonjour",
+             "1204": "yes", "1302": "shown", "screenshot-prefix": "it's \u00e9\U0001f600 <&>", "1602": "no"}
+    defaults = {name: "-1" for name in kinds}
+    shared = {"song-previews": "yes", "1603": "enable"}
+    for settings in kinds, defaults, shared, {"1600": 0, "half-stars": 1}, {"1004": 300}, {}:
+        whole = {"schemaVersion": 1, "settings": settings}
+        yield json.dumps(whole).encode()
+        yield json.dumps(whole, ensure_ascii=False, indent=1).encode()
+        yield plistlib.dumps(whole)
+        yield plistlib.dumps(whole, fmt=plistlib.FMT_BINARY)
+    yield b'{"schemaVersion": 1, "settings": {"1400": "\\ud800\\u0000\\"", "1400": "", "\\u0031403": "x"}}'
+
+
 def procText():
     stat = b"1 (a) b) S 0 1 1 0 -1 4194560 1 2 3 4 5 6 7 8 20 0 1 0 5 6 7\n"
     meminfo = b"MemTotal:       16000000 kB\nMemFree:  5 kB\nHugePages_Total:       0\n"
