@@ -71,6 +71,16 @@ void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palet
     StyleDrawing::box(painter, whole, 0, rowShading(palette), rowStroke(palette));
 }
 
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(accent(palette));
+    painter->drawEllipse(centre, pendingDotSize / 2.0, pendingDotSize / 2.0);
+    painter->restore();
+}
+
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette)
 {
     QLinearGradient blue(0, band.top() + band.height(), 0, band.top());
