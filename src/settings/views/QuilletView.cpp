@@ -126,8 +126,10 @@ void QuilletView::connectSearch()
     ui->searchField->installEventFilter(this);
     // The field's own button is a second way to leave the search.
     if (auto *clear =
-            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction")))
+            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"))) {
+        clear->setText(QStringLiteral("Leave the search"));
         connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
+    }
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this,
             &QuilletView::startSearch);
 }
