@@ -5,6 +5,7 @@
 #include "ui/VarnelStyle.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QHeaderView>
 #include <QLinearGradient>
@@ -43,6 +44,7 @@ void makeList(QAbstractItemView *view)
         table->verticalHeader()->setDefaultSectionSize(
             std::max<int>(listRowHeight, table->fontMetrics().height() + gapSmall));
         table->horizontalHeader()->setHighlightSections(false);
+        table->horizontalHeader()->setFont(font(TextRole::Help, QApplication::font()));
         table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
 }
@@ -61,7 +63,9 @@ void makeSearchField(QLineEdit *field)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
     field->setClearButtonEnabled(true);
-    field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    QAction *glass =
+        field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    glass->setText(QStringLiteral("Search")); // what a screen reader says
 }
 
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette)
