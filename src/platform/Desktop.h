@@ -17,6 +17,12 @@ public:
     /// `/usr/bin/open -R PATH` shows PATH in the file manager.
     virtual void launch(const QString &program, const QString &workingDirectory,
                         const QStringList &arguments) = 0;
+
+    /// Shows a file or a folder in the file manager.
+    void reveal(const QString &path)
+    {
+        launch(QStringLiteral("/usr/bin/open"), path, {QStringLiteral("-R"), path});
+    }
 };
 
 } // namespace varnel

@@ -39,6 +39,14 @@ void PendingChanges::addDataToBackupDataList(int settingId, int value, const QSt
         backups.append({settingId, value, extra});
 }
 
+std::optional<SettingValue> PendingChanges::pendingValue(int settingId) const
+{
+    const auto record = findRecord(changes, settingId);
+    if (record == changes.end())
+        return std::nullopt;
+    return SettingValue {record->actionId, record->extraData};
+}
+
 Result<void> PendingChanges::writeData(int settingId, int value, const QString &extra)
 {
     const SettingRow *row = findSetting(settingId);

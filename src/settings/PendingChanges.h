@@ -7,6 +7,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <optional>
+
 namespace varnel {
 
 /// Where the old value of a setting is kept before the new one is written.
@@ -36,6 +38,9 @@ public:
     void addDataToChangeDataList(int settingId, int value, const QString &extra);
     /// One record for each setting, the first.
     void addDataToBackupDataList(int settingId, int value, const QString &extra);
+
+    /// The new value of a setting that waits to be saved; none when nothing waits.
+    [[nodiscard]] std::optional<SettingValue> pendingValue(int settingId) const;
 
     /// Writes one value through the setting's writer; an unknown number does nothing.
     Result<void> writeData(int settingId, int value, const QString &extra);

@@ -50,7 +50,8 @@ const HomeFolder &SettingAccess::home() const
 
 QString SettingAccess::filePath(const SettingRow &row) const
 {
-    return homeFolder.preferencesDirectory() + row.file;
+    return row.mechanism == Mechanism::LibraryFolder ? libraryPath()
+                                                     : homeFolder.preferencesDirectory() + row.file;
 }
 
 QString SettingAccess::libraryPath() const

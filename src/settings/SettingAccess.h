@@ -42,8 +42,10 @@ public:
 
     [[nodiscard]] const HomeFolder &home() const;
 
-private:
+    /// The preference file that holds the setting; the Library folder for that folder's flag.
     [[nodiscard]] QString filePath(const SettingRow &row) const;
+
+private:
     [[nodiscard]] QString libraryPath() const;
     [[nodiscard]] SettingReading readNested(const SettingRow &row) const;
     [[nodiscard]] SettingReading readLibraryPlaylist(const SettingRow &row) const;

@@ -125,7 +125,7 @@ SettingValue defaultValue(const SettingRow &row)
     case ValueKind::String:
         break;
     }
-    return {0, u"-1"_qs};
+    return {0, defaultText()};
 }
 
 bool meanTheSame(const SettingRow &row, const SettingValue &one, const SettingValue &other)

@@ -27,6 +27,12 @@ namespace varnel {
 /// The value in words: the choice's label, "48 pixels", names, "use default value".
 [[nodiscard]] QString labelText(const SettingRow &row, const SettingValue &value);
 
+/// What stands for the default where a setting exchanges a text.
+[[nodiscard]] inline QString defaultText()
+{
+    return QStringLiteral("-1");
+}
+
 /// The value that stands for the default.
 [[nodiscard]] SettingValue defaultValue(const SettingRow &row);
 

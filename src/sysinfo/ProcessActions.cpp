@@ -17,8 +17,7 @@ constexpr int terminateSignal = 15;
 
 void showInFinder(const ProcessRow &row, Desktop &desktop)
 {
-    desktop.launch(QStringLiteral("/usr/bin/open"), row.bundleLocation,
-                   {QStringLiteral("-R"), row.bundleLocation});
+    desktop.reveal(row.bundleLocation);
 }
 
 Result<void> killProcess(const ProcessRow &row, ProcessManager &manager)

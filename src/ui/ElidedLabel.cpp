@@ -7,7 +7,7 @@ namespace varnel {
 
 QString ElidedLabel::fitting() const
 {
-    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+    return fontMetrics().elidedText(text(), elide, contentsRect().width());
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -31,6 +31,17 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 void ElidedLabel::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
+    updateTip();
+}
+
+void ElidedLabel::showText(const QString &text)
+{
+    setText(text);
+    updateTip();
+}
+
+void ElidedLabel::updateTip()
+{
     setToolTip(fitting() == text() ? QString() : text());
 }
 

@@ -4,13 +4,17 @@
 
 namespace varnel {
 
-/// One line of text that loses its middle where there is no room, as paths should; the whole text
-/// is in the tip then.
+/// One line of text that loses a part where there is no room; the whole text is in the tip then.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 
 public:
     using QLabel::QLabel;
+
+    /// In the middle at first.
+    void setElideMode(Qt::TextElideMode mode) { elide = mode; }
+    /// Another text, with its tip.
+    void showText(const QString &text);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] QSize sizeHint() const override;
@@ -21,6 +25,9 @@ protected:
 
 private:
     [[nodiscard]] QString fitting() const;
+    void updateTip();
+
+    Qt::TextElideMode elide = Qt::ElideMiddle;
 };
 
 } // namespace varnel

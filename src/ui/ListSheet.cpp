@@ -1,6 +1,7 @@
 #include "ui/ListSheet.h"
 
 #include "base/Logging.h"
+#include "ui/ImageAndTextCell.h"
 #include "ui/Theme.h"
 
 #include <QDialogButtonBox>
@@ -16,14 +17,13 @@ namespace varnel {
 
 namespace {
 
-constexpr int margin = 16;
-constexpr int gap = 8;
 constexpr QSize firstSize(640, 360);
 
 QTableView *makeTable(TextTableModel *model, QWidget *parent)
 {
     auto *table = new QTableView(parent);
     table->setModel(model);
+    table->setItemDelegate(new ImageAndTextCell(table));
     Theme::makeList(table);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -53,7 +53,7 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
 
     emptyLabel->setAlignment(Qt::AlignCenter);
     emptyLabel->setWordWrap(true);
-    emptyLabel->setEnabled(false);
+    Theme::setTextRole(emptyLabel, Theme::TextRole::Help);
     auto *overlay = new QVBoxLayout(tableView->viewport());
     overlay->addWidget(emptyLabel);
 
@@ -61,11 +61,11 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
 
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(gap);
+    layout->setContentsMargins(Theme::pageMargin, Theme::pageMargin, Theme::pageMargin, Theme::gap);
+    layout->setSpacing(Theme::gapSmall);
     layout->addWidget(caption);
     layout->addWidget(tableView);
-    layout->addSpacing(gap);
+    layout->addSpacing(Theme::gapSmall);
     layout->addWidget(buttons);
 
     connect(buttons, &QDialogButtonBox::rejected, this, &ListSheet::closeWindow);

@@ -143,6 +143,14 @@ void focusRing(QPainter *painter, const QStyleOption &option, qreal radius)
         onSelection ? 1 : focusWidth);
 }
 
+void ringPart(QPainter *painter, const QStyleOption &option, const QRectF &ring)
+{
+    const PainterGuard guard(painter);
+    painter->setClipRect(option.rect, Qt::IntersectClip);
+    box(painter, ring, Theme::controlRadius, Qt::transparent, Theme::accent(option.palette),
+        focusWidth);
+}
+
 void checkBox(QPainter *painter, const QStyleOption &option)
 {
     const bool enabled = has(option, QStyle::State_Enabled);
@@ -194,6 +202,48 @@ void slider(QPainter *painter, const QStyleOptionSlider &option, const QRectF &g
     box(painter, knob, size / 2,
         underPointer(option.palette.color(enabled ? QPalette::Button : QPalette::Window), option),
         focus ? Theme::accent(option.palette) : edge, focus ? focusWidth : 0);
+}
+
+QRect scrollBarPart(const QStyleOptionSlider &option, QStyle::SubControl part)
+{
+    constexpr int shortest = 32;
+    const bool upright = option.orientation == Qt::Vertical;
+    const int length = upright ? option.rect.height() : option.rect.width();
+    const qint64 range = qint64(option.maximum) - option.minimum;
+    const auto fitting =
+        int(qint64(length) * option.pageStep / std::max<qint64>(range + option.pageStep, 1));
+    const int handle = range > 0 ? std::min(std::max(fitting, shortest), length) : length;
+    const int start = QStyle::sliderPositionFromValue(
+        option.minimum, option.maximum, option.sliderPosition, length - handle, option.upsideDown);
+    const auto between = [&](int from, int to) {
+        const QRect &all = option.rect;
+        return upright ? QRect(all.left(), all.top() + from, all.width(), to - from)
+                       : QRect(all.left() + from, all.top(), to - from, all.height());
+    };
+    switch (part) {
+    case QStyle::SC_ScrollBarGroove:
+        return option.rect;
+    case QStyle::SC_ScrollBarSlider:
+        return between(start, start + handle);
+    case QStyle::SC_ScrollBarSubPage:
+        return between(0, start);
+    case QStyle::SC_ScrollBarAddPage:
+        return between(start + handle, length);
+    default:
+        return {};
+    }
+}
+
+void scrollBar(QPainter *painter, const QStyleOptionSlider &option, const QRectF &handle)
+{
+    constexpr qreal inset = 3;
+    const QRectF bar = handle.adjusted(inset, inset, -inset, -inset);
+    const bool touched = has(option, QStyle::State_MouseOver) || has(option, QStyle::State_Sunken);
+    QColor fill = Theme::controlEdge(option.palette);
+    if (touched)
+        fill.setAlphaF(0.7F);
+    painter->fillRect(option.rect, option.palette.color(QPalette::Base));
+    box(painter, bar, std::min(bar.width(), bar.height()) / 2, fill, Qt::transparent);
 }
 
 void tab(QPainter *painter, const QStyleOptionTab &option)

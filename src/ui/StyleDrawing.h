@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QRectF>
+#include <QStyle>
 
 class QPainter;
 class QStyleOption;
@@ -31,10 +32,18 @@ void fieldPanel(QPainter *painter, const QStyleOption &option, qreal radius);
 /// The field's edge alone, and the ring when it has the focus.
 void fieldEdge(QPainter *painter, const QStyleOption &option, qreal radius);
 void focusRing(QPainter *painter, const QStyleOption &option, qreal radius);
+/// The part within the option's rectangle of a focus ring that runs round more than it.
+void ringPart(QPainter *painter, const QStyleOption &option, const QRectF &ring);
 void checkBox(QPainter *painter, const QStyleOption &option);
 /// A horizontal slider without tick marks.
 void slider(QPainter *painter, const QStyleOptionSlider &option, const QRectF &groove,
             const QRectF &handle);
+
+/// A scroll bar is a handle on nothing: no groove, no arrows.
+inline constexpr int scrollBarWidth = 12;
+[[nodiscard]] QRect scrollBarPart(const QStyleOptionSlider &option, QStyle::SubControl part);
+void scrollBar(QPainter *painter, const QStyleOptionSlider &option, const QRectF &handle);
+
 void tab(QPainter *painter, const QStyleOptionTab &option);
 void headerGround(QPainter *painter, const QStyleOption &option, bool dividerAtRight);
 /// The bar behind a source list's row when it is selected or pointed at.

@@ -8,6 +8,7 @@ class QApplication;
 class QLineEdit;
 class QPainter;
 class QPalette;
+class QPointF;
 class QPushButton;
 class QRect;
 class QWidget;
@@ -95,6 +96,8 @@ void makeSearchField(QLineEdit *field);
 
 /// Paints the ground of a shaded settings row, whose left edge runs on outside of `bounds`.
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette);
+/// Paints the mark of a pending change round that point.
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette);
 /// Paints the blue band, the darker end at its lower edge.
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette);
 

@@ -5,6 +5,7 @@
 #include "ui/VarnelStyle.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QHeaderView>
 #include <QLinearGradient>
@@ -43,6 +44,7 @@ void makeList(QAbstractItemView *view)
         table->verticalHeader()->setDefaultSectionSize(
             std::max<int>(listRowHeight, table->fontMetrics().height() + gapSmall));
         table->horizontalHeader()->setHighlightSections(false);
+        table->horizontalHeader()->setFont(font(TextRole::Help, QApplication::font()));
         table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
 }
@@ -61,7 +63,9 @@ void makeSearchField(QLineEdit *field)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
     field->setClearButtonEnabled(true);
-    field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    QAction *glass =
+        field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    glass->setText(QStringLiteral("Search")); // what a screen reader says
 }
 
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette)
@@ -69,6 +73,16 @@ void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palet
     // The left edge lies outside, so that rows of one page look like one sheet.
     const QRectF whole = QRectF(bounds).adjusted(-1, 0, 0, 0);
     StyleDrawing::box(painter, whole, 0, rowShading(palette), rowStroke(palette));
+}
+
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(accent(palette));
+    painter->drawEllipse(centre, pendingDotSize / 2.0, pendingDotSize / 2.0);
+    painter->restore();
 }
 
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette)

@@ -6,11 +6,13 @@
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QPainter>
 #include <QPushButton>
 #include <QSlider>
 #include <QStyleOption>
 #include <QTabBar>
+#include <QTableView>
 #include <QTreeView>
 #include <QVariant>
 
@@ -21,6 +23,7 @@ namespace {
 constexpr auto partProperty = "varnelPart";
 /// Buttons, fields and choice lists beside each other are of one height.
 constexpr int controlHeight = 28;
+constexpr int sortArrowSize = 12;
 
 using StyleDrawing::ButtonKind;
 
@@ -44,6 +47,27 @@ QRectF sourceListBarRect(const QStyleOption &option, const QWidget *widget)
         bar.setRight(view->viewport()->width() - Theme::gapSmall);
     }
     return bar.adjusted(0, 1, 0, -1);
+}
+
+bool wordyButton(const QStyleOption *option)
+{
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    return button && !button->text.isEmpty();
+}
+
+/// The part of the ring round the current row that lies in one of its cells.
+void drawRowFocus(const QStyleOption &option, QPainter *painter, const QTableView &table)
+{
+    const QModelIndex cell = table.indexAt(option.rect.center());
+    if (!cell.isValid() || cell.row() != table.currentIndex().row())
+        return;
+    const QHeaderView &columns = *table.horizontalHeader();
+    const int place = columns.visualIndex(cell.column());
+    const int beyond = Theme::gap; // no end within this cell
+    StyleDrawing::ringPart(
+        painter, option,
+        QRectF(option.rect)
+            .adjusted(place > 0 ? -beyond : 0, 0, place < columns.count() - 1 ? beyond : 0, 0));
 }
 
 } // namespace
@@ -101,6 +125,18 @@ void VarnelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
             && !qobject_cast<const QComboBox *>(widget) && !qobject_cast<const QTabBar *>(widget))
             StyleDrawing::focusRing(painter, *option, Theme::controlRadius);
         return;
+    case PE_IndicatorHeaderArrow:
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+            header && widget) {
+            // Level with the word, which stands in the middle of the header's height.
+            QStyleOptionHeader level = *header;
+            level.rect =
+                QRect(header->rect.right() - sortArrowSize,
+                      (widget->height() - sortArrowSize) / 2 + 1, sortArrowSize, sortArrowSize);
+            QProxyStyle::drawPrimitive(element, &level, painter, widget);
+            return;
+        }
+        break;
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         StyleDrawing::checkBox(painter, *option);
@@ -119,12 +155,27 @@ bool VarnelStyle::drawItemPart(PrimitiveElement element, const QStyleOption &opt
     case Part::SourceList:
         return drawSourceListPart(element, option, painter, widget);
     case Part::List:
-        // A whole row is chosen, so the row shows the focus and not one of its cells.
-        if (element == PE_PanelItemViewItem && option.state.testFlag(State_Selected)) {
+        return drawListPart(element, option, painter, widget);
+    default:
+        return false;
+    }
+}
+
+/// A whole row is chosen, so the row shows the focus and not one of its cells.
+bool VarnelStyle::drawListPart(PrimitiveElement element, const QStyleOption &option,
+                               QPainter *painter, const QWidget *widget) const
+{
+    const bool selected = option.state.testFlag(State_Selected);
+    switch (element) {
+    case PE_FrameFocusRect:
+        return true;
+    case PE_PanelItemViewItem:
+        if (selected)
             painter->fillRect(option.rect, Theme::selectionFill(widget->hasFocus()));
-            return true;
-        }
-        return element == PE_FrameFocusRect && option.state.testFlag(State_Selected);
+        else if (const auto *table = qobject_cast<const QTableView *>(widget);
+                 table && table->hasFocus())
+            drawRowFocus(option, painter, *table);
+        return selected;
     default:
         return false;
     }
@@ -199,6 +250,11 @@ void VarnelStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
                              proxy()->subControlRect(control, option, SC_SliderHandle, widget));
         return;
     }
+    if (control == CC_ScrollBar && slider) {
+        StyleDrawing::scrollBar(painter, *slider,
+                                subControlRect(control, option, SC_ScrollBarSlider, widget));
+        return;
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_SpinBox) // its own edge cannot be told from a dark ground
         StyleDrawing::fieldEdge(painter, *option, Theme::controlRadius);
@@ -214,6 +270,18 @@ QRect VarnelStyle::subElementRect(SubElement element, const QStyleOption *option
     return rect;
 }
 
+QRect VarnelStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                  SubControl part, const QWidget *widget) const
+{
+    const auto *slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control == CC_ScrollBar && slider)
+        return StyleDrawing::scrollBarPart(*slider, part);
+    const QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        return rect.adjusted(Theme::gapTiny, 0, 0, 0); // in line with the fields' words
+    return rect;
+}
+
 QSize VarnelStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
                                     const QSize &size, const QWidget *widget) const
 {
@@ -223,7 +291,10 @@ QSize VarnelStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     };
     switch (type) {
     case CT_PushButton:
+        return wordyButton(option) ? atLeast(controlHeight) + QSize(Theme::gap, 0)
+                                   : atLeast(controlHeight);
     case CT_ComboBox:
+        return atLeast(controlHeight) + QSize(Theme::gapTiny, 0);
     case CT_LineEdit:
     case CT_SpinBox:
         return atLeast(controlHeight);
@@ -240,6 +311,8 @@ int VarnelStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                              const QWidget *widget) const
 {
     switch (metric) {
+    case PM_ScrollBarExtent:
+        return StyleDrawing::scrollBarWidth;
     case PM_TabBarIconSize:
         return Theme::tabIconSize;
     case PM_SmallIconSize:

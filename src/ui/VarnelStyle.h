@@ -28,6 +28,8 @@ public:
                             QPainter *painter, const QWidget *widget) const override;
     [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption *option,
                                        const QWidget *widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                       SubControl part, const QWidget *widget) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,
                                          const QSize &size, const QWidget *widget) const override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
@@ -36,6 +38,8 @@ public:
                                 QStyleHintReturn *answer) const override;
 
 private:
+    bool drawListPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,
+                      const QWidget *widget) const;
     bool drawItemPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,
                       const QWidget *widget) const;
     bool drawSourceListPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,

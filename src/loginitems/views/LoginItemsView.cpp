@@ -7,6 +7,7 @@
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "ui/CaptionRow.h"
+#include "ui/ChangeCount.h"
 #include "ui/CheckBoxCell.h"
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
@@ -90,6 +91,8 @@ void LoginItemsView::connectControls()
     connect(ui->saveButton, &QPushButton::clicked, this, &LoginItemsView::saveChanges);
     connect(ui->cancelButton, &QPushButton::clicked, this, &LoginItemsView::cancelChanges);
     connect(ui->viewButton, &QPushButton::clicked, this, &LoginItemsView::viewChanges);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, ui->saveButton,
+            &QAbstractButton::click);
     const auto onKey = [this](const QKeySequence &key, void (LoginItemsView::*slot)()) {
         auto *shortcut = new QShortcut(key, ui->tableView);
         shortcut->setContext(Qt::WidgetShortcut);
@@ -254,6 +257,8 @@ void LoginItemsView::setSaveButtonsEnabled(bool enabled)
     ui->saveButton->setEnabled(enabled);
     ui->cancelButton->setEnabled(enabled);
     ui->viewButton->setEnabled(enabled);
+    countChanges(*ui->saveButton, context.shared.loginItemCommands().size(),
+                 QStringLiteral("the way back goes into the backup file first"));
 }
 
 int LoginItemsView::selectedRow() const

@@ -30,7 +30,7 @@ QString addressArray(const QString &path)
     return u"['" + QString::fromLatin1(address) + u"']";
 }
 
-void reveal(const QString &path)
+void askFileManager(const QString &path)
 {
     // The shell waits for the answer in this program's place: without one the folder is opened.
     const QString script = QStringLiteral(
@@ -55,7 +55,7 @@ void LinuxDesktop::launch(const QString &program, const QString &workingDirector
     const bool isReveal =
         program == u"/usr/bin/open" && arguments.size() == 2 && arguments[0] == u"-R";
     if (isReveal)
-        reveal(arguments[1]);
+        askFileManager(arguments[1]);
     else
         startDetached(program, arguments, workingDirectory);
 }

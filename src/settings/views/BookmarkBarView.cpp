@@ -2,6 +2,7 @@
 
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "settings/ValueText.h"
 #include "settings/views/DefaultBox.h"
 #include "ui/Theme.h"
 
@@ -95,9 +96,15 @@ QString BookmarkBarView::itemDigits() const
     return shown.text();
 }
 
-QString BookmarkBarView::shownValue() const
+SettingValue BookmarkBarView::shownValue(int) const
 {
-    return defaultBox.value() ? defaultText() : itemDigits();
+    return {0, defaultBox.value() ? defaultText() : itemDigits()};
+}
+
+void BookmarkBarView::useDefaultValue(int)
+{
+    defaultBox.show(true);
+    defaultCheckBoxChangeValue();
 }
 
 void BookmarkBarView::itemCheckBoxChangeValue(Item item)
@@ -107,7 +114,7 @@ void BookmarkBarView::itemCheckBoxChangeValue(Item item)
         return;
     reportedItems[item] = state;
     backupValue(getViewID(), 0, backupValueStr());
-    changeValue(getViewID(), 0, shownValue());
+    changeValue(getViewID(), 0, shownValue(0).text);
 }
 
 void BookmarkBarView::defaultCheckBoxChangeValue()
@@ -117,13 +124,13 @@ void BookmarkBarView::defaultCheckBoxChangeValue()
         return;
     checkDefaultCheckbox(state == 0);
     backupValue(getViewID(), 0, backupValueStr());
-    changeValue(getViewID(), 0, shownValue());
+    changeValue(getViewID(), 0, shownValue(0).text);
     reportedDefault = state;
 }
 
 void BookmarkBarView::writeShownData()
 {
-    writeData(getViewID(), {0, shownValue()});
+    writeData(getViewID(), shownValue(0));
 }
 
 QCheckBox *BookmarkBarView::makeItemBox(Item item)
@@ -142,7 +149,7 @@ void BookmarkBarView::buildControls(QBoxLayout *column)
         box->setFixedWidth(Theme::fieldWidth);
         column->addWidget(box, 0, Qt::AlignRight);
         if (item == ReadingList)
-            titleLabel()->setBuddy(box);
+            takeControl(box);
     }
     QCheckBox *box = makeDefaultBox(this, setting().label);
     box->setObjectName(QStringLiteral("defaultCheckBox"));

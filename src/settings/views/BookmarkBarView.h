@@ -37,6 +37,8 @@ public:
 
     void readData(bool updateControls) override;
     void writeShownData() override;
+    [[nodiscard]] SettingValue shownValue(int place) const override;
+    void useDefaultValue(int place) override;
 
 protected:
     void buildControls(QBoxLayout *column) override;
@@ -47,7 +49,6 @@ private:
     void showItems(const BarItems &shown);
     void takeBoxStates();
     [[nodiscard]] QString itemDigits() const;
-    [[nodiscard]] QString shownValue() const;
 
     std::array<ControlState<QCheckBox, bool>, ItemCount> items;
     ControlState<QCheckBox, bool> defaultBox;

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "settings/SettingAccess.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace varnel {
 
-/// Whom the setting views report a user's edits to.
+/// Whom the setting views report a user's edits to, and who knows what became of them.
 class ChangeReceiver {
 public:
     virtual ~ChangeReceiver() = default;
@@ -14,6 +18,9 @@ public:
     /// The value on disk before the change; the first counts.
     virtual void addDataToBackupDataList(int settingId, int value, const QString &extra) = 0;
     virtual void enableSaveButton() = 0;
+
+    /// The reported value of a setting that waits to be saved; none when nothing waits.
+    [[nodiscard]] virtual std::optional<SettingValue> pendingValue(int settingId) const = 0;
 };
 
 } // namespace varnel

@@ -22,6 +22,11 @@ void ChoiceField::selectInitial()
     box.show(setting->initialIndex);
 }
 
+void ChoiceField::selectDefault()
+{
+    box.show(setting->defaultIndex());
+}
+
 void ChoiceField::read(const SettingAccess &access, bool updateControls)
 {
     const SettingReading reading = access.read(*setting);

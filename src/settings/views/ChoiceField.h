@@ -17,6 +17,7 @@ public:
 
     /// The choice that stands before the first read.
     void selectInitial();
+    void selectDefault();
     void read(const SettingAccess &access, bool updateControls);
 
     /// The list as a widget; the field goes on from its selection.

@@ -44,6 +44,11 @@ void ChoiceView::writeShownData()
         writeData(field.row().id, {field.selectedIndex()});
 }
 
+SettingValue ChoiceView::shownValue(int place) const
+{
+    return {fields.at(std::size_t(place)).selectedIndex()};
+}
+
 void ChoiceView::comboBoxChangeValue(int place)
 {
     ChoiceField &field = fields.at(std::size_t(place));
@@ -54,10 +59,17 @@ void ChoiceView::comboBoxChangeValue(int place)
     changeValue(field.row().id, field.currentComboBoxValue, QStringLiteral(""));
 }
 
+void ChoiceView::useDefaultValue(int place)
+{
+    fields.at(std::size_t(place)).selectDefault();
+    comboBoxChangeValue(place);
+}
+
 QComboBox *ChoiceView::makeComboBox(int place)
 {
     QComboBox *comboBox = fields.at(std::size_t(place)).makeComboBox(this);
     comboBox->setObjectName(comboBoxNames.at(place));
+    takeControl(comboBox);
     connect(comboBox, &QComboBox::activated, this, [this, place] { comboBoxChangeValue(place); });
     return comboBox;
 }
@@ -71,7 +83,6 @@ void ChoiceView::buildControls(QBoxLayout *column)
     }
     QComboBox *comboBox = makeComboBox(0);
     comboBox->setAccessibleName(setting().label);
-    titleLabel()->setBuddy(comboBox);
     column->addWidget(comboBox, 0, Qt::AlignRight);
     column->addLayout(noteLine());
 }

@@ -26,6 +26,8 @@ public:
     void awakeFromNib() override;
     void readData(bool updateControls) override;
     void writeShownData() override;
+    [[nodiscard]] SettingValue shownValue(int place) const override;
+    void useDefaultValue(int place) override;
 
 protected:
     void buildControls(QBoxLayout *column) override;

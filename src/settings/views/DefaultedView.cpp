@@ -1,5 +1,6 @@
 #include "settings/views/DefaultedView.h"
 
+#include "settings/ValueText.h"
 #include "settings/views/DefaultBox.h"
 #include "ui/Theme.h"
 #include "ui/WheelGuard.h"
@@ -9,15 +10,6 @@
 
 namespace varnel {
 
-namespace {
-
-SettingValue defaultOf(const SettingRow &row)
-{
-    return row.kind == ValueKind::String ? SettingValue {0, defaultText()} : SettingValue {-1};
-}
-
-} // namespace
-
 void DefaultedView::checkBoxChangeValue()
 {
     if (checkBox.value() == reportedBox)
@@ -25,10 +17,23 @@ void DefaultedView::checkBoxChangeValue()
     setDefaultCheckBoxStat();
     takeBoxState();
     reportOldValue();
-    if (!reportedBox)
+    if (!reportedBox) {
+        showPendingState();
         return;
-    const SettingValue value = defaultOf(setting());
+    }
+    const SettingValue value = defaultValue(setting());
     changeValue(getViewID(), value.number, value.text);
+}
+
+void DefaultedView::useDefaultValue(int)
+{
+    showBox(true);
+    checkBoxChangeValue();
+}
+
+SettingValue DefaultedView::shownValue(int) const
+{
+    return boxIsOn() ? defaultValue(setting()) : controlValue();
 }
 
 void DefaultedView::reportOldValue()
@@ -43,7 +48,7 @@ QHBoxLayout *DefaultedView::numberLine(QLabel *label, QWidget *control)
     control->setAccessibleName(setting().label);
     control->setFixedWidth(Theme::fieldWidth);
     WheelGuard::protect(control);
-    titleLabel()->setBuddy(control);
+    takeControl(control);
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(label);

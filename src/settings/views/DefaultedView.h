@@ -23,7 +23,13 @@ public:
     /// Enables the control exactly while the box is off.
     virtual void setDefaultCheckBoxStat() = 0;
 
+    [[nodiscard]] SettingValue shownValue(int place) const override;
+    void useDefaultValue(int place) override;
+
 protected:
+    /// What the control beside the box stands for.
+    [[nodiscard]] virtual SettingValue controlValue() const = 0;
+
     [[nodiscard]] bool boxIsOn() const { return checkBox.value(); }
     void showBox(bool on) { checkBox.show(on); }
     /// What the box shows now counts as reported.

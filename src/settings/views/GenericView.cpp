@@ -1,9 +1,14 @@
 #include "settings/views/GenericView.h"
 
+#include "platform/Desktop.h"
 #include "settings/Catalogue.h"
+#include "settings/ValueText.h"
 #include "settings/views/ChangeReceiver.h"
+#include "settings/views/RowMenu.h"
+#include "ui/ElidedLabel.h"
 #include "ui/Theme.h"
 
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -65,6 +70,7 @@ void GenericView::changeValue(int settingId, int value, const QString &extra)
         return;
     parentView->addDataToChangeDataList(settingId, value, extra);
     parentView->enableSaveButton();
+    showPendingState();
 }
 
 void GenericView::backupValue(int settingId, int value, const QString &extra)
@@ -148,13 +154,18 @@ void GenericView::makeControls()
     row->addLayout(captionColumn(title, help), 1);
     row->addLayout(controls);
     setToolTip(whereItIsKept());
+    new RowMenu(*this);
+    showPendingState();
 }
 
 QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
 {
-    auto *note = new QLabel(this);
+    auto *note = new ElidedLabel(this);
+    notes.append(note);
     note->setObjectName(QStringLiteral("noteLabel"));
     note->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    note->setTextFormat(Qt::PlainText);
+    note->setElideMode(Qt::ElideRight);
     // A long note must not push the controls about.
     note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     Theme::setTextRole(note, Theme::TextRole::Help);
@@ -174,24 +185,92 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     return line;
 }
 
+QString GenericView::pendingNote(int place)
+{
+    const SettingRow &row = *rows[place];
+    const std::optional<SettingValue> waiting =
+        parentView ? parentView->pendingValue(row.id) : std::nullopt;
+    if (!waiting) {
+        oldTexts.remove(place);
+        return {};
+    }
+    if (*waiting != shownValue(place))
+        return QStringLiteral("pending: ") + actionString(row, *waiting);
+    // Read once for each change: a slider reports many values on its way.
+    if (!oldTexts.contains(place))
+        oldTexts[place] = labelText(row, context.access.read(row).value);
+    const bool empty = oldTexts[place].isEmpty();
+    return QStringLiteral("was: ") + (empty ? QStringLiteral("empty") : oldTexts[place]);
+}
+
+void GenericView::showPendingState()
+{
+    bool any = false;
+    for (int place = 0; place < notes.size(); ++place) {
+        const QString note = pendingNote(place);
+        notes[place]->showText(note);
+        controls[place]->setAccessibleDescription(note);
+        any = any || !note.isEmpty();
+    }
+    if (any != pending)
+        update();
+    pending = any;
+}
+
 QString GenericView::whereItIsKept() const
 {
     if (setting().mechanism == Mechanism::LibraryFolder)
         return QStringLiteral("Library\nInvisible flag of the folder");
-    QStringList keys;
-    for (const SettingRow *row : rows) {
+    return QStringLiteral("Library/Preferences") + setting().file + u'\n' + keys();
+}
+
+QString GenericView::keys(int place) const
+{
+    QStringList lines;
+    for (const SettingRow *row : place < 0 ? rows : rows.mid(place, 1)) {
         const bool nested = row->mechanism == Mechanism::NestedChoice;
-        keys += row->keys.join(nested ? QStringLiteral(" → ") : QStringLiteral("\n"));
+        lines += row->keys.join(nested ? QStringLiteral(" → ") : QStringLiteral("\n"));
     }
-    return QStringLiteral("Library/Preferences") + setting().file + u'\n' + keys.join(u'\n');
+    return lines.join(u'\n');
+}
+
+QString GenericView::filePath() const
+{
+    return context.access.filePath(setting());
+}
+
+bool GenericView::canShowFile() const
+{
+    return context.desktop && QFileInfo::exists(filePath());
+}
+
+void GenericView::showFile() const
+{
+    if (canShowFile())
+        context.desktop->reveal(filePath());
+}
+
+void GenericView::takeControl(QWidget *control)
+{
+    if (rows.size() == 1)
+        title->setBuddy(control);
+    controls.append(control);
+}
+
+QRect GenericView::controlPlace(int place) const
+{
+    const QWidget *control = controls.value(place);
+    return control ? QRect(control->mapTo(this, QPoint()), control->size()) : QRect();
 }
 
 void GenericView::paintEvent(QPaintEvent *)
 {
-    if (!drawsBackground)
-        return;
     QPainter painter(this);
-    Theme::drawShadedRow(&painter, rect(), palette());
+    if (drawsBackground)
+        Theme::drawShadedRow(&painter, rect(), palette());
+    if (pending)
+        Theme::drawPendingDot(
+            &painter, {Theme::gapLarge / 2.0, title->geometry().center().y() + 0.5}, palette());
 }
 
 } // namespace varnel

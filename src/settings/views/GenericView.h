@@ -3,6 +3,7 @@
 #include "settings/SettingAccess.h"
 #include "settings/views/ViewContext.h"
 
+#include <QHash>
 #include <QList>
 #include <QWidget>
 
@@ -12,6 +13,7 @@ class QLabel;
 namespace varnel {
 
 class ChangeReceiver;
+class ElidedLabel;
 
 /// One row of a hidden-settings page: the control of a setting, or of a few that belong together.
 ///
@@ -71,6 +73,27 @@ public:
     virtual void writeShownData() = 0;
     void writeData() { writeShownData(); }
 
+    /// What the controls of the setting at that place stand for.
+    [[nodiscard]] virtual SettingValue shownValue(int place) const = 0;
+
+    /// Shows and reports the default of the setting at that place, as if a user had chosen it.
+    virtual void useDefaultValue(int place) = 0;
+
+    /// Marks the row when a change of it waits to be saved, and says beside the control what was
+    /// before; or what waits, where the control shows something else.
+    void showPendingState();
+    [[nodiscard]] bool isPending() const { return pending; }
+
+    /// Where the setting's control stands in the row; empty while there is none.
+    [[nodiscard]] QRect controlPlace(int place) const;
+    /// The keys of the setting at that place, or of all for -1, one below the other.
+    [[nodiscard]] QString keys(int place = -1) const;
+    [[nodiscard]] QString filePath() const;
+    /// Shows the preference file in the file manager.
+    void showFile() const;
+    /// Whether there is a file manager to be asked, and a file to be shown.
+    [[nodiscard]] bool canShowFile() const;
+
     /// Makes the row's widgets, once.
     void makeControls();
 
@@ -79,12 +102,14 @@ protected:
     /// stands level with the title.
     virtual void buildControls(QBoxLayout *column) = 0;
 
-    /// A line beside a control: room for a note at its right end, and `leading` (if any) at the
-    /// left end of the last `width` units.
+    /// A line beside a control: room for the note on the next setting at its right end, and
+    /// `leading` (if any) at the left end of the last `width` units.
     QBoxLayout *noteLine(QWidget *leading = nullptr, int width = 260);
 
+    /// Notes the control of the next setting; a single one is the title's.
+    void takeControl(QWidget *control);
+
     [[nodiscard]] const SettingRow &setting() const { return *rows.front(); }
-    [[nodiscard]] QLabel *titleLabel() const { return title; }
     [[nodiscard]] SettingReading readSetting() const;
     [[nodiscard]] const ViewContext &viewContext() const { return context; }
     void setBackupValueInt(int value) { backupNumber = value; }
@@ -94,6 +119,7 @@ protected:
 
 private:
     [[nodiscard]] QString whereItIsKept() const;
+    [[nodiscard]] QString pendingNote(int place);
 
     ViewContext context;
     QList<const SettingRow *> rows;
@@ -103,6 +129,10 @@ private:
     int backupNumber = 0;
     QString backupText = QStringLiteral("");
     QLabel *title = nullptr;
+    QList<QWidget *> controls; ///< one for each setting, once there are widgets
+    QList<ElidedLabel *> notes; ///< one for each setting, once there are widgets
+    QHash<int, QString> oldTexts; ///< of the settings that are pending, by place
+    bool pending = false;
 };
 
 } // namespace varnel

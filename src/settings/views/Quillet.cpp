@@ -19,7 +19,8 @@ Quillet::Quillet(const PageContext &context)
       backup(context.shared, context.files.fileStore()),
       pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
               context.shared.restartFlags(), access, backup),
-      viewContext {access, context.shared.restartFlags(), context.dialogs}
+      viewContext {access, context.shared.restartFlags(), context.dialogs,
+                   context.host ? &context.host->desktop : nullptr}
 {
     if (context.interfaceLoads(QStringLiteral("QuilletView")))
         awakeFromNib();
@@ -80,14 +81,29 @@ void Quillet::addDataToBackupDataList(int settingId, int value, const QString &e
 
 void Quillet::enableSaveButton()
 {
-    if (page)
-        page->setButtonsEnabled(true);
+    if (!page)
+        return;
+    page->setButtonsEnabled(true);
+    page->showChangeCount(context.shared.quilletCommands().size());
 }
 
 void Quillet::disableSaveButton()
 {
-    if (page)
-        page->setButtonsEnabled(false);
+    if (!page)
+        return;
+    page->setButtonsEnabled(false);
+    page->showChangeCount(0);
+}
+
+std::optional<SettingValue> Quillet::pendingValue(int settingId) const
+{
+    return pending.pendingValue(settingId);
+}
+
+void Quillet::showPendingState()
+{
+    for (const std::shared_ptr<SettingModule> &module : moduleList)
+        module->showPendingState();
 }
 
 void Quillet::askForView(int settingId) const
@@ -105,6 +121,7 @@ void Quillet::saveChanges()
         askForView(change.locationId);
     // Failures have been logged where they happened; they stop nothing and are shown nowhere.
     static_cast<void>(pending.saveChanges());
+    showPendingState();
     disableSaveButton();
 }
 
@@ -128,6 +145,7 @@ void Quillet::cancelAlertDidEnd(int returnCode)
         return;
     readData();
     pending.dropChanges();
+    showPendingState();
     disableSaveButton();
 }
 
@@ -143,6 +161,7 @@ void Quillet::readData()
         if (module)
             module->readData();
     }
+    showPendingState(); // a restore reads while changes are pending
 }
 
 void Quillet::viewChanges()

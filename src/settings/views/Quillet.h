@@ -35,6 +35,7 @@ public:
     /// Save, Cancel and View together.
     void enableSaveButton() override;
     void disableSaveButton();
+    [[nodiscard]] std::optional<SettingValue> pendingValue(int settingId) const override;
 
     /// Keeps the old values, then writes the new ones. Failures are logged and stop nothing.
     void saveChanges();
@@ -48,6 +49,8 @@ public:
 
     /// Shows the settings that the search field's text finds, in place of the page.
     void doSearch();
+    /// Puts the keyboard into the search field.
+    void startSearch();
 
     /// Writes one value through its setting; an unknown number does nothing.
     Result<void> writeData(int settingId, int value, const QString &extra);
@@ -88,6 +91,7 @@ private:
     template <typename Module>
     void addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected);
     void selectMenu(int row);
+    void showPendingState();
     /// As every use of a setting's view outside a page that is built: it takes the shading off.
     void askForView(int settingId) const;
     void buildPage(SettingModule *module, int filter, int &total, int &top, bool finish,

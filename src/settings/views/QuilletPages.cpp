@@ -43,6 +43,7 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
         GenericView *view = module->getView(viewClass, shading);
         view->makeControls();
         view->readData(true);
+        view->showPendingState();
         const int height = column->append(view);
         total += height;
         top -= height;

@@ -8,6 +8,12 @@
 
 namespace varnel {
 
+void Quillet::startSearch()
+{
+    if (page)
+        page->startSearch();
+}
+
 void Quillet::doSearch()
 {
     if (!page)

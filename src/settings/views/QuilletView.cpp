@@ -5,6 +5,7 @@
 #include "settings/Catalogue.h"
 #include "settings/views/FooterLayout.h"
 #include "settings/views/Quillet.h"
+#include "ui/ChangeCount.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
 #include "ui/NodeModel.h"
@@ -71,6 +72,7 @@ void QuilletView::awakeFromNib()
     ui->menuOutlineVew->expandAll();
     selectMenuRow(0);
     setButtonsEnabled(false);
+    showChangeCount(0);
     dressControls();
     connectControls();
     connectSearch();
@@ -101,6 +103,8 @@ void QuilletView::connectControls()
     connect(ui->cancelButton, &QAbstractButton::clicked, this,
             [this] { parentView->cancelChanges(); });
     connect(ui->viewButton, &QAbstractButton::clicked, this, [this] { parentView->viewChanges(); });
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, ui->saveButton,
+            &QAbstractButton::click);
 }
 
 void QuilletView::connectSearch()
@@ -122,13 +126,18 @@ void QuilletView::connectSearch()
     ui->searchField->installEventFilter(this);
     // The field's own button is a second way to leave the search.
     if (auto *clear =
-            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction")))
+            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"))) {
+        clear->setText(QStringLiteral("Leave the search"));
         connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
-    auto *find = new QShortcut(QKeySequence::Find, this);
-    connect(find, &QShortcut::activated, this, [this] {
-        ui->searchField->setFocus(Qt::ShortcutFocusReason);
-        ui->searchField->selectAll();
-    });
+    }
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this,
+            &QuilletView::startSearch);
+}
+
+void QuilletView::startSearch()
+{
+    ui->searchField->setFocus(Qt::ShortcutFocusReason);
+    ui->searchField->selectAll();
 }
 
 bool QuilletView::eventFilter(QObject *watched, QEvent *event)
@@ -246,6 +255,12 @@ void QuilletView::setButtonsEnabled(bool enabled)
     ui->saveButton->setEnabled(enabled);
     ui->cancelButton->setEnabled(enabled);
     ui->viewButton->setEnabled(enabled);
+}
+
+void QuilletView::showChangeCount(qsizetype count)
+{
+    countChanges(*ui->saveButton, count,
+                 QStringLiteral("the old values go into the backup file first"));
 }
 
 void QuilletView::placeFooter()

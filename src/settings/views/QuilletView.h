@@ -45,12 +45,16 @@ public:
     /// The Tab key goes through the rows, then to the footer.
     void orderFocus();
 
+    /// Puts the keyboard into the search field.
+    void startSearch();
     [[nodiscard]] QString searchText() const;
     /// Says over the column why it is empty, if it is.
     void showSearchOutcome(bool nothingFound);
 
     /// The three buttons of the footer, together.
     void setButtonsEnabled(bool enabled);
+    /// Says on the Save button how many changes it would save.
+    void showChangeCount(qsizetype count);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

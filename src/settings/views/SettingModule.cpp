@@ -51,6 +51,14 @@ QStringList SettingModule::viewClassesFor(int settingId) const
     return classes;
 }
 
+void SettingModule::showPendingState()
+{
+    for (const WidgetOwner<GenericView> &view : views) {
+        if (view)
+            view->showPendingState();
+    }
+}
+
 void SettingModule::readData()
 {
     for (const QString &viewClass : description.readOrder) {

@@ -24,6 +24,7 @@ public:
     void writeShownData() override;
 
 protected:
+    [[nodiscard]] SettingValue controlValue() const override { return {slider.value()}; }
     void buildControls(QBoxLayout *column) override;
 
 private:

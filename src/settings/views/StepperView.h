@@ -20,6 +20,7 @@ public:
     void writeShownData() override;
 
 protected:
+    [[nodiscard]] SettingValue controlValue() const override { return {stepper.value()}; }
     void buildControls(QBoxLayout *column) override;
 
 private:

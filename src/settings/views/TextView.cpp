@@ -1,5 +1,6 @@
 #include "settings/views/TextView.h"
 
+#include "settings/ValueText.h"
 #include "settings/views/DefaultBox.h"
 #include "ui/Theme.h"
 
@@ -66,7 +67,7 @@ void TextView::buildFieldLine(QHBoxLayout *line)
     field->setAccessibleName(setting().label);
     field->setFixedWidth(Theme::fieldWidth);
     textField.attach(field);
-    titleLabel()->setBuddy(field);
+    takeControl(field);
     line->addWidget(field);
     connect(field, &QLineEdit::textChanged, this, &TextView::controlTextDidChange);
     connect(field, &QLineEdit::returnPressed, this, &TextView::textFieldChangeValue);

@@ -22,6 +22,7 @@ public:
     void writeShownData() override;
 
 protected:
+    [[nodiscard]] SettingValue controlValue() const override { return {0, textField.value()}; }
     void buildControls(QBoxLayout *column) override;
     /// Puts the field, and what goes with it, into the line beside the title.
     virtual void buildFieldLine(QHBoxLayout *line);

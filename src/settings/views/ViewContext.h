@@ -4,6 +4,7 @@
 
 namespace varnel {
 
+class Desktop;
 class Dialogs;
 class SettingAccess;
 
@@ -12,6 +13,7 @@ struct ViewContext {
     SettingAccess &access;
     RestartFlags &flags; ///< raised by writing
     Dialogs &dialogs;
+    Desktop *desktop = nullptr; ///< null where no file can be shown
 };
 
 } // namespace varnel

@@ -62,10 +62,10 @@ int openWindow(const HomeFolder &home, const QString &systemRoot)
 
 Application::Application(const HomeFolder &home, const QString &systemRoot)
     : store(home), files(store), finderInfo(home), host(home, systemRoot, store, folders),
-      mainWindow(home), context {home,    SharedObject::getSharedObject(),
-                                 files,   finderInfo,
-                                 folders, runner,
-                                 dialogs, &host.ports()},
+      mainWindow(home), windowSize(mainWindow), context {home,    SharedObject::getSharedObject(),
+                                                         files,   finderInfo,
+                                                         folders, runner,
+                                                         dialogs, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate),
       terminationSignals(&VarnelAppDelegate::terminate)
 {
@@ -75,6 +75,11 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
     delegate.setWindow(&mainWindow);
     controller.awakeFromNib();
     delegate.applicationDidFinishLaunching();
+}
+
+Application::~Application()
+{
+    windowSize.remember();
 }
 
 int runApplication(int argc, char **argv)

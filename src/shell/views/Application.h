@@ -12,6 +12,7 @@
 #include "shell/views/StartOptions.h"
 #include "shell/views/Varnel.h"
 #include "shell/views/VarnelAppDelegate.h"
+#include "shell/views/WindowSize.h"
 #include "ui/QtDialogs.h"
 
 namespace varnel {
@@ -22,6 +23,8 @@ class Application {
 public:
     /// The application object exists already.
     Application(const HomeFolder &home, const QString &systemRoot);
+    ~Application();
+    Q_DISABLE_COPY_MOVE(Application)
 
     [[nodiscard]] MainWindow &window() { return mainWindow; }
 
@@ -35,6 +38,7 @@ private:
     QtDialogs dialogs;
     VarnelAppDelegate delegate;
     MainWindow mainWindow;
+    WindowSize windowSize;
     PageContext context;
     Varnel controller;
     QuitFlow quitFlow;

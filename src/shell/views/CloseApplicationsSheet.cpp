@@ -41,7 +41,8 @@ void CloseApplicationsSheet::fitRows()
 {
     constexpr int mostRows = 8;
     const int shown = std::clamp(model->rowCount(), 2, mostRows);
-    ui->tableView->setFixedHeight(shown * Theme::listRowHeight + 2 * ui->tableView->frameWidth());
+    ui->tableView->setFixedHeight(shown * ui->tableView->verticalHeader()->defaultSectionSize()
+                                  + 2 * ui->tableView->frameWidth());
     ui->tableView->setCurrentIndex(model->index(0, CloseRowsModel::Name));
     adjustSize();
 }

@@ -71,6 +71,9 @@ void MainWindow::makeMenu()
         addAction(page);
     }
     menu->addSeparator();
+    QAction *keys = menu->addAction(tr("Keyboard Shortcuts"), QKeySequence::HelpContents);
+    connect(keys, &QAction::triggered, this, &MainWindow::shortcutsRequested);
+    addAction(keys);
     QAction *quit = menu->addAction(tr("Quit Varnel"), QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setObjectName(QStringLiteral("quitAction"));
     connect(quit, &QAction::triggered, this, &MainWindow::quitRequested);

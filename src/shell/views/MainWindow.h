@@ -41,6 +41,8 @@ public:
 signals:
     /// The application menu's quit command.
     void quitRequested();
+    /// The application menu's list of keys.
+    void shortcutsRequested();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

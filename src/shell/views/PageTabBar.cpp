@@ -5,6 +5,8 @@
 #include <QHoverEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace varnel {
 
 namespace {
@@ -14,7 +16,7 @@ constexpr int markHeight = 3;
 
 } // namespace
 
-PageTabBar::PageTabBar(QWidget *parent) : QTabBar(parent)
+PageTabBar::PageTabBar(QWidget *parent) : QTabBar(parent), sideGap(Theme::gap)
 {
     setDrawBase(false);
     setExpanding(false);
@@ -35,7 +37,31 @@ QSize PageTabBar::tabSizeHint(int index) const
     // By the chosen tab's heavier letters, so that nothing moves when another is chosen.
     const QFontMetrics metrics(Theme::font(Theme::TextRole::RowTitle, font()));
     const int word = metrics.horizontalAdvance(tabText(index));
-    return {Theme::gap + Theme::tabIconSize + Theme::gapSmall + word + Theme::gap, barHeight};
+    return {sideGap + iconRoom() + word + sideGap, barHeight};
+}
+
+int PageTabBar::iconRoom() const
+{
+    return showsIcons ? Theme::tabIconSize + Theme::gapSmall : 0;
+}
+
+void PageTabBar::fitInto(int width)
+{
+    const auto before = std::pair(sideGap, showsIcons);
+    for (const auto &[gap, icons] : {std::pair(Theme::gap, true),
+                                     {Theme::gapSmall, true},
+                                     {Theme::gap, false},
+                                     {Theme::gapSmall, false}}) {
+        sideGap = gap;
+        showsIcons = icons;
+        int needed = 0;
+        for (int index = 0; index < count(); ++index)
+            needed += tabSizeHint(index).width();
+        if (needed <= width)
+            break;
+    }
+    if (before != std::pair(sideGap, showsIcons))
+        setElideMode(elideMode()); // has the tabs laid out anew
 }
 
 void PageTabBar::paintEvent(QPaintEvent *)
@@ -66,14 +92,15 @@ void PageTabBar::drawTab(QPainter &painter, int index) const
         painter.drawRoundedRect(QRectF(plate).adjusted(1, 1, -1, -1), Theme::floatingRadius,
                                 Theme::floatingRadius);
     }
-    const int left = tab.left() + Theme::gap;
+    const int left = tab.left() + sideGap;
     const QRect icon(left, tab.top() + (tab.height() - markHeight - Theme::tabIconSize) / 2,
                      Theme::tabIconSize, Theme::tabIconSize);
-    tabIcon(index).paint(&painter, icon);
+    if (showsIcons)
+        tabIcon(index).paint(&painter, icon);
     painter.setFont(fontOf(index));
     painter.setPen(chosen ? accent : palette().color(QPalette::WindowText));
-    const QRect word(icon.right() + 1 + Theme::gapSmall, tab.top(),
-                     tab.right() - icon.right() - Theme::gapSmall, tab.height() - markHeight);
+    const QRect word(left + iconRoom(), tab.top(), tab.right() - left - iconRoom(),
+                     tab.height() - markHeight);
     painter.drawText(word, int(Qt::AlignVCenter) | Qt::TextSingleLine, tabText(index));
     if (chosen) {
         painter.setPen(Qt::NoPen);

@@ -12,6 +12,9 @@ class PageTabBar : public QTabBar {
 public:
     explicit PageTabBar(QWidget *parent);
 
+    /// Gives up what the names can do without, until all of them fit: room, or the icons, or both.
+    void fitInto(int width);
+
 protected:
     [[nodiscard]] QSize tabSizeHint(int index) const override;
     void paintEvent(QPaintEvent *event) override;
@@ -21,6 +24,10 @@ private:
     void drawTab(QPainter &painter, int index) const;
     [[nodiscard]] QFont fontOf(int index) const;
 
+    [[nodiscard]] int iconRoom() const;
+
+    int sideGap;
+    bool showsIcons = true;
     int hovered = -1;
 };
 

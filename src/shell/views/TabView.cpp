@@ -55,6 +55,7 @@ bool TabView::event(QEvent *event)
 
 void TabView::centreTabBar()
 {
+    static_cast<PageTabBar *>(tabBar())->fitInto(width());
     const QSize size = tabBar()->sizeHint().boundedTo({width(), height()});
     const QRect place(QPoint((width() - size.width()) / 2, 0), size);
     if (tabBar()->geometry() != place)

@@ -1,9 +1,15 @@
 #include "shell/views/Varnel.h"
 
 #include "base/Logging.h"
+#include "settings/views/Quillet.h"
+#include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "shell/views/PageContainer.h"
+#include "shell/views/ShortcutsSheet.h"
 #include "shell/views/TabView.h"
+#include "ui/Dialogs.h"
+
+#include <QShortcut>
 
 #include <algorithm>
 #include <utility>
@@ -30,6 +36,28 @@ void Varnel::awakeFromNib()
     for (const PageRow &row : std::as_const(pages))
         build(row);
     window.tabView()->setCurrentIndex(0);
+    connectSearch();
+    connect(&window, &MainWindow::shortcutsRequested, this, &Varnel::showShortcuts);
+}
+
+void Varnel::showShortcuts()
+{
+    auto *sheet = new ShortcutsSheet(&window);
+    connect(sheet, &QDialog::finished, sheet, &QObject::deleteLater);
+    context.dialogs.showSheet(sheet);
+}
+
+void Varnel::connectSearch()
+{
+    // The page of the hidden settings has the same keys for itself while it is shown.
+    auto *find = new QShortcut(QKeySequence::Find, &window);
+    connect(find, &QShortcut::activated, this, [this] {
+        showWelcomeTabView();
+        if (const std::shared_ptr<Quillet> quillet = context.shared.quillet())
+            quillet->startSearch();
+    });
+    connect(window.tabView(), &QTabWidget::currentChanged, find,
+            [find](int index) { find->setEnabled(index != hiddenSettingsTab); });
 }
 
 void Varnel::build(const PageRow &row)

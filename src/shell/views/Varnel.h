@@ -38,7 +38,11 @@ public:
     /// Shows the hidden settings: for the welcome page's links.
     void showWelcomeTabView();
 
+    /// The list of keys, as a sheet.
+    void showShortcuts();
+
 private:
+    void connectSearch();
     void build(const PageRow &row);
     void show(PageId page);
     void removeSubview(PageId page);

@@ -32,7 +32,7 @@ constexpr std::array<Link, 10> links {{
     {ModuleId::Mail, u"Addresses and attachments", u"how they are copied and shown"},
     {ModuleId::QuickTimePlayer, u"Play movies at once", u"start when a file opens"},
     {ModuleId::QuickTimePlayer, u"Controls and title bar", u"keep them hidden or in view"},
-    {ModuleId::QuickTimePlayer, u"Captions and subtitles", u"show them when a movie opens"},
+    {ModuleId::QuickTimePlayer, u"Captions and subtitles", u"on when a movie opens"},
     {ModuleId::Finder, u"Hidden files and folders", u"see what is usually out of sight"},
     {ModuleId::Finder, u"Quit menu and full paths", u"also sounds and animations"},
 }};

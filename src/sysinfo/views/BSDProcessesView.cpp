@@ -8,6 +8,8 @@
 #include <QHeaderView>
 #include <QShortcut>
 
+#include <algorithm>
+
 #include "ui_BSDProcessesView.h"
 
 namespace varnel {
@@ -42,8 +44,11 @@ void BSDProcessesView::setUpTable()
     table->setItemDelegateForColumn(ProcessModel::ProcessId, plainCell);
     table->setItemDelegateForColumn(ProcessModel::Location, pathCell);
     table->setColumnWidth(ProcessModel::Process, 200);
-    table->setColumnWidth(ProcessModel::Priority, 80);
-    table->setColumnWidth(ProcessModel::ProcessId, 96);
+    Theme::setTextRole(ui->emptyLabel, Theme::TextRole::Help);
+    for (const auto &[column, width] :
+         {std::pair(ProcessModel::Priority, 80), {ProcessModel::ProcessId, 96}})
+        table->setColumnWidth(column,
+                              std::max(width, table->horizontalHeader()->sectionSizeHint(column)));
     table->horizontalHeader()->setStretchLastSection(true);
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &BSDProcessesView::tableViewSelected);

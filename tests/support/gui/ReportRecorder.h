@@ -29,6 +29,8 @@ public:
     }
     void enableSaveButton() override { reports.append(Report {Enable}); }
 
+    [[nodiscard]] std::optional<SettingValue> pendingValue(int) const override { return {}; }
+
     /// All that was reported since the last call.
     QList<Report> take() { return std::exchange(reports, {}); }
 

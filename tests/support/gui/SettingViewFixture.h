@@ -17,7 +17,7 @@ protected:
     /// Makes the view of that class as a module does and puts it on the screen.
     GenericView &open(const QString &viewClass)
     {
-        view = makeSettingView(viewClass, {access, shared.restartFlags(), dialogs});
+        view = makeSettingView(viewClass, {access, shared.restartFlags(), dialogs, desktop});
         view->awakeFromNib();
         view->setParentView(&reports);
         view->makeControls();
@@ -39,6 +39,7 @@ protected:
     }
 
     SettingAccess access {home.home(), files, finderInfo};
+    Desktop *desktop = nullptr; ///< none at first
     ReportRecorder reports;
     std::unique_ptr<GenericView> view;
 };

@@ -1,0 +1,46 @@
+#include "desktop/DesktopSession.h"
+#include "support/PlistReferee.h"
+#include "support/TemporaryHome.h"
+
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+constexpr int skipped = 77;
+constexpr int patience = 100000; // milliseconds; only a failure takes so long
+
+class ScreenReaderTest : public DesktopSession { };
+
+} // namespace
+
+/// The script knows names and roles, and nothing of the program.
+TEST_F(ScreenReaderTest, ASettingIsChangedAndSavedOverTheAccessibilityBus)
+{
+    const QString bus = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
+    const QString python = QStringLiteral("/usr/bin/python3"); // the one that packages are for
+    if (bus.isEmpty() || !QFileInfo::exists(python))
+        GTEST_SKIP() << "no session bus, or no Python";
+    startWindowManager();
+    const TemporaryHome home;
+    QProcess driver;
+    driver.setProcessChannelMode(QProcess::MergedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path() + u"/configuration");
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    driver.setProcessEnvironment(environment);
+    driver.start(bus,
+                 {QStringLiteral("--"), python, QStringLiteral(DRIVE_WINDOW),
+                  QStringLiteral(VARNEL), QStringLiteral("--home"), home.path()});
+    ASSERT_TRUE(driver.waitForFinished(patience)) << driver.readAll().toStdString();
+    if (driver.exitCode() == skipped)
+        GTEST_SKIP() << driver.readAll().toStdString();
+    EXPECT_EQ(driver.exitCode(), 0) << driver.readAll().toStdString();
+
+    EXPECT_EQ(PlistReferee::read(home.preference(QStringLiteral("com.apple.dock.plist"))),
+              QStringLiteral("{'autohide': True}"));
+}

@@ -1,0 +1,185 @@
+#include "settings/views/Quillet.h"
+#include "support/gui/QuilletFixture.h"
+#include "ui/Theme.h"
+
+#include <QLabel>
+#include <QSlider>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class PendingRows : public QuilletFixture {
+protected:
+    static constexpr int generalRow = 0;
+    static constexpr int dockRow = 1;
+    static constexpr int safariRow = 6;
+    static constexpr int captureRow = 7;
+
+    /// The notes of a row, top to bottom.
+    [[nodiscard]] QStringList notes(const QString &viewClass) const
+    {
+        QStringList texts;
+        for (const QLabel *note : row(viewClass).findChildren<QLabel *>(u"noteLabel"_qs))
+            texts += note->text();
+        return texts;
+    }
+    [[nodiscard]] QString note(const QString &viewClass) const { return notes(viewClass).value(0); }
+
+    /// Whether the accent's dot stands at the row's left edge.
+    [[nodiscard]] bool hasDot(const QString &viewClass) const
+    {
+        const QImage picture = row(viewClass).grab().toImage();
+        const QColor accent = Theme::accent(page().palette());
+        for (int y = 0; y < picture.height(); ++y) {
+            if (picture.pixelColor(Theme::gapLarge / 2, y) == accent)
+                return true;
+        }
+        return false;
+    }
+    [[nodiscard]] QCheckBox &boxOf(const QString &viewClass) const
+    {
+        return *row(viewClass).findChild<QCheckBox *>(u"checkBox"_qs);
+    }
+};
+
+} // namespace
+
+TEST_F(PendingRows, NothingIsSaidOfARowThatIsNotPending)
+{
+    start();
+    clickGroup(dockRow);
+    for (GenericView *row : rows()) {
+        EXPECT_FALSE(row->isPending());
+        EXPECT_EQ(note(row->objectName()), QString());
+        EXPECT_FALSE(hasDot(row->objectName())) << row->objectName().toStdString();
+    }
+}
+
+TEST_F(PendingRows, AChangedRowTellsWhatWasThereBefore)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><false/>"_qs);
+    start();
+    clickGroup(dockRow);
+    const int height = row(u"HideDockView"_qs).height();
+    QComboBox &list = comboBoxOf(u"HideDockView"_qs);
+    const QString before = list.currentText();
+    choose(list, 0);
+    EXPECT_EQ(note(u"HideDockView"_qs), u"was: " + before);
+    EXPECT_EQ(list.accessibleDescription(), u"was: " + before) << "a screen reader says it, too";
+    EXPECT_TRUE(hasDot(u"HideDockView"_qs));
+    EXPECT_FALSE(hasDot(u"MinModeView"_qs));
+    EXPECT_EQ(row(u"HideDockView"_qs).height(), height) << "nothing jumps";
+}
+
+TEST_F(PendingRows, AfterItsPageIsBuiltAnewARowTellsWhatWaits)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    clickGroup(generalRow);
+    clickGroup(dockRow);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 2) << "what is on disk";
+    EXPECT_EQ(note(u"HideDockView"_qs),
+              u"pending: " + controller->actionString(1009, 0, {}).value(2));
+    EXPECT_TRUE(hasDot(u"HideDockView"_qs));
+}
+
+TEST_F(PendingRows, AnotherEditThenTellsAgainWhatWasThereBefore)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 1);
+    EXPECT_EQ(note(u"HideDockView"_qs), u"was: use default value"_qs);
+}
+
+TEST_F(PendingRows, SavingAndCancellingClearTheMarks)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(note(u"HideDockView"_qs), QString());
+    EXPECT_FALSE(hasDot(u"HideDockView"_qs));
+    choose(comboBoxOf(u"HideDockView"_qs), 1);
+    EXPECT_EQ(note(u"HideDockView"_qs), u"was: yes"_qs) << "what was saved last is on disk";
+    click(button(u"cancelButton"_qs));
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(note(u"HideDockView"_qs), QString());
+    EXPECT_FALSE(row(u"HideDockView"_qs).isPending());
+}
+
+TEST_F(PendingRows, EachSettingOfAGroupHasItsOwnNoteAndTheRowOneMark)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"LockDockView"_qs, u"posComboBox"_qs), 0);
+    EXPECT_EQ(notes(u"LockDockView"_qs),
+              (QStringList {QString(), u"was: use default value"_qs, QString()}));
+    EXPECT_TRUE(hasDot(u"LockDockView"_qs));
+}
+
+TEST_F(PendingRows, ANumberTellsTheNumberAndTheDefaultItsWords)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>tilesize</key><integer>48</integer>"_qs);
+    start();
+    clickGroup(dockRow);
+    row(u"DockSizeView"_qs).findChild<QSlider *>()->setValue(64);
+    EXPECT_EQ(note(u"DockSizeView"_qs), u"was: 48 pixels"_qs);
+    click(boxOf(u"DockSizeView"_qs));
+    EXPECT_EQ(note(u"DockSizeView"_qs), u"was: 48 pixels"_qs) << "and the default waits";
+    // Turned off, the box reports nothing: the default still waits, though the slider shows 64.
+    click(boxOf(u"DockSizeView"_qs));
+    EXPECT_EQ(note(u"DockSizeView"_qs),
+              u"pending: " + controller->actionString(1004, -1, {}).value(2));
+}
+
+TEST_F(PendingRows, ATextTellsTheTextAndItemsTheirNames)
+{
+    putFile(u"com.apple.screencapture.plist"_qs, u"<key>name</key><string>Shot</string>"_qs);
+    putFile(u"com.apple.Safari.plist"_qs,
+            u"<key>ProxiesInBookmarksBar</key><array><string>Top Sites</string>"
+            "<string>Bonjour</string></array>"_qs);
+    start();
+    clickGroup(captureRow);
+    QTest::keyClicks(row(u"ScreenCaptureFilePrefixView"_qs).findChild<QLineEdit *>(), u"s"_qs);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_qs), u"was: Shot"_qs);
+    clickGroup(safariRow);
+    click(*row(u"BookmarkBarView"_qs).findChild<QCheckBox *>(u"bonjourCheckBox"_qs));
+    EXPECT_EQ(note(u"BookmarkBarView"_qs), u"was: Top Sites, Bonjour"_qs);
+}
+
+TEST_F(PendingRows, ALongNoteIsCutAndWholeInItsTip)
+{
+    const QString prefix(200, u'x');
+    putFile(u"com.apple.screencapture.plist"_qs,
+            u"<key>name</key><string>" + prefix + u"</string>");
+    start();
+    clickGroup(captureRow);
+    GenericView &view = row(u"ScreenCaptureFilePrefixView"_qs);
+    const int width = view.findChild<QLineEdit *>()->x();
+    QTest::keyClicks(view.findChild<QLineEdit *>(), u"s"_qs);
+    QApplication::processEvents();
+    EXPECT_EQ(view.findChild<QLineEdit *>()->x(), width);
+    EXPECT_EQ(view.findChild<QLabel *>(u"noteLabel"_qs)->toolTip(), u"was: " + prefix);
+}
+
+TEST_F(PendingRows, TheSaveButtonCounts)
+{
+    start();
+    clickGroup(dockRow);
+    QPushButton &save = button(u"saveButton"_qs);
+    EXPECT_FALSE(save.toolTip().contains(u"Save 1"_qs));
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    EXPECT_TRUE(save.toolTip().startsWith(u"Save 1 change;"_qs)) << save.toolTip().toStdString();
+    choose(comboBoxOf(u"HideDockView"_qs), 1);
+    EXPECT_TRUE(save.toolTip().startsWith(u"Save 1 change;"_qs)) << "one for each setting";
+    choose(comboBoxOf(u"MinModeView"_qs), 1);
+    EXPECT_TRUE(save.toolTip().startsWith(u"Save 2 changes;"_qs));
+    EXPECT_EQ(save.accessibleDescription(), u"Save 2 changes"_qs);
+    click(save);
+    EXPECT_EQ(save.accessibleDescription(), u"Save the pending changes"_qs);
+}

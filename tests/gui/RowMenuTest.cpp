@@ -1,0 +1,146 @@
+#include "support/FakeDesktop.h"
+#include "support/gui/SettingViewFixture.h"
+
+#include <QClipboard>
+#include <QMenu>
+#include <QSlider>
+#include <QSpinBox>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class RowMenuTest : public SettingViewFixture {
+protected:
+    RowMenuTest() { desktop = &fileManager; }
+
+    /// Asks for the menu at the middle of a widget, as the right button does or the menu key.
+    QMenu &menuAt(QWidget &widget, QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse)
+    {
+        const QPoint middle = widget.rect().center();
+        QContextMenuEvent event(reason, middle, widget.mapToGlobal(middle));
+        QApplication::sendEvent(&widget, &event);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu)
+            throw std::runtime_error("no menu on " + widget.objectName().toStdString());
+        return *menu;
+    }
+    static QAction &item(QMenu &menu, const QString &text)
+    {
+        for (QAction *action : menu.actions()) {
+            if (action->text() == text)
+                return *action;
+        }
+        throw std::runtime_error("no item " + text.toStdString());
+    }
+    static void take(QMenu &menu, const QString &text)
+    {
+        menu.setActiveAction(&item(menu, text));
+        QTest::keyClick(&menu, Qt::Key_Return);
+    }
+
+    FakeDesktop fileManager;
+};
+
+const QString useDefault = u"Use Default Value"_qs;
+const QString copyKey = u"Copy Key"_qs;
+const QString showFile = u"Show File in File Manager"_qs;
+
+} // namespace
+
+TEST_F(RowMenuTest, UsingTheDefaultIsAnEditLikeAnyOther)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    open(u"HideDockView"_qs);
+    take(menuAt(*view), useDefault);
+    EXPECT_EQ(control<QComboBox>(u"comboBox"_qs).currentIndex(), 2);
+    EXPECT_EQ(reports.take(), editReports(1009, 0, 2));
+    EXPECT_FALSE(item(menuAt(*view), useDefault).isEnabled()) << "it is shown already";
+}
+
+TEST_F(RowMenuTest, ANumbersDefaultIsItsBox)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>tilesize</key><integer>48</integer>"_qs);
+    open(u"DockSizeView"_qs);
+    take(menuAt(control<QSlider>(u"slider"_qs)), useDefault);
+    EXPECT_TRUE(control<QCheckBox>(u"checkBox"_qs).isChecked());
+    EXPECT_FALSE(control<QSlider>(u"slider"_qs).isEnabled());
+    EXPECT_EQ(reports.take(), editReports(1004, 48, -1));
+}
+
+TEST_F(RowMenuTest, TheItemsDefaultIsTheirBox)
+{
+    putFile(u"com.apple.Safari.plist"_qs,
+            u"<key>ProxiesInBookmarksBar</key><array><string>Bonjour</string></array>"_qs);
+    open(u"BookmarkBarView"_qs);
+    take(menuAt(*view), useDefault);
+    EXPECT_TRUE(control<QCheckBox>(u"defaultCheckBox"_qs).isChecked());
+    EXPECT_EQ(reports.take(), editReports(1200, u"0;0;0;1"_qs, u"-1"_qs));
+}
+
+TEST_F(RowMenuTest, OnAListOfAGroupTheMenuIsThatListsElsewhereItIsForAll)
+{
+    putFile(u"com.apple.dock.plist"_qs,
+            u"<key>contents-immutable</key><true/><key>position-immutable</key><true/>"_qs);
+    open(u"LockDockView"_qs);
+    take(menuAt(control<QComboBox>(u"posComboBox"_qs)), copyKey);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"position-immutable"_qs);
+    take(menuAt(control<QComboBox>(u"posComboBox"_qs)), useDefault);
+    EXPECT_EQ(reports.take(), editReports(1001, 0, 2));
+
+    QMenu &ofAll = menuAt(control<QLabel>(u"titleLabel"_qs));
+    take(ofAll, u"Copy Keys"_qs);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              u"contents-immutable\nposition-immutable\nsize-immutable"_qs);
+    take(menuAt(control<QLabel>(u"titleLabel"_qs)), useDefault);
+    EXPECT_EQ(reports.take(), editReports(1000, 0, 2));
+}
+
+TEST_F(RowMenuTest, TheKeyOfADictionaryInsideTheFileTellsItsWay)
+{
+    open(u"TextOnIconView"_qs);
+    take(menuAt(*view), copyKey);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              u"NSToolbar Configuration BrowserWindowToolbarIdentifier → TB Display Mode"_qs);
+}
+
+TEST_F(RowMenuTest, TheFileIsShownOnceThereIsOne)
+{
+    open(u"HideDockView"_qs);
+    EXPECT_FALSE(item(menuAt(*view), showFile).isEnabled());
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    take(menuAt(*view), showFile);
+    const QString file = home.preference(u"com.apple.dock.plist"_qs);
+    ASSERT_EQ(fileManager.launches.size(), 1);
+    EXPECT_EQ(fileManager.launches[0].program, u"/usr/bin/open"_qs);
+    EXPECT_EQ(fileManager.launches[0].arguments, (QStringList {u"-R"_qs, file}));
+}
+
+TEST_F(RowMenuTest, TheLibraryFolderHasNoKeyAndIsShownItself)
+{
+    open(u"UserLibraryFolderView"_qs);
+    QMenu &menu = menuAt(*view);
+    EXPECT_FALSE(item(menu, copyKey).isEnabled());
+    take(menu, showFile);
+    EXPECT_EQ(fileManager.launches.value(0).arguments.value(1), home.path() + u"/Library");
+}
+
+TEST_F(RowMenuTest, AFieldKeepsItsOwnMenuAboveTheRows)
+{
+    putFile(u"com.apple.screencapture.plist"_qs, u"<key>name</key><string>Shot</string>"_qs);
+    open(u"ScreenCaptureFilePrefixView"_qs);
+    QMenu &menu = menuAt(control<QLineEdit>(u"textField"_qs), QContextMenuEvent::Keyboard);
+    EXPECT_GT(menu.actions().size(), 6);
+    take(menu, useDefault);
+    EXPECT_EQ(reports.take(), editReports(1400, u"Shot"_qs, u"-1"_qs));
+}
+
+TEST_F(RowMenuTest, AStepperHasTheRowsMenuToo)
+{
+    putFile(u"com.apple.Safari.plist"_qs,
+            u"<key>RecentHistoryMenuItemsLimit</key><integer>30</integer>"_qs);
+    open(u"ItemsOnHistoryView"_qs);
+    take(menuAt(control<QSpinBox>(u"stepper"_qs), QContextMenuEvent::Keyboard), useDefault);
+    EXPECT_EQ(reports.take(), editReports(1203, 30, -1));
+}

@@ -1,0 +1,89 @@
+#include "shell/views/ShortcutsSheet.h"
+
+#include "support/gui/ProgramFixture.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QMenu>
+#include <QToolButton>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+class ShortcutsTest : public ProgramFixture {
+protected:
+    void press(Qt::Key key, Qt::KeyboardModifiers held = {}) const
+    {
+        QTest::keyClick(window.get(), key, held);
+    }
+    static QPushButton &saveButton(const QWidget &page)
+    {
+        return *page.findChild<QPushButton *>(u"saveButton"_qs);
+    }
+};
+
+} // namespace
+
+TEST_F(ShortcutsTest, ControlFLeadsToTheSearchFieldFromEveryPage)
+{
+    start();
+    for (const int tab : {welcomeTab, systemTab, loginTab, settingsTab, restoreTab}) {
+        go(tab);
+        press(Qt::Key_F, Qt::ControlModifier);
+        EXPECT_EQ(window->tabView()->currentIndex(), settingsTab) << tab;
+        auto &field = *window->findChild<QLineEdit *>(u"searchField"_qs);
+        EXPECT_TRUE(field.hasFocus()) << tab;
+        field.clearFocus();
+    }
+}
+
+TEST_F(ShortcutsTest, F1AndTheMenuShowTheKeysEachTime)
+{
+    start();
+    for (int time = 0; time < 2; ++time) {
+        press(Qt::Key_F1);
+        ASSERT_EQ(dialogs.sheets.size(), time + 1);
+        auto &sheet = dynamic_cast<ShortcutsSheet &>(*dialogs.sheets.last());
+        EXPECT_FALSE(sheet.rows().isEmpty());
+        QTest::keyClick(&sheet, Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_FALSE(dialogs.sheets.last());
+    }
+    QStringList texts;
+    for (const QAction *action :
+         window->findChild<QToolButton *>(u"menuButton"_qs)->menu()->actions())
+        texts += action->text();
+    EXPECT_TRUE(texts.contains(u"Keyboard Shortcuts"_qs)) << texts.join(u'|').toStdString();
+}
+
+TEST_F(ShortcutsTest, ControlSSavesTheHiddenSettings)
+{
+    start();
+    const QWidget &page = go(settingsTab);
+    const QString file = u".GlobalPreferences.plist"_qs;
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(fileExists(file));
+    choose(*page.findChild<QWidget *>(u"ScrollbarView"_qs)->findChild<QComboBox *>(), 2);
+    ASSERT_TRUE(saveButton(page).isEnabled());
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(saveButton(page).isEnabled());
+    EXPECT_EQ(stored(file, {u"AppleShowScrollBars"_qs}).string, u"Always"_qs);
+}
+
+TEST_F(ShortcutsTest, ControlSSavesTheLoginItems)
+{
+    loginItems.items = {{u"Clock"_qs, u"/Applications/Clock.app"_qs, {}}};
+    start();
+    const QWidget &page = go(loginTab);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    table.selectRow(0);
+    table.setFocus();
+    QTest::keyClick(&table, Qt::Key_Delete);
+    EXPECT_EQ(loginItems.items.size(), 1) << "pending";
+    EXPECT_EQ(saveButton(page).accessibleDescription(), u"Save 1 change"_qs);
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(loginItems.items.isEmpty());
+    EXPECT_FALSE(saveButton(page).isEnabled());
+}

@@ -1,0 +1,89 @@
+#include "support/gui/Pictures.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+namespace varnel::test {
+
+namespace {
+
+/// By how much a channel of one pixel may differ: the smoothing of an edge that lies a fraction of
+/// a pixel elsewhere.
+constexpr int channelTolerance = 40;
+/// What is left of a channel; the rest would make the files three times as large.
+constexpr QRgb keptBits = 0xFFF8F8F8;
+
+/// Where the program was started; a test may go elsewhere.
+const QString startFolder = QDir::currentPath();
+
+bool alike(QRgb one, QRgb other)
+{
+    return std::abs(qRed(one) - qRed(other)) <= channelTolerance
+        && std::abs(qGreen(one) - qGreen(other)) <= channelTolerance
+        && std::abs(qBlue(one) - qBlue(other)) <= channelTolerance;
+}
+
+} // namespace
+
+QImage reduced(const QImage &picture)
+{
+    QImage small =
+        picture.scaled(picture.size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < small.height(); ++y) {
+        for (int x = 0; x < small.width(); ++x)
+            small.setPixel(x, y, small.pixel(x, y) & keptBits);
+    }
+    return small;
+}
+
+Difference difference(const QImage &seen, const QImage &expected)
+{
+    if (seen.size() != expected.size())
+        return {seen, 1};
+    Difference result {QImage(seen.size(), QImage::Format_RGB32), 0};
+    qsizetype differing = 0;
+    for (int y = 0; y < seen.height(); ++y) {
+        for (int x = 0; x < seen.width(); ++x) {
+            const bool same = alike(seen.pixel(x, y), expected.pixel(x, y));
+            result.picture.setPixel(x, y, same ? qRgb(255, 255, 255) : qRgb(192, 0, 0));
+            differing += same ? 0 : 1;
+        }
+    }
+    result.share = double(differing) / double(seen.width() * seen.height());
+    return result;
+}
+
+void expectPicture(QWidget &widget, const QString &name)
+{
+    const QImage whole = widget.grab().toImage();
+    const QString folder = qEnvironmentVariable("VARNEL_PICTURES_TO");
+    if (!folder.isEmpty()) {
+        EXPECT_TRUE(whole.save(QDir(folder).filePath(name + u".png")));
+        return;
+    }
+    const QImage seen = reduced(whole);
+    const QString file = QStringLiteral(STORED_PICTURES "/") + name + u".png";
+    if (qEnvironmentVariableIsSet("VARNEL_UPDATE_PICTURES")) {
+        EXPECT_TRUE(seen.save(file, "PNG", 0));
+        return;
+    }
+    const QImage expected(file);
+    ASSERT_FALSE(expected.isNull()) << file.toStdString();
+    const Difference found = difference(seen, expected);
+    if (found.share <= allowedShare)
+        return;
+    const QDir here(startFolder);
+    seen.save(here.filePath(name + u".seen.png"));
+    found.picture.save(here.filePath(name + u".difference.png"));
+    ADD_FAILURE() << name.toStdString() << ": " << found.share * 100 << " % of the pixels differ, "
+                  << seen.width() << "x" << seen.height() << " for " << expected.width() << "x"
+                  << expected.height() << "; see "
+                  << here.absoluteFilePath(name + u".difference.png").toStdString();
+}
+
+} // namespace varnel::test

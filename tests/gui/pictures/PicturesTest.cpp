@@ -1,0 +1,244 @@
+#include "support/gui/Pictures.h"
+#include "backup/views/RestoreBackupView.h"
+#include "settings/views/QuilletChangesInfoWindow.h"
+#include "shell/QuitDecision.h"
+#include "shell/Tools.h"
+#include "shell/views/CloseApplicationsSheet.h"
+#include "shell/views/CloseRowsModel.h"
+#include "support/gui/ProgramFixture.h"
+#include "ui/AlertSheet.h"
+#include "ui/Theme.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QPainter>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+/// The whole program over made-up facts, in the light palette and in the dark one.
+class PicturesTest : public ProgramFixture, public testing::WithParamInterface<bool> {
+protected:
+    PicturesTest()
+    {
+        if (QFontInfo(QApplication::font()).family() != u"DejaVu Sans")
+            skip = true;
+        QApplication::setPalette(GetParam() ? Theme::darkPalette() : Theme::lightPalette());
+        makeUpHost();
+        // The test's folder has another name each time: the pictures show one beneath it.
+        QDir::setCurrent(home.path());
+        QDir().mkpath(u"Users/ann/Library/Preferences"_qs);
+        QDir().mkpath(u"Users/ann/Library/Application Support"_qs);
+        context.home = {u"Users/ann"_qs, false};
+    }
+    ~PicturesTest() override { QDir::setCurrent(before); }
+
+    void SetUp() override
+    {
+        if (skip)
+            GTEST_SKIP() << "no DejaVu Sans";
+    }
+
+    void makeUpHost()
+    {
+        facts.memoryFacts =
+            MemoryFacts {17'179'869'184U, 4096, 256'000, 512'000, 768'000, 1'024'000};
+        facts.temporary = u"/tmp"_qs;
+        int id = 4711;
+        for (const QString &name : {u"Clock"_qs, u"Editor"_qs, u"Painter"_qs}) {
+            processTable.add(id, std::int8_t(id % 7));
+            processes.processes[id] = {u"/Applications/" + name + u".app", name};
+            id += 101;
+        }
+        loginItems.items = {
+            {u"Clock"_qs, u"/Applications/Clock.app"_qs, {}},
+            {u"Painter"_qs,
+             u"/Applications/Pictures and more/A folder with a long name/Painter.app"_qs,
+             {}},
+        };
+        host.systemRoot = home.path();
+    }
+
+    /// Opens the window, 820 x 560 unless the environment says otherwise.
+    void open()
+    {
+        start();
+        const QStringList size = qEnvironmentVariable("VARNEL_PICTURES_SIZE").split(u'x');
+        window->resize(size.size() == 2 ? QSize(size[0].toInt(), size[1].toInt())
+                                        : window->minimumSize());
+        QApplication::processEvents();
+    }
+    void expect(QWidget &widget, const QString &name)
+    {
+        QApplication::processEvents();
+        expectPicture(widget, name + (GetParam() ? u"-dark"_qs : u""_qs));
+    }
+    /// As the window manager shows a sheet, without its frame.
+    void expectSheet(QWidget &sheet, const QString &name)
+    {
+        sheet.show();
+        expect(sheet, name);
+    }
+    void putBackups(const QStringList &names)
+    {
+        const Tools tools(context.home, folders, runner);
+        (void)tools.pathForSupportFolder();
+        const QString folder = tools.pathForBackupFolder();
+        for (const QString &name : names) {
+            QFile file(folder + name);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        }
+    }
+    void choosePending(const QWidget &page, const QString &viewClass, int index)
+    {
+        choose(*page.findChild<QWidget *>(viewClass)->findChild<QComboBox *>(), index);
+    }
+
+    QString before = QDir::currentPath();
+    bool skip = false;
+};
+
+/// What is not worth a second look.
+class LightPicturesTest : public PicturesTest { };
+
+} // namespace
+
+TEST_P(PicturesTest, Welcome)
+{
+    open();
+    expect(*window, u"welcome"_qs);
+}
+
+TEST_P(PicturesTest, System)
+{
+    open();
+    const QWidget &page = go(systemTab);
+    expect(*window, u"system"_qs);
+    selectGroup(page, 1);
+    expect(*window, u"memory"_qs);
+}
+
+TEST_P(PicturesTest, Processes)
+{
+    open();
+    const QWidget &page = go(systemTab);
+    selectGroup(page, 3);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    table.selectRow(1);
+    table.setFocus();
+    expect(*window, u"processes"_qs);
+}
+
+TEST_P(PicturesTest, NoProcesses)
+{
+    processTable.records.clear();
+    open();
+    selectGroup(go(systemTab), 3);
+    expect(*window, u"processes-none"_qs);
+}
+
+TEST_P(PicturesTest, LoginItems)
+{
+    open();
+    auto &table = *go(loginTab).findChild<QTableView *>(u"tableView"_qs);
+    table.setFocus();
+    QTest::keyClick(&table, Qt::Key_Down);
+    table.clearSelection(); // the keyboard's row, not a chosen one
+    expect(*window, u"login-items"_qs);
+}
+
+TEST_P(PicturesTest, NoLoginItems)
+{
+    loginItems.items.clear();
+    open();
+    go(loginTab);
+    expect(*window, u"login-items-none"_qs);
+}
+
+TEST_P(PicturesTest, PendingSettings)
+{
+    open();
+    const QWidget &page = go(settingsTab);
+    choosePending(page, u"KeyAutorepeatView"_qs, 0);
+    selectGroup(page, 1);
+    selectGroup(page, 0);
+    choosePending(page, u"ScrollbarView"_qs, 2);
+    page.findChild<QPushButton *>(u"saveButton"_qs)->setFocus();
+    expect(*window, u"settings"_qs);
+}
+
+TEST_P(LightPicturesTest, EveryGroup)
+{
+    open();
+    const QWidget &page = go(settingsTab);
+    auto &column = *page.findChild<QWidget *>(u"mainView"_qs);
+    for (int group = 0; group < 9; ++group) {
+        selectGroup(page, group);
+        expect(column, u"group-"_qs + QString::number(group));
+    }
+}
+
+TEST_P(PicturesTest, Search)
+{
+    open();
+    const QWidget &page = go(settingsTab);
+    auto &field = *page.findChild<QLineEdit *>(u"searchField"_qs);
+    field.setFocus();
+    QTest::keyClicks(&field, u"animation"_qs);
+    expect(*window, u"search"_qs);
+    field.selectAll();
+    QTest::keyClicks(&field, u"nothing of the kind"_qs);
+    expect(*window, u"search-none"_qs);
+}
+
+TEST_P(PicturesTest, NoBackups)
+{
+    open();
+    go(restoreTab);
+    expect(*window, u"restore-none"_qs);
+}
+
+TEST_P(PicturesTest, Sheets)
+{
+    open();
+    const QWidget &page = go(settingsTab);
+    choosePending(page, u"ScrollbarView"_qs, 2);
+    choosePending(page, u"KeyAutorepeatView"_qs, 0);
+    click(*page.findChild<QPushButton *>(u"viewButton"_qs));
+    expectSheet(*dialogs.sheets.last(), u"sheet-changes"_qs);
+    controller->showShortcuts();
+    expectSheet(*dialogs.sheets.last(), u"sheet-keys"_qs);
+
+    CloseApplicationsSheet close(window.get());
+    close.rows()->appendRows(
+        closeRows(RestartFlag::Dock | RestartFlag::Mail | RestartFlag::QuickTimePlayer));
+    close.fitRows();
+    expectSheet(close, u"sheet-close"_qs);
+
+    AlertSheet alert(
+        window.get(),
+        {u"Save Changes"_qs, savePromptText(1, 1), {u"Save"_qs, u"Cancel"_qs, u"Don't Save"_qs}},
+        {});
+    expectSheet(alert, u"sheet-alert"_qs);
+}
+
+INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(Light, LightPicturesTest, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(Dark, PicturesTest, testing::Values(true));
+
+TEST(PictureDifference, AWordIsOneASmoothedEdgeIsNone)
+{
+    QImage empty(820, 560, QImage::Format_RGB32);
+    empty.fill(Qt::white);
+    QImage edge = empty;
+    QPainter(&edge).fillRect(0, 0, 820, 1, QColor(200, 200, 200));
+    EXPECT_EQ(difference(reduced(empty), reduced(edge)).share, 0);
+    QImage word = empty;
+    QPainter painter(&word);
+    painter.drawText(100, 100, QStringLiteral("Restore Backup"));
+    painter.end();
+    EXPECT_GT(difference(reduced(empty), reduced(word)).share, allowedShare);
+    EXPECT_EQ(difference(empty, reduced(empty)).share, 1) << "of another size";
+}
