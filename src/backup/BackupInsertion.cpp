@@ -64,8 +64,11 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
     if (Result<void> ready = files.readyForDatabase(backupFileName); !ready)
         return ready;
     Result<Sqlite> database = Sqlite::open(backupFileName, Sqlite::Access::Create);
-    if (!database)
-        return inFile(backupFileName, database.error());
+    if (!database) {
+        const Error error = inFile(backupFileName, database.error());
+        varnelLog(lcIo, error.text);
+        return error;
+    }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))

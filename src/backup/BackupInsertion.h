@@ -16,8 +16,8 @@ struct BackupInsertion {
 };
 
 /// Has `files` ready the place, opens the file, makes the table, adds the row unless the search
-/// finds one, closes it. Each step is logged to lcBackup, but a file that can't be opened is not.
-/// The errors name the file and carry the library's text.
+/// finds one, closes it. Each step is logged to lcBackup, but a file that can't be opened is to
+/// lcIo. The errors name the file and carry the library's text.
 Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
                           const BackupInsertion &insertion);
 

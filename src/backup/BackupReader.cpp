@@ -1,5 +1,6 @@
 #include "backup/BackupReader.h"
 
+#include "base/Logging.h"
 #include "base/Sqlite.h"
 #include "base/Text.h"
 
@@ -9,7 +10,10 @@ Result<QList<BackupRow>> readBackupRows(const QString &path)
 {
     constexpr int columns = 4;
     const auto named = [&](const Error &error) {
-        return Error {error.code, path + u": " + error.text};
+        const Error result {error.code, path + u": " + error.text};
+        if (result.code != ErrorCode::NotFound)
+            varnelLog(lcIo, result.text);
+        return result;
     };
     Result<Sqlite> database = Sqlite::open(path, Sqlite::Access::ReadOnly);
     if (!database)

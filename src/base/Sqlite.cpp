@@ -176,6 +176,17 @@ bool hasComputedColumns(sqlite3 *database)
     return false;
 }
 
+void prepareToWrite(sqlite3 *database)
+{
+    // Another run may be adding its row to the same file.
+    constexpr int longestWait = 5000; // milliseconds
+    sqlite3_busy_timeout(database, longestWait);
+    // Whatever is done next counts on this having happened: so the end of the journal, which is
+    // what ends a change, is flushed too. What stands in the way of it shows at the first
+    // statement.
+    sqlite3_exec(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
+}
+
 QString columnText(sqlite3_stmt *statement, int column)
 {
     const unsigned char *bytes = sqlite3_column_text(statement, column);
@@ -267,6 +278,8 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access)
                                            : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     if (!opened)
         return opened.error();
+    if (access == Access::Create)
+        prepareToWrite(opened.value().get());
     return Sqlite(std::move(opened).value());
 }
 

@@ -23,7 +23,8 @@ namespace varnel {
 class Sqlite {
 public:
     enum class Access {
-        Create, ///< reads and writes; the file is made when it is missing
+        Create, ///< reads and writes; the file is made when it is missing. A statement that has
+                ///< run is on the disk. Waits up to five seconds for another writer of the file.
         ReadOnly, ///< a file of unknown origin: never made, never written, nothing made or deleted
                   ///< beside it; its triggers, views and unsafe functions unused
     };

@@ -67,6 +67,14 @@ Result<void> copyFile(const QString &from, const QString &to)
 
 } // namespace
 
+QStringList companionsOf(const QString &path)
+{
+    // A link is not the database: nothing beside it is the database's.
+    if (QFileInfo(path).isSymLink())
+        return {};
+    return {path + companionEndings[0], path + companionEndings[1]};
+}
+
 Result<void> checkCompanions(const QString &path)
 {
     const QString real = realPath(path);

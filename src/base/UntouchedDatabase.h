@@ -3,6 +3,7 @@
 #include "base/Result.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -12,6 +13,10 @@ namespace varnel {
 
 // A database file is more than one file: beside it may stand what its last writer left behind, and
 // the library acts on that without being asked.
+
+/// Where SQLite keeps what belongs to a database but stands beside it. Whoever deletes the database
+/// deletes these next: what is left of one would be taken for the next of that name.
+[[nodiscard]] QStringList companionsOf(const QString &path);
 
 /// Whether what stands beside the database may be acted upon. NotAFile when a journal's place is
 /// taken by something that a reader would wait for or follow elsewhere. Unloadable when a journal

@@ -1,6 +1,8 @@
 #include "cli/Backups.h"
 
 #include "backup/BackupReader.h"
+#include "base/UntouchedDatabase.h"
+#include "platform/linux/HomeEntries.h"
 #include "platform/linux/PathWalk.h"
 #include "shell/Tools.h"
 
@@ -41,6 +43,18 @@ Result<QList<BackupRow>> backupRows(const HomeFolder &home, const QString &name)
     if (!path)
         return path.error();
     return readBackupRows(path.value());
+}
+
+Result<void> deleteBackup(const HomeFolder &home, const QString &path)
+{
+    const QStringList companions = companionsOf(path);
+    Result<void> removed = removeEntry(home, path);
+    for (const QString &companion : companions) {
+        if (!removed)
+            break;
+        removed = removeEntry(home, companion);
+    }
+    return removed;
 }
 
 ParameterInfo backupParameter(ParameterInfo::Count count)

@@ -21,6 +21,9 @@ namespace varnel::cli {
 /// The rows of that file.
 [[nodiscard]] Result<QList<BackupRow>> backupRows(const HomeFolder &home, const QString &name);
 
+/// Deletes a file of that path with what belongs to it; a file that is gone is no error.
+[[nodiscard]] Result<void> deleteBackup(const HomeFolder &home, const QString &path);
+
 /// NAME, as the commands take it.
 [[nodiscard]] ParameterInfo backupParameter(ParameterInfo::Count count = ParameterInfo::Count::One);
 

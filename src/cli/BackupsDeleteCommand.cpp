@@ -3,7 +3,6 @@
 #include "cli/Backups.h"
 #include "cli/DryRun.h"
 #include "cli/TextWidth.h"
-#include "platform/linux/HomeEntries.h"
 
 #include <QJsonArray>
 
@@ -40,7 +39,7 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dr
     HomeOutcome outcome;
     QStringList deleted;
     for (qsizetype i = 0; i < names.size(); ++i) {
-        const Result<void> removed = dry ? Result<void>() : removeEntry(home, paths.value()[i]);
+        const Result<void> removed = dry ? Result<void>() : deleteBackup(home, paths.value()[i]);
         if (removed)
             deleted.append(names[i]);
         else

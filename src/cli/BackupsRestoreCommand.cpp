@@ -6,8 +6,6 @@
 #include "cli/Lookup.h"
 #include "cli/Restore.h"
 #include "cli/RestoreOutput.h"
-#include "platform/linux/HomeEntries.h"
-#include "platform/linux/LinuxStandardFolders.h"
 
 #include <QSet>
 
@@ -56,12 +54,6 @@ QList<BackupRow> rowsOf(const QList<BackupRow> &rows, const QList<const SettingR
     return kept;
 }
 
-Result<void> makeFolders(const HomeFolder &home, const Request &request)
-{
-    LinuxStandardFolders standardFolders;
-    return standardFolders.ensure(home, foldersToMake(home, request));
-}
-
 HomeOutcome holdsNothingOf(const QString &name, const QStringList &settings)
 {
     HomeOutcome outcome;
@@ -88,7 +80,8 @@ HomeOutcome outcomeOf(const Restoration &done)
 /// Deletes the file whose rows were played.
 void deletePlayed(const HomeFolder &home, Restoration &done, QStringList &messages)
 {
-    const Result<void> removed = removeEntry(home, backupPath(home, done.name).value());
+    const Result<QString> path = backupPath(home, done.name);
+    const Result<void> removed = path ? deleteBackup(home, path.value()) : path.error();
     done.deleted = removed.ok();
     if (!removed)
         messages.append(removed.error().text);
@@ -108,11 +101,11 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
         rows = rowsOf(rows.value(), only);
     }
     const bool dry = isDryRun(request);
-    if (!dry)
-        if (const Result<void> made = makeFolders(home, request); !made)
-            return HomeOutcome::failed(made.error());
-
     HomeSession session(home);
+    if (!dry)
+        if (const Result<void> ready = session.beginWriting(foldersToMake(home, request)); !ready)
+            return HomeOutcome::failed(ready.error());
+
     Restoration done {
         name, dry, playRows(session, rows.value(), dry ? RestoreMode::DryRun : RestoreMode::Play)};
     QStringList problems;

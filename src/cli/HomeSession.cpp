@@ -1,7 +1,10 @@
 #include "cli/HomeSession.h"
 
 #include "platform/linux/LinuxHome.h"
+#include "platform/linux/LinuxSessionLoginItems.h"
+#include "platform/linux/LinuxStandardFolders.h"
 #include "plist/PropertyList.h"
+#include "shell/Tools.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -67,6 +70,16 @@ StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &re
 HomeSession::HomeSession(const HomeFolder &home)
     : store(home), finderInfo(home), files(store), settings(home, files, finderInfo)
 {
+}
+
+Result<void> HomeSession::beginWriting(StandardFolders::Missing folders)
+{
+    if (Result<void> made = LinuxStandardFolders().ensure(home(), folders); !made)
+        return made;
+    for (const QString &folder : Tools::foldersWrittenTo(home())
+             + LinuxSessionLoginItems::foldersWrittenTo(home(), Tools::supportFolderOf(home())))
+        store.sweep(folder);
+    return {};
 }
 
 QList<SettingReport> HomeSession::reports(const QList<const SettingRow *> &rows) const

@@ -33,6 +33,10 @@ public:
     [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
     [[nodiscard]] SettingAccess &access() { return settings; }
 
+    /// What every command that writes does first: makes sure of the home's standard folders, and
+    /// removes the temporary files that killed runs left.
+    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing folders);
+
     /// What the home holds for each of the settings; every file is loaded once.
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
 

@@ -96,6 +96,10 @@ QStringList messagesOf(const LoginItemsReport &report)
     if (report.outcome == Outcome::Halfway && !report.keptIn.isNull())
         messages.append(report.change.path + u": taken out of the list and kept in " + report.keptIn
                         + u"; 'login-items enable' brings it back");
+    // A list that can't be read has no error of its own: what is in it is just not seen.
+    if (messages.isEmpty() && report.status() != ExitStatus::Done)
+        messages.append(report.change.path
+                        + u": not seen in the list as it should be; 'login-items list' shows it");
     return messages;
 }
 

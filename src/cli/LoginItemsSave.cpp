@@ -4,7 +4,6 @@
 #include "cli/BackupFileOfRun.h"
 #include "cli/LoginItemsSession.h"
 #include "loginitems/PendingLoginItems.h"
-#include "platform/linux/LinuxStandardFolders.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -147,9 +146,8 @@ Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Ac
     LoginItemsReport report = planned(session, action, path);
     if (report.outcome != Outcome::Changed)
         return report;
-    LinuxStandardFolders standardFolders;
-    if (const Result<void> made = standardFolders.ensure(session.home(), folders); !made)
-        return made.error();
+    if (const Result<void> ready = session.beginWriting(folders); !ready)
+        return ready.error();
     save(session, report);
     return report;
 }

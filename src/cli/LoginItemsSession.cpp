@@ -6,9 +6,7 @@
 namespace varnel::cli {
 
 LoginItemsSession::LoginItemsSession(HomeSession &session, const QString &backupFile)
-    : sessionList(session.home(),
-                  session.home().own ? autostartFoldersOfSession(session.home())
-                                     : autostartFoldersOfHome(session.home()),
+    : sessionList(session.home(), autostartFoldersOf(session.home()),
                   Tools::supportFolderOf(session.home()), session.fileStore(), maker, files),
       store(Tools::supportFolderOf(session.home()), session.fileStore()),
       backup(backupFile, session.fileStore()), loginItems(sessionList, store, backup, files)

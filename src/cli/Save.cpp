@@ -1,9 +1,9 @@
 #include "cli/Save.h"
 
 #include "backup/BackupWriter.h"
+#include "base/Logging.h"
 #include "cli/BackupFileOfRun.h"
 #include "cli/Log.h"
-#include "platform/linux/LinuxStandardFolders.h"
 #include "settings/Catalogue.h"
 #include "settings/Rehearsal.h"
 
@@ -35,17 +35,19 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
     // Trying a write out would log as the write itself does.
     const LogSilence silence;
     Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    const QList<WantedValue> last = lastOfEach(wanted);
     QList<const SettingRow *> rows;
-    for (const WantedValue &each : lastOfEach(wanted)) {
-        const Result<bool> change = rehearsal.wouldChange(*each.row, each.value);
+    for (const WantedValue &each : last)
+        rows.append(each.row);
+    const QList<SettingReading> readings = rehearsal.read(rows);
+    OldValues old;
+    for (qsizetype i = 0; i < last.size(); ++i) {
+        const Result<bool> change = rehearsal.wouldChange(*last[i].row, last[i].value);
         if (!change && change.error().code != ErrorCode::Unloadable)
             return change.error();
         if (!change || change.value())
-            rows.append(each.row);
+            old.insert(last[i].row->id, readings[i].value);
     }
-    OldValues old;
-    for (const SettingReport &report : session.reports(rows))
-        old.insert(report.row->id, report.reading.value);
     return old;
 }
 
@@ -122,12 +124,14 @@ ExitStatus SaveReport::status() const
 Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &wanted,
                                 StandardFolders::Missing folders)
 {
-    LinuxStandardFolders standardFolders;
-    if (const Result<void> made = standardFolders.ensure(session.home(), folders); !made)
-        return made.error();
+    if (const Result<void> ready = session.beginWriting(folders); !ready)
+        return ready.error();
     const Result<OldValues> old = settingsToWrite(session, wanted);
-    if (!old)
+    if (!old) {
+        // Trying it out was silent; here is what ends the command.
+        varnelLog(lcIo, old.error().text);
         return old.error();
+    }
     return old.value().isEmpty() ? SaveReport() : save(session, wanted, old.value());
 }
 

@@ -40,11 +40,20 @@ const QString &DisabledItemsStore::path() const
     return storePath;
 }
 
+/// The told logs know nothing of a store that can't be opened.
+Result<Sqlite> DisabledItemsStore::opened(Sqlite::Access access)
+{
+    Result<Sqlite> store = Sqlite::open(storePath, access);
+    if (!store)
+        varnelLog(lcIo, storePath + u": " + store.error().text);
+    return store;
+}
+
 Result<Sqlite> DisabledItemsStore::openToWrite()
 {
     if (const Result<void> ready = files.readyForDatabase(storePath); !ready)
         return ready.error();
-    return Sqlite::open(storePath, Sqlite::Access::Create);
+    return opened(Sqlite::Access::Create);
 }
 
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
@@ -59,7 +68,7 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
         logQuery();
         return {};
     }
-    Result<Sqlite> reader = Sqlite::open(storePath, Sqlite::Access::ReadOnly);
+    Result<Sqlite> reader = opened(Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
     logQuery();

@@ -26,7 +26,14 @@ bool DryRunFileStore::exists(const QString &path) const
 Result<QByteArray> DryRunFileStore::read(const QString &path) const
 {
     const auto at = tried.find(path);
-    return at != tried.end() ? Result<QByteArray>(at->second) : inner.read(path);
+    return at != tried.end() ? Result<QByteArray>(at->second) : original(path);
+}
+
+const Result<QByteArray> &DryRunFileStore::original(const QString &path) const
+{
+    const auto at = originals.find(path);
+    return at != originals.end() ? at->second
+                                 : originals.emplace(path, inner.read(path)).first->second;
 }
 
 Result<void> DryRunFileStore::update(const QString &path, const Change &change)
@@ -42,8 +49,8 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
     tried[path] = *fresh.value();
     ++count;
 
-    const Result<std::optional<QByteArray>> original = present(inner.read(path));
-    if (original && original.value() == fresh.value())
+    const Result<std::optional<QByteArray>> first = present(original(path));
+    if (first && first.value() == fresh.value())
         changed.removeAll(path);
     else if (!changed.contains(path))
         changed.append(path);

@@ -10,7 +10,7 @@ namespace varnel {
 
 /// A file store that tries changes out in memory: what is read back is what the change would have
 /// left, and no file is touched. What only a real write can meet (a full disk, missing rights) it
-/// does not foresee.
+/// does not foresee. Each file is read once, so that all answers are about the same moment.
 class DryRunFileStore : public FileStore {
 public:
     /// The inner store is only read, and outlives this one.
@@ -29,7 +29,10 @@ public:
     [[nodiscard]] int changes() const { return count; }
 
 private:
+    [[nodiscard]] const Result<QByteArray> &original(const QString &path) const;
+
     const FileStore &inner;
+    mutable std::map<QString, Result<QByteArray>> originals;
     std::map<QString, QByteArray> tried;
     QStringList changed;
     int count = 0;

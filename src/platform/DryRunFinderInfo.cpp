@@ -7,7 +7,14 @@ DryRunFinderInfo::DryRunFinderInfo(const FinderInfo &inner) : inner(inner) { }
 FinderInfo::Reading DryRunFinderInfo::read(const QString &path) const
 {
     const auto at = tried.find(path);
-    return at != tried.end() ? Reading {0, at->second} : inner.read(path);
+    return at != tried.end() ? Reading {0, at->second} : original(path);
+}
+
+const FinderInfo::Reading &DryRunFinderInfo::original(const QString &path) const
+{
+    const auto at = originals.find(path);
+    return at != originals.end() ? at->second
+                                 : originals.emplace(path, inner.read(path)).first->second;
 }
 
 int DryRunFinderInfo::write(const QString &path, const FinderInfoBytes &bytes)
@@ -16,8 +23,8 @@ int DryRunFinderInfo::write(const QString &path, const FinderInfoBytes &bytes)
         return 0;
     tried[path] = bytes;
     ++count;
-    const Reading original = inner.read(path);
-    if (original.error == 0 && original.bytes == bytes)
+    const Reading &first = original(path);
+    if (first.error == 0 && first.bytes == bytes)
         changed.removeAll(path);
     else if (!changed.contains(path))
         changed.append(path);

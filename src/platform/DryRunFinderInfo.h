@@ -8,7 +8,8 @@
 
 namespace varnel {
 
-/// Finder information that tries writes out in memory and touches nothing.
+/// Finder information that tries writes out in memory and touches nothing. Each path is read once,
+/// so that all answers are about the same moment.
 class DryRunFinderInfo : public FinderInfo {
 public:
     /// The inner one is only read, and outlives this one.
@@ -25,7 +26,10 @@ public:
     [[nodiscard]] int changes() const { return count; }
 
 private:
+    [[nodiscard]] const Reading &original(const QString &path) const;
+
     const FinderInfo &inner;
+    mutable std::map<QString, Reading> originals;
     std::map<QString, FinderInfoBytes> tried;
     QStringList changed;
     int count = 0;

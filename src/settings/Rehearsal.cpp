@@ -8,6 +8,15 @@ Rehearsal::Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &
 {
 }
 
+QList<SettingReading> Rehearsal::read(const QList<const SettingRow *> &rows) const
+{
+    const PreferenceFiles::ReadPass pass(files);
+    QList<SettingReading> readings;
+    for (const SettingRow *row : rows)
+        readings.append(access.read(*row));
+    return readings;
+}
+
 Result<bool> Rehearsal::wouldChange(const SettingRow &row, const SettingValue &value)
 {
     const int before = store.changes() + finderInfo.changes();

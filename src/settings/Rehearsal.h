@@ -5,6 +5,8 @@
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 
+#include <QList>
+
 namespace varnel {
 
 /// Writes that are tried out before they are made: whether each would change anything, and which
@@ -13,6 +15,10 @@ class Rehearsal {
 public:
     /// Both are only read, and outlive this object.
     Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo);
+
+    /// What is read before anything is tried. A file that can't be read then can't be written by a
+    /// later wouldChange() either, so no change is ever begun with an old value that was not seen.
+    [[nodiscard]] QList<SettingReading> read(const QList<const SettingRow *> &rows) const;
 
     /// Whether writing the value, after the writes that were tried before it, would change
     /// anything; the error that the write would meet (Unloadable and what reading meets).

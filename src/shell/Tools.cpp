@@ -40,6 +40,11 @@ QString Tools::backupFolderOf(const HomeFolder &home)
     return supportFolderOf(home) + u"Backup/";
 }
 
+QStringList Tools::foldersWrittenTo(const HomeFolder &home)
+{
+    return {home.preferencesDirectory(), supportFolderOf(home), backupFolderOf(home)};
+}
+
 QString Tools::pathForSupportFolder() const
 {
     return ensured(supportFolderOf(home));

@@ -3,6 +3,7 @@
 #include "base/HomeFolder.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace varnel {
 
@@ -27,6 +28,9 @@ public:
     /// The same for ".../Varnel/Backup/": on a first run it can be made only after the support
     /// folder.
     [[nodiscard]] QString pathForBackupFolder() const;
+
+    /// The folders of a home in which saving puts files, there or not.
+    [[nodiscard]] static QStringList foldersWrittenTo(const HomeFolder &home);
 
     /// The user-data file in the support folder, which is made when missing.
     [[nodiscard]] QString pathForDataFile() const;

@@ -274,6 +274,19 @@ TEST_F(BackupsTest, deleteTakesSeveralAndChecksThemAllFirst)
     EXPECT_EQ(files(), QStringList {u"quillet2.sqlite"_qs});
 }
 
+TEST_F(BackupsTest, theJournalOfAKilledSaveGoesWithItsFile)
+{
+    const QString sample = QStringLiteral(TEST_DATA) + u"/backups/killed-save.sqlite";
+    for (const QString &name : {u"quillet1.sqlite"_qs, u"quillet2.sqlite"_qs})
+        for (const QString &ending : {u""_qs, u"-journal"_qs})
+            writeFile(folder + name + ending, fileBytes(sample + ending));
+    EXPECT_EQ(backups({u"delete"_qs, u"quillet2.sqlite"_qs}).status, 0);
+    EXPECT_EQ(files(), (QStringList {u"quillet1.sqlite"_qs, u"quillet1.sqlite-journal"_qs}));
+    const Outcome restored = backups({u"restore"_qs, u"quillet1.sqlite"_qs});
+    EXPECT_EQ(restored.status, 0) << restored.err.toStdString();
+    EXPECT_TRUE(files().isEmpty());
+}
+
 TEST_F(BackupsTest, aNameIsThatOfAListedFileAndNoPath)
 {
     put(u"quillet1.sqlite"_qs, {effectRow});

@@ -263,6 +263,19 @@ TEST_F(RestorePage, DeletingOneNamesItInTheQuestion)
               (QStringList {u"1"_qs, backups + u"quillet10.sqlite"}));
 }
 
+TEST_F(RestorePage, WhatAKilledSaveLeftBesideAFileGoesWithIt)
+{
+    putThree();
+    const QString journal = backups + u"quillet10.sqlite-journal";
+    writeRaw(journal, "left");
+    start();
+    clickRow(1);
+    click(button(u"deleteButton"_qs));
+    dialogs.answer(FirstButton);
+    EXPECT_FALSE(QFile::exists(journal));
+    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_qs, u"quillet2.sqlite"_qs}));
+}
+
 TEST_F(RestorePage, DeletingSeveralAsksInGeneralAndDeletesFromTheHighestRow)
 {
     putThree();

@@ -6,6 +6,7 @@
 #include "backup/views/SharedPlayback.h"
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "base/UntouchedDatabase.h"
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "ui/CaptionRow.h"
@@ -24,6 +25,22 @@
 #include "ui_RestoreBackupView.h"
 
 namespace varnel {
+
+namespace {
+
+void deleteBackup(const QString &path)
+{
+    const QStringList companions = companionsOf(path);
+    if (!QFile::remove(path)) {
+        varnelLog(lcIo, path + u": could not be deleted");
+        return;
+    }
+    for (const QString &companion : companions)
+        if (QFile::exists(companion) && !QFile::remove(companion))
+            varnelLog(lcIo, companion + u": could not be deleted");
+}
+
+} // namespace
 
 RestoreBackupView::RestoreBackupView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::RestoreBackupView>()),
@@ -264,8 +281,7 @@ void RestoreBackupView::deleteRows(const QList<int> &rows)
     for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
         const QString path = fillIn(u"%@%@", {folder, nameAt(*row)});
         varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
-        if (!QFile::remove(path))
-            varnelLog(lcIo, path + u": could not be deleted");
+        deleteBackup(path);
         varnelLog(lcBackup, fillIn(u"%@", {path}));
         theFileNames->removeEntryAt(*row);
         setButtonsStatus();

@@ -32,6 +32,11 @@ QStringList each(const QStringList &folders, QStringView below)
 
 } // namespace
 
+AutostartFolders autostartFoldersOf(const HomeFolder &home)
+{
+    return home.own ? autostartFoldersOfSession(home) : autostartFoldersOfHome(home);
+}
+
 AutostartFolders autostartFoldersOfSession(const HomeFolder &home)
 {
     const QString data = absoluteFolder("XDG_DATA_HOME", home.path + u"/.local/share");

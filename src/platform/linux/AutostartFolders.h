@@ -18,6 +18,9 @@ struct AutostartFolders {
     bool ofThisSession = true;
 };
 
+/// The one of the two below that the home asks for.
+[[nodiscard]] AutostartFolders autostartFoldersOf(const HomeFolder &home);
+
 /// One's own home: what the environment says, by the rules of the desktop base-directory standard.
 [[nodiscard]] AutostartFolders autostartFoldersOfSession(const HomeFolder &home);
 

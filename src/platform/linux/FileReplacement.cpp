@@ -24,6 +24,17 @@ int prepare(TemporaryFile &file, const QByteArray &bytes, const SetAttributes &s
     return file.flush();
 }
 
+int prepareNew(TemporaryFile &file, const struct stat &home, const QByteArray &bytes, mode_t mode)
+{
+    return prepare(file, bytes, [&](const FileDescriptor &made) {
+        struct stat now { };
+        if (::fstat(made.get(), &now) != 0)
+            return errno;
+        const bool ownHome = home.st_uid == ::geteuid();
+        return setOwnerAndMode(made, home.st_uid, ownHome ? now.st_gid : home.st_gid, mode);
+    });
+}
+
 /// Whether the file is still the one that was read.
 int compareWithTarget(const FileDescriptor &folder, const QByteArray &name, const struct stat &old)
 {
@@ -56,18 +67,19 @@ int createFile(const FileDescriptor &folder, const QByteArray &name, const struc
                const QByteArray &bytes)
 {
     TemporaryFile file(folder, name);
-    const int error = prepare(file, bytes, [&](const FileDescriptor &made) {
-        constexpr mode_t mode = S_IRUSR | S_IWUSR;
-        struct stat now { };
-        if (::fstat(made.get(), &now) != 0)
-            return errno;
-        const bool ownHome = home.st_uid == ::geteuid();
-        return setOwnerAndMode(made, home.st_uid, ownHome ? now.st_gid : home.st_gid, mode);
-    });
-    if (error != 0)
+    if (const int error = prepareNew(file, home, bytes, S_IRUSR | S_IWUSR))
         return error;
     const int moved = file.becomeTarget();
     return moved == EEXIST ? EAGAIN : moved;
+}
+
+int putFile(const FileDescriptor &folder, const QByteArray &name, const struct stat &home,
+            const QByteArray &bytes, mode_t mode)
+{
+    TemporaryFile file(folder, name);
+    if (const int error = prepareNew(file, home, bytes, mode))
+        return error;
+    return file.replaceTarget();
 }
 
 } // namespace varnel

@@ -10,7 +10,7 @@ namespace varnel {
 
 struct FileContent;
 
-// Both write a temporary file beside the target, flush it and move it into place in one step: 0, or
+// All write a temporary file beside the target, flush it and move it into place in one step: 0, or
 // an errno value, and then nothing has changed and no other file is left. EAGAIN when another
 // program changed or made the target meanwhile.
 
@@ -22,5 +22,9 @@ struct FileContent;
 /// else's; otherwise to whom the system gives it.
 [[nodiscard]] int createFile(const FileDescriptor &folder, const QByteArray &name,
                              const struct stat &home, const QByteArray &bytes);
+
+/// The same with a mode of one's own, and whatever stands there gives way.
+[[nodiscard]] int putFile(const FileDescriptor &folder, const QByteArray &name,
+                          const struct stat &home, const QByteArray &bytes, mode_t mode);
 
 } // namespace varnel

@@ -1,5 +1,7 @@
 #include "platform/linux/HomeEntries.h"
 
+#include "platform/linux/FileReplacement.h"
+#include "platform/linux/FolderFlush.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
 
@@ -18,10 +20,10 @@ namespace varnel {
 
 namespace {
 
-/// Runs a call on the folder around a path, open for reading, and the name in it: 0, or an errno
-/// value.
+/// Runs a call on the folder around a path, open for reading, and the name in it. Both give 0 or an
+/// errno value.
 int inFolder(const HomeFolder &home, const QString &path,
-             const std::function<int(int folder, const char *name)> &call)
+             const std::function<int(const FileDescriptor &folder, const QByteArray &name)> &call)
 {
     const QFileInfo entry(path);
     const Place place = walkPath(home, entry.path());
@@ -31,7 +33,18 @@ int inFolder(const HomeFolder &home, const QString &path,
                                          O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder)
         return errno;
-    return call(folder.get(), QFile::encodeName(entry.fileName()).constData()) == 0 ? 0 : errno;
+    return call(folder, QFile::encodeName(entry.fileName()));
+}
+
+int readLink(const FileDescriptor &folder, const QByteArray &name, QByteArray &text)
+{
+    std::array<char, PATH_MAX> buffer {};
+    const ssize_t length =
+        ::readlinkat(folder.get(), name.constData(), buffer.data(), buffer.size());
+    if (length < 0)
+        return errno;
+    text = QByteArray(buffer.data(), length);
+    return 0;
 }
 
 Result<void> outcome(const QString &path, int error)
@@ -41,51 +54,52 @@ Result<void> outcome(const QString &path, int error)
 
 } // namespace
 
-QByteArray linkText(const HomeFolder &home, const QString &path)
+Result<EntryForm> formOf(const HomeFolder &home, const QString &path)
 {
-    QByteArray text;
-    // An error reads as no link.
-    (void)inFolder(home, path, [&](int folder, const char *name) {
-        std::array<char, PATH_MAX> buffer {};
-        const ssize_t length = ::readlinkat(folder, name, buffer.data(), buffer.size());
-        if (length < 0)
-            return -1;
-        text = QByteArray(buffer.data(), length);
-        return 0;
-    });
-    return text;
-}
-
-mode_t modeOf(const HomeFolder &home, const QString &path)
-{
-    struct stat status { };
-    const int error = inFolder(home, path, [&](int folder, const char *name) {
-        return ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW);
-    });
-    return error == 0 ? status.st_mode & 07777 : 0;
+    EntryForm form;
+    const int error =
+        inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
+            struct stat status { };
+            if (::fstatat(folder.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+                return errno;
+            form.mode = status.st_mode & ALLPERMS;
+            return S_ISLNK(status.st_mode) ? readLink(folder, name, form.link) : 0;
+        });
+    if (error != 0)
+        return systemError(path, error);
+    return form;
 }
 
 Result<void> makeLink(const HomeFolder &home, const QString &path, const QByteArray &target)
 {
-    return outcome(path, inFolder(home, path, [&](int folder, const char *name) {
-                       return ::symlinkat(target.constData(), folder, name);
+    return outcome(path,
+                   inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
+                       if (::symlinkat(target.constData(), folder.get(), name.constData()) != 0)
+                           return errno;
+                       return flushFolder(folder);
                    }));
 }
 
-Result<void> setMode(const HomeFolder &home, const QString &path, mode_t mode)
+Result<void> putFile(const HomeFolder &home, const QString &path, const QByteArray &bytes,
+                     mode_t mode)
 {
-    return outcome(path, inFolder(home, path, [&](int folder, const char *name) {
-                       const FileDescriptor file(
-                           ::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-                       return file ? ::fchmod(file.get(), mode) : -1;
+    return outcome(path,
+                   inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
+                       struct stat owner { };
+                       const FileDescriptor homeFolder = openHome(home);
+                       if (!homeFolder || ::fstat(homeFolder.get(), &owner) != 0)
+                           return errno;
+                       const int error = putFile(folder, name, owner, bytes, mode);
+                       return error == 0 ? flushFolder(folder) : error;
                    }));
 }
 
 Result<void> removeEntry(const HomeFolder &home, const QString &path)
 {
-    const int error = inFolder(home, path, [](int folder, const char *name) {
-        return ::unlinkat(folder, name, 0) == 0 ? ::fsync(folder) : -1;
-    });
+    const int error =
+        inFolder(home, path, [](const FileDescriptor &folder, const QByteArray &name) {
+            return ::unlinkat(folder.get(), name.constData(), 0) == 0 ? flushFolder(folder) : errno;
+        });
     return outcome(path, error == ENOENT ? 0 : error);
 }
 

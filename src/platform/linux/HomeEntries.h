@@ -13,17 +13,23 @@ namespace varnel {
 // Single names in folders of a home, under the same rule for links as the file store. The name at
 // the end of a path is taken as it stands: a link is looked at, made or removed, never followed.
 
-/// What a link says; null where no link stands.
-[[nodiscard]] QByteArray linkText(const HomeFolder &home, const QString &path);
+/// What stands at a name.
+struct EntryForm {
+    mode_t mode = 0; ///< the permission bits
+    QByteArray link; ///< what a link says; null for anything else
+};
 
-/// The permission bits; 0 where nothing stands.
-[[nodiscard]] mode_t modeOf(const HomeFolder &home, const QString &path);
+/// NotFound where nothing stands.
+[[nodiscard]] Result<EntryForm> formOf(const HomeFolder &home, const QString &path);
 
 [[nodiscard]] Result<void> makeLink(const HomeFolder &home, const QString &path,
                                     const QByteArray &target);
-[[nodiscard]] Result<void> setMode(const HomeFolder &home, const QString &path, mode_t mode);
 
-/// Removes a file or a link. Nothing there is no error.
+/// Puts a whole file there in one step, for the home's owner; whatever stands there gives way.
+[[nodiscard]] Result<void> putFile(const HomeFolder &home, const QString &path,
+                                   const QByteArray &bytes, mode_t mode);
+
+/// Removes a file or a link, and flushes the folder. Nothing there is no error.
 [[nodiscard]] Result<void> removeEntry(const HomeFolder &home, const QString &path);
 
 } // namespace varnel

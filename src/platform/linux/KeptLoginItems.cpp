@@ -74,10 +74,13 @@ QString KeptLoginItems::fileOf(const QString &path) const
     return folderPath + QString::fromLatin1(hash) + u".json";
 }
 
-QList<KeptEntry> KeptLoginItems::entriesOf(const QString &path) const
+Result<QList<KeptEntry>> KeptLoginItems::entriesOf(const QString &path) const
 {
     const Result<QByteArray> bytes = files.read(fileOf(path));
-    return bytes ? parse(bytes.value()) : QList<KeptEntry>();
+    if (bytes)
+        return parse(bytes.value());
+    return bytes.error().code == ErrorCode::NotFound ? Result<QList<KeptEntry>>(QList<KeptEntry>())
+                                                     : bytes.error();
 }
 
 Result<void> KeptLoginItems::keep(const QString &path, const QList<KeptEntry> &entries)

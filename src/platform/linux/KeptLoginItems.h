@@ -33,8 +33,8 @@ public:
     [[nodiscard]] const QString &folder() const { return folderPath; }
     [[nodiscard]] QString fileOf(const QString &path) const;
 
-    /// Empty where nothing is kept.
-    [[nodiscard]] QList<KeptEntry> entriesOf(const QString &path) const;
+    /// Empty where nothing is kept; an error where that can't be told.
+    [[nodiscard]] Result<QList<KeptEntry>> entriesOf(const QString &path) const;
 
     /// Adds to what is kept already.
     Result<void> keep(const QString &path, const QList<KeptEntry> &entries);

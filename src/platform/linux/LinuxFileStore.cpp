@@ -3,6 +3,7 @@
 #include "base/Logging.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/FileReplacement.h"
+#include "platform/linux/FolderFlush.h"
 #include "platform/linux/FolderLock.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
@@ -17,7 +18,7 @@ namespace varnel {
 
 namespace {
 
-/// The walk holds folders without the right to read them; locking, listing and flushing need it.
+/// The walk holds folders without the right to read them; locking and listing need it.
 FileDescriptor openFolder(const FileDescriptor &parent, const QByteArray &name)
 {
     return FileDescriptor(uninterrupted([&] {
@@ -163,10 +164,7 @@ Result<void> LinuxFileStore::readyForDatabase(const QString &path)
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)
 {
     // The change is made; only a power cut in the next moments could still take it back.
-    const bool flushed = uninterrupted([&] { return ::fsync(place.folder.get()); }) == 0;
-    // Logging has calls of its own, which set errno too.
-    if (const int error = flushed ? 0 : errno; error != 0 && error != EINVAL)
-        varnelLog(lcIo, path + u": The folder could not be flushed: " + qt_error_string(error));
+    flushFolderOf(path, place.folder);
     if (!withoutLock)
         return;
     varnelLog(lcIo, path + u": Changed although another run is changing files beside it");

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxFolderMaker.h"
 
+#include "platform/linux/FolderFlush.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
 
@@ -48,8 +49,11 @@ Result<void> LinuxFolderMaker::makeFolder(const HomeFolder &home, const QString 
     const Place place = walkPath(home, path);
     if (place.status)
         return {};
-    const int error = place.error != 0 ? place.error : makeAt(place, home);
-    return error == 0 ? Result<void>() : systemError(path, error);
+    if (const int error = place.error != 0 ? place.error : makeAt(place, home))
+        return systemError(path, error);
+    // What is put into the folder is only as lasting as the folder itself.
+    flushFolderOf(path, place.folder);
+    return {};
 }
 
 } // namespace varnel

@@ -18,15 +18,23 @@ namespace {
 
 using Answer = Result<std::optional<QByteArray>>;
 
-KeptEntry keptForm(const HomeFolder &home, const AutostartItem &item)
+QString keptFolder(const QString &supportFolder)
+{
+    return supportFolder + u"RemovedLoginItems/";
+}
+
+Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
 {
     KeptEntry entry;
     entry.fileName = item.fileName;
     entry.ofUser = item.ofUser;
     entry.bytes = item.bytes;
     if (item.ofUser) {
-        entry.link = linkText(home, item.file);
-        entry.mode = modeOf(home, item.file);
+        const Result<EntryForm> form = formOf(home, item.file);
+        if (!form)
+            return form.error();
+        entry.link = form.value().link;
+        entry.mode = form.value().mode;
     }
     return entry;
 }
@@ -37,10 +45,15 @@ LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders
                                                const QString &supportFolder, FileStore &store,
                                                FolderMaker &maker, const FileReader &hostFiles)
     : home(std::move(home)), folders(std::move(folders)),
-      orderFile(supportFolder + u"LoginItemsOrder.txt"),
-      kept(supportFolder + u"RemovedLoginItems/", store), store(store), maker(maker),
-      hostFiles(hostFiles)
+      orderFile(supportFolder + u"LoginItemsOrder.txt"), kept(keptFolder(supportFolder), store),
+      store(store), maker(maker), hostFiles(hostFiles)
 {
+}
+
+QStringList LinuxSessionLoginItems::foldersWrittenTo(const HomeFolder &home,
+                                                     const QString &supportFolder)
+{
+    return {autostartFoldersOf(home).user, keptFolder(supportFolder)};
 }
 
 QString LinuxSessionLoginItems::userFile(const QString &fileName) const
@@ -106,10 +119,17 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
     if (!moved.isEmpty())
         return changeOrder(moved, true);
 
+    // Without knowing what is kept, a new entry would take its place for good.
+    const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
+    if (!entries)
+        return entries.error();
     makeUserFolder();
     QStringList restored;
-    for (const KeptEntry &entry : kept.entriesOf(path)) {
-        if (!canTake(entry))
+    for (const KeptEntry &entry : entries.value()) {
+        const Result<bool> free = canTake(entry);
+        if (!free)
+            return free.error();
+        if (!free.value())
             continue;
         if (Result<void> put = putBack(entry); !put)
             return put;
@@ -126,13 +146,19 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 }
 
 /// A place is free for a kept entry when nothing stands there, or only what hides the system's.
-bool LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
+/// What can't be told is an error: taken for occupied, the entry would be lost to a new one.
+Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
 {
-    const Result<QByteArray> now = store.read(userFile(entry.fileName));
-    const bool isFree = !now && now.error().code == ErrorCode::NotFound
-        && linkText(home, userFile(entry.fileName)).isNull();
-    const bool hides = now && now.value() == hidingAutostartEntry();
-    return entry.ofUser ? isFree || hides : hides;
+    const QString file = userFile(entry.fileName);
+    if (const Result<EntryForm> form = formOf(home, file); !form)
+        return form.error().code == ErrorCode::NotFound ? Result<bool>(entry.ofUser) : form.error();
+    const Result<QByteArray> now = store.read(file);
+    if (now)
+        return now.value() == hidingAutostartEntry();
+    // A link that leads nowhere, a folder: somebody's, and no entry.
+    const ErrorCode code = now.error().code;
+    return code == ErrorCode::NotFound || code == ErrorCode::NotAFile ? Result<bool>(false)
+                                                                      : now.error();
 }
 
 Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
@@ -145,9 +171,7 @@ Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
             return removed;
         return makeLink(home, file, entry.link);
     }
-    if (Result<void> written = writeFile(file, entry.bytes); !written)
-        return written;
-    return setMode(home, file, entry.mode);
+    return putFile(home, file, entry.bytes, entry.mode);
 }
 
 Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
@@ -200,7 +224,10 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     QList<KeptEntry> entries;
     QStringList names;
     for (const AutostartItem &item : std::as_const(matching)) {
-        entries.append(keptForm(home, item));
+        const Result<KeptEntry> form = keptForm(home, item);
+        if (!form)
+            return form.error();
+        entries.append(form.value());
         names.append(item.fileName);
     }
     makeFolders(kept.folder());
@@ -220,7 +247,8 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
 
 QString LinuxSessionLoginItems::keptIn(const QString &path) const
 {
-    return kept.entriesOf(path).isEmpty() ? QString() : kept.fileOf(path);
+    const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
+    return entries && entries.value().isEmpty() ? QString() : kept.fileOf(path);
 }
 
 Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)

@@ -26,6 +26,10 @@ public:
     LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders, const QString &supportFolder,
                            FileStore &store, FolderMaker &maker, const FileReader &hostFiles);
 
+    /// The folders beside the home's support folder (ending in a slash) in which it puts files.
+    [[nodiscard]] static QStringList foldersWrittenTo(const HomeFolder &home,
+                                                      const QString &supportFolder);
+
     Result<QList<SessionLoginItem>> snapshot() const override;
     /// The icon of a desktop entry.
     QString iconOf(const QString &path) const override;
@@ -38,7 +42,7 @@ private:
     [[nodiscard]] QList<AutostartItem> items() const;
     [[nodiscard]] QString userFile(const QString &fileName) const;
     [[nodiscard]] QString freeName(const QString &path) const;
-    [[nodiscard]] bool canTake(const KeptEntry &entry) const;
+    [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
 
     Result<void> putBack(const KeptEntry &entry);
     Result<void> insertNew(const QString &path);

@@ -69,7 +69,9 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate),
       terminationSignals(&VarnelAppDelegate::terminate)
 {
-    store.sweep(home.preferencesDirectory());
+    for (const QString &folder : Tools::foldersWrittenTo(home)
+             + LinuxSessionLoginItems::foldersWrittenTo(home, Tools::supportFolderOf(home)))
+        store.sweep(folder);
     mainWindow.setCloseGate([this] { return quitFlow.windowShouldClose(); });
     QObject::connect(&mainWindow, &MainWindow::quitRequested, &VarnelAppDelegate::terminate);
     delegate.setWindow(&mainWindow);

@@ -1,5 +1,6 @@
 #include "settings/Rehearsal.h"
 
+#include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
 #include "support/SettingsHome.h"
 
@@ -65,6 +66,29 @@ TEST_F(RehearsalTest, LaterTriesSeeWhatTheEarlierOnesWouldHaveLeft)
     EXPECT_TRUE(wouldChange(1600, {0}));
     EXPECT_FALSE(wouldChange(1603, {0})) << "the same key";
     EXPECT_TRUE(wouldChange(1603, {1}));
+}
+
+TEST_F(RehearsalTest, AFileThatCannotBeReadAtFirstIsNeverTakenForAMissingOneLater)
+{
+    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_qs);
+    FailingFileStore failing(home.store);
+    failing.failOperation(1, {ErrorCode::Failed, u"for the moment"_qs});
+    Rehearsal one(home.home.home(), failing, home.finderInfo);
+    const SettingRow &size = *findSetting(1004);
+    EXPECT_FALSE(one.read({&size}).first().found);
+    EXPECT_EQ(one.wouldChange(size, {64}).error().text, u"for the moment");
+    EXPECT_EQ(failing.operations, 1) << "one look for all answers";
+}
+
+TEST_F(RehearsalTest, WhatIsReadIsWhatStandsThereBeforeTheTries)
+{
+    home.put(dock, u"<key>tilesize</key><integer>48</integer><key>autohide</key><true/>"_qs);
+    const QList<SettingReading> readings =
+        rehearsal.read({findSetting(1004), findSetting(1009), findSetting(1300)});
+    ASSERT_EQ(readings.size(), 3);
+    EXPECT_EQ(readings[0].value.number, 48);
+    EXPECT_TRUE(readings[1].found);
+    EXPECT_FALSE(readings[2].found);
 }
 
 TEST_F(RehearsalTest, TheFolderFlagIsTriedOutToo)

@@ -1,0 +1,191 @@
+#include "cli/Varnelctl.h"
+#include "support/FileFacts.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+const QString dock = u"com.apple.dock.plist"_qs;
+const QByteArray entry =
+    "[Desktop Entry]\nType=Application\nName=Mail\nExec=/Applications/Mail.app/Mail\n";
+const QString mail = u"/Applications/Mail.app"_qs;
+
+/// An administrator's run on a user's home, which the user may have prepared for it.
+class ForeignHomeTest : public Test {
+protected:
+    void SetUp() override
+    {
+        VARNEL_NEEDS_ROOT();
+        installSamples(home, u"binary"_qs);
+        QDir().mkpath(autostart);
+        writeFile(autostart + u"/mail.desktop", entry);
+        giveAll(home.path(), stranger, stranger);
+        // What only root may read: a file of each kind that this program reads.
+        QDir().mkpath(secrets);
+        for (const QString &name : {dock, u"quillet1.sqlite"_qs, u"entry.desktop"_qs})
+            writeRaw(secrets + u'/' + name, "marked secret", 0600);
+        installSample(vault, u"xml"_qs, dock);
+        writeRaw(secrets + u"/valid.plist",
+                 fileBytes(vault.preference(dock)).replace("<integer>48<", "<integer>77<"), 0600);
+    }
+
+    [[nodiscard]] Outcome run(const QStringList &words) const
+    {
+        return varnelctl.run(QStringList {u"--verbose"_qs} + words
+                             + QStringList {u"--home"_qs, home.path()});
+    }
+    void replaceByLink(const QString &path, const QString &target) const
+    {
+        QDir(path).removeRecursively();
+        QFile::remove(path);
+        QDir().mkpath(QFileInfo(path).path());
+        linkTo(target, path);
+        giveAll(home.path(), stranger, stranger);
+    }
+    /// Every command that reads or writes; what they print, all together.
+    [[nodiscard]] QByteArray runEverything() const
+    {
+        QByteArray said;
+        for (const QStringList &words :
+             {QStringList {u"get"_qs, u"dock-size"_qs},
+              {u"list"_qs, u"--json"_qs},
+              {u"set"_qs, u"dock-size=64"_qs, u"screenshot-prefix=shot"_qs},
+              {u"set"_qs, u"dock-size=-1"_qs},
+              {u"set"_qs, u"library-folder=0"_qs},
+              {u"login-items"_qs, u"list"_qs},
+              {u"login-items"_qs, u"disable"_qs, mail},
+              {u"login-items"_qs, u"enable"_qs, mail},
+              {u"login-items"_qs, u"remove"_qs, mail},
+              {u"login-items"_qs, u"add"_qs, u"/Applications/Clock.app"_qs},
+              {u"backups"_qs, u"list"_qs},
+              {u"backups"_qs, u"show"_qs, u"quillet1.sqlite"_qs},
+              {u"backups"_qs, u"restore"_qs, u"quillet1.sqlite"_qs},
+              {u"backups"_qs, u"delete"_qs, u"quillet2.sqlite"_qs}}) {
+            const Outcome outcome = run(words);
+            EXPECT_TRUE(outcome.status == 0 || outcome.status == 1 || outcome.status == 3
+                        || outcome.status == 4)
+                << outcome.status << ' ' << qPrintable(words.join(u' '));
+            said += outcome.out + outcome.err;
+        }
+        return said;
+    }
+
+    TemporaryHome vault;
+    TemporaryHome home;
+    QString secrets = vault.path() + u"/secrets";
+    QString support = home.path() + u"/Library/Application Support/Varnel/";
+    QString autostart = home.path() + u"/.config/autostart";
+    Varnelctl varnelctl {vault};
+};
+
+TEST_F(ForeignHomeTest, ownerModeAttributesAndListsAreKept)
+{
+    const QString file = home.preference(dock);
+    ASSERT_EQ(::chmod(qPrintable(file), 0640), 0);
+    const bool attributes = setAttribute(file, "user.varnel.test", "kept");
+    const bool lists = !QStandardPaths::findExecutable(u"setfacl"_qs).isEmpty()
+        && varnelctl.shell(u"setfacl -m u:12345:r '"_qs + file + u'\'').status == 0;
+    const auto list = attributeOf(file, "system.posix_acl_access");
+    const struct stat before = statusOf(file);
+
+    const Outcome outcome = run({u"set"_qs, u"dock-size=64"_qs, u"screenshot-prefix=shot"_qs});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const struct stat after = statusOf(file);
+    EXPECT_NE(before.st_ino, after.st_ino) << "the file was replaced";
+    EXPECT_EQ(before.st_uid, after.st_uid);
+    EXPECT_EQ(before.st_gid, after.st_gid);
+    EXPECT_EQ(before.st_mode, after.st_mode);
+    if (attributes) {
+        EXPECT_EQ(attributeOf(file, "user.varnel.test"), QByteArray("kept"));
+    }
+    if (lists) {
+        EXPECT_EQ(attributeOf(file, "system.posix_acl_access"), list);
+    }
+    if (!attributes || !lists)
+        GTEST_SKIP() << "needs extended attributes and access control lists for all of it";
+}
+
+TEST_F(ForeignHomeTest, whateverIsMadeBelongsToTheHomesOwner)
+{
+    static_cast<void>(runEverything());
+    QDirIterator walk(home.path(),
+                      QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    int looked = 0;
+    while (walk.hasNext()) {
+        const struct stat status = statusOf(walk.next());
+        EXPECT_EQ(status.st_uid, stranger) << qPrintable(walk.filePath());
+        EXPECT_EQ(status.st_gid, stranger) << qPrintable(walk.filePath());
+        ++looked;
+    }
+    EXPECT_GT(looked, 10);
+    EXPECT_TRUE(QFileInfo::exists(support + u"RemovedLoginItems"));
+    EXPECT_TRUE(QFileInfo::exists(support + u"disableLoginItems.sqlite"));
+}
+
+/// A link that the user planted, and where it leads.
+struct Plant {
+    const char *test;
+    const char16_t *path; ///< in the home
+    const char16_t *target; ///< among the secrets, or absolute
+};
+
+void PrintTo(const Plant &plant, std::ostream *out)
+{
+    *out << plant.test;
+}
+
+const Plant plants[] {
+    {"preferenceFile", u"/Library/Preferences/com.apple.dock.plist", u"valid.plist"},
+    {"shadow", u"/Library/Preferences/com.apple.dock.plist", u"/etc/shadow"},
+    {"newPreferenceFile", u"/Library/Preferences/com.apple.screencapture.plist", u"new.plist"},
+    {"preferences", u"/Library/Preferences", u""},
+    {"library", u"/Library", u""},
+    {"applicationSupport", u"/Library/Application Support", u""},
+    {"supportFolder", u"/Library/Application Support/Varnel", u""},
+    {"backupFolder", u"/Library/Application Support/Varnel/Backup", u""},
+    {"backupFile", u"/Library/Application Support/Varnel/Backup/quillet1.sqlite",
+     u"quillet1.sqlite"},
+    {"newBackupFile", u"/Library/Application Support/Varnel/Backup/quillet1.sqlite", u"new.sqlite"},
+    {"store", u"/Library/Application Support/Varnel/disableLoginItems.sqlite", u"quillet1.sqlite"},
+    {"newStore", u"/Library/Application Support/Varnel/disableLoginItems.sqlite", u"new.sqlite"},
+    {"order", u"/Library/Application Support/Varnel/LoginItemsOrder.txt", u"entry.desktop"},
+    {"kept", u"/Library/Application Support/Varnel/RemovedLoginItems", u""},
+    {"autostart", u"/.config/autostart", u""},
+    {"configuration", u"/.config", u""},
+    {"autostartEntry", u"/.config/autostart/mail.desktop", u"entry.desktop"},
+};
+
+class PlantedLink : public ForeignHomeTest, public WithParamInterface<Plant> { };
+
+TEST_P(PlantedLink, comesToNothing)
+{
+    const QString target = QString::fromUtf16(GetParam().target);
+    const QString path = home.path() + QString::fromUtf16(GetParam().path);
+    replaceByLink(path,
+                  target.startsWith(u'/') ? target : QDir::cleanPath(secrets + u'/' + target));
+    const auto before = snapshot(vault.path());
+    const struct stat shadow = statusOf(u"/etc/shadow"_qs);
+    const QByteArray said = runEverything();
+    EXPECT_EQ(snapshot(vault.path()), before);
+    const struct stat now = statusOf(u"/etc/shadow"_qs);
+    EXPECT_TRUE(shadow.st_ino == now.st_ino && shadow.st_mtim.tv_sec == now.st_mtim.tv_sec);
+    EXPECT_FALSE(said.contains("marked secret")) << said.toStdString();
+    EXPECT_FALSE(said.contains("77 pixels") || said.contains("\"value\": 77"))
+        << said.toStdString();
+    EXPECT_FALSE(said.contains("root:")) << said.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Cli, PlantedLink, ValuesIn(plants),
+                         [](const auto &one) { return std::string(one.param.test); });
+
+} // namespace
