@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxProcessManager.h"
 
+#include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/X11ClientList.h"
 
 #include <QFile>
@@ -23,13 +24,17 @@ struct Free {
     void operator()(char *text) const { g_free(text); }
 };
 
-/// Null when the entry has none.
+/// Null when the entry has none. The process itself names the path: there may be a FIFO, for which
+/// the key files' own reader would wait.
 QString desktopEntryName(const QString &path)
 {
+    const Result<QByteArray> bytes = LinuxFileReader().read(path);
     const std::unique_ptr<GKeyFile, FreeKeyFile> entry(g_key_file_new());
-    if (g_key_file_load_from_file(entry.get(), QFile::encodeName(path).constData(), G_KEY_FILE_NONE,
-                                  nullptr)
-        == FALSE)
+    if (!bytes
+        || g_key_file_load_from_data(entry.get(), bytes.value().constData(),
+                                     static_cast<gsize>(bytes.value().size()), G_KEY_FILE_NONE,
+                                     nullptr)
+            == FALSE)
         return {};
     const std::unique_ptr<char, Free> name(g_key_file_get_locale_string(
         entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_NAME, nullptr, nullptr));

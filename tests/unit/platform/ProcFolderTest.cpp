@@ -13,6 +13,7 @@
 #include <cstring>
 #include <vector>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace varnel;
@@ -141,6 +142,14 @@ TEST_F(ProcFolderTest, AProgramStartedFromADesktopEntryIsThatEntryByItsName)
     EXPECT_FALSE(processes.isVisible(6));
     EXPECT_EQ(processes.bundleLocation(7), text("/none.desktop"));
     EXPECT_EQ(processes.processName(7), text("other")) << "the entry is gone";
+}
+
+TEST_F(ProcFolderTest, AnEntryThatIsAFifoIsNotWaitedFor)
+{
+    const QByteArray entry = QFile::encodeName(folder.filePath(text("fifo.desktop")));
+    ASSERT_EQ(::mkfifo(entry.constData(), 0600), 0);
+    putProcess(5, text("/usr/bin/clock"), launchedBy(entry, 5));
+    EXPECT_EQ(manager().processName(5), text("clock"));
 }
 
 TEST_F(ProcFolderTest, AReplacedProgramKeepsItsPath)
