@@ -1,4 +1,7 @@
+#include "cli/OwnWords.h"
+#include "cli/PreferenceDomain.h"
 #include "cli/Varnelctl.h"
+#include "settings/Catalogue.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -126,6 +129,48 @@ TEST_F(OwnWordsTest, aValueIsMappedOntoTheChoiceThatStoresIt)
     EXPECT_EQ(stored(u"com.apple.iTunes show-library-playlist"_qs), "1\n")
         << "the pair's other key";
     EXPECT_EQ(stored(u"com.apple.Safari IncludeInternalDebugMenu"_qs), "1\n");
+}
+
+/// Type and value as one would type what a choice stores; empty for the removal of the key.
+QByteArrayList typed(const varnel::StoredValue &stored)
+{
+    struct ToWords {
+        QByteArrayList operator()(std::monostate) const { return {}; }
+        QByteArrayList operator()(bool flag) const { return {"-bool", flag ? "true" : "false"}; }
+        QByteArrayList operator()(int number) const { return {"-int", QByteArray::number(number)}; }
+        QByteArrayList operator()(const QString &text) const { return {"-string", text.toUtf8()}; }
+    };
+    return std::visit(ToWords {}, stored);
+}
+
+TEST(OwnWordsOfCatalogueTest, everyChoiceOfEverySettingIsFoundByWhatItStores)
+{
+    const varnel::cli::Commands commands = varnel::cli::makeCommands();
+    int found = 0;
+    for (const varnel::SettingRow &row : varnel::catalogue()) {
+        if (row.keys.isEmpty() || row.mechanism == varnel::Mechanism::NestedChoice)
+            continue;
+        const varnel::cli::PreferenceDomain domain {row.file, {}};
+        const auto answering = domain.settingWithKey(row.keys.first());
+        ASSERT_TRUE(answering.ok()) << row.id;
+        EXPECT_LE(answering.value()->id, row.id);
+        EXPECT_EQ(answering.value()->file, row.file);
+        for (int index = 0; index < row.choices.size(); ++index) {
+            const QByteArrayList value = typed(row.choices[index].writes);
+            if (value.isEmpty())
+                continue;
+            const auto words =
+                varnel::cli::inOwnWords(QByteArrayList {"varnelctl", "set", domain.name().toUtf8(),
+                                                        row.keys.first().toUtf8()}
+                                            + value,
+                                        commands);
+            ASSERT_TRUE(words.ok()) << row.id << words.error().text.toStdString();
+            EXPECT_EQ(words.value().last().toStdString(),
+                      std::to_string(answering.value()->id) + '=' + std::to_string(index));
+            ++found;
+        }
+    }
+    EXPECT_GT(found, 80) << "of fifty settings, most with two choices";
 }
 
 TEST_F(OwnWordsTest, anArrayIsTheWordsThatFollow)
