@@ -8,14 +8,13 @@
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingWrite.h"
+#include "settings/ValueText.h"
 
 #include <cerrno>
 
 namespace varnel {
 
 namespace {
-
-constexpr QStringView defaultText = u"-1";
 
 SettingReading readingOf(const SettingRow &row, const plist::Value &stored)
 {
@@ -25,7 +24,7 @@ SettingReading readingOf(const SettingRow &row, const plist::Value &stored)
 void logBarItems(const SettingRow &row, const QString &text)
 {
     varnelLog(lcSettings, fillIn(u"value: %@", {text}));
-    if (text == defaultText)
+    if (text == defaultText())
         varnelLog(lcSettings, u"delete "_qs + row.keys.first());
 }
 
@@ -118,14 +117,14 @@ SettingReading SettingAccess::readNumber(const SettingRow &row) const
 SettingReading SettingAccess::readText(const SettingRow &row) const
 {
     const std::optional<QString> text = files.readStringPlistValue(filePath(row), row.keys.first());
-    return {{0, text.value_or(defaultText.toString())}, text.has_value()};
+    return {{0, text.value_or(defaultText())}, text.has_value()};
 }
 
 SettingReading SettingAccess::readBarItems(const SettingRow &row) const
 {
     const plist::Value stored = files.readValue(filePath(row), {row.keys.first()});
     if (stored.kind != plist::Kind::StringArray && stored.kind != plist::Kind::Array)
-        return {{0, defaultText.toString()}, false};
+        return {{0, defaultText()}, false};
     return {{0, BarItems::fromNames(stored.strings).text()}, true};
 }
 
