@@ -4,6 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Help.h"
 #include "cli/Lookup.h"
+#include "cli/OwnWords.h"
 #include "harness/Input.h"
 #include "harness/Require.h"
 #include "settings/ValueText.h"
@@ -86,6 +87,18 @@ void check(const CommandLine &line, const QList<QByteArray> &words)
     }
 }
 
+/// The shape of the Mac's own preferences tool is said in this program's words once.
+void checkOwnWords(const QList<QByteArray> &words)
+{
+    const Result<QByteArrayList> own = inOwnWords(QByteArrayList {"varnelctl"} + words, commands());
+    if (!own) {
+        require(!own.error().text.isEmpty(), "what is wrong is told");
+        return;
+    }
+    const Result<QByteArrayList> again = inOwnWords(own.value(), commands());
+    require(again.ok() && again.value() == own.value(), "own words stay as they are");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -93,6 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     constexpr qsizetype most = 64;
     QList<QByteArray> words = Input(data, size).rest().split('\0');
     words.resize(qMin(words.size(), most));
+    checkOwnWords(words);
     const CommandLine line = parsed(words);
     check(line, words);
     const CommandLine again = parsed(words);

@@ -158,7 +158,8 @@ Result<QByteArrayList> inOwnWords(const QByteArrayList &arguments, const Command
     const TypedLine line(arguments, commands);
     const Verb verb = line.command() ? verbOf(line.command()->info().name.toUtf8()) : Verb::Other;
     const bool asksForHelp = line.hasOption("--help") || line.hasOption("-h");
-    if (asksForHelp || !isOtherShape(verb, line.words()))
+    // What an option lacks is for the parser to tell.
+    if (asksForHelp || line.lacksValue() || !isOtherShape(verb, line.words()))
         return arguments;
     const Result<QStringList> words = decoded(line.words());
     if (!words)

@@ -43,7 +43,8 @@ void TypedLine::take(const QByteArray &word, const Commands &commands)
         otherWords.append(word);
     } else {
         commandSeen = true;
-        named = commandNamed(QString::fromUtf8(word), commands);
+        // Behind "--" the parser takes no word for a command.
+        named = wordsOnly ? nullptr : commandNamed(QString::fromUtf8(word), commands);
     }
 }
 

@@ -13,10 +13,12 @@ public:
     /// The arguments begin with the program's name.
     TypedLine(const QByteArrayList &arguments, const Commands &commands);
 
-    /// Null when the first word is no command of one word.
+    /// Null when the first word is no command of one word, or stands behind "--".
     [[nodiscard]] const Command *command() const { return named; }
     /// As typed, each before its value.
     [[nodiscard]] const QByteArrayList &options() const { return optionWords; }
+    /// Whether the last option is one whose value was not typed.
+    [[nodiscard]] bool lacksValue() const { return valueFollows; }
     [[nodiscard]] bool hasOption(const QByteArray &name) const;
     /// What else stands behind the command's name, words with one dash among them.
     [[nodiscard]] const QByteArrayList &words() const { return otherWords; }

@@ -237,6 +237,8 @@ TEST_F(OwnWordsTest, whatNoSettingStoresIsRefusedInWordsAndNothingIsWritten)
         {u"delete com.apple.dock"_qs, u"a key is missing"_qs},
         {u"delete com.example.none key"_qs, u"NSGlobalDomain"_qs},
         {u"read -currentHost com.apple.dock tilesize"_qs, u"-currentHost"_qs},
+        {u"read com.apple.dock tilesize --home"_qs, u"--home"_qs},
+        {u"-- read com.apple.dock tilesize"_qs, u"not understood"_qs},
         {u"get 1004 --key largesize"_qs, u"'largesize'"_qs},
         {u"get 1302 --key x"_qs, u"'x'"_qs},
     };
