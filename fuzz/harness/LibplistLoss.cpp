@@ -21,6 +21,9 @@ constexpr quint64 mostCopies = 10000;
 bool isPlainText(const BinaryFile &file, const Object &object)
 {
     const QString text = file.string(object);
+    // Such an empty string it refuses, with the whole file.
+    if (object.type == 6 && text.isEmpty())
+        return false;
     // It takes the bytes of an ASCII string for UTF-8, ends a text at a NUL, and leaves out halves
     // of surrogate pairs.
     for (const QChar c : text)
