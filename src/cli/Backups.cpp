@@ -59,7 +59,8 @@ Result<void> deleteBackup(const HomeFolder &home, const QString &path)
 
 ParameterInfo backupParameter(ParameterInfo::Count count)
 {
-    return {u"NAME"_qs, u"name of a backup file, as 'backups list' shows it"_qs, count};
+    return {u"NAME"_qs, u"name of a backup file, as 'backups list' shows it"_qs, count,
+            Completes::Backup};
 }
 
 } // namespace varnel::cli

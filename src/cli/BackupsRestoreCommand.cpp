@@ -129,7 +129,8 @@ CommandInfo BackupsRestoreCommand::info() const
         u"with --only and when a login item could not be changed. Nothing is added to any backup\n"
         u"file."_qs,
         {backupParameter()},
-        {{onlyOption, u"SETTING"_qs, u"these settings alone; keeps the file"_qs, true},
+        {{onlyOption, u"SETTING"_qs, u"these settings alone; keeps the file"_qs, true,
+          Completes::Setting},
          {keepOption, {}, u"keep the file"_qs},
          dryRunOption(),
          Ending::option()},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/Completes.h"
 #include "cli/ExitStatus.h"
 #include "cli/Request.h"
 
@@ -17,6 +18,8 @@ struct ParameterInfo {
     QString name; ///< as the usage line shows it, "SETTING"
     QString help;
     Count count = Count::One;
+    Completes completes = Completes::Nothing;
+    QStringList words {}; ///< for Completes::Words
 };
 
 /// One option, "--name" or "--name VALUE".
@@ -25,6 +28,8 @@ struct OptionInfo {
     QString valueName; ///< null for a switch
     QString help;
     bool many = false; ///< one or more values, up to the next option
+    Completes completes = Completes::Nothing; ///< its value
+    QStringList words {}; ///< for Completes::Words
 };
 
 /// Everything that the parser and the help texts know of a command.

@@ -56,7 +56,8 @@ CommandInfo EndCommand::info() const
             u"then SystemUIServer. Asks nothing first and starts nothing again; whether there was\n"
             u"such a process is not told. The names, in any letter case:\n"
             + namesOf(closeRows(~RestartFlags())) + u'.'),
-        {{u"APPLICATION"_qs, u"a name out of these"_qs, ParameterInfo::Count::OneOrMore}},
+        {{u"APPLICATION"_qs, u"a name out of these"_qs, ParameterInfo::Count::OneOrMore,
+          Completes::Application}},
         {},
         {u"end Dock"_qs, u"end finder 'QuickTime Player X'"_qs}};
 }

@@ -107,6 +107,17 @@ const QList<Entry> &statusEntries()
 
 } // namespace
 
+const QList<ExitStatusText> &exitStatusTexts()
+{
+    static const QList<ExitStatusText> texts = [] {
+        QList<ExitStatusText> all;
+        for (const Entry &entry : statusEntries())
+            all.append({entry.left, entry.right});
+        return all;
+    }();
+    return texts;
+}
+
 QString programHelp(const Commands &commands)
 {
     const Listing all = listing(commands, [](const QString &) { return true; });

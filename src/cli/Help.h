@@ -6,6 +6,13 @@
 
 namespace varnel::cli {
 
+/// An exit status and what it means.
+struct ExitStatusText {
+    QString number;
+    QString meaning;
+};
+[[nodiscard]] const QList<ExitStatusText> &exitStatusTexts();
+
 /// The help of the whole program.
 [[nodiscard]] QString programHelp(const Commands &commands);
 /// The help of one command.

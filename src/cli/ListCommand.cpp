@@ -27,7 +27,7 @@ CommandInfo ListCommand::info() const
             u"Lists the settings with their values"_qs,
             {},
             {{u"GROUP"_qs, u"one group only: General, Dock, Finder, ... in any letter case"_qs,
-              ParameterInfo::Count::Optional}},
+              ParameterInfo::Count::Optional, Completes::Group}},
             {},
             {u"list"_qs, u"list Dock"_qs, u"list --json --home /mnt/disk/Users/anna"_qs}};
 }

@@ -124,7 +124,9 @@ CommandInfo LoginItemsChangeCommand::info() const
     return {name,
             words.summary,
             words.details,
-            {{u"PATH"_qs, u"the application, as 'login-items list' shows it"_qs}},
+            {{u"PATH"_qs, u"the application, as 'login-items list' shows it"_qs,
+              ParameterInfo::Count::One,
+              action == LoginItemChange::Add ? Completes::File : Completes::LoginItem}},
             {dryRunOption()},
             {name + u" /Applications/Mail.app",
              name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};

@@ -22,7 +22,8 @@ std::optional<ProcessRow> findProcess(const QList<ProcessRow> &rows, int id)
 
 ParameterInfo OneProcessCommand::processParameter()
 {
-    return {u"PID"_qs, u"process id, as 'processes list' shows it; no other is taken"_qs};
+    return {u"PID"_qs, u"process id, as 'processes list' shows it; no other is taken"_qs,
+            ParameterInfo::Count::One, Completes::Process};
 }
 
 ExitStatus OneProcessCommand::run(const Request &request, Console &console) const

@@ -6,7 +6,8 @@ namespace varnel::cli {
 
 ParameterInfo OneSettingCommand::settingParameter()
 {
-    return {u"SETTING"_qs, u"number or short name"_qs};
+    return {u"SETTING"_qs, u"number or short name"_qs, ParameterInfo::Count::One,
+            Completes::Setting};
 }
 
 Result<HomeCommand::Work> OneSettingCommand::prepare(const Request &request) const

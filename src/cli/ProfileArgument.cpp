@@ -37,7 +37,8 @@ Result<QByteArray> read(const QString &name)
 
 ParameterInfo profileParameter()
 {
-    return {u"PROFILE"_qs, u"a profile's file; '-' reads standard input"_qs};
+    return {u"PROFILE"_qs, u"a profile's file; '-' reads standard input"_qs,
+            ParameterInfo::Count::One, Completes::File};
 }
 
 Result<Profile> profileNamedBy(const Request &request)

@@ -5,6 +5,7 @@
 #include "cli/BackupsListCommand.h"
 #include "cli/BackupsRestoreCommand.h"
 #include "cli/BackupsShowCommand.h"
+#include "cli/CompletionCommand.h"
 #include "cli/DiffCommand.h"
 #include "cli/EndCommand.h"
 #include "cli/ExportCommand.h"
@@ -49,6 +50,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<BackupsShowCommand>());
     commands.push_back(std::make_unique<BackupsRestoreCommand>());
     commands.push_back(std::make_unique<BackupsDeleteCommand>());
+    commands.push_back(std::make_unique<CompletionCommand>());
     return commands;
 }
 
@@ -56,9 +58,11 @@ const QList<OptionInfo> &commonOptions()
 {
     static const QList<OptionInfo> options {
         {u"home"_qs, u"DIR"_qs,
-         u"work on the home folder DIR instead of one's own; may be repeated"_qs},
+         u"work on the home folder DIR instead of one's own; may be repeated"_qs, false,
+         Completes::Folder},
         {u"homes-from"_qs, u"FILE"_qs,
-         u"work on the home folders that FILE lists, one a line; - reads standard input"_qs},
+         u"work on the home folders that FILE lists, one a line; - reads standard input"_qs, false,
+         Completes::File},
         {u"new-home"_qs, {}, u"make the standard folders of a DIR that has no Library yet"_qs},
         {u"json"_qs, {}, u"print one JSON object instead of text"_qs},
         {u"verbose"_qs, {}, u"show the log on standard error"_qs},

@@ -64,8 +64,10 @@ CommandInfo ResetCommand::info() const
         u"\n"
         u"'reset DOMAIN KEY' does it for the setting that is stored there; DOMAIN is the\n"
         u"preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
-        {{u"SETTING"_qs, u"a number or short name"_qs, ParameterInfo::Count::Any}},
-        {{groupOption, u"GROUP"_qs, u"all settings of a group, as 'list' takes it"_qs},
+        {{u"SETTING"_qs, u"a number or short name"_qs, ParameterInfo::Count::Any,
+          Completes::Setting}},
+        {{groupOption, u"GROUP"_qs, u"all settings of a group, as 'list' takes it"_qs, false,
+          Completes::Group},
          {allOption, {}, u"all settings there are"_qs},
          dryRunOption(),
          Ending::option()},

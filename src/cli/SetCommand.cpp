@@ -44,7 +44,7 @@ CommandInfo SetCommand::info() const
         u"setting that is stored there to the one of its values that stores VALUE; DOMAIN is the\n"
         u"preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
         {{u"SETTING=VALUE"_qs, u"a number or short name, and the value it shall have"_qs,
-          ParameterInfo::Count::OneOrMore}},
+          ParameterInfo::Count::OneOrMore, Completes::Assignment}},
         {dryRunOption(), Ending::option()},
         {u"set dock-size=48"_qs, u"set 'minimize-effect=Scale effect' autohide=yes"_qs,
          u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_qs,

@@ -13,9 +13,10 @@ CommandInfo SystemCommand::info() const
         u"The version is that of the system disk mounted at the root, or at the DIR of\n"
         u"--system-root; what it does not say shows as \"(null)\". Memory and network are those\n"
         u"of the machine that this runs on."_qs,
-        {{u"CATEGORY"_qs, u"one only: macosx, memory or network"_qs,
-          ParameterInfo::Count::Optional}},
-        {{u"system-root"_qs, u"DIR"_qs, u"the folder at which the system disk is mounted"_qs}},
+        {{u"CATEGORY"_qs, u"one only: macosx, memory or network"_qs, ParameterInfo::Count::Optional,
+          Completes::Words, categoryNames()}},
+        {{u"system-root"_qs, u"DIR"_qs, u"the folder at which the system disk is mounted"_qs, false,
+          Completes::Folder}},
         {u"system"_qs, u"system memory --json"_qs,
          u"system macosx --system-root /mnt/disk --home /mnt/disk/Users/anna"_qs}};
 }

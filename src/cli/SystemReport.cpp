@@ -93,6 +93,14 @@ Result<QList<SystemCategory>> lookUpCategories(const QString &typed)
                       + u"'; the categories are macosx, memory and network"};
 }
 
+QStringList categoryNames()
+{
+    QStringList names;
+    for (const SystemCategory &category : categories)
+        names.append(QString::fromUtf16(category.key));
+    return names;
+}
+
 SystemReport readSystem(const SystemCategory &category, const Request &request)
 {
     return {category, readRows(category.kind, request)};

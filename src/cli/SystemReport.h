@@ -21,6 +21,9 @@ struct SystemCategory {
 /// The one named, in any letter case by key or title; all of them for a null name.
 [[nodiscard]] Result<QList<SystemCategory>> lookUpCategories(const QString &typed);
 
+/// What is typed for each.
+[[nodiscard]] QStringList categoryNames();
+
 /// A category with its facts; or why they can't be read.
 struct SystemReport {
     SystemCategory category;

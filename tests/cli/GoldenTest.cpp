@@ -42,6 +42,7 @@ const QList<Golden> goldens {
     {u"help-backups-show.txt", {u"backups"_qs, u"show"_qs, u"--help"_qs}},
     {u"help-backups-restore.txt", {u"backups"_qs, u"restore"_qs, u"--help"_qs}},
     {u"help-backups-delete.txt", {u"backups"_qs, u"delete"_qs, u"--help"_qs}},
+    {u"help-completion.txt", {u"completion"_qs, u"--help"_qs}},
     {u"list.txt", {u"list"_qs}},
     {u"list-safari.txt", {u"list"_qs, u"safari"_qs}},
     {u"list-general.json", {u"list"_qs, u"General"_qs, u"--json"_qs}},

@@ -1,3 +1,4 @@
+#include "cli/CommandTree.h"
 #include "cli/TextWidth.h"
 #include "cli/Varnelctl.h"
 
@@ -11,6 +12,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+using namespace varnel::cli;
 using namespace varnel::test;
 using namespace testing;
 
@@ -107,6 +109,22 @@ TEST_F(OutputTest, aTableFitsTheTerminal)
     EXPECT_TRUE(onTerminal(40, {u"list"_qs, u"Dock"_qs}).contains(u"..."));
 }
 
+TEST_F(OutputTest, everyHelpShowsAnExampleAndIsNeverColoured)
+{
+    QStringList levels {QString()};
+    for (const TreeNode &node : commandTree(makeCommands()))
+        levels.append(node.path);
+    for (const auto &command : makeCommands())
+        levels.append(command->info().name);
+    for (const QString &level : levels) {
+        const QString help =
+            onTerminal(80, level.split(u' ', Qt::SkipEmptyParts) + QStringList(u"--help"_qs));
+        const QString example = u"\n  varnelctl "_qs + level;
+        EXPECT_TRUE(help.section(u"Examples:"_qs, 1).contains(example)) << level.toStdString();
+        EXPECT_FALSE(help.contains(u'\033')) << level.toStdString();
+    }
+}
+
 TEST_F(OutputTest, colourIsForTerminalsThatWantIt)
 {
     EXPECT_TRUE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u"\033["));
@@ -115,6 +133,8 @@ TEST_F(OutputTest, colourIsForTerminalsThatWantIt)
     varnelctl.environment.insert(u"TERM"_qs, u"dumb"_qs);
     EXPECT_FALSE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u'\033'));
     varnelctl.environment.remove(u"TERM"_qs);
+    varnelctl.environment.insert(u"NO_COLOR"_qs, u""_qs);
+    EXPECT_TRUE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u"\033[")) << "empty is not set";
     varnelctl.environment.insert(u"NO_COLOR"_qs, u"1"_qs);
     EXPECT_FALSE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u'\033'));
 }

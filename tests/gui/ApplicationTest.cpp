@@ -1,6 +1,6 @@
 #include "shell/views/Application.h"
 #include "shell/SharedObject.h"
-#include "shell/views/StartOptions.h"
+#include "shell/StartOptions.h"
 #include "shell/views/VarnelAppDelegate.h"
 #include "support/gui/WindowFixture.h"
 

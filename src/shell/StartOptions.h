@@ -1,11 +1,22 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <optional>
 
 namespace varnel {
+
+/// One option of the desktop program, for its help and its manual page.
+struct StartOption {
+    QString name; ///< without the dashes
+    QString valueName; ///< null for a switch
+    QString help; ///< no capital, no full stop
+};
+
+/// In the order in which the help lists them.
+[[nodiscard]] const QList<StartOption> &startOptionList();
 
 /// What the command line asks of the desktop program.
 struct StartOptions {

@@ -1,0 +1,88 @@
+#include "cli/CommandTree.h"
+
+#include <algorithm>
+
+namespace varnel::cli {
+
+namespace {
+
+TreeNode &nodeAt(QList<TreeNode> &tree, const QString &path)
+{
+    const auto found = std::find_if(tree.begin(), tree.end(),
+                                    [&](const TreeNode &node) { return node.path == path; });
+    if (found != tree.end())
+        return *found;
+    tree.append({path, {}});
+    return tree.last();
+}
+
+/// The word is there already when it is a command of its own, or holds another.
+void addWord(TreeNode &node, const TreeWord &word)
+{
+    const bool known = std::any_of(node.below.begin(), node.below.end(),
+                                   [&](const TreeWord &below) { return below.word == word.word; });
+    if (!known)
+        node.below.append(word);
+}
+
+/// What stands beneath a word says what the word is for.
+QString helpOfGroup(const QString &group, const Commands &commands)
+{
+    QStringList words;
+    for (const auto &command : commands) {
+        const CommandInfo info = command->info();
+        if (info.name == group)
+            return info.summary;
+        if (info.name.startsWith(group + u' '))
+            words.append(info.name.mid(group.size() + 1));
+    }
+    return words.join(u", ");
+}
+
+} // namespace
+
+QList<TreeNode> commandTree(const Commands &commands)
+{
+    QList<TreeNode> tree {{QString(), {}}};
+    for (const auto &command : commands) {
+        const CommandInfo info = command->info();
+        const qsizetype blank = info.name.lastIndexOf(u' ');
+        const QString group = blank < 0 ? QString() : info.name.left(blank);
+        if (!group.isNull())
+            addWord(nodeAt(tree, QString()), {group, helpOfGroup(group, commands), group});
+        for (const QString &name : allNames(info))
+            addWord(nodeAt(tree, group), {name.mid(blank + 1), info.summary, info.name});
+    }
+    return tree;
+}
+
+QStringList allNames(const CommandInfo &info)
+{
+    QStringList names {info.name};
+    for (const QString &alias : info.aliases)
+        names.append(info.name.left(info.name.lastIndexOf(u' ') + 1) + alias);
+    return names;
+}
+
+bool repeats(const ParameterInfo &parameter)
+{
+    return parameter.count != ParameterInfo::Count::One
+        && parameter.count != ParameterInfo::Count::Optional;
+}
+
+QList<OptionInfo> sharedOptions()
+{
+    return commonOptions() + QList<OptionInfo> {{u"help"_qs, {}, u"show help"_qs}};
+}
+
+QList<OptionInfo> allOptions(const CommandInfo &info)
+{
+    return info.options + sharedOptions();
+}
+
+QList<OptionInfo> programOptions()
+{
+    return {{u"version"_qs, {}, u"show the version"_qs}};
+}
+
+} // namespace varnel::cli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "cli/Registry.h"
+
+namespace varnel::cli {
+
+/// A word that may follow, and what it is for.
+struct TreeWord {
+    QString word;
+    QString help;
+    QString command {}; ///< the path that it leads to; for an alias, the command's own name
+};
+
+/// A word, or words, that commands stand beneath; the program itself is the null path.
+struct TreeNode {
+    QString path;
+    QList<TreeWord> below;
+};
+
+/// The commands by their words: every node that holds others, the program first.
+[[nodiscard]] QList<TreeNode> commandTree(const Commands &commands);
+
+/// Every name that the command answers to, its own first: "set", "write".
+[[nodiscard]] QStringList allNames(const CommandInfo &info);
+
+/// Whether the parameter takes whatever else is typed.
+[[nodiscard]] bool repeats(const ParameterInfo &parameter);
+
+/// The options that every command takes, with --help.
+[[nodiscard]] QList<OptionInfo> sharedOptions();
+
+/// Every option of a command, its own first.
+[[nodiscard]] QList<OptionInfo> allOptions(const CommandInfo &info);
+
+/// The options that the program takes without a command, beside the shared ones.
+[[nodiscard]] QList<OptionInfo> programOptions();
+
+} // namespace varnel::cli

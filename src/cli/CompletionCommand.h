@@ -1,0 +1,14 @@
+#pragma once
+
+#include "cli/Command.h"
+
+namespace varnel::cli {
+
+/// Prints the script that completes this program's command lines in a shell.
+class CompletionCommand : public Command {
+public:
+    [[nodiscard]] CommandInfo info() const override;
+    ExitStatus run(const Request &request, Console &console) const override;
+};
+
+} // namespace varnel::cli

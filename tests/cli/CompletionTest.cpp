@@ -1,0 +1,227 @@
+#include "cli/CommandTree.h"
+#include "cli/Varnelctl.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+using namespace varnel::cli;
+using namespace varnel::test;
+using namespace testing;
+
+namespace {
+
+/// The scripts in the shells that they are for, started anew for each test.
+class CompletionTest : public TestWithParam<const char *> {
+protected:
+    void SetUp() override
+    {
+        if (QStandardPaths::findExecutable(shell).isEmpty())
+            GTEST_SKIP() << GetParam() << " is not installed";
+        const QString folder = QFileInfo(QStringLiteral(VARNELCTL)).path();
+        varnelctl.environment.insert(u"PATH"_qs, folder + u":/usr/bin:/bin");
+        // The name under which zsh looks for it.
+        script = home.path() + u"/scripts/_varnelctl";
+        QDir().mkpath(QFileInfo(script).path());
+        const Outcome made = varnelctl.run({u"completion"_qs, shell});
+        ASSERT_EQ(made.status, 0) << made.err.toStdString();
+        writeFile(script, made.out);
+    }
+
+    /// Presses the key at the end of each line.
+    void complete(const QStringList &lines)
+    {
+        QProcess process;
+        process.setProcessEnvironment(varnelctl.environment);
+        process.setWorkingDirectory(home.path());
+        process.start(u"python3"_qs, {QStringLiteral(CLI_TESTS) + u"/complete.py", shell, script});
+        process.write(lines.join(u'\n').toUtf8());
+        process.closeWriteChannel();
+        ASSERT_TRUE(process.waitForFinished(100000));
+        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        Outcome outcome;
+        outcome.out = process.readAllStandardOutput();
+        found = outcome.json();
+        for (const QString &line : lines)
+            ASSERT_TRUE(found.contains(line)) << line.toStdString();
+    }
+
+    [[nodiscard]] std::string candidates(const QString &line) const
+    {
+        QStringList all;
+        for (const QJsonValue &each : found[line][u"candidates"].toArray())
+            all.append(each.toString());
+        return all.join(u", ").toStdString();
+    }
+
+    /// What the line became; fish tells only candidates without a terminal.
+    void expectLine(const QString &typed, const QString &line) const
+    {
+        if (shell != u"fish") {
+            EXPECT_EQ(found[typed][u"line"].toString().toStdString(), line.toStdString());
+        }
+    }
+
+    const QString shell = QString::fromLatin1(GetParam());
+    TemporaryHome home;
+    Varnelctl varnelctl {home};
+    QString script;
+    QJsonObject found;
+};
+
+std::string sorted(QStringList words)
+{
+    words.sort();
+    return words.join(u", ").toStdString();
+}
+
+TEST_P(CompletionTest, everyWordAndOptionOfEveryCommandIsOffered)
+{
+    const Commands commands = makeCommands();
+    QMap<QString, QStringList> wanted;
+    for (const TreeNode &node : commandTree(commands)) {
+        const QString line = QString(u"varnelctl " + node.path).trimmed() + u' ';
+        for (const TreeWord &below : node.below)
+            wanted[line].append(below.word);
+    }
+    for (const auto &command : commands) {
+        const CommandInfo info = command->info();
+        for (const OptionInfo &option : allOptions(info))
+            wanted[u"varnelctl " + info.name + u" --"].append(u"--" + option.name);
+    }
+    for (const OptionInfo &option : sharedOptions() + programOptions())
+        wanted[u"varnelctl --"_qs].append(u"--" + option.name);
+
+    complete(wanted.keys());
+    for (auto line = wanted.cbegin(); line != wanted.cend(); ++line)
+        EXPECT_EQ(candidates(line.key()), sorted(line.value())) << line.key().toStdString();
+}
+
+TEST_P(CompletionTest, settingsAndTheirValuesAreOffered)
+{
+    const QString name = u"varnelctl set dock-p"_qs;
+    const QString label = u"varnelctl set dock-position=L"_qs;
+    const QString blanks = u"varnelctl set minimize-effect=sc"_qs;
+    const QString quotes = u"varnelctl set 'minimize-effect=sc"_qs;
+    const QString number = u"varnelctl set 1008=g"_qs;
+    const QString second = u"varnelctl set dock-size=40 autohide="_qs;
+    const QString anyText = u"varnelctl set screenshot-prefix="_qs;
+    const QString show = u"varnelctl show dock-p"_qs;
+    const QString alias = u"varnelctl write dock-position=r"_qs;
+    const QString reset = u"varnelctl reset dock-size dock-p"_qs;
+    complete({name, label, blanks, quotes, number, second, anyText, show, alias, reset});
+
+    EXPECT_EQ(candidates(name), "dock-position");
+    expectLine(name, u"varnelctl set dock-position="_qs);
+    EXPECT_EQ(candidates(label), "left");
+    expectLine(label, u"varnelctl set dock-position=left "_qs);
+    EXPECT_EQ(candidates(blanks), "Scale effect");
+    expectLine(blanks, u"varnelctl set minimize-effect=Scale\\ effect "_qs);
+    EXPECT_EQ(candidates(quotes), "Scale effect");
+    expectLine(quotes, u"varnelctl set 'minimize-effect=Scale effect' "_qs);
+    EXPECT_EQ(candidates(number), "Genie effect");
+    EXPECT_EQ(candidates(second), "default, no, yes");
+    EXPECT_EQ(candidates(anyText), "");
+    EXPECT_EQ(candidates(show), "dock-position");
+    expectLine(show, u"varnelctl show dock-position "_qs);
+    EXPECT_EQ(candidates(alias), "right");
+    EXPECT_EQ(candidates(reset), "dock-position");
+}
+
+TEST_P(CompletionTest, groupsWordsAndFoldersAreOffered)
+{
+    QDir(home.path()).mkpath(u"disks/anna one"_qs);
+    writeFile(home.path() + u"/disks/annotations", "");
+    const QString group = u"varnelctl list t"_qs;
+    const QString optional = u"varnelctl reset --group t"_qs;
+    const QString format = u"varnelctl export --format m"_qs;
+    const QString application = u"varnelctl end Dock q"_qs;
+    const QString category = u"varnelctl system "_qs;
+    const QString folder = u"varnelctl --home "_qs + home.path() + u"/disks/ann";
+    const QString joined = u"varnelctl list --home="_qs + home.path() + u"/disks/ann";
+    const QString file = u"varnelctl list --homes-from "_qs + home.path() + u"/disks/annot";
+    complete({group, optional, format, application, category, folder, joined, file});
+
+    EXPECT_EQ(candidates(group), "Time Machine");
+    expectLine(group, u"varnelctl list Time\\ Machine "_qs);
+    EXPECT_EQ(candidates(optional), "Time Machine");
+    EXPECT_EQ(candidates(format), "mobileconfig");
+    EXPECT_EQ(candidates(application), "QuickTime Player X");
+    EXPECT_EQ(candidates(category), "macosx, memory, network");
+    for (const QString &line : {folder, joined}) {
+        EXPECT_EQ(candidates(line), "anna one") << line.toStdString();
+        expectLine(line, line + u"a\\ one/");
+    }
+    EXPECT_EQ(candidates(file), "annotations");
+}
+
+TEST_P(CompletionTest, whatTheNamedHomeHoldsIsOffered)
+{
+    const QString anna = home.path() + u"/anna";
+    QDir().mkpath(anna + u"/Library/Preferences");
+    ASSERT_EQ(varnelctl.run({u"set"_qs, u"dock-size=40"_qs, u"--home"_qs, anna}).status, 0);
+    ASSERT_EQ(
+        varnelctl
+            .run({u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--home"_qs, anna})
+            .status,
+        0);
+    const QString named = u"varnelctl --home "_qs + anna;
+    const QString backup = named + u" backups show quillet1";
+    const QString joined = u"varnelctl --home="_qs + anna + u" backups restore quillet1";
+    const QString item = named + u" login-items enable ";
+    const QString own = u"varnelctl backups show "_qs;
+    const QString only = named + u" backups restore quillet1.sqlite --only 1008 dock-si";
+    complete({backup, joined, item, own, only});
+
+    EXPECT_EQ(candidates(backup), "quillet1.sqlite");
+    EXPECT_EQ(candidates(joined), "quillet1.sqlite");
+    EXPECT_EQ(candidates(item), "Chess.app");
+    EXPECT_EQ(candidates(own), "");
+    EXPECT_EQ(candidates(only), "dock-size");
+}
+
+TEST_P(CompletionTest, nothingIsOfferedWhereNothingFits)
+{
+    const QString words = u"varnelctl -- se"_qs;
+    const QString full = u"varnelctl show dock-size "_qs;
+    const QString text = u"varnelctl search "_qs;
+    complete({words, full, text});
+    EXPECT_EQ(candidates(words), "");
+    EXPECT_EQ(candidates(text), "");
+    // Where no argument fits, zsh goes on with options by itself.
+    if (shell != u"zsh") {
+        EXPECT_EQ(candidates(full), "");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Shells, CompletionTest, Values("bash", "zsh", "fish"),
+                         [](const auto &shell) { return std::string(shell.param); });
+
+TEST(CompletionCommandTest, theScriptForBashPassesShellcheck)
+{
+    const QString shellcheck = QStandardPaths::findExecutable(u"shellcheck"_qs);
+    if (shellcheck.isEmpty())
+        GTEST_SKIP() << "shellcheck is not installed";
+    TemporaryHome home;
+    const Varnelctl varnelctl(home);
+    const QString script = home.path() + u"/varnelctl.bash";
+    writeFile(script, varnelctl.run({u"completion"_qs, u"bash"_qs}).out);
+    const Outcome checked = runProgram(shellcheck, {script}, varnelctl.environment);
+    EXPECT_EQ(checked.status, 0) << checked.out.toStdString();
+}
+
+TEST(CompletionCommandTest, anotherShellIsWrongUsage)
+{
+    TemporaryHome home;
+    const Outcome outcome = Varnelctl(home).run({u"completion"_qs, u"csh"_qs});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(outcome.err.contains("bash, zsh, fish")) << outcome.err.toStdString();
+}
+
+} // namespace
