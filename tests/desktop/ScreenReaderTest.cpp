@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 using namespace varnel;
 using namespace varnel::test;
@@ -26,11 +27,12 @@ TEST_F(ScreenReaderTest, ASettingIsChangedAndSavedOverTheAccessibilityBus)
         GTEST_SKIP() << "no session bus, or no Python";
     startWindowManager();
     const TemporaryHome home;
+    const QTemporaryDir session; // with a short path, as sockets need
     QProcess driver;
     driver.setProcessChannelMode(QProcess::MergedChannels);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path() + u"/configuration");
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), session.path());
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), session.path());
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     driver.setProcessEnvironment(environment);
     driver.start(bus,

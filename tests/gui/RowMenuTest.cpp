@@ -136,6 +136,17 @@ TEST_F(RowMenuTest, AFieldKeepsItsOwnMenuAboveTheRows)
     EXPECT_EQ(reports.take(), editReports(1400, u"Shot"_qs, u"-1"_qs));
 }
 
+TEST_F(RowMenuTest, ShiftAndF10OpenItToo)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    open(u"HideDockView"_qs);
+    QTest::keyClick(&control<QComboBox>(u"comboBox"_qs), Qt::Key_F10, Qt::ShiftModifier);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    take(*menu, useDefault);
+    EXPECT_EQ(reports.take(), editReports(1009, 0, 2));
+}
+
 TEST_F(RowMenuTest, AStepperHasTheRowsMenuToo)
 {
     putFile(u"com.apple.Safari.plist"_qs,

@@ -7,10 +7,20 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 
 namespace varnel {
+
+namespace {
+
+bool isMenuKey(const QKeyEvent &press)
+{
+    return press.key() == Qt::Key_F10 && press.modifiers() == Qt::ShiftModifier;
+}
+
+} // namespace
 
 RowMenu::RowMenu(GenericView &row) : QObject(&row), row(row)
 {
@@ -22,21 +32,31 @@ RowMenu::RowMenu(GenericView &row) : QObject(&row), row(row)
 
 bool RowMenu::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::ContextMenu)
-        return QObject::eventFilter(watched, event);
-    const auto *asked = static_cast<QContextMenuEvent *>(event);
-    auto *widget = qobject_cast<QWidget *>(watched);
-    auto *field = qobject_cast<QLineEdit *>(widget);
-    if (auto *stepper = qobject_cast<QAbstractSpinBox *>(widget))
+    auto *part = qobject_cast<QWidget *>(watched);
+    if (event->type() == QEvent::ContextMenu) {
+        show(part, static_cast<QContextMenuEvent *>(event)->globalPos());
+        return true;
+    }
+    // The menu key is the toolkit's business; of its stand-in not every platform knows.
+    if (event->type() == QEvent::KeyPress && isMenuKey(*static_cast<QKeyEvent *>(event))) {
+        show(part, part->mapToGlobal(part->rect().center()));
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void RowMenu::show(QWidget *part, const QPoint &where)
+{
+    auto *field = qobject_cast<QLineEdit *>(part);
+    if (auto *stepper = qobject_cast<QAbstractSpinBox *>(part))
         field = stepper->findChild<QLineEdit *>();
     QMenu *menu = field ? field->createStandardContextMenu() : new QMenu(&row);
     if (field)
         menu->addSeparator();
-    addActions(*menu, placeAt(row.mapFromGlobal(asked->globalPos())));
+    addActions(*menu, placeAt(row.mapFromGlobal(where)));
     menu->setObjectName(QStringLiteral("rowMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(asked->globalPos());
-    return true;
+    menu->popup(where);
 }
 
 int RowMenu::placeAt(const QPoint &point) const

@@ -3,6 +3,8 @@
 #include <QObject>
 
 class QMenu;
+class QPoint;
+class QWidget;
 
 namespace varnel {
 
@@ -20,6 +22,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void show(QWidget *part, const QPoint &where);
     /// The setting whose control is at that point of the row; -1 where all of the row is meant.
     [[nodiscard]] int placeAt(const QPoint &point) const;
     [[nodiscard]] bool showsDefault(int place) const;

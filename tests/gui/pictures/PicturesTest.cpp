@@ -228,7 +228,7 @@ INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Light, LightPicturesTest, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Dark, PicturesTest, testing::Values(true));
 
-TEST(PictureDifference, AWordIsOneASmoothedEdgeIsNone)
+TEST(PictureDifference, TwoWordsAreOneASmoothedEdgeIsNone)
 {
     QImage empty(820, 560, QImage::Format_RGB32);
     empty.fill(Qt::white);

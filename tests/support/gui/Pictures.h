@@ -18,7 +18,7 @@ void expectPicture(QWidget &widget, const QString &name);
 /// Half as wide and as high, and of fewer colours: as pictures are stored and compared.
 [[nodiscard]] QImage reduced(const QImage &picture);
 
-/// Which share of the pixels may differ. One word more or less is above that.
+/// Which share of the pixels may differ. Two words more or less are above that.
 inline constexpr double allowedShare = 0.001;
 
 /// Where two pictures differ: white where they are alike. `share` is that of the differing pixels,
