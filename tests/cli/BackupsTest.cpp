@@ -276,10 +276,10 @@ TEST_F(BackupsTest, deleteTakesSeveralAndChecksThemAllFirst)
 
 TEST_F(BackupsTest, theJournalOfAKilledSaveGoesWithItsFile)
 {
-    const QString sample = QStringLiteral(TEST_DATA) + u"/backups/killed-save.sqlite";
-    for (const QString &name : {u"quillet1.sqlite"_qs, u"quillet2.sqlite"_qs})
-        for (const QString &ending : {u""_qs, u"-journal"_qs})
-            writeFile(folder + name + ending, fileBytes(sample + ending));
+    for (const QString &name : {u"quillet1.sqlite"_qs, u"quillet2.sqlite"_qs}) {
+        put(name, {sizeRow});
+        writeFile(folder + name + u"-journal", "left");
+    }
     EXPECT_EQ(backups({u"delete"_qs, u"quillet2.sqlite"_qs}).status, 0);
     EXPECT_EQ(files(), (QStringList {u"quillet1.sqlite"_qs, u"quillet1.sqlite-journal"_qs}));
     const Outcome restored = backups({u"restore"_qs, u"quillet1.sqlite"_qs});
