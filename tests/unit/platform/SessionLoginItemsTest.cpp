@@ -281,7 +281,7 @@ TEST_F(LoginItemsOfSession, AKeptRecordNamesPlainFilesOnly)
     EXPECT_TRUE(kept.keep(u"/p"_s,
                           {{u"../../escape.desktop"_s, true, "x", {}, 0644},
                            {u"fine.desktop"_s, true, "y", {}, 04755}}));
-    const QList<KeptEntry> entries = kept.entriesOf(u"/p"_s);
+    const QList<KeptEntry> entries = kept.entriesOf(u"/p"_s).value();
     ASSERT_EQ(entries.size(), 1);
     EXPECT_EQ(entries[0].fileName, u"fine.desktop"_s);
     EXPECT_EQ(entries[0].mode, 0755U);
