@@ -2,8 +2,10 @@
 
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxInstanceGuard.h"
+#include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
 #include "shell/SharedObject.h"
+#include "shell/Tools.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
