@@ -243,6 +243,10 @@ Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
     if (outcome != SQLITE_OK)
         return errorOf(raw);
     defend(raw);
+    // Before the first look at the file: that may have to wait already, and it leaves a fence
+    // behind.
+    if ((flags & SQLITE_OPEN_CREATE) != 0)
+        prepareToWrite(raw);
     if (hasComputedColumns(raw))
         return Error {ErrorCode::Unloadable, QStringLiteral("computed columns in users")};
     return opened;
@@ -278,8 +282,6 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access)
                                            : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     if (!opened)
         return opened.error();
-    if (access == Access::Create)
-        prepareToWrite(opened.value().get());
     return Sqlite(std::move(opened).value());
 }
 
