@@ -1,6 +1,7 @@
 #include "ui/AlertSheet.h"
 
 #include "ui/SmallFont.h"
+#include "ui/Theme.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -101,6 +102,8 @@ QLayout *AlertSheet::makeButtons(const Alert &alert)
         button->setDefault(i == 0);
         connect(button, &QPushButton::clicked, this, [this, i] { done(FirstButton + int(i)); });
         row->insertWidget(1, button);
+        if (i == 0 && alert.deletes)
+            Theme::makeDangerButton(button);
         if (i == 0)
             button->setFocus();
     }

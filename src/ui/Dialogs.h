@@ -18,6 +18,7 @@ struct Alert {
     QString message;
     QString informative;
     QStringList buttons; ///< the first named is the default and stands rightmost
+    bool deletes = false; ///< whether the first button deletes something
 };
 
 /// Everything that asks the user something in a window of its own; tests answer in its place.

@@ -256,7 +256,8 @@ void RestoreBackupView::deleteSelectedFilesAfterAsking()
     context.dialogs.showAlert(this,
                               {QStringLiteral("Delete Backup File"),
                                question,
-                               {QStringLiteral("Delete"), QStringLiteral("Cancel")}},
+                               {QStringLiteral("Delete"), QStringLiteral("Cancel")},
+                               true},
                               [self = QPointer<RestoreBackupView>(this)](int code) {
                                   if (self)
                                       self->deleteAlertDidEnd(code);

@@ -2,11 +2,8 @@
 
 #include "settings/ValueText.h"
 #include "settings/views/DefaultBox.h"
-#include "ui/Theme.h"
-#include "ui/WheelGuard.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
+#include <QBoxLayout>
 
 namespace varnel {
 
@@ -40,21 +37,6 @@ void DefaultedView::reportOldValue()
 {
     // A number has no text and a text no number.
     backupValue(getViewID(), backupValueInt(), backupValueStr());
-}
-
-QHBoxLayout *DefaultedView::numberLine(QLabel *label, QWidget *control)
-{
-    label->setObjectName(QStringLiteral("label"));
-    control->setAccessibleName(setting().label);
-    control->setFixedWidth(Theme::fieldWidth);
-    WheelGuard::protect(control);
-    takeControl(control);
-    auto *line = new QHBoxLayout;
-    line->addStretch();
-    line->addWidget(label);
-    line->addSpacing(Theme::gap);
-    line->addWidget(control);
-    return line;
 }
 
 QBoxLayout *DefaultedView::boxLine(int width)

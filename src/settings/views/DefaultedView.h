@@ -3,8 +3,6 @@
 #include "settings/views/ControlState.h"
 #include "settings/views/GenericView.h"
 
-class QHBoxLayout;
-
 namespace varnel {
 
 /// A control with a box below it that stands for removing the key.
@@ -37,9 +35,7 @@ protected:
 
     void reportOldValue();
 
-    /// Widgets: the line with a number's control and the word beside it, and the line of the box,
-    /// whose left edge is that of the last `width` units.
-    QHBoxLayout *numberLine(QLabel *label, QWidget *control);
+    /// The line of the box, whose left edge is that of the last `width` units.
     QBoxLayout *boxLine(int width);
 
 private:

@@ -1,10 +1,7 @@
 #include "settings/views/SliderView.h"
 
 #include "base/Text.h"
-#include "ui/Theme.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QSlider>
 
 #include <algorithm>
@@ -13,68 +10,55 @@ namespace varnel {
 
 SliderView::SliderView(const ViewContext &context, const QList<const SettingRow *> &settings,
                        const Caption &caption)
-    : DefaultedView(context, settings, caption), slider(setting().minimum)
+    : NumberView(context, settings, caption, settings.front()->minimum)
 {
 }
 
 void SliderView::readData(bool updateControls)
 {
-    const SettingReading reading = readSetting();
-    // The number as it stands on disk is what comes back from a backup, in range or not.
-    setBackupValueInt(reading.found ? reading.value.number : -1);
+    const SettingReading reading = readNumber();
     if (!updateControls)
         return;
     if (reading.found)
-        slider.show(std::clamp(reading.value.number, setting().minimum, setting().maximum));
+        number.show(std::clamp(reading.value.number, setting().minimum, setting().maximum));
     showBox(!reading.found);
-    reportedNumber = slider.value();
+    reportedNumber = number.value();
     takeBoxState();
     updateLabelValue();
     setDefaultCheckBoxStat();
 }
 
+QString SliderView::labelText() const
+{
+    return fillIn(u"%d pixels", {QString::number(number.value())});
+}
+
 void SliderView::updateLabelValue()
 {
     if (label)
-        label->setText(fillIn(u"%d pixels", {QString::number(slider.value())}));
-}
-
-void SliderView::setDefaultCheckBoxStat()
-{
-    slider.setEnabled(!boxIsOn());
-    if (label)
-        label->setEnabled(!boxIsOn());
+        label->setText(labelText());
 }
 
 void SliderView::sliderChangeValue()
 {
-    if (slider.value() == reportedNumber)
+    if (number.value() == reportedNumber)
         return;
     updateLabelValue();
-    reportOldValue();
-    reportedNumber = slider.value();
-    changeValue(getViewID(), reportedNumber, QStringLiteral(""));
+    reportNumber();
 }
 
 void SliderView::writeShownData()
 {
-    writeData(getViewID(), {boxIsOn() ? -1 : slider.value()});
+    writeData(getViewID(), {boxIsOn() ? -1 : number.value()});
 }
 
 void SliderView::buildControls(QBoxLayout *column)
 {
-    auto *widget = new QSlider(Qt::Horizontal, this);
-    widget->setObjectName(QStringLiteral("slider"));
-    widget->setRange(setting().minimum, setting().maximum);
-    widget->setPageStep(16);
-    slider.attach(widget);
-    label = new QLabel(this);
-    column->addLayout(numberLine(label, widget));
-    column->addLayout(boxLine(Theme::fieldWidth));
-
-    updateLabelValue();
-    setDefaultCheckBoxStat();
-    connect(widget, &QSlider::valueChanged, this, &SliderView::sliderChangeValue);
+    auto *slider = new QSlider(Qt::Horizontal, this);
+    slider->setObjectName(QStringLiteral("slider"));
+    slider->setPageStep(16);
+    buildLines(column, slider, labelText());
+    connect(slider, &QSlider::valueChanged, this, &SliderView::sliderChangeValue);
 }
 
 } // namespace varnel

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "settings/views/DefaultedView.h"
-
-class QSlider;
+#include "settings/views/NumberView.h"
 
 namespace varnel {
 
 /// A number of pixels on a slider, with a box for the default.
-class SliderView : public DefaultedView {
+class SliderView : public NumberView<QAbstractSlider> {
     Q_OBJECT
 
 public:
@@ -18,19 +16,15 @@ public:
 
     void sliderChangeValue();
     void updateLabelValue();
-    void setDefaultCheckBoxStat() override;
 
     void readData(bool updateControls) override;
     void writeShownData() override;
 
 protected:
-    [[nodiscard]] SettingValue controlValue() const override { return {slider.value()}; }
     void buildControls(QBoxLayout *column) override;
 
 private:
-    ControlState<QAbstractSlider, int> slider;
-    QLabel *label = nullptr;
-    int reportedNumber = 0;
+    [[nodiscard]] QString labelText() const;
 };
 
 } // namespace varnel

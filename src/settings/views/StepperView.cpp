@@ -1,22 +1,22 @@
 #include "settings/views/StepperView.h"
 
-#include "ui/Theme.h"
-
-#include <QHBoxLayout>
-#include <QLabel>
-
 namespace varnel {
+
+StepperView::StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
+                         const Caption &caption)
+    : NumberView(context, settings, caption)
+{
+}
 
 void StepperView::readData(bool updateControls)
 {
-    const SettingReading reading = readSetting();
-    setBackupValueInt(reading.found ? reading.value.number : -1);
+    const SettingReading reading = readNumber();
     if (!updateControls)
         return;
     if (reading.found) {
-        stepper.show(reading.value.number); // and the box stays as it is
+        number.show(reading.value.number); // and the box stays as it is
     } else {
-        stepper.show(setting().shownWhenMissing);
+        number.show(setting().shownWhenMissing);
         showBox(true);
         setDefaultCheckBoxStat();
     }
@@ -25,37 +25,22 @@ void StepperView::readData(bool updateControls)
     takeBoxState();
 }
 
-void StepperView::setDefaultCheckBoxStat()
-{
-    stepper.setEnabled(!boxIsOn());
-    if (label)
-        label->setEnabled(!boxIsOn());
-}
-
 void StepperView::stepperChangeValue()
 {
-    reportedNumber = stepper.value();
-    reportOldValue();
-    changeValue(getViewID(), reportedNumber, QStringLiteral(""));
+    reportNumber();
 }
 
 void StepperView::writeShownData()
 {
-    writeData(getViewID(), {stepper.value()});
+    writeData(getViewID(), {number.value()});
 }
 
 void StepperView::buildControls(QBoxLayout *column)
 {
-    auto *widget = new QSpinBox(this);
-    widget->setObjectName(QStringLiteral("stepper"));
-    widget->setRange(setting().minimum, setting().maximum);
-    stepper.attach(widget);
-    label = new QLabel(QStringLiteral("items"), this);
-    label->setEnabled(stepper.isEnabled());
-    column->addLayout(numberLine(label, widget));
-    column->addLayout(boxLine(Theme::fieldWidth));
-
-    connect(widget, &QSpinBox::valueChanged, this, &StepperView::stepperChangeValue);
+    auto *stepper = new QSpinBox(this);
+    stepper->setObjectName(QStringLiteral("stepper"));
+    buildLines(column, stepper, QStringLiteral("items"));
+    connect(stepper, &QSpinBox::valueChanged, this, &StepperView::stepperChangeValue);
 }
 
 } // namespace varnel

@@ -1,32 +1,26 @@
 #pragma once
 
-#include "settings/views/DefaultedView.h"
+#include "settings/views/NumberView.h"
 
 namespace varnel {
 
 /// A number in a field with a stepper, with a box for the default.
-class StepperView : public DefaultedView {
+class StepperView : public NumberView<QSpinBox> {
     Q_OBJECT
 
 public:
-    using DefaultedView::DefaultedView;
+    StepperView(const ViewContext &context, const QList<const SettingRow *> &settings,
+                const Caption &caption);
 
     [[nodiscard]] int currentStepperValue() const { return reportedNumber; }
 
     void stepperChangeValue();
-    void setDefaultCheckBoxStat() override;
 
     void readData(bool updateControls) override;
     void writeShownData() override;
 
 protected:
-    [[nodiscard]] SettingValue controlValue() const override { return {stepper.value()}; }
     void buildControls(QBoxLayout *column) override;
-
-private:
-    ControlState<QSpinBox, int> stepper;
-    QLabel *label = nullptr;
-    int reportedNumber = 0;
 };
 
 } // namespace varnel

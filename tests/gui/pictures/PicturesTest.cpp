@@ -222,6 +222,14 @@ TEST_P(PicturesTest, Sheets)
         {u"Save Changes"_qs, savePromptText(1, 1), {u"Save"_qs, u"Cancel"_qs, u"Don't Save"_qs}},
         {});
     expectSheet(alert, u"sheet-alert"_qs);
+
+    AlertSheet deleting(window.get(),
+                        {u"Delete Backup File"_qs,
+                         u"Are you sure you want to delete quillet1.sqlite?"_qs,
+                         {u"Delete"_qs, u"Cancel"_qs},
+                         true},
+                        {});
+    expectSheet(deleting, u"sheet-delete"_qs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));
