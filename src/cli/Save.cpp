@@ -34,7 +34,7 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
 {
     // Trying a write out would log as the write itself does.
     const LogSilence silence;
-    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts());
     QList<const SettingRow *> rows;
     for (const WantedValue &each : lastOfEach(wanted)) {
         const Result<bool> change = rehearsal.wouldChange(*each.row, each.value);

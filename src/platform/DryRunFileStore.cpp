@@ -31,6 +31,7 @@ Result<QByteArray> DryRunFileStore::read(const QString &path) const
 
 Result<void> DryRunFileStore::update(const QString &path, const Change &change)
 {
+    const bool isFirst = !tried.contains(path);
     const Result<std::optional<QByteArray>> old = present(read(path));
     if (!old)
         return old.error();
@@ -41,6 +42,10 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
         return {};
     tried[path] = *fresh.value();
     ++count;
+    if (isFirst) {
+        changed.append(path);
+        return {};
+    }
 
     const Result<std::optional<QByteArray>> original = present(inner.read(path));
     if (original && original.value() == fresh.value())

@@ -11,8 +11,10 @@ namespace varnel {
 /// files. Nothing is touched.
 class Rehearsal {
 public:
-    /// Both are only read, and outlive this object.
-    Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo);
+    /// Everything outlives this object; store and info are only read. Drafts (where given) spare
+    /// the write that follows the work of its trial.
+    Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo,
+              EditDrafts *drafts = nullptr);
 
     /// Whether writing the value, after the writes that were tried before it, would change
     /// anything; the error that the write would meet (Unloadable and what reading meets).

@@ -24,10 +24,9 @@ SettingReading readingOf(const SettingRow &row, const plist::Value &stored)
 }
 
 /// The same change for each of the row's keys.
-QList<PreferenceFiles::KeyChange> forEachKey(const SettingRow &row,
-                                             const std::optional<plist::NewValue> &value)
+QList<KeyChange> forEachKey(const SettingRow &row, const std::optional<plist::NewValue> &value)
 {
-    QList<PreferenceFiles::KeyChange> changes;
+    QList<KeyChange> changes;
     for (const QString &key : row.keys)
         changes.append({{key}, value});
     return changes;
@@ -157,7 +156,7 @@ Result<void> SettingAccess::writeKeys(const SettingRow &row, const SettingValue 
     case Mechanism::DebugMenu:
         return files.change(path, forEachKey(row, stored), ifMissing(stored));
     case Mechanism::LibraryPlaylist: {
-        QList<PreferenceFiles::KeyChange> changes = forEachKey(row, stored);
+        QList<KeyChange> changes = forEachKey(row, stored);
         if (const bool *hide = std::get_if<bool>(&chosen))
             changes[1].value = !*hide;
         return files.change(path, changes, ifMissing(stored));
