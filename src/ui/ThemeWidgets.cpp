@@ -60,8 +60,12 @@ void makeDangerButton(QPushButton *button)
 void makeSearchField(QLineEdit *field)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
-    field->setClearButtonEnabled(true);
     field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    // The button comes with the first text that could be cleared: for its picture the toolkit loads
+    // the reader of every image format there is.
+    QObject::connect(
+        field, &QLineEdit::textChanged, field, [field] { field->setClearButtonEnabled(true); },
+        Qt::SingleShotConnection);
 }
 
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette)
