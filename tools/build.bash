@@ -63,27 +63,30 @@ need_packages() {
     fi
 }
 
-# configure PRESET [tests]: only when the build folder is not configured, or lacks the wanted tests.
-# Who builds the programs alone has no packages for the tests, so they are left out at first.
+# configure PRESET [tests|counted|bench]: only when the build folder is not configured, or lacks what is
+# wanted. Who builds the programs alone has no packages for the rest, so that is left out at first.
 configure() {
-    local preset=$1 tests=OFF options=() log=$project/build/$1-configure.log
-    [[ ${2-} == tests ]] && tests=ON
+    local preset=$1 part options=() log=$project/build/$1-configure.log
     local folder=$project/build/$preset cache=$project/build/$preset/CMakeCache.txt
-    if [[ -f $cache ]]; then
-        if stale "$cache"; then
-            options+=(--fresh)
-        elif [[ -f $folder/build.ninja ]]; then
-            [[ $tests == OFF ]] && return 0
-            grep -q '^VARNEL_BUILD_TESTS:BOOL=ON$' "$cache" && return 0
+    local switch=${2:+VARNEL_BUILD_${2^^}}
+    if [[ -f $cache ]] && ! stale "$cache"; then
+        if [[ -f $folder/build.ninja ]]; then
+            [[ $switch ]] || return 0
+            grep -q "^$switch:BOOL=ON$" "$cache" && return 0
         fi
+    else
+        [[ -f $cache ]] && options+=(--fresh)
+        for part in TESTS COUNTED BENCH; do
+            options+=("-DVARNEL_BUILD_$part=OFF")
+        done
     fi
+    [[ $switch ]] && options+=("-D$switch=ON")
     # Used where it is found, never asked for by ./run and ./test.
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
     fi
     say "configuring build/$preset"
     mkdir -p "$project/build"
-    options+=("-DVARNEL_BUILD_TESTS=$tests")
     if ! (cd "$project" && cmake --preset "$preset" "${options[@]}") >"$log" 2>&1; then
         cat "$log" >&2
         die "configuring failed; the lines above say why"

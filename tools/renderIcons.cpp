@@ -1,7 +1,9 @@
 // Build tool: renders every SVG master at every size and in every colouring, and writes the
 // resource file that lists them. Usage: renderIcons MASTERS OUT SIZE...
 //
-// OUT/light/16/Dock.png, OUT/dark/16/Dock.png ..., and OUT/icons.qrc
+// OUT/light/16/Dock.argb, OUT/dark/16/Dock.argb ..., and OUT/icons.qrc. The program carries the
+// bare pixels: to read an image format the toolkit first loads the reader of every format there is.
+// Beside them the same as PNG, for the places where a desktop looks for icons.
 
 #include <QColor>
 #include <QDir>
@@ -29,6 +31,15 @@ const std::array colourings {
     Colouring {"selected", "#FFFFFF", "#C4DAF5"},
 };
 
+bool writePixels(const QImage &image, const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly)
+        && file.write(reinterpret_cast<const char *>(image.constBits()), image.sizeInBytes())
+        == image.sizeInBytes();
+}
+
+/// Into two files of one name, which is given without its ending.
 bool render(QSvgRenderer &drawing, int size, const QString &file)
 {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
@@ -36,7 +47,7 @@ bool render(QSvgRenderer &drawing, int size, const QString &file)
     QPainter painter(&image);
     drawing.render(&painter, QRectF(0, 0, size, size));
     painter.end();
-    return image.save(file, "PNG");
+    return image.save(file + u".png", "PNG") && writePixels(image, file + u".argb");
 }
 
 int complain(const QString &about)
@@ -72,11 +83,11 @@ int main(int argc, char **argv)
             for (int index = 3; index < argc; ++index) {
                 const QString folder =
                     QLatin1String(colouring.name) + u'/' + QLatin1String(argv[index]);
-                const QString image = folder + u'/' + master.completeBaseName() + u".png";
+                const QString image = folder + u'/' + master.completeBaseName();
                 if (!out.mkpath(folder)
                     || !render(drawing, QByteArray(argv[index]).toInt(), out.filePath(image)))
                     return complain(out.filePath(image) + u": cannot be written");
-                listed += u"<file>" + image + u"</file>\n";
+                listed += u"<file>" + image + u".argb</file>\n";
             }
         }
     }

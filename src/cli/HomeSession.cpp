@@ -68,7 +68,7 @@ StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &re
 }
 
 HomeSession::HomeSession(const HomeFolder &home)
-    : store(home), finderInfo(home), files(store), settings(home, files, finderInfo)
+    : store(home), finderInfo(home), files(store, &editDrafts), settings(home, files, finderInfo)
 {
 }
 

@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/StandardFolders.h"
+#include "settings/EditDrafts.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] const HomeFolder &home() const { return settings.home(); }
     [[nodiscard]] LinuxFileStore &fileStore() { return store; }
     [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
+    /// What trials and writes of this home share.
+    [[nodiscard]] EditDrafts *drafts() { return &editDrafts; }
     [[nodiscard]] SettingAccess &access() { return settings; }
 
     /// What every command that writes does first: makes sure of the home's standard folders, and
@@ -50,6 +53,7 @@ public:
 private:
     LinuxFileStore store;
     LinuxFinderInfo finderInfo;
+    EditDrafts editDrafts;
     PreferenceFiles files;
     SettingAccess settings;
 };

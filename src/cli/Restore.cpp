@@ -14,7 +14,7 @@ class HomePlayback : public PlaybackTarget {
 public:
     HomePlayback(HomeSession &session, RestoreMode mode)
         : session(session), mode(mode),
-          rehearsal(session.home(), session.fileStore(), session.finder()),
+          rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts()),
           items(session, QString())
     {
     }

@@ -34,7 +34,7 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
 {
     // Trying a write out would log as the write itself does.
     const LogSilence silence;
-    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts());
     const QList<WantedValue> last = lastOfEach(wanted);
     QList<const SettingRow *> rows;
     for (const WantedValue &each : last)

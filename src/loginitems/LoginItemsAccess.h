@@ -4,6 +4,7 @@
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemChange.h"
 #include "loginitems/LoginItemRow.h"
+#include "platform/SessionLoginItems.h"
 
 #include <QList>
 #include <QString>
@@ -11,7 +12,6 @@
 namespace varnel {
 
 class FileReader;
-class SessionLoginItems;
 
 /// Where the way back from a login-item change is kept before the change is made.
 class InverseKeeper {
@@ -43,6 +43,12 @@ public:
     /// neither the next nor the change; the first is returned. Action numbers of 4 or more, or
     /// below 0, do nothing.
     Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
+
+    /// To be held while several changes are made in one go.
+    [[nodiscard]] SessionLoginItems::Changes severalChanges()
+    {
+        return SessionLoginItems::Changes(session);
+    }
 
     /// Printed in the store's log; null until a backup was opened.
     QString selectedBackupFileName;

@@ -38,6 +38,7 @@ const Result<QByteArray> &DryRunFileStore::original(const QString &path) const
 
 Result<void> DryRunFileStore::update(const QString &path, const Change &change)
 {
+    const bool isFirst = !tried.contains(path);
     const Result<std::optional<QByteArray>> old = present(read(path));
     if (!old)
         return old.error();
@@ -48,6 +49,10 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
         return {};
     tried[path] = *fresh.value();
     ++count;
+    if (isFirst) {
+        changed.append(path);
+        return {};
+    }
 
     const Result<std::optional<QByteArray>> first = present(original(path));
     if (first && first.value() == fresh.value())

@@ -38,6 +38,24 @@ public:
 
     /// The file in which something of that application is kept; null when nothing is.
     [[nodiscard]] virtual QString keptIn(const QString & /*path*/) const { return {}; }
+
+    /// While one lives, the list need not be read anew for each change: a save of many changes goes
+    /// by the list as it was when it began. What another program does meanwhile to an item that is
+    /// changed here is met all the same; what it does to other items may be seen late.
+    class Changes {
+    public:
+        explicit Changes(SessionLoginItems &items) : items(items) { items.beginChanges(); }
+        ~Changes() { items.endChanges(); }
+        Changes(const Changes &) = delete;
+        Changes &operator=(const Changes &) = delete;
+
+    private:
+        SessionLoginItems &items;
+    };
+
+private:
+    virtual void beginChanges() { }
+    virtual void endChanges() { }
 };
 
 } // namespace varnel

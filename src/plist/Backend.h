@@ -13,6 +13,7 @@ public:
     Backend &operator=(const Backend &) = delete;
     virtual ~Backend() = default;
 
+    [[nodiscard]] virtual std::unique_ptr<Backend> copy() const = 0;
     [[nodiscard]] virtual Format format() const = 0;
     [[nodiscard]] virtual Value value(const QStringList &path) const = 0;
     [[nodiscard]] virtual std::optional<QStringList> keys(const QStringList &path) const = 0;

@@ -38,6 +38,11 @@ PropertyList::BinaryBackend::BinaryBackend(QByteArray bytes, const BinaryTrailer
 {
 }
 
+std::unique_ptr<PropertyList::Backend> PropertyList::BinaryBackend::copy() const
+{
+    return std::make_unique<BinaryBackend>(file, reader.trailer());
+}
+
 std::optional<std::uint32_t> PropertyList::BinaryBackend::find(const QStringList &path) const
 {
     std::uint32_t index = reader.trailer().root;

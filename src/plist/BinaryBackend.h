@@ -11,6 +11,7 @@ public:
 
     BinaryBackend(QByteArray bytes, const BinaryTrailer &trailer);
 
+    [[nodiscard]] std::unique_ptr<Backend> copy() const override;
     [[nodiscard]] Format format() const override { return Format::Binary; }
     [[nodiscard]] Value value(const QStringList &path) const override;
     [[nodiscard]] std::optional<QStringList> keys(const QStringList &path) const override;

@@ -104,6 +104,11 @@ public:
     }
 
 private:
+    /// Whether a count stands at an offset that fills one byte, as nearly all do.
+    [[nodiscard]] bool hasByteCount(std::uint64_t offset) const
+    {
+        return layout.tableStart - offset >= 2 && file[static_cast<qsizetype>(offset)] == 0x10;
+    }
     /// Reads a count that does not fit the marker, and moves past it.
     [[nodiscard]] std::optional<std::uint64_t> longCount(std::uint64_t &offset) const;
 
@@ -135,7 +140,10 @@ inline std::optional<BinaryObject> BinaryReader::parse(std::uint64_t offset) con
     std::uint64_t unit = 1;
     if (shape.rule != BinaryShape::Fixed) {
         count = object.marker & 0xfU;
-        if (count == 0xf) {
+        if (count == 0xf && hasByteCount(body)) {
+            count = static_cast<std::uint8_t>(file[static_cast<qsizetype>(body) + 1]);
+            body += 2;
+        } else if (count == 0xf) {
             const auto counted = longCount(body);
             if (!counted)
                 return {};

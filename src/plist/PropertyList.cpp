@@ -36,6 +36,11 @@ PropertyList::PropertyList(PropertyList &&) noexcept = default;
 PropertyList &PropertyList::operator=(PropertyList &&) noexcept = default;
 PropertyList::~PropertyList() = default;
 
+PropertyList PropertyList::copy() const
+{
+    return PropertyList(backend->copy());
+}
+
 Format PropertyList::format() const
 {
     return backend->format();

@@ -32,6 +32,10 @@ public:
     PropertyList &operator=(PropertyList &&) noexcept;
     ~PropertyList();
 
+    /// The same list once more; an edit of one leaves the other as it is. Shares the bytes, and
+    /// checks nothing again.
+    [[nodiscard]] PropertyList copy() const;
+
     [[nodiscard]] Format format() const;
 
     /// The value at a path of dictionary keys from the root; Kind::Missing where a key is absent or

@@ -11,6 +11,10 @@ public:
 
     explicit XmlBackend(XmlDocument document) : document(std::move(document)) { }
 
+    [[nodiscard]] std::unique_ptr<Backend> copy() const override
+    {
+        return std::make_unique<XmlBackend>(document);
+    }
     [[nodiscard]] Format format() const override { return Format::Xml; }
     [[nodiscard]] Value value(const QStringList &path) const override;
     [[nodiscard]] std::optional<QStringList> keys(const QStringList &path) const override;

@@ -62,6 +62,11 @@ public:
                 skipSpace();
                 if (at == end)
                     return rootSeen;
+                if (startsComment()) {
+                    if (!comment())
+                        return false;
+                    continue;
+                }
                 if (rootSeen || *at != '<')
                     return false;
                 rootSeen = true;
@@ -112,8 +117,9 @@ private:
     {
         skip("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
         skipSpace();
-        skip("<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-             "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">");
+        if (!skip("<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "))
+            skip("<!DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" ");
+        skip("\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">");
     }
 
     /// Text up to the next tag or the end.
@@ -195,8 +201,38 @@ private:
         return false;
     }
 
+    [[nodiscard]] bool startsComment() const
+    {
+        return end - at >= 4 && std::memcmp(at, "<!--", 4) == 0;
+    }
+
+    /// Moves past a comment. Two hyphens may stand at its end only.
+    bool comment()
+    {
+        at += 4;
+        while (end - at >= 3) {
+            switch (kindOf[static_cast<unsigned char>(*at)]) {
+            case ByteKind::Unsure:
+                return false;
+            case ByteKind::Lead:
+                if (!wideCharacter())
+                    return false;
+                break;
+            default:
+                if (at[0] == '-' && at[1] == '-')
+                    return skip("-->");
+                ++at;
+                break;
+            }
+        }
+        return false;
+    }
+
+    /// What begins with "<": a tag, or a comment.
     bool tag()
     {
+        if (startsComment())
+            return comment();
         const char *start = at++;
         if (at < end && *at == '/')
             return endTag(start);

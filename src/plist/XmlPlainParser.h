@@ -6,10 +6,10 @@ namespace varnel::plist {
 
 /// Reads the XML that nearly all property lists are written in, several times as fast as the full
 /// parser: UTF-8, the usual first lines, tags without attributes or blanks, text with the five
-/// named entities.
+/// named entities, comments between and inside elements.
 ///
 /// True says that the full parser would have accepted the text and told the listener the same.
-/// False says nothing: a comment, a carriage return, a numbered character, a mistake. Then the full
+/// False says nothing: a carriage return, a numbered character, a mistake. Then the full
 /// parser must decide, with a listener that has heard nothing yet.
 [[nodiscard]] bool parsePlainXml(QByteArrayView file, XmlListener &listener);
 

@@ -45,7 +45,7 @@ Sorted sorted(const Profile &profile)
             continue;
         }
         Preferences &domain = result.domains[domainOf(*setting.row)];
-        for (const PreferenceFiles::KeyChange &change : write.changes)
+        for (const KeyChange &change : write.changes)
             domain.insert_or_assign(change.keyPath.first(), *change.value);
     }
     return result;

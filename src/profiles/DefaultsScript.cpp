@@ -41,8 +41,7 @@ public:
     [[nodiscard]] Translation finish();
 
 private:
-    void change(const WantedValue &setting, const SettingWrite &write,
-                const PreferenceFiles::KeyChange &change);
+    void change(const WantedValue &setting, const SettingWrite &write, const KeyChange &change);
     void leaveOut(const SettingRow &row, const QString &why);
 
     QString commands;
@@ -67,8 +66,7 @@ void Script::leaveOut(const SettingRow &row, const QString &why)
     commands += u"# "_qs + leftOut.last() + u'\n';
 }
 
-void Script::change(const WantedValue &setting, const SettingWrite &write,
-                    const PreferenceFiles::KeyChange &change)
+void Script::change(const WantedValue &setting, const SettingWrite &write, const KeyChange &change)
 {
     const SettingRow &row = *setting.row;
     const QString &key = change.keyPath.first();
@@ -99,7 +97,7 @@ void Script::add(const WantedValue &setting)
         commands += (*write.hidesLibrary ? u"chflags hidden \"$HOME/Library\""_qs
                                          : u"chflags nohidden \"$HOME/Library\""_qs)
             + orFailed;
-    for (const PreferenceFiles::KeyChange &each : write.changes)
+    for (const KeyChange &each : write.changes)
         change(setting, write, each);
     if (write.restarts)
         flags |= *write.restarts;

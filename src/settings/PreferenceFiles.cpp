@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 #include "plist/PropertyList.h"
+#include "settings/EditDrafts.h"
 
 #include <algorithm>
 #include <limits>
@@ -26,7 +27,7 @@ Error unloadable(const QString &path, const Error &why)
 }
 
 /// An absent dictionary on the way is no error: there is nothing to set or remove in.
-Result<void> apply(plist::PropertyList &list, const PreferenceFiles::KeyChange &change)
+Result<void> apply(plist::PropertyList &list, const KeyChange &change)
 {
     Result<void> done =
         change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
@@ -35,14 +36,21 @@ Result<void> apply(plist::PropertyList &list, const PreferenceFiles::KeyChange &
     return done;
 }
 
-Result<std::optional<QByteArray>> changed(const QString &path, plist::PropertyList list,
-                                          const QList<PreferenceFiles::KeyChange> &changes)
+Result<QByteArray> changed(const QString &path, plist::PropertyList list,
+                           const QList<KeyChange> &changes)
 {
-    for (const PreferenceFiles::KeyChange &change : changes) {
+    for (const KeyChange &change : changes) {
         if (const Result<void> done = apply(list, change); !done)
             return Error {done.error().code, path + u": " + done.error().text};
     }
-    return std::optional(list.bytes());
+    return list.bytes();
+}
+
+Result<std::optional<QByteArray>> asAnswer(Result<QByteArray> bytes)
+{
+    if (!bytes)
+        return bytes.error();
+    return std::optional(std::move(bytes).value());
 }
 
 } // namespace
@@ -68,7 +76,10 @@ std::optional<int> intValue(const plist::Value &value)
     return std::nullopt;
 }
 
-PreferenceFiles::PreferenceFiles(FileStore &store) : store(store) { }
+PreferenceFiles::PreferenceFiles(FileStore &store, EditDrafts *drafts)
+    : store(store), drafts(drafts)
+{
+}
 
 PreferenceFiles::~PreferenceFiles() = default;
 
@@ -129,19 +140,34 @@ Result<void> PreferenceFiles::change(const QString &path, const QList<KeyChange>
     shared.erase(path);
     return store.update(
         path, [&](const std::optional<QByteArray> &old) -> Result<std::optional<QByteArray>> {
-            if (!old) {
-                if (ifMissing == IfMissing::LeaveMissing)
-                    return std::optional<QByteArray>();
-                return changed(path, plist::PropertyList::empty(), changes);
-            }
-            Result<plist::PropertyList> list = plist::PropertyList::open(*old);
-            if (!list) {
-                const Error error = unloadable(path, list.error());
-                varnelLog(lcIo, error.text);
-                return error;
-            }
-            return changed(path, std::move(list).value(), changes);
+            if (old)
+                return asAnswer(edited(path, *old, changes));
+            if (ifMissing == IfMissing::LeaveMissing)
+                return std::optional<QByteArray>();
+            return asAnswer(changed(path, plist::PropertyList::empty(), changes));
         });
+}
+
+Result<QByteArray> PreferenceFiles::edited(const QString &path, const QByteArray &old,
+                                           const QList<KeyChange> &changes) const
+{
+    if (const auto known = drafts != nullptr ? drafts->edited(old, changes) : std::nullopt)
+        return *known;
+    Result<plist::PropertyList> list = open(old);
+    if (!list) {
+        const Error error = unloadable(path, list.error());
+        varnelLog(lcIo, error.text);
+        return error;
+    }
+    Result<QByteArray> bytes = changed(path, std::move(list).value(), changes);
+    if (bytes && drafts != nullptr)
+        drafts->keepEdit(old, changes, bytes.value());
+    return bytes;
+}
+
+Result<plist::PropertyList> PreferenceFiles::open(const QByteArray &bytes) const
+{
+    return drafts != nullptr ? drafts->open(bytes) : plist::PropertyList::open(bytes);
 }
 
 PreferenceFiles::LoadedFile PreferenceFiles::loaded(const QString &path) const
@@ -157,7 +183,7 @@ PreferenceFiles::LoadedFile PreferenceFiles::load(const QString &path) const
     Result<QByteArray> bytes = store.read(path);
     if (!bytes)
         return nullptr; // the store has said why, unless there is no such file
-    Result<plist::PropertyList> list = plist::PropertyList::open(std::move(bytes).value());
+    Result<plist::PropertyList> list = open(bytes.value());
     if (list)
         return std::make_shared<const plist::PropertyList>(std::move(list).value());
     if (!reported.contains(path)) {

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 #include "plist/Value.h"
+#include "settings/KeyChange.h"
 
 #include <QList>
 #include <QSet>
@@ -14,6 +15,7 @@
 
 namespace varnel {
 
+class EditDrafts;
 class FileStore;
 
 namespace plist {
@@ -25,13 +27,15 @@ class PropertyList;
 /// has no integer value: arrays, dictionaries, data, dates.
 [[nodiscard]] std::optional<int> intValue(const plist::Value &value);
 
-/// One key of one preference file: read, set, removed. No caching between calls, no merging.
+/// One key of one preference file: read, set, removed. Every call opens its file, and no merging.
 ///
 /// Paths are whole file paths. A file that can't be loaded as a dictionary reads as if every key
 /// were missing and is never written; the writers then answer Unloadable. Both are logged to lcIo.
 class PreferenceFiles {
 public:
-    explicit PreferenceFiles(FileStore &store);
+    /// Work that two of these have in common (one tries writes out, one makes them) is done once
+    /// when both are given the same drafts, which outlive them.
+    explicit PreferenceFiles(FileStore &store, EditDrafts *drafts = nullptr);
     ~PreferenceFiles();
     PreferenceFiles(const PreferenceFiles &) = delete;
     PreferenceFiles &operator=(const PreferenceFiles &) = delete;
@@ -65,11 +69,6 @@ public:
     Result<void> changeExisting(const QString &path, const QStringList &keyPath,
                                 const std::optional<plist::NewValue> &value);
 
-    /// What happens to one key, the last of a path of keys: set or (without a value) removed.
-    struct KeyChange {
-        QStringList keyPath;
-        std::optional<plist::NewValue> value;
-    };
     enum class IfMissing { Create, LeaveMissing };
     /// Several changes in one file, in order, as one step: all of them or none.
     Result<void> change(const QString &path, const QList<KeyChange> &changes, IfMissing ifMissing);
@@ -93,7 +92,12 @@ private:
     [[nodiscard]] LoadedFile load(const QString &path) const;
     [[nodiscard]] LoadedFile loaded(const QString &path) const;
 
+    [[nodiscard]] Result<plist::PropertyList> open(const QByteArray &bytes) const;
+    [[nodiscard]] Result<QByteArray> edited(const QString &path, const QByteArray &old,
+                                            const QList<KeyChange> &changes) const;
+
     FileStore &store;
+    EditDrafts *drafts;
     mutable int passes = 0;
     mutable std::map<QString, LoadedFile> shared; ///< empty outside a pass
     mutable QSet<QString> reported; ///< files that were logged as unloadable by a read

@@ -2,8 +2,9 @@
 
 namespace varnel {
 
-Rehearsal::Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo)
-    : store(store), finderInfo(finderInfo), files(this->store),
+Rehearsal::Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo,
+                     EditDrafts *drafts)
+    : store(store), finderInfo(finderInfo), files(this->store, drafts),
       access(std::move(home), files, this->finderInfo)
 {
 }

@@ -13,8 +13,10 @@ namespace varnel {
 /// files. Nothing is touched.
 class Rehearsal {
 public:
-    /// Both are only read, and outlive this object.
-    Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo);
+    /// Everything outlives this object; store and info are only read. Drafts (where given) spare
+    /// the write that follows the work of its trial.
+    Rehearsal(HomeFolder home, const FileStore &store, const FinderInfo &finderInfo,
+              EditDrafts *drafts = nullptr);
 
     /// What is read before anything is tried. A file that can't be read then can't be written by a
     /// later wouldChange() either, so no change is ever begun with an old value that was not seen.

@@ -31,11 +31,11 @@ NewValue valueToWrite(const SettingRow &row, const SettingValue &value)
     return newValue(storedOfIndex(row, value.number));
 }
 
-QList<PreferenceFiles::KeyChange> keyChanges(const SettingRow &row, const NewValue &value)
+QList<KeyChange> keyChanges(const SettingRow &row, const NewValue &value)
 {
     if (row.mechanism == Mechanism::NestedChoice)
         return {{row.keys, value}};
-    QList<PreferenceFiles::KeyChange> changes;
+    QList<KeyChange> changes;
     for (const QString &key : row.keys)
         changes.append({{key}, value});
     if (row.mechanism == Mechanism::LibraryPlaylist && value)

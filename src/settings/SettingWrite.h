@@ -11,7 +11,7 @@ namespace varnel {
 struct SettingWrite {
     /// In the setting's file, in order; none for the Library folder. A dictionary that is missing
     /// on the way to a key is never made: the change is left out.
-    QList<PreferenceFiles::KeyChange> changes;
+    QList<KeyChange> changes;
     PreferenceFiles::IfMissing ifMissing = PreferenceFiles::IfMissing::LeaveMissing;
     std::optional<bool> hidesLibrary; ///< of the Library folder only
     std::optional<RestartFlag> restarts;

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QPixmapCache>
+#include <QResource>
 
 #include <array>
 #include <cmath>
@@ -36,7 +38,24 @@ int storedSizeFor(int pixels)
 
 QString fileName(const QString &name, const QString &rendering, int size)
 {
-    return u":/icons/" + rendering + u'/' + QString::number(size) + u'/' + name + u".png";
+    return u":/icons/" + rendering + u'/' + QString::number(size) + u'/' + name + u".argb";
+}
+
+/// A picture as the build rendered it: bare pixels, premultiplied.
+QPixmap stored(const QString &file, int edge)
+{
+    QPixmap known;
+    if (QPixmapCache::find(file, &known))
+        return known;
+    const QByteArray pixels = QResource(file).uncompressedData();
+    constexpr int bytesPerPixel = 4;
+    if (pixels.size() != qsizetype(edge) * edge * bytesPerPixel)
+        return {};
+    const QImage image(reinterpret_cast<const uchar *>(pixels.constData()), edge, edge,
+                       QImage::Format_ARGB32_Premultiplied);
+    known = QPixmap::fromImage(image.copy());
+    QPixmapCache::insert(file, known);
+    return known;
 }
 
 /// Chooses the rendering when it paints, because the palette may change while the icon lives.
@@ -77,7 +96,8 @@ private:
     QPixmap drawing(const QSize &size, QIcon::Mode mode) const
     {
         const int pixels = std::min(size.width(), size.height());
-        QPixmap image(fileName(name, rendering(mode), storedSizeFor(pixels)));
+        const int edge = storedSizeFor(pixels);
+        QPixmap image = stored(fileName(name, rendering(mode), edge), edge);
         if (image.width() != pixels)
             image = image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         return mode == QIcon::Disabled ? quiet(image) : image;

@@ -62,10 +62,14 @@ void makeDangerButton(QPushButton *button)
 void makeSearchField(QLineEdit *field)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
-    field->setClearButtonEnabled(true);
     QAction *glass =
         field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     glass->setText(QStringLiteral("Search")); // what a screen reader says
+    // The button comes with the first text that could be cleared: for its picture the toolkit loads
+    // the reader of every image format there is.
+    QObject::connect(
+        field, &QLineEdit::textChanged, field, [field] { field->setClearButtonEnabled(true); },
+        Qt::SingleShotConnection);
 }
 
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette)

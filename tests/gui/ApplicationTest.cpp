@@ -110,3 +110,22 @@ TEST(ApplicationStart, RemovesWhatARunThatDiedLeftAmongThePreferences)
     EXPECT_FALSE(QFile::exists(left));
     SharedObject::getSharedObject().doTerminate(); // as at the end of a run
 }
+
+TEST(ApplicationStart, ARequestToCloseBeforeAllPagesAreThereIsHeededWhenTheyAre)
+{
+    const TemporaryHome home;
+    bool asked = false;
+    QTimer::singleShot(0, qApp, [&asked] {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->isVisible())
+                asked = !window->close() || asked;
+        }
+    });
+    Application application(home.home(), home.path());
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(application.window().isVisible());
+    EXPECT_NE(SharedObject::getSharedObject().quillet(), nullptr);
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(application.window().isVisible());
+    SharedObject::getSharedObject().doTerminate();
+}

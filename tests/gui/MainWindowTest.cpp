@@ -92,6 +92,20 @@ TEST_F(MainWindowTest, ThePagesAreMadeInTheirFixedOrder)
         EXPECT_EQ(onlyViewIn(page), views[page]);
 }
 
+TEST_F(MainWindowTest, BetweenThePagesTheWindowMayBeShownWithWhatIsInItsPlaceAlready)
+{
+    Varnel controller(context, window, notingPages());
+    QList<QPair<qsizetype, qsizetype>> placed; // made so far, in the window so far
+    controller.awakeFromNib([&] {
+        qsizetype inPlace = 0;
+        for (auto page = views.keyBegin(); page != views.keyEnd(); ++page)
+            inPlace += onlyViewIn(*page) != nullptr ? 1 : 0;
+        placed.append({views.size(), inPlace});
+    });
+    EXPECT_EQ(placed, (QList<QPair<qsizetype, qsizetype>> {{1, 1}, {2, 2}, {3, 3}, {4, 4}}));
+    EXPECT_EQ(views.size(), 5);
+}
+
 TEST_F(MainWindowTest, EveryInterfaceThatDoesNotLoadIsLoggedAndLeavesOnlyItsTabEmpty)
 {
     failing = {QStringLiteral("WelcomeView"), QStringLiteral("SysInfoView"),

@@ -154,6 +154,18 @@ TEST_F(SystemPageTest, TheProcessCategoryShowsTheListInPlaceOfTheTable)
     EXPECT_EQ(visiblePart(), factsPart);
 }
 
+TEST_F(SystemPageTest, TheProcessListIsNotReadWhileThePageIsOutOfSight)
+{
+    controller = std::make_unique<SysInfo>(context);
+    QApplication::processEvents();
+    EXPECT_EQ(table.readings, 0);
+    page().show();
+    EXPECT_EQ(table.readings, 1);
+    page().hide();
+    page().show();
+    EXPECT_EQ(table.readings, 1);
+}
+
 TEST_F(SystemPageTest, TheProcessListIsReadOnceAtLoadAndNotWhenItsCategoryIsSelected)
 {
     start();

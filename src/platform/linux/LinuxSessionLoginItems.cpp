@@ -76,6 +76,43 @@ QList<AutostartItem> LinuxSessionLoginItems::items() const
     return list;
 }
 
+void LinuxSessionLoginItems::beginChanges()
+{
+    manyChanges = true;
+}
+
+void LinuxSessionLoginItems::endChanges()
+{
+    manyChanges = false;
+    known.reset();
+}
+
+bool LinuxSessionLoginItems::stillStands(const AutostartItem &item) const
+{
+    const Result<QByteArray> now = item.ofUser ? store.read(item.file) : hostFiles.read(item.file);
+    return now && now.value() == item.bytes && QFileInfo(item.file).isSymLink() == item.isLink;
+}
+
+void LinuxSessionLoginItems::readKnown()
+{
+    known.emplace();
+    changed.clear();
+    for (const AutostartItem &item : items())
+        (*known)[item.path].append(item);
+}
+
+QList<AutostartItem> LinuxSessionLoginItems::itemsOf(const QString &path)
+{
+    if (!manyChanges || !known || changed.contains(path))
+        readKnown();
+    const QList<AutostartItem> before = known->value(path);
+    if (!std::all_of(before.begin(), before.end(),
+                     [this](const AutostartItem &item) { return stillStands(item); }))
+        readKnown();
+    changed.insert(path);
+    return known->value(path);
+}
+
 Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
 {
     QList<SessionLoginItem> list;
@@ -112,10 +149,8 @@ QString LinuxSessionLoginItems::applicationsFolder() const
 Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 {
     QStringList moved;
-    for (const AutostartItem &item : items()) {
-        if (item.path == path)
-            moved.append(item.fileName);
-    }
+    for (const AutostartItem &item : itemsOf(path))
+        moved.append(item.fileName);
     if (!moved.isEmpty())
         return changeOrder(moved, true);
 
@@ -217,13 +252,12 @@ QString LinuxSessionLoginItems::freeName(const QString &path) const
 
 Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
 {
-    QList<AutostartItem> matching = items();
-    matching.removeIf([&](const AutostartItem &item) { return item.path != path; });
+    const QList<AutostartItem> matching = itemsOf(path);
     if (matching.isEmpty())
         return {};
     QList<KeptEntry> entries;
     QStringList names;
-    for (const AutostartItem &item : std::as_const(matching)) {
+    for (const AutostartItem &item : matching) {
         const Result<KeptEntry> form = keptForm(home, item);
         if (!form)
             return form.error();
@@ -236,7 +270,7 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     varnelLog(lcIo, path + u": kept in " + kept.fileOf(path));
 
     makeUserFolder();
-    for (const AutostartItem &item : std::as_const(matching)) {
+    for (const AutostartItem &item : matching) {
         if (Result<void> taken = takeOut(item); !taken)
             return Error {taken.error().code,
                           taken.error().text + u" (the entry is kept in " + kept.fileOf(path)

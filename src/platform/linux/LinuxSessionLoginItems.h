@@ -5,7 +5,11 @@
 #include "platform/linux/KeptLoginItems.h"
 #include "platform/SessionLoginItems.h"
 
+#include <QHash>
+#include <QSet>
 #include <QStringList>
+
+#include <optional>
 
 namespace varnel {
 
@@ -39,7 +43,14 @@ public:
     QString keptIn(const QString &path) const override;
 
 private:
+    void beginChanges() override;
+    void endChanges() override;
+
     [[nodiscard]] QList<AutostartItem> items() const;
+    /// Those of one application, as they are now.
+    [[nodiscard]] QList<AutostartItem> itemsOf(const QString &path);
+    void readKnown();
+    [[nodiscard]] bool stillStands(const AutostartItem &item) const;
     [[nodiscard]] QString userFile(const QString &fileName) const;
     [[nodiscard]] QString freeName(const QString &path) const;
     [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
@@ -61,6 +72,11 @@ private:
     FileStore &store;
     FolderMaker &maker;
     const FileReader &hostFiles;
+
+    using ItemsByPath = QHash<QString, QList<AutostartItem>>;
+    bool manyChanges = false;
+    std::optional<ItemsByPath> known; ///< the list as it was read last
+    QSet<QString> changed; ///< paths that were asked for since, and so may have changed
 };
 
 } // namespace varnel

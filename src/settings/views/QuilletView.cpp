@@ -124,12 +124,18 @@ void QuilletView::connectSearch()
             parentView->doSearch();
     });
     ui->searchField->installEventFilter(this);
-    // The field's own button is a second way to leave the search.
-    if (auto *clear =
-            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"))) {
-        clear->setText(QStringLiteral("Leave the search"));
-        connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
-    }
+    // The field's own button, which the first text brings, is a second way to leave the search.
+    connect(
+        ui->searchField, &QLineEdit::textChanged, this,
+        [this] {
+            auto *clear =
+                ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"));
+            if (clear == nullptr)
+                return;
+            clear->setText(QStringLiteral("Leave the search"));
+            connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
+        },
+        Qt::SingleShotConnection);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this,
             &QuilletView::startSearch);
 }

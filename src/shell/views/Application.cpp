@@ -68,16 +68,28 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
                                                          files,   finderInfo,
                                                          folders, runner,
                                                          dialogs, &host.ports()},
-      controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate),
-      terminationSignals(&VarnelAppDelegate::terminate)
+      controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
     for (const QString &folder : Tools::foldersWrittenTo(home)
              + LinuxSessionLoginItems::foldersWrittenTo(home, Tools::supportFolderOf(home)))
         store.sweep(folder);
-    mainWindow.setCloseGate([this] { return quitFlow.windowShouldClose(); });
+    bool closeAsked = false;
+    mainWindow.setCloseGate([&closeAsked] {
+        closeAsked = true;
+        return false;
+    });
     QObject::connect(&mainWindow, &MainWindow::quitRequested, &VarnelAppDelegate::terminate);
     delegate.setWindow(&mainWindow);
-    controller.awakeFromNib();
+    // The first page is to be seen while the others are built. What a person does waits until all
+    // are there; so does a request to close, which other programs may send.
+    controller.awakeFromNib([this] {
+        mainWindow.show();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    });
+    mainWindow.setCloseGate([this] { return quitFlow.windowShouldClose(); });
+    if (closeAsked)
+        QMetaObject::invokeMethod(&mainWindow, &QWidget::close, Qt::QueuedConnection);
+    terminationSignals.emplace(&VarnelAppDelegate::terminate);
     delegate.applicationDidFinishLaunching();
 }
 

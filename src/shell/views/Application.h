@@ -15,10 +15,12 @@
 #include "shell/views/WindowSize.h"
 #include "ui/QtDialogs.h"
 
+#include <optional>
+
 namespace varnel {
 
 /// The desktop program on one home folder: puts the host's services, the pages and the window
-/// together.
+/// together, and shows the window.
 class Application {
 public:
     /// The application object exists already.
@@ -42,7 +44,8 @@ private:
     PageContext context;
     Varnel controller;
     QuitFlow quitFlow;
-    TerminationSignals terminationSignals;
+    /// Watched for once an event loop can be ended; until then they end the process by themselves.
+    std::optional<TerminationSignals> terminationSignals;
 };
 
 /// The whole of varnel, from the command line to the exit status: 0, 2 for a command line that is

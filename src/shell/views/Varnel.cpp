@@ -29,12 +29,15 @@ Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<Pag
     context.shared.setBackupFileName(tools.createBackupFile());
 }
 
-void Varnel::awakeFromNib()
+void Varnel::awakeFromNib(const std::function<void()> &afterPage)
 {
     connect(window.tabView(), &QTabWidget::currentChanged, this,
             &Varnel::tabViewShouldSelectTabViewItem);
-    for (const PageRow &row : std::as_const(pages))
-        build(row);
+    for (qsizetype place = 0; place < pages.size(); ++place) {
+        if (place > 0 && afterPage)
+            afterPage();
+        build(pages.at(place));
+    }
     window.tabView()->setCurrentIndex(0);
     connectSearch();
     connect(&window, &MainWindow::shortcutsRequested, this, &Varnel::showShortcuts);

@@ -5,6 +5,8 @@
 #include <QMap>
 #include <QObject>
 
+#include <functional>
+
 namespace varnel {
 
 /// The main controller: builds the five pages, puts each into its container, answers tab changes.
@@ -15,8 +17,9 @@ public:
     /// Fixes the name of the run's backup file. The window outlives the controller.
     Varnel(const PageContext &context, MainWindow &window, QList<PageRow> pages = pageTable());
 
-    /// Builds and places the pages, and selects the first tab.
-    void awakeFromNib();
+    /// Builds and places the pages, and selects the first tab. `afterPage` is called when each page
+    /// but the last is in its place.
+    void awakeFromNib(const std::function<void()> &afterPage = {});
 
     // Puts a page into its container, in place of what is there.
     void showWelcomeView();

@@ -14,6 +14,7 @@
 #include <QHeaderView>
 
 #include <array>
+#include <utility>
 
 #include "ui_SysInfoView.h"
 
@@ -87,7 +88,15 @@ void SysInfoView::loadProcessPage()
         varnelLog(lcSysInfo, QStringLiteral("Error loading Nib for BSDProcessesView!"));
         return;
     }
-    ui->customView->layout()->addWidget(processes->getBSDProcessesView());
+    processesAwaited = true;
+}
+
+void SysInfoView::showEvent(QShowEvent *event)
+{
+    // The list is long to read and out of sight while another page of the window is chosen.
+    if (std::exchange(processesAwaited, false))
+        ui->customView->layout()->addWidget(processes->getBSDProcessesView());
+    QWidget::showEvent(event);
 }
 
 void SysInfoView::setUpOutline()

@@ -20,7 +20,8 @@ class Node;
 class TextTableModel;
 
 /// Four categories at the left; at the right a name/value table, or the process list. Values are
-/// read afresh each time a category is selected.
+/// read afresh each time a category is selected; the process list is first read when the page is
+/// first shown.
 class SysInfoView : public QWidget {
     Q_OBJECT
 
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] const std::shared_ptr<Node> &rootNode() const { return root; }
     [[nodiscard]] BSDProcessesModule *bsdProcessesModule() const { return processes.get(); }
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void setUpOutline();
     void setUpTable();
@@ -49,6 +53,7 @@ private:
     std::shared_ptr<Node> root;
     TextTableModel *memoryRows;
     std::unique_ptr<BSDProcessesModule> processes;
+    bool processesAwaited = false; ///< loaded, and not yet handed out
 };
 
 } // namespace varnel

@@ -77,21 +77,32 @@ TEST(XmlPlainParser, TakesTheUsualFiles)
     EXPECT_TRUE(takesPlain(usual("a &amp; &lt;b&gt; &quot;c&apos; ]] > ]")));
     EXPECT_TRUE(takesPlain(usual("\xc3\xa9 \xe2\x82\xac \xf0\x9f\x98\x80 \xef\xbf\xbd \x7f")));
     EXPECT_TRUE(takesPlain("<dict/>"));
+    EXPECT_TRUE(
+        takesPlain(QByteArray(head).replace("//Apple//", "//Apple Computer//") + "<dict/>"));
     EXPECT_TRUE(takesPlain("\n<plist>\n<dict>\n</dict></plist>"));
+}
+
+TEST(XmlPlainParser, TakesCommentsWhereverTheyMayStand)
+{
+    const QByteArray comment = "<!-- <dict> & ]]> - \xc3\xa9 -->";
+    EXPECT_TRUE(takesPlain(usual("a" + comment + "b<!---->c]]<!-->->-->")));
+    EXPECT_TRUE(takesPlain(head + comment + "\n<dict>" + comment + "<key>k" + comment + "</key>"
+                           + comment + "<true>" + comment + "</true>" + comment + "</dict>\n"
+                           + comment + "\n"));
+    // Where the usual first lines do not follow each other, the full parser has to look.
+    EXPECT_FALSE(takesPlain(comment + head + "<dict/>"));
 }
 
 TEST(XmlPlainParser, LeavesWhatIsUnusualToTheFullParser)
 {
-    for (const char *text : {"a\rb",           "&#65;",
-                             "&none;",         "]]>",
-                             "<!-- c -->",     "<![CDATA[x]]>",
-                             "<?pi?>",         "\x01",
-                             "\xff",           "\xc0\x80",
-                             "\xe0\x80\x80",   "\xed\xa0\x80",
-                             "\xef\xbf\xbe",   "\xf4\x90\x80\x80",
-                             "\xc3",           "</key>",
-                             "&amp",           "<string >",
-                             "<string a=''/>", "<other/>"})
+    for (const char *text : {"a\rb",          "&#65;",           "&none;",
+                             "]]>",           "<!-- a -- b -->", "<!-- c --->",
+                             "<!--\r-->",     "<!--\xff-->",     "<!-->",
+                             "<![CDATA[x]]>", "<?pi?>",          "\x01",
+                             "\xff",          "\xc0\x80",        "\xe0\x80\x80",
+                             "\xed\xa0\x80",  "\xef\xbf\xbe",    "\xf4\x90\x80\x80",
+                             "\xc3",          "</key>",          "&amp",
+                             "<string >",     "<string a=''/>",  "<other/>"})
         EXPECT_FALSE(takesPlain(usual(text))) << text;
     for (const char *text : {"", " ", "<dict>", "</dict>", "<dict/><dict/>", "<dict/>x", "x<dict/>",
                              "\xef\xbb\xbf<dict/>", "<dict></array>", "<"})
@@ -112,8 +123,9 @@ TEST(XmlPlainParser, LeavesEveryTruncationToTheFullParser)
 TEST(XmlPlainParser, NeverTakesWhatTheFullParserReadsOtherwise)
 {
     std::mt19937 random(20110716);
-    const QByteArray letters = "<>&;/![]-\"= \n\t\r#xamplkeydict\xc3\xa9\xe2\x82\xac\xf0\x9f";
-    const QByteArray whole = usual("a &amp;\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80]] long enough");
+    const QByteArray letters = "<>&;/![]---\"= \n\t\r#xamplkeydict\xc3\xa9\xe2\x82\xac\xf0\x9f";
+    const QByteArray whole =
+        usual("<!-- c -->a &amp;\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80]] long enough");
     int taken = 0;
     for (int round = 0; round < 20000; ++round) {
         QByteArray changed = whole;

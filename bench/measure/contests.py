@@ -1,0 +1,208 @@
+"""Which programs are held against which, on what, and how much ours may need."""
+
+import dataclasses
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+
+import samples
+from turns import Program, Ratio, time_ratio
+
+HERE = pathlib.Path(__file__).resolve().parent
+SETTING = "dock-size"
+GNUSTEP = pathlib.Path("/etc/GNUstep/GNUstep.conf")
+
+
+@dataclasses.dataclass
+class Row:
+    work: str
+    against: str
+    target: float
+    ratio: Ratio
+    ours: str                        # in figures of this run, for orientation only
+    theirs: str
+
+    @property
+    def met(self):
+        return self.ratio.median <= self.target
+
+
+def milliseconds(rounds):
+    return f"{Ratio.of([each.seconds for each in rounds]).median * 1000:.3g} ms"
+
+
+def compare(work, target_of, results, our_name):
+    """One row for each peer that has a target."""
+    return [Row(work, peer, target, time_ratio(results[our_name], results[peer]),
+                milliseconds(results[our_name]), milliseconds(results[peer]))
+            for peer, target in target_of.items()]
+
+
+class Contests:
+    def __init__(self, turns, data, programs, scratch):
+        self.turns, self.data, self.scratch = turns, data, scratch
+        self.ctl = str(programs / "varnelctl")
+        self.drivers = turns.drivers
+
+    def driver(self, name):
+        return str(self.drivers / name)
+
+    def all(self):
+        yield from self.small_gets()
+        yield from self.big_gets()
+        yield from self.big_sets()
+        yield from self.fifty_settings()
+        yield from self.save_of_fifty()
+        yield from self.peak_memory()
+
+    # Reading
+
+    def small_gets(self):
+        for form in ("binary", "xml"):
+            home = self.data / f"small-{form}"
+            file = samples.preferences(home) / "com.apple.dock.plist"
+            gnustep = self._gnustep_with(file, form)
+            results = self.turns.run([
+                Program("varnelctl", [self.ctl, "get", SETTING, "--home", home], repeat=11),
+                Program("empty QtCore program", [self.driver("emptyCore")], repeat=11),
+                Program("python3 + plistlib", [sys.executable, HERE.parent / "drivers/plistlibGet.py",
+                                               file, samples.KEY], repeat=5),
+                Program("GNUstep defaults read", ["defaults", "read", "com.apple.dock", samples.KEY],
+                        {"GNUSTEP_CONFIG_FILE": str(gnustep)}, repeat=5),
+            ])
+            yield from compare(f"get one key, {file.stat().st_size / 1024:.0f} KB {form}",
+                               {"empty QtCore program": 1.25, "python3 + plistlib": 0.3,
+                                "GNUstep defaults read": 0.3}, results, "varnelctl")
+
+    def _gnustep_with(self, file, form):
+        """A configuration under which `defaults` reads a copy of the file: of HOME it takes no notice."""
+        folder = self.scratch / f"gnustep-{form}"
+        folder.mkdir()
+        shutil.copy(file, folder / file.name)
+        lines = [line for line in GNUSTEP.read_text().splitlines() if "USER_DEFAULTS_DIR" not in line]
+        configuration = self.scratch / f"gnustep-{form}.conf"
+        configuration.write_text("\n".join([*lines, f"GNUSTEP_USER_DEFAULTS_DIR={folder}", ""]))
+        return configuration
+
+    def big_gets(self):
+        for form, target in (("binary", 0.25), ("xml", 1.0)):
+            home = self.data / f"big-{form}"
+            file = samples.preferences(home) / "com.apple.dock.plist"
+            results = self.turns.run([
+                Program("varnelctl", [self.ctl, "get", SETTING, "--home", home], repeat=3),
+                Program("libplist", [self.driver("plistGet"), file, samples.KEY]),
+            ])
+            yield from compare(f"get one key, {file.stat().st_size / 1e6:.0f} MB {form}",
+                               {"libplist": target}, results, "varnelctl")
+
+    def fifty_settings(self):
+        home, _, _ = self._home_with_all("fifty")
+        results = self.turns.run([
+            Program("varnelctl", [self.ctl, "list", "--home", home], repeat=11),
+            Program("empty QtCore program", [self.driver("emptyCore")], repeat=11),
+        ])
+        yield from compare("list fifty settings of ten ordinary files",
+                           {"empty QtCore program": 1.6}, results, "varnelctl")
+
+    # Writing
+
+    def _copy(self, name, source):
+        home = self.scratch / name
+        shutil.rmtree(home, ignore_errors=True)
+        shutil.copytree(source, home)
+        return home
+
+    def _set(self, home, number):
+        value = samples.SECOND if number % 2 else samples.FIRST
+        return [self.ctl, "set", f"{SETTING}={value}", "--home", home]
+
+    def big_sets(self):
+        for form, over_copy, over_rest in (("binary", 2.5, 0.25), ("xml", 4.0, 0.6)):
+            source = self.data / f"big-{form}"
+            homes = {name: self._copy(f"set-{name}-{form}", source)
+                     for name in ("varnelctl", "copy", "libplist", "plistlib")}
+            files = {name: samples.preferences(home) / "com.apple.dock.plist"
+                     for name, home in homes.items()}
+
+            def value(number):
+                return str(samples.SECOND if number % 2 else samples.FIRST)
+
+            def command(program, name):
+                return lambda number: [*program, files[name], samples.KEY, value(number)]
+
+            results = self.turns.run([
+                Program("varnelctl", lambda number: self._set(homes["varnelctl"], number), repeat=2),
+                Program("read + write + flush + rename", [self.driver("copyFile"), files["copy"]],
+                        repeat=2),
+                Program("libplist", command([self.driver("plistSet")], "libplist"), repeat=2),
+                Program("python3 + plistlib",
+                        command([sys.executable, HERE.parent / "drivers/plistlibSet.py"], "plistlib"),
+                        repeat=2),
+            ])
+            yield from compare(f"set one key, {files['copy'].stat().st_size / 1e6:.0f} MB {form}",
+                               {"read + write + flush + rename": over_copy, "libplist": over_rest,
+                                "python3 + plistlib": over_rest}, results, "varnelctl")
+
+    def _answer(self, *arguments):
+        return json.loads(subprocess.run([self.ctl, *map(str, arguments), "--json"], check=True,
+                                         capture_output=True, text=True).stdout)
+
+    def _assignments(self, home):
+        """For each setting two values that differ from each other and from none at all."""
+        pairs = []
+        for setting in self._answer("list", "--home", home)["settings"]:
+            if setting["kind"] == "choice":
+                values = [choice["index"] for choice in setting["choices"]]
+            elif setting["kind"] == "number":
+                values = [20, 30]
+            elif setting["type"] == "array":
+                values = ["1;0;0;0", "0;1;0;0"]
+            else:
+                values = ["one", "two"]
+            pairs.append([f"{setting['id']}={value}" for value in values[:2]])
+        return pairs
+
+    def _home_with_all(self, name):
+        home = self._copy(name, self.data / "home")
+        pairs = self._assignments(home)
+        return home, pairs, self._answer("set", *(first for first, _ in pairs), "--home", home)
+
+    def save_of_fifty(self):
+        home, pairs, _ = self._home_with_all("save-varnelctl")
+        plain = self._copy("save-plain", home)
+        files = sorted(samples.preferences(plain).iterdir())
+
+        def save(number):
+            return [self.ctl, "set", *(pair[number % 2] for pair in pairs), "--home", home]
+
+        trial = self._answer(*save(1)[1:])
+        rows = len(trial["changed"])
+        self._answer(*save(0)[1:])
+        # One of the fifty is a flag of a folder and no file.
+        replacements = rows - 1
+        database = plain / "Library/Application Support/Varnel/Backup/plain.sqlite"
+
+        results = self.turns.run([
+            Program("varnelctl", save),
+            Program("plain C: as many insertions and replacements",
+                    [self.driver("saveRows"), database, rows, replacements, *files],
+                    before=lambda number: database.unlink(missing_ok=True)),
+        ])
+        yield from compare(f"save {rows} settings, backup rows and all",
+                           {"plain C: as many insertions and replacements": 1.15},
+                           results, "varnelctl")
+
+    # Memory
+
+    def peak_memory(self):
+        for form, target in (("binary", 3.2), ("xml", 2.2)):
+            home = self._copy(f"huge-{form}", self.data / f"huge-{form}")
+            size = (samples.preferences(home) / "com.apple.dock.plist").stat().st_size
+            results = self.turns.run([
+                Program("varnelctl", lambda number: self._set(home, number), repeat=1)])["varnelctl"]
+            shutil.rmtree(home)
+            ratio = Ratio.of([each.peak / size for each in results])
+            yield Row(f"peak memory of an edit, {size / 1e6:.0f} MB {form}", "the file's size", target,
+                      ratio, f"{ratio.median * size / 1e6:.0f} MB", f"{size / 1e6:.0f} MB")
