@@ -4,6 +4,7 @@
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
+#include <QAction>
 #include <QLabel>
 
 using namespace varnel;
@@ -29,6 +30,21 @@ TEST_F(QuilletSearch, ResultsReplaceThePageWhileOneTypes)
     type(u"bookmarks"_qs);
     EXPECT_EQ(rowNames(), QStringList(u"BookmarkBarView"_qs));
     EXPECT_FALSE(overlay().isVisible());
+}
+
+TEST_F(QuilletSearch, TheFieldsOwnButtonLeavesTheSearch)
+{
+    start();
+    const QStringList before = rowNames();
+    type(u"bookmarks"_qs);
+    ASSERT_NE(rowNames(), before);
+    auto *clear = searchField().findChild<QAction *>(u"_q_qlineeditclearaction"_qs);
+    ASSERT_NE(clear, nullptr);
+    EXPECT_EQ(clear->text(), u"Leave the search"_qs) << "a screen reader says it";
+    clear->trigger();
+    QApplication::processEvents();
+    EXPECT_TRUE(searchField().text().isEmpty());
+    EXPECT_EQ(rowNames(), before);
 }
 
 TEST_F(QuilletSearch, LetterCaseDoesNotMatter)
