@@ -5,6 +5,7 @@
 #include "ui/VarnelStyle.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QHeaderView>
 #include <QLinearGradient>
@@ -57,14 +58,21 @@ void makeDangerButton(QPushButton *button)
     VarnelStyle::setPart(button, VarnelStyle::Part::DangerButton);
 }
 
-void makeSearchField(QLineEdit *field)
+void makeSearchField(QLineEdit *field, const std::function<void()> &cleared)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
     field->addAction(Icons::icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     // The button comes with the first text that could be cleared: for its picture the toolkit loads
     // the reader of every image format there is.
     QObject::connect(
-        field, &QLineEdit::textChanged, field, [field] { field->setClearButtonEnabled(true); },
+        field, &QLineEdit::textChanged, field,
+        [field, cleared] {
+            field->setClearButtonEnabled(true);
+            const auto *button =
+                field->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"));
+            if (button != nullptr)
+                QObject::connect(button, &QAction::triggered, field, cleared);
+        },
         Qt::SingleShotConnection);
 }
 

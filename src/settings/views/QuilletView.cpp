@@ -11,7 +11,6 @@
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -78,7 +77,8 @@ void QuilletView::awakeFromNib()
 
 void QuilletView::dressControls()
 {
-    Theme::makeSearchField(ui->searchField);
+    // The field's own button is a second way to leave the search.
+    Theme::makeSearchField(ui->searchField, [this] { endSearch(); });
     Theme::makeAccentButton(ui->saveButton);
     ui->mainScrollView->viewport()->setBackgroundRole(QPalette::Base);
     ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
@@ -120,10 +120,6 @@ void QuilletView::connectSearch()
             parentView->doSearch();
     });
     ui->searchField->installEventFilter(this);
-    // The field's own button is a second way to leave the search.
-    if (auto *clear =
-            ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction")))
-        connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
     auto *find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, this, [this] {
         ui->searchField->setFocus(Qt::ShortcutFocusReason);
