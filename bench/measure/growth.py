@@ -12,7 +12,7 @@ import samples
 from turns import Program, Turns
 
 AT_MOST = 1.1
-HOMES = [20, 60, 180, 540]
+HOMES = [5, 15, 45, 135]
 
 
 @dataclasses.dataclass
@@ -56,7 +56,7 @@ def functions(drivers, data, rounds):
             form = "binary" if "binary" in name else "xml"
             size = (data / f"keys-{size}.{form}.plist").stat().st_size
         curves.setdefault(name, []).append((size, result["cpu_time"] / 1e6))
-    return [Curve(name, UNITS.get(name, "bytes"), sorted(points)) for name, points in curves.items()]
+    return [Curve(name, UNITS.get(name, "bytes"), sorted(points)) for name, points in sorted(curves.items())]
 
 
 def homes(turns, data, programs, scratch):

@@ -3,8 +3,8 @@
 import html
 import math
 
-WIDTH, HEIGHT = 760, 460
-LEFT, RIGHT, TOP, BOTTOM = 80, 190, 40, 60
+WIDTH, HEIGHT = 800, 460
+LEFT, RIGHT, TOP, BOTTOM = 80, 230, 40, 60
 INKS = ["#0b6fb8", "#c2571a", "#2d8a4e", "#8a4fa8"]
 GREY = "#767676"
 

@@ -60,9 +60,11 @@ class Turns:
     def run(self, programs):
         """The best run of each round for each program, by its name."""
         results = {program.name: [] for program in programs}
-        numbers = itertools.count()
+        # Numbers that follow each other: a program that changes a value changes it in each run.
+        numbers = itertools.count(1)
+        number = next(numbers)
         for program in programs:  # the caches are warm from here on
-            self._run(program, next(numbers))
+            self._run(program, number)
         for _ in range(self.rounds):
             runs = {program.name: [] for program in programs}
             for turn in range(max(program.repeat for program in programs)):

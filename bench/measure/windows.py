@@ -40,7 +40,7 @@ def desktop():
         yield display
 
 
-TURNS = 3  # of each program in a round
+TURNS = 2  # of each program in a round
 
 
 class Windows:

@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QFont>
 
+#include <functional>
+
 class QAbstractItemView;
 class QApplication;
 class QLineEdit;
@@ -91,8 +93,9 @@ void makeList(QAbstractItemView *view);
 void makeAccentButton(QPushButton *button);
 /// Red: for Delete.
 void makeDangerButton(QPushButton *button);
-/// Rounder corners, a magnifying glass and a button that clears it.
-void makeSearchField(QLineEdit *field);
+/// Rounder corners, a magnifying glass and a button that clears it; `cleared` is called when that
+/// was pressed.
+void makeSearchField(QLineEdit *field, const std::function<void()> &cleared);
 
 /// Paints the ground of a shaded settings row, whose left edge runs on outside of `bounds`.
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette);

@@ -59,7 +59,7 @@ void makeDangerButton(QPushButton *button)
     VarnelStyle::setPart(button, VarnelStyle::Part::DangerButton);
 }
 
-void makeSearchField(QLineEdit *field)
+void makeSearchField(QLineEdit *field, const std::function<void()> &cleared)
 {
     VarnelStyle::setPart(field, VarnelStyle::Part::SearchField);
     QAction *glass =
@@ -68,7 +68,15 @@ void makeSearchField(QLineEdit *field)
     // The button comes with the first text that could be cleared: for its picture the toolkit loads
     // the reader of every image format there is.
     QObject::connect(
-        field, &QLineEdit::textChanged, field, [field] { field->setClearButtonEnabled(true); },
+        field, &QLineEdit::textChanged, field,
+        [field, cleared] {
+            field->setClearButtonEnabled(true);
+            auto *button = field->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"));
+            if (button == nullptr)
+                return;
+            button->setText(QStringLiteral("Leave the search")); // what a screen reader says
+            QObject::connect(button, &QAction::triggered, field, cleared);
+        },
         Qt::SingleShotConnection);
 }
 

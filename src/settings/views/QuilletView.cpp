@@ -12,7 +12,6 @@
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -80,7 +79,8 @@ void QuilletView::awakeFromNib()
 
 void QuilletView::dressControls()
 {
-    Theme::makeSearchField(ui->searchField);
+    // The field's own button is a second way to leave the search.
+    Theme::makeSearchField(ui->searchField, [this] { endSearch(); });
     Theme::makeAccentButton(ui->saveButton);
     ui->mainScrollView->viewport()->setBackgroundRole(QPalette::Base);
     ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
@@ -124,18 +124,6 @@ void QuilletView::connectSearch()
             parentView->doSearch();
     });
     ui->searchField->installEventFilter(this);
-    // The field's own button, which the first text brings, is a second way to leave the search.
-    connect(
-        ui->searchField, &QLineEdit::textChanged, this,
-        [this] {
-            auto *clear =
-                ui->searchField->findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction"));
-            if (clear == nullptr)
-                return;
-            clear->setText(QStringLiteral("Leave the search"));
-            connect(clear, &QAction::triggered, this, &QuilletView::endSearch);
-        },
-        Qt::SingleShotConnection);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this,
             &QuilletView::startSearch);
 }
