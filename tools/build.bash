@@ -105,6 +105,8 @@ build() {
     shift
     (($#)) && targets=(--target "$@")
     local folder=$project/build/$preset name=${*:-all}
+    # As a file's name, a list of many targets would be too long.
+    ((${#name} < 100)) || name=$(cksum <<<"$name")
     local stamp="$folder/.built-${name//[ \/]/-}" all="$folder/.built-all"
     if changed_since "$stamp" && changed_since "$all"; then
         say "building ${*:-everything} (build/$preset)"

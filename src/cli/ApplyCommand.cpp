@@ -14,7 +14,7 @@ HomeOutcome applied(const Profile &profile, const HomeFolder &home, const Reques
 {
     HomeSession session(home);
     const ProfileComparison comparison = ProfileComparison::of(session, profile);
-    HomeOutcome outcome = saveOutcome(home, comparison.toSave, request);
+    HomeOutcome outcome = saveOutcome(home, comparison.toSave, request, comparison.failures);
     outcome.messages += comparison.unsavable;
     return outcome;
 }

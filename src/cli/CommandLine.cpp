@@ -133,6 +133,20 @@ CommandLine wrong(const QString &problem)
     return line;
 }
 
+/// "--home=", as from an empty variable: the parser would take the next word for its value, and so
+/// lose an option like --dry-run. Null when there is none.
+QString optionWithoutValue(int argc, const char *const *argv)
+{
+    for (int at = 1; at < argc; ++at) {
+        const QByteArrayView word(argv[at]);
+        if (word == "--")
+            break;
+        if (word.startsWith("--") && word.indexOf('=') == word.size() - 1)
+            return QString::fromUtf8(word.chopped(1));
+    }
+    return {};
+}
+
 /// The parser speaks in several lines, and of its own names.
 QString plainProblem(const CLI::ParseError &error)
 {
@@ -160,6 +174,8 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
         if (const CommandInfo info = command->info(); mayBeMeant(info, argc, argv))
             byNode.emplace(addCommand(app, info, argc), command.get());
 
+    if (const QString option = optionWithoutValue(argc, argv); !option.isNull())
+        return wrong(option + u": a value is missing");
     CommandLine line;
     try {
         app.parse(argc, argv);

@@ -22,7 +22,7 @@ Result<QByteArray> bytesOf(const QString &list)
         if (file.error() == QFileDevice::NoError)
             return bytes;
     }
-    return Error {ErrorCode::Invalid, u"--homes-from " + list + u": " + file.errorString()};
+    return Error {ErrorCode::NotFound, u"--homes-from " + list + u": " + file.errorString()};
 }
 
 /// Not cut at blanks or carriage returns: they may be part of a folder's name.

@@ -15,7 +15,7 @@ namespace varnel::cli {
 /// Null where the command line is about one home: no --homes-from, and --home once at most. A list
 /// may well be empty: that is no home at all, never one's own.
 ///
-/// Invalid for a list that can't be read or is no UTF-8, and for an empty name.
+/// NotFound for a list that can't be read, Invalid for one that is no UTF-8 and for an empty name.
 [[nodiscard]] Result<std::optional<QStringList>> homesNamed(const Request &request);
 
 } // namespace varnel::cli

@@ -88,7 +88,8 @@ void ManyHomes::run(const QStringList &directories, const Step &step)
 void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
 {
     for (const QString &message : outcome.messages)
-        Console::message(directory + u": " + message);
+        Console::message(message.startsWith(directory) ? message
+                                                       : QString(directory + u": " + message));
     if (outcome.wrote)
         console.noteWrite();
     restarts |= outcome.restart;
@@ -101,9 +102,16 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
             object.insert(u"messages"_qs, QJsonArray::fromStringList(outcome.messages));
         objects.append(object);
     } else if (outcome.text) {
-        console.print((statuses.size() > 1 ? u"\n"_qs : QString())
-                      + heading(directory, console.style()) + outcome.text(console.style()));
+        print(directory, outcome.text(console.style()));
     }
+}
+
+void ManyHomes::print(const QString &directory, const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    console.print((printed ? u"\n"_qs : QString()) + heading(directory, console.style()) + text);
+    printed = true;
 }
 
 ExitStatus ManyHomes::status() const

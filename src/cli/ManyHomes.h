@@ -29,12 +29,14 @@ public:
 
 private:
     void show(const QString &directory, const HomeOutcome &outcome);
+    void print(const QString &directory, const QString &text);
 
     bool json;
     Console &console;
     QJsonArray objects;
     QList<ExitStatus> statuses;
     RestartFlags restarts;
+    bool printed = false; ///< something of a home
 };
 
 } // namespace varnel::cli

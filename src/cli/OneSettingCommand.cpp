@@ -23,6 +23,11 @@ Result<HomeCommand::Work> OneSettingCommand::prepare(const Request &request) con
         outcome.text = [this, report](const Style &style) { return text(report, style); };
         outcome.object = [report] { return settingObject(report); };
         outcome.noteUnreadableFiles(session, reports);
+        // What a file that can't be read holds is not known: no value would be the right answer.
+        if (outcome.status == ExitStatus::Failed) {
+            outcome.text = nullptr;
+            outcome.object = nullptr;
+        }
         return outcome;
     });
 }

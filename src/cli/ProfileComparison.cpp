@@ -1,10 +1,21 @@
 #include "cli/ProfileComparison.h"
 
 #include "cli/Log.h"
+#include "cli/Save.h"
 #include "settings/Rehearsal.h"
 #include "settings/ValueText.h"
 
 namespace varnel::cli {
+
+namespace {
+
+SaveFailure failureOf(const WantedValue &wanted, const Error &error)
+{
+    return {
+        SaveFailure::Step::Write, {wanted.row->id, wanted.value.number, wanted.value.text}, error};
+}
+
+} // namespace
 
 ProfileComparison ProfileComparison::of(HomeSession &session, const Profile &profile)
 {
@@ -13,27 +24,34 @@ ProfileComparison ProfileComparison::of(HomeSession &session, const Profile &pro
         rows.append(wanted.row);
     ProfileComparison comparison;
     comparison.reports = session.reports(rows);
-
-    // Trying a write out would log as the write itself does.
-    const LogSilence silence;
-    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    QList<WantedValue> toTry;
     for (qsizetype at = 0; at < rows.size(); ++at) {
         const SettingReading &reading = comparison.reports[at].reading;
         const WantedValue &wanted = profile.settings[at];
         const bool same = meanTheSame(*wanted.row, reading.value, wanted.value);
-        if (same && reading.found)
-            continue;
-        const Result<bool> change = rehearsal.wouldChange(*wanted.row, wanted.value);
         if (!same)
             comparison.differences.append({wanted.row, reading.value, wanted.value});
-        if (!same || !change)
-            comparison.toSave.append(wanted);
-        if (!same && change && !change.value())
-            comparison.unsavable.append(
-                wanted.row->name
-                + u": not there to be changed; its application has to make it first");
+        if (!same || !reading.found)
+            toTry.append(wanted);
     }
+    comparison.tryOut(session, inSavingOrder(std::move(toTry)));
     return comparison;
+}
+
+void ProfileComparison::tryOut(HomeSession &session, const QList<WantedValue> &settings)
+{
+    // Trying a write out would log as the write itself does.
+    const LogSilence silence;
+    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
+    for (const WantedValue &wanted : settings) {
+        const Result<bool> change = rehearsal.wouldChange(*wanted.row, wanted.value);
+        if (!change && change.error().code == ErrorCode::Unloadable)
+            failures.append(failureOf(wanted, change.error()));
+        else if (!change || change.value())
+            toSave.append(wanted);
+        else if (!isThere(rehearsal, wanted))
+            unsavable.append(notMadeHere(*wanted.row));
+    }
 }
 
 } // namespace varnel::cli

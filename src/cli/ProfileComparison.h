@@ -2,6 +2,7 @@
 
 #include "cli/HomeSession.h"
 #include "profiles/Profile.h"
+#include "settings/PendingChanges.h"
 
 namespace varnel::cli {
 
@@ -16,15 +17,20 @@ struct SettingDifference {
 struct ProfileComparison {
     QList<SettingReport> reports; ///< of all the profile's settings, in its order
     QList<SettingDifference> differences;
-    /// The settings to hand to a save: those that differ, and those whose file can't be read, so
-    /// that the save tells why.
+    /// The settings to hand to a save, in its order.
     QList<WantedValue> toSave;
+    /// Settings whose file can't be loaded. They are not handed to a save: it would keep their old
+    /// values anew at each run, and change nothing.
+    QList<SaveFailure> failures;
     /// A line for each setting that differs and that a save would leave as it is, since it would
     /// have to make what only the application makes.
     QStringList unsavable;
 
     /// Nothing is written.
     [[nodiscard]] static ProfileComparison of(HomeSession &session, const Profile &profile);
+
+private:
+    void tryOut(HomeSession &session, const QList<WantedValue> &settings);
 };
 
 } // namespace varnel::cli

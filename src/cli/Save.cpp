@@ -6,6 +6,7 @@
 #include "cli/Log.h"
 #include "settings/Catalogue.h"
 #include "settings/Rehearsal.h"
+#include "settings/ValueText.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -30,7 +31,13 @@ QList<WantedValue> lastOfEach(const QList<WantedValue> &wanted)
 /// The old values of the settings that need a write, by number.
 using OldValues = QHash<int, SettingValue>;
 
-Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue> &wanted)
+/// What is to be written, and what a save never makes.
+struct Trial {
+    OldValues old;
+    QList<const SettingRow *> notMade;
+};
+
+Result<Trial> tryOut(HomeSession &session, const QList<WantedValue> &wanted)
 {
     // Trying a write out would log as the write itself does.
     const LogSilence silence;
@@ -40,15 +47,18 @@ Result<OldValues> settingsToWrite(HomeSession &session, const QList<WantedValue>
     for (const WantedValue &each : last)
         rows.append(each.row);
     const QList<SettingReading> readings = rehearsal.read(rows);
-    OldValues old;
+    Trial trial;
     for (qsizetype i = 0; i < last.size(); ++i) {
         const Result<bool> change = rehearsal.wouldChange(*last[i].row, last[i].value);
         if (!change && change.error().code != ErrorCode::Unloadable)
             return change.error();
         if (!change || change.value())
-            old.insert(last[i].row->id, readings[i].value);
+            trial.old.insert(last[i].row->id, readings[i].value);
+        else if (!meanTheSame(*last[i].row, readings[i].value, last[i].value)
+                 && !isThere(rehearsal, last[i]))
+            trial.notMade.append(last[i].row);
     }
-    return old;
+    return trial;
 }
 
 bool written(const QList<SaveFailure> &failures, int settingId)
@@ -110,6 +120,16 @@ SaveReport rehearse(HomeSession &session, const QList<WantedValue> &wanted, cons
 
 } // namespace
 
+bool isThere(const Rehearsal &rehearsal, const WantedValue &wanted)
+{
+    return meanTheSame(*wanted.row, rehearsal.read({wanted.row}).first().value, wanted.value);
+}
+
+QString notMadeHere(const SettingRow &row)
+{
+    return row.name + u": not there to be changed; its application has to make it first";
+}
+
 ExitStatus SaveReport::status() const
 {
     if (failures.isEmpty() && filesWithoutLock.isEmpty())
@@ -126,21 +146,26 @@ Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &
 {
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
-    const Result<OldValues> old = settingsToWrite(session, wanted);
-    if (!old) {
+    const Result<Trial> trial = tryOut(session, wanted);
+    if (!trial) {
         // Trying it out was silent; here is what ends the command.
-        varnelLog(lcIo, old.error().text);
-        return old.error();
+        varnelLog(lcIo, trial.error().text);
+        return trial.error();
     }
-    return old.value().isEmpty() ? SaveReport() : save(session, wanted, old.value());
+    const OldValues &old = trial.value().old;
+    SaveReport report = old.isEmpty() ? SaveReport() : save(session, wanted, old);
+    report.notMade = trial.value().notMade;
+    return report;
 }
 
 Result<SaveReport> rehearseSave(HomeSession &session, const QList<WantedValue> &wanted)
 {
-    const Result<OldValues> old = settingsToWrite(session, wanted);
-    if (!old)
-        return old.error();
-    return rehearse(session, wanted, old.value());
+    const Result<Trial> trial = tryOut(session, wanted);
+    if (!trial)
+        return trial.error();
+    SaveReport report = rehearse(session, wanted, trial.value().old);
+    report.notMade = trial.value().notMade;
+    return report;
 }
 
 } // namespace varnel::cli

@@ -9,6 +9,10 @@
 #include <QString>
 #include <QStringList>
 
+namespace varnel {
+class Rehearsal;
+}
+
 namespace varnel::cli {
 
 /// A setting that a save has written.
@@ -25,11 +29,20 @@ struct SaveReport {
     QList<SavedChange> changes;
     QList<SaveFailure> failures;
     QStringList filesWithoutLock; ///< changed while another run was changing them
+    /// Settings whose dictionary or file is not there, and is not made by a save.
+    QList<const SettingRow *> notMade;
     RestartFlags restart;
 
     /// Failed only when nothing was written and no file was met that can't be loaded.
     [[nodiscard]] ExitStatus status() const;
 };
+
+/// Whether the trials so far have left a setting with that value.
+[[nodiscard]] bool isThere(const Rehearsal &rehearsal, const WantedValue &wanted);
+
+/// What to say of a setting that a save leaves as it is, since it would have to make what only the
+/// application makes.
+[[nodiscard]] QString notMadeHere(const SettingRow &row);
 
 /// One save, as the window would make it: the old values into a backup file of this run, then the
 /// new ones. Of several values for one setting the last counts. What would leave a file as it is

@@ -94,6 +94,8 @@ QStringList saveMessages(const SaveReport &report)
     QStringList messages;
     for (const SaveFailure &failure : report.failures)
         messages.append(message(failure));
+    for (const SettingRow *row : report.notMade)
+        messages.append(notMadeHere(*row));
     for (const QString &file : report.filesWithoutLock)
         messages.append(file
                         + u": changed while another run was changing it; what that run wrote"
@@ -102,15 +104,16 @@ QStringList saveMessages(const SaveReport &report)
 }
 
 HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
-                        const Request &request)
+                        const Request &request, const QList<SaveFailure> &failedBefore)
 {
     HomeSession session(home);
-    const Result<SaveReport> saved = isDryRun(request)
+    Result<SaveReport> saved = isDryRun(request)
         ? rehearseSave(session, wanted)
         : saveSettings(session, wanted, foldersToMake(home, request));
     if (!saved)
         return HomeOutcome::failed(saved.error());
-    const SaveReport &report = saved.value();
+    SaveReport &report = saved.value();
+    report.failures = failedBefore + report.failures;
     HomeOutcome outcome;
     outcome.status = report.status();
     outcome.messages = saveMessages(report);

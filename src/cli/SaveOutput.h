@@ -24,8 +24,9 @@ void addChanges(Table &table, const QList<SavedChange> &changes);
 /// A line for everything that did not go as it should.
 [[nodiscard]] QStringList saveMessages(const SaveReport &report);
 
-/// Saves the values in one home and tells what came of it.
+/// Saves the values in one home and tells what came of it, and of what had failed before.
 [[nodiscard]] HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
-                                      const Request &request);
+                                      const Request &request,
+                                      const QList<SaveFailure> &failedBefore = {});
 
 } // namespace varnel::cli

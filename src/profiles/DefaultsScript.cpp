@@ -120,7 +120,7 @@ Translation Script::finish()
 Translation defaultsScript(const Profile &profile)
 {
     Script script;
-    for (const WantedValue &setting : profile.settings)
+    for (const WantedValue &setting : inSavingOrder(profile.settings))
         script.add(setting);
     return script.finish();
 }

@@ -3,6 +3,7 @@
 #include "settings/SettingWrite.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 namespace varnel {
@@ -33,6 +34,15 @@ Result<void> checkThatKeysAgree(const QList<WantedValue> &settings)
     return {};
 }
 
+/// Whether it sets something, and only where its file is there already.
+bool needsItsFile(const WantedValue &setting)
+{
+    const SettingWrite write = SettingWrite::of(*setting.row, setting.value);
+    return write.ifMissing == PreferenceFiles::IfMissing::LeaveMissing
+        && std::any_of(write.changes.begin(), write.changes.end(),
+                       [](const KeyChange &change) { return change.value.has_value(); });
+}
+
 } // namespace
 
 Result<Profile> makeProfile(QList<WantedValue> settings)
@@ -42,6 +52,12 @@ Result<Profile> makeProfile(QList<WantedValue> settings)
     if (const Result<void> agree = checkThatKeysAgree(settings); !agree)
         return agree.error();
     return Profile {std::move(settings)};
+}
+
+QList<WantedValue> inSavingOrder(QList<WantedValue> settings)
+{
+    std::stable_partition(settings.begin(), settings.end(), std::not_fn(needsItsFile));
+    return settings;
 }
 
 } // namespace varnel

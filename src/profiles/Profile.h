@@ -31,4 +31,8 @@ struct Profile {
 /// Sorts the settings by number. Invalid when two of them are stored under one key and differ.
 [[nodiscard]] Result<Profile> makeProfile(QList<WantedValue> settings);
 
+/// The order in which a save does most: what is never made where its file is missing comes last,
+/// for another setting may make the file. By number otherwise.
+[[nodiscard]] QList<WantedValue> inSavingOrder(QList<WantedValue> settings);
+
 } // namespace varnel

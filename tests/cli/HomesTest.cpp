@@ -152,8 +152,8 @@ TEST_F(HomesTest, aListThatCannotBeReadWritesNothingAnywhere)
     const QString anna = make(u"anna"_qs);
     const QMap<QString, QString> before = snapshot(anna);
     const QStringList set {u"set"_qs, u"dock-size=40"_qs, u"--home"_qs, anna, u"--homes-from"_qs};
-    EXPECT_EQ(varnelctl.run(set + QStringList(home.path() + u"/no such list")).status, 2);
-    EXPECT_EQ(varnelctl.run(set + QStringList(home.path())).status, 2);
+    EXPECT_EQ(varnelctl.run(set + QStringList(home.path() + u"/no such list")).status, 3);
+    EXPECT_EQ(varnelctl.run(set + QStringList(home.path())).status, 3);
     EXPECT_EQ(varnelctl.run(set + QStringList(list(anna.toUtf8() + "\n\xff\n"))).status, 2);
     EXPECT_EQ(snapshot(anna), before);
 }
@@ -191,6 +191,30 @@ TEST_F(HomesTest, aSlipInAValueWritesInNoHome)
                   .status,
               2);
     EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(HomesTest, anOptionFromAnEmptyVariableTakesNoOtherOptionWithIt)
+{
+    const QString anna = make(u"anna"_qs);
+    EXPECT_EQ(setIn({anna}).status, 0);
+    const QMap<QString, QString> before = snapshot(home.path());
+    for (const QString &option : {u"--home="_qs, u"--homes-from="_qs, u"--group="_qs}) {
+        const Outcome outcome = varnelctl.run(
+            {u"reset"_qs, u"dock-size"_qs, option, u"--dry-run"_qs, u"--home"_qs, anna});
+        EXPECT_EQ(outcome.status, 2) << option.toStdString();
+        EXPECT_TRUE(outcome.out.isEmpty());
+    }
+    EXPECT_EQ(snapshot(home.path()), before);
+}
+
+TEST_F(HomesTest, aHomeThatFailsIsNamedOnceAndHasNoHeading)
+{
+    const QString none = home.path() + u"/none";
+    const QString anna = make(u"anna"_qs);
+    const Outcome outcome = setIn({none, anna});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_EQ(outcome.err.count(none.toUtf8()), 1) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.out.startsWith(anna.toUtf8().append(':'))) << outcome.out.toStdString();
 }
 
 TEST_F(HomesTest, commandsThatAreNotAboutHomesTakeNoList)

@@ -285,6 +285,48 @@ TEST_F(ProfileTest, whatOnlyItsApplicationMakesIsToldAndNotMade)
     EXPECT_FALSE(QFileInfo::exists(fresh.preference(u"com.apple.Safari.plist"_qs)));
 }
 
+TEST_F(ProfileTest, whatAnotherSettingMakesRoomForIsDoneInTheSameRun)
+{
+    const TemporaryHome fresh;
+    const QString path =
+        profile(R"({"schemaVersion": 1, "settings": {"1200": "none", "1201": "yes"}})");
+    const QStringList apply {u"apply"_qs, path, u"--home"_qs, fresh.path()};
+    const Outcome first = varnelctl.run(apply);
+    EXPECT_EQ(first.status, 0);
+    EXPECT_EQ(first.err, "");
+    EXPECT_EQ(varnelctl.run(apply).out, "Nothing to change.\n");
+    EXPECT_EQ(varnelctl.run({u"diff"_qs, path, u"--home"_qs, fresh.path()}).status, 0);
+}
+
+TEST_F(ProfileTest, twoSettingsOfOneKeyAreDoneByOneWriteWithoutAWord)
+{
+    const TemporaryHome fresh;
+    const QString path =
+        profile(R"({"schemaVersion": 1, "settings": {"song-previews": 0, "half-stars": 0}})");
+    const Outcome apply = varnelctl.run({u"apply"_qs, path, u"--home"_qs, fresh.path()});
+    EXPECT_EQ(apply.status, 0);
+    EXPECT_EQ(apply.err, "");
+    EXPECT_EQ(varnelctl.run({u"diff"_qs, path, u"--home"_qs, fresh.path()}).status, 0);
+}
+
+TEST_F(ProfileTest, aFileThatCannotBeLoadedGetsNoBackupFileAtEachRun)
+{
+    const QString file = home.preference(u"com.apple.dock.plist"_qs);
+    writeFile(file, "bplist00 is not one");
+    const QString path = profile(R"({"schemaVersion": 1, "settings": {"1004": 64}})");
+    const auto before = snapshot(home.path());
+    const Outcome apply = varnelctl.run({u"apply"_qs, path, u"--json"_qs});
+    EXPECT_EQ(apply.status, 4);
+    EXPECT_TRUE(apply.err.contains("dock-size: not written")) << apply.err.toStdString();
+    EXPECT_EQ(apply.json().value(u"failures"_qs).toArray().size(), 1);
+    EXPECT_EQ(apply.json().value(u"backup"_qs), QJsonValue());
+    EXPECT_TRUE(apply.json().value(u"restart"_qs).toArray().isEmpty());
+    const auto backups = [](const QMap<QString, QString> &found) {
+        return found.keys().filter(u".sqlite"_qs);
+    };
+    EXPECT_EQ(backups(snapshot(home.path())), backups(before));
+}
+
 TEST_F(ProfileTest, aFileThatCannotBeReadIsNoDefault)
 {
     const QString file = home.preference(u"com.apple.dock.plist"_qs);

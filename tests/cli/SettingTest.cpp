@@ -288,6 +288,12 @@ TEST_F(SettingTest, settingsThatNeverCreateAFileChangeNothingWhereThereIsNone)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(outcome.json().value(u"backup"_qs).isNull());
     EXPECT_FALSE(QFileInfo::exists(home.preference(u"com.apple.Safari.plist"_qs)));
+    const QByteArray why = ": not there to be changed; its application has to make it first\n";
+    EXPECT_EQ(outcome.err,
+              QByteArray("varnelctl: toolbar-text")
+                  .append(why)
+                  .append("varnelctl: bookmarks-bar")
+                  .append(why));
 }
 
 TEST_F(SettingTest, theLogTellsTheSaveStepByStepWhenAskedFor)
