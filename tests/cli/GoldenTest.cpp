@@ -148,6 +148,10 @@ const QList<Golden> goldens {
      {u"backups"_qs, u"restore"_qs, u"quillet1.sqlite"_qs, u"--dry-run"_qs}},
     {u"backups-delete.txt", {u"backups"_qs, u"delete"_qs, u"quillet1.sqlite"_qs}},
     {u"backups-delete.json", {u"backups"_qs, u"delete"_qs, u"quillet1.sqlite"_qs, u"--json"_qs}},
+    {u"completion-bash.txt", {u"completion"_qs, u"bash"_qs}},
+    {u"completion-zsh.txt", {u"completion"_qs, u"zsh"_qs}},
+    {u"completion-fish.txt", {u"completion"_qs, u"fish"_qs}},
+    {u"completion-fish.json", {u"completion"_qs, u"fish"_qs, u"--json"_qs}},
     {u"help-processes.txt", {u"processes"_qs, u"--help"_qs}},
     {u"help-system.txt", {u"system"_qs, u"--help"_qs}},
 };

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,25 @@ TEST_F(ProcessesTest, terminatingEndsItAndTellsWhichItWas)
     EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
     EXPECT_EQ(application.exitCode(), 15) << "the signal";
     EXPECT_TRUE(listed().isEmpty());
+}
+
+TEST_F(ProcessesTest, whatIsToldOfTheEndedProcessStaysAsItIs)
+{
+    // The priority is the one that the tests themselves run with.
+    static const QRegularExpression priority(u"A Clock  -?\\d+"_qs);
+    const Outcome text = varnelctl.run({u"processes"_qs, u"terminate"_qs, id()});
+    QString told = QString::fromUtf8(text.out);
+    told.replace(id(), u"ID"_qs).replace(priority, u"A Clock  PRIORITY"_qs);
+    expectGolden(u"processes-terminate.txt"_qs, told.toUtf8(), home);
+}
+
+TEST_F(ProcessesTest, theJsonOfTheEndedProcessStaysAsItIs)
+{
+    static const QRegularExpression priority(u"\"priority\": -?\\d+"_qs);
+    const Outcome json = varnelctl.run({u"processes"_qs, u"terminate"_qs, id(), u"--json"_qs});
+    QString told = QString::fromUtf8(json.out);
+    told.replace(id(), u"ID"_qs).replace(priority, u"\"priority\": PRIORITY"_qs);
+    expectGolden(u"processes-terminate.json"_qs, told.toUtf8(), home);
 }
 
 TEST_F(ProcessesTest, theResultOfTheSignalIsLogged)

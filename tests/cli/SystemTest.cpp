@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,24 @@ TEST_F(SystemTest, asJsonEachCategoryIsAListOfNamesAndValues)
                       u"Free: fully available for allocation"_qs}));
     EXPECT_TRUE(value(json[u"memory"_qs], u"Total Physical Memory"_qs).endsWith(u" MB"));
     EXPECT_EQ(json[u"network"_qs].toArray().size(), 5);
+}
+
+/// The output without what is the machine's: who runs this.
+QByteArray withoutUser(const QByteArray &output)
+{
+    static const QRegularExpression text(u"(User Name +)[^\n]*"_qs);
+    static const QRegularExpression json(u"(User Name\",\n *\"value\": \")[^\n]*\""_qs);
+    QString told = QString::fromUtf8(output);
+    return told.replace(text, u"\\1USER"_qs).replace(json, u"\\1USER\""_qs).toUtf8();
+}
+
+TEST_F(SystemTest, whatIsToldOfTheSystemStaysAsItIs)
+{
+    varnelctl.environment.insert(u"TMPDIR"_qs, u"/tmp"_qs);
+    const QStringList system {u"system"_qs, u"macosx"_qs, u"--system-root"_qs, putSystem("10.7.5")};
+    expectGolden(u"system-macosx.txt"_qs, withoutUser(varnelctl.run(system).out), home);
+    expectGolden(u"system-macosx.json"_qs,
+                 withoutUser(varnelctl.run(system + QStringList(u"--json"_qs)).out), home);
 }
 
 TEST_F(SystemTest, oneCategoryStandsAloneInAnyLetterCase)
