@@ -147,16 +147,22 @@ QString optionWithoutValue(int argc, const char *const *argv)
     return {};
 }
 
-/// The parser speaks in several lines, and of its own names.
+/// What was left over, in the order typed. Where no command was meant, the first word was to be
+/// one.
+QString leftOver(const CLI::App &app)
+{
+    QStringList words;
+    for (const std::string &word : app.remaining(true))
+        words.append(QString::fromStdString(word));
+    if (app.get_subcommands().empty() && !words.isEmpty() && !words.first().startsWith(u'-'))
+        return u"no command is called '"_qs + words.first() + u'\'';
+    return u"not understood: "_qs + words.join(u' ');
+}
+
+/// The parser speaks in several lines.
 QString plainProblem(const CLI::ParseError &error)
 {
-    const QString text = QString::fromUtf8(error.what()).simplified();
-    const QString unknown = u"The following argument was not expected: "_qs;
-    const QString unknowns = u"The following arguments were not expected: "_qs;
-    for (const QString &start : {unknown, unknowns})
-        if (text.startsWith(start))
-            return u"not understood: "_qs + text.mid(start.size());
-    return text;
+    return QString::fromUtf8(error.what()).simplified();
 }
 
 } // namespace
@@ -183,6 +189,8 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
         line.wish = CommandLine::Wish::Help;
     } catch (const CLI::CallForVersion &) {
         line.wish = CommandLine::Wish::Version;
+    } catch (const CLI::ExtrasError &) {
+        return wrong(leftOver(app));
     } catch (const CLI::ParseError &error) {
         return wrong(plainProblem(error));
     }

@@ -57,6 +57,16 @@ TEST_F(CommandLineTest, wrongUsageEndsWithTwoSaysWhyAndPrintsNoData)
     }
 }
 
+TEST_F(CommandLineTest, whatIsNotUnderstoodIsNamedAsItWasTyped)
+{
+    EXPECT_TRUE(varnelctl.run({u"rename"_qs, u"a"_qs, u"b"_qs})
+                    .err.startsWith("varnelctl: no command is called 'rename'\n"));
+    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"Dock"_qs, u"b"_qs, u"a"_qs})
+                    .err.startsWith("varnelctl: not understood: b a\n"));
+    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"--what"_qs})
+                    .err.startsWith("varnelctl: not understood: --what\n"));
+}
+
 TEST_F(CommandLineTest, anArgumentThatIsNoUtf8IsRefusedRatherThanChanged)
 {
     const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_qs);
