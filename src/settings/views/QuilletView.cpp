@@ -61,7 +61,11 @@ QuilletView::QuilletView() : ui(std::make_unique<Ui::QuilletView>()), rootNode(m
     awakeFromNib();
 }
 
-QuilletView::~QuilletView() = default;
+QuilletView::~QuilletView()
+{
+    // Taking a window down moves the focus, and by then this is a plain widget already.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void QuilletView::awakeFromNib()
 {
