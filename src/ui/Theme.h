@@ -87,7 +87,7 @@ void setTextRole(QWidget *widget, TextRole role);
 
 /// Rows of 32 and a rounded, filled selection.
 void makeSourceList(QAbstractItemView *view);
-/// Rows of 28, alternating, with no grid.
+/// Rows of 28, alternating, with no grid. The view has its model already.
 void makeList(QAbstractItemView *view);
 /// Filled with the accent while enabled. A dialog's default button is so without being told.
 void makeAccentButton(QPushButton *button);

@@ -37,6 +37,9 @@ void makeList(QAbstractItemView *view)
     view->setAlternatingRowColors(true);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setTextElideMode(Qt::ElideMiddle); // of a path, both ends matter
+    // The ring stands round the whole row; the toolkit draws only the cell anew that was left.
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged,
+                     view->viewport(), qOverload<>(&QWidget::update));
     if (auto *table = qobject_cast<QTableView *>(view)) {
         table->setShowGrid(false);
         table->setWordWrap(false);
