@@ -42,8 +42,9 @@ bool isPlain(const BinaryFile &file, const Object &object)
     case 0x5:
     case 0x6:
         return isPlainText(file, object);
-    case 0x8: // half of the widths
-        return object.count == 0 || object.count == 1 || object.count == 3 || object.count == 7;
+    case 0x8: // half of the widths, and 32 bits at most
+        return object.count == 0 || object.count == 1 || object.count == 3
+            || (object.count == 7 && file.bytes(object.body, 4).count('\0') == 4);
     case 0xb: // no sets
     case 0xc:
         return false;
@@ -131,6 +132,9 @@ bool losesNothingOfXml(const QByteArray &bytes)
         case QXmlStreamReader::Characters:
             leaf += xml.text();
             break;
+        case QXmlStreamReader::ProcessingInstruction:
+            // At the start it takes the file for another format; within a text it refuses the file.
+            return false;
         case QXmlStreamReader::EndElement:
             --depth;
             if (!isPlainNumber(xml.name(), leaf))

@@ -1,5 +1,7 @@
 #include "harness/LibplistReading.h"
 
+#include "base/Text.h"
+
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -38,7 +40,7 @@ Dictionary entriesOf(plist_t dictionary)
         plist_dict_next_item(dictionary, iterator, &key, &value);
         if (value == nullptr)
             break;
-        entries.insert(QString::fromUtf8(taken(key, qstrlen(key))), read(value));
+        entries.insert(textOfUtf8(taken(key, qstrlen(key))), read(value));
     }
     std::free(iterator);
     return entries;
@@ -87,7 +89,7 @@ Node read(plist_t tree)
     case PLIST_STRING:
         value.kind = Kind::String;
         plist_get_string_val(tree, &text);
-        value.string = QString::fromUtf8(taken(text, qstrlen(text)));
+        value.string = textOfUtf8(taken(text, qstrlen(text)));
         break;
     case PLIST_ARRAY:
         return readArray(tree);

@@ -1,5 +1,7 @@
 #include "base/Sqlite.h"
 
+#include "base/Text.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -191,7 +193,7 @@ QString columnText(sqlite3_stmt *statement, int column)
 {
     const unsigned char *bytes = sqlite3_column_text(statement, column);
     return bytes == nullptr ? QStringLiteral("")
-                            : QString::fromUtf8(reinterpret_cast<const char *>(bytes));
+                            : textOfUtf8(reinterpret_cast<const char *>(bytes));
 }
 
 QStringList rowTexts(sqlite3_stmt *statement, int columns)

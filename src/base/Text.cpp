@@ -1,5 +1,7 @@
 #include "base/Text.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -43,6 +45,16 @@ int leadingInt(QStringView text)
     for (; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at)
         number = std::min(bound, number * 10 + (text[at].unicode() - u'0'));
     return int(negative ? -number : std::min(number, bound - 1));
+}
+
+QString textOfUtf8(QByteArrayView utf8)
+{
+    if (!utf8.startsWith("\xef\xbb\xbf"))
+        return QString::fromUtf8(utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless
+                               | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(utf8);
 }
 
 } // namespace varnel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
 
@@ -17,5 +18,9 @@ namespace varnel {
 /// The leading decimal number of a text, after white space and an optional sign; 0 when there is
 /// none. Clamped to 32 bits, never by the locale.
 [[nodiscard]] int leadingInt(QStringView text);
+
+/// A text that came from between other bytes: a zero-width no-break space at its start is part of
+/// it, no byte order mark. What is no UTF-8 becomes U+FFFD.
+[[nodiscard]] QString textOfUtf8(QByteArrayView utf8);
 
 } // namespace varnel

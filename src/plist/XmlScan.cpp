@@ -1,9 +1,8 @@
 #include "plist/XmlScan.h"
 
+#include "base/Text.h"
 #include "plist/XmlNumber.h"
 #include "plist/XmlPlainParser.h"
-
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <cstring>
@@ -11,13 +10,6 @@
 namespace varnel::plist {
 
 namespace {
-
-QString fromUtf8(QByteArrayView utf8)
-{
-    // A zero-width no-break space at the start is part of the text here, no byte order mark.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    return decoder(utf8);
-}
 
 bool isWhite(QByteArrayView text)
 {
@@ -83,7 +75,7 @@ bool XmlScan::readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t 
 
 QString XmlScan::keyText() const
 {
-    return fromUtf8(entryKey);
+    return textOfUtf8(entryKey);
 }
 
 bool XmlScan::startElement(XmlElement element, std::uint32_t start, std::uint32_t end)
@@ -160,9 +152,9 @@ bool XmlScan::closeContent()
         return true;
     case XmlElement::String:
         if (isRemembered())
-            value.value.string = fromUtf8(collected);
+            value.value.string = textOfUtf8(collected);
         else if (isMember() && remembered.element == XmlElement::Array)
-            value.value.strings.append(fromUtf8(collected));
+            value.value.strings.append(textOfUtf8(collected));
         return true;
     default:
         return true;

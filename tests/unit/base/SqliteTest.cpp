@@ -145,3 +145,13 @@ TEST_F(SqliteFile, TooFewColumnsAreAnError)
         database.select(u"SELECT * FROM users"_s, 4, [](const QStringList &) { return true; })
             .ok());
 }
+
+TEST_F(SqliteFile, ATextComesBackWithTheSpaceWithoutWidthAtItsStart)
+{
+    Sqlite database = open();
+    ASSERT_TRUE(database.run(QStringLiteral("CREATE TABLE users (value1 TEXT)"),
+                             Sqlite::Verb::CreateTable));
+    ASSERT_TRUE(
+        database.run(QStringLiteral("INSERT INTO users VALUES('\uFEFFa')"), Sqlite::Verb::Insert));
+    EXPECT_EQ(values(database), QStringList {QStringLiteral("\uFEFFa")});
+}

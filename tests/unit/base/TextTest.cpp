@@ -41,3 +41,19 @@ TEST(Text, LeadingIntIsClampedTo32Bits)
     EXPECT_EQ(leadingInt(u"99999999999999999999"), 2147483647);
     EXPECT_EQ(leadingInt(u"-99999999999999999999"), -2147483647 - 1);
 }
+
+TEST(Text, ASpaceWithoutWidthAtTheStartIsPartOfTheText)
+{
+    EXPECT_EQ(textOfUtf8("\xef\xbb\xbf\xef\xbb\xbf"
+                         "a"),
+              QStringLiteral("\uFEFF\uFEFF"
+                             "a"));
+    EXPECT_EQ(textOfUtf8("a\xef\xbb\xbf"), QStringLiteral("a\uFEFF"));
+    EXPECT_EQ(textOfUtf8(""), QStringLiteral(""));
+}
+
+TEST(Text, WhatIsNoUtf8IsReplaced)
+{
+    EXPECT_EQ(textOfUtf8("\xc3"), QStringLiteral("\uFFFD"));
+    EXPECT_EQ(textOfUtf8("\xef\xbb\xbf\xc3"), QStringLiteral("\uFEFF\uFFFD"));
+}
