@@ -27,7 +27,7 @@ missing_packages() {
     local -A installed=()
     mapfile -t wanted < <(packages_for "$@")
     while read -r package status; do
-        [[ $status == installed ]] && installed[$package]=1
+        [[ $status == @(installed|triggers-*) ]] && installed[$package]=1
     done < <(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null)
     for package in "${wanted[@]}"; do
         [[ ${installed[$package]-} ]] || printf '%s\n' "$package"
