@@ -6,6 +6,7 @@
 #include <QStringDecoder>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <vector>
 
 namespace varnel::fuzz {
@@ -106,6 +107,15 @@ bool isPlainNumber(QStringView element, const QString &text)
     return element != u"real" || real.match(text).hasMatch();
 }
 
+// It ends a tag at the first bracket, quoted or not, and takes a slash before it for the tag's own.
+bool isPlainTag(const QXmlStreamAttributes &attributes)
+{
+    static const QRegularExpression markup(QStringLiteral("[>/]"));
+    return std::none_of(attributes.begin(), attributes.end(), [](const QXmlStreamAttribute &one) {
+        return one.value().contains(markup);
+    });
+}
+
 /// UTF-8 without a mark or carriage returns, keys with both tags, plain numbers.
 bool losesNothingOfXml(const QByteArray &bytes)
 {
@@ -126,7 +136,11 @@ bool losesNothingOfXml(const QByteArray &bytes)
             break;
         case QXmlStreamReader::StartElement:
             leaf = QString();
-            if (++depth > deepest)
+            if (++depth > deepest || !isPlainTag(xml.attributes()))
+                return false;
+            break;
+        case QXmlStreamReader::DTD:
+            if (xml.text().count(u'>') > 1)
                 return false;
             break;
         case QXmlStreamReader::Characters:
@@ -151,6 +165,10 @@ bool losesNothingOfXml(const QByteArray &bytes)
 
 bool libplistLosesNothing(const QByteArray &file)
 {
+    // It tells the format by as many bytes, and takes none where there are fewer.
+    constexpr qsizetype fewest = 8;
+    if (file.size() < fewest)
+        return false;
     return file.startsWith("bplist") ? losesNothingOfBinary(file) : losesNothingOfXml(file);
 }
 

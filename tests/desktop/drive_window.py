@@ -148,7 +148,10 @@ def drive(screen):
 
     screen.press("push button", "Save")
     screen.wait_for_state(save, Atspi.StateType.ENABLED, False)
-    screen.click(screen.find("push button", "Application menu"))
+    menu = screen.find("push button", "Application menu")
+    screen.click(menu)
+    # Keys that come before the menu is up go to the window.
+    screen.wait_for_state(menu, Atspi.StateType.PRESSED, True)
     screen.type(UP)  # from the end
     screen.wait("the menu's last item", lambda: True if screen.said == "Quit Varnel" else None)
     screen.type(RETURN)
