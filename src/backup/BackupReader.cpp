@@ -10,7 +10,7 @@ Result<QList<BackupRow>> readBackupRows(const QString &path)
 {
     constexpr int columns = 4;
     const auto named = [&](const Error &error) {
-        const Error result {error.code, path + u": " + error.text};
+        Error result {error.code, path + u": " + error.text};
         if (result.code != ErrorCode::NotFound)
             varnelLog(lcIo, result.text);
         return result;

@@ -125,7 +125,7 @@ Result<Translation> translated(const Profile &profile, const Wish &wish)
 /// The text as it is; on a terminal nothing in it steers that, and lines stay lines.
 QString shownText(const QByteArray &bytes, const Style &style)
 {
-    const QString text = QString::fromUtf8(bytes);
+    QString text = QString::fromUtf8(bytes);
     if (!style.terminal)
         return text;
     QStringList lines = text.split(u'\n');

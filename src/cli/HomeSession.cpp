@@ -50,7 +50,7 @@ Result<HomeFolder> homeAt(const QString &directory, const Request &request)
 {
     if (directory.isEmpty())
         return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
-    const Result<HomeFolder> home = namedHome(directory);
+    Result<HomeFolder> home = namedHome(directory);
     if (!home)
         return asNotFound(home.error());
     if (!request.has(newHomeOption) && !QFileInfo(home.value().path + u"/Library").isDir())

@@ -13,9 +13,9 @@ namespace varnel::cli {
 /// One category of the facts about the system, as the window shows it.
 struct SystemCategory {
     enum class Kind { MacOSX, Memory, Network };
-    Kind kind;
-    const char16_t *key; ///< what is typed, and the JSON member's name
-    const char16_t *title;
+    Kind kind = Kind::MacOSX;
+    const char16_t *key = nullptr; ///< what is typed, and the JSON member's name
+    const char16_t *title = nullptr;
 };
 
 /// The one named, in any letter case by key or title; all of them for a null name.

@@ -73,7 +73,7 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
         return reader.error();
     logQuery();
     QStringList doubled;
-    const Result<void> read = reader.value().select(query, 1, [&](const QStringList &texts) {
+    Result<void> read = reader.value().select(query, 1, [&](const QStringList &texts) {
         if (isListed(texts[0]))
             doubled.append(texts[0]);
         return true;

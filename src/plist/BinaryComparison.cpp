@@ -109,13 +109,16 @@ bool isEdited(const BinaryEdit &edit, const BinaryReader &before, const BinaryRe
         }
     }
     const auto found = positionsOf(after, newOne, edit.key);
-    const std::size_t wanted = !edit.value ? 0 : edit.addsKey() ? 1 : edit.positions.size();
-    if (found.size() != wanted || newOne.count != m + (edit.value && edit.addsKey() ? 1 : 0))
+    const bool addsKey = edit.value && edit.addsKey();
+    if (newOne.count != m + (addsKey ? 1 : 0))
         return false;
-    return std::all_of(found.begin(), found.end(), [&](std::uint32_t position) {
-        const std::uint32_t value = after.child(newOne, newOne.count + position);
-        return says(decode(after, after.object(value)), *edit.value);
-    });
+    if (!edit.value)
+        return found.empty();
+    return found.size() == (addsKey ? 1 : edit.positions.size())
+        && std::all_of(found.begin(), found.end(), [&](std::uint32_t position) {
+               const std::uint32_t value = after.child(newOne, newOne.count + position);
+               return says(decode(after, after.object(value)), *edit.value);
+           });
 }
 
 } // namespace

@@ -154,7 +154,7 @@ inline std::optional<BinaryObject> BinaryReader::parse(std::uint64_t offset) con
         else if (shape.rule == BinaryShape::References)
             unit = layout.referenceWidth;
         else if (shape.rule == BinaryShape::Pairs)
-            unit = 2 * layout.referenceWidth;
+            unit = std::uint64_t {2} * layout.referenceWidth;
         object.count = static_cast<std::uint32_t>(count);
     }
     // Counts are below 2^32 by now: the product fits 64 bits.

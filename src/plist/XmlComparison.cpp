@@ -61,8 +61,9 @@ bool differsOnlyBy(const QStringList &path, const NewValue *value, const XmlDocu
     if (!othersAreSame({before, place.innermost()}, changed, {after, reached->innermost()},
                        value != nullptr, isNew ? 1 : 0))
         return false;
-    const std::size_t wanted = !value ? 0 : isNew ? 1 : changed.size();
-    return reached->found().size() == wanted
+    if (!value)
+        return reached->found().empty();
+    return reached->found().size() == (isNew ? 1 : changed.size())
         && std::all_of(reached->found().begin(), reached->found().end(),
                        [&](const XmlFound &found) { return says(found.decoded, *value); });
 }

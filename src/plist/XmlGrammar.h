@@ -43,7 +43,7 @@ public:
 
 private:
     struct Frame {
-        XmlElement element;
+        XmlElement element {};
         /// Dict: a key waits for its value. Plist: its value is there.
         bool flag = false;
     };

@@ -8,8 +8,8 @@ namespace varnel::plist {
 
 namespace {
 
-constexpr qsizetype smallestPiece = 64 * 1024;
-constexpr qsizetype largestPiece = 256 * 1024 * 1024;
+constexpr qsizetype smallestPiece = qsizetype {64} * 1024;
+constexpr qsizetype largestPiece = qsizetype {256} * 1024 * 1024;
 
 class Parser {
 public:

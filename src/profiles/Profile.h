@@ -13,7 +13,7 @@ struct Profile {
     /// Of the files that this program reads and writes.
     static constexpr int schemaVersion = 1;
     /// Bytes of a file that is still read. One with all settings has less than 3 KiB.
-    static constexpr qsizetype largestFile = 256 * 1024;
+    static constexpr qsizetype largestFile = qsizetype {256} * 1024;
 
     /// By number, each setting once.
     QList<WantedValue> settings;

@@ -41,6 +41,7 @@ std::optional<ProcessRow> visibleProcess(std::span<const std::byte> record,
     const std::optional<QString> name = manager.processName(id);
     if (!name)
         return std::nullopt;
+    // Signed in the record, too. NOLINTNEXTLINE(bugprone-signed-char-misuse)
     const int priority = field<std::int8_t>(record, ProcessRecord::priorityOffset);
     return ProcessRow {*name, QString::number(priority), id, *bundle, QStringLiteral("")};
 }

@@ -41,7 +41,9 @@ void ShadowFrame::paintEvent(QPaintEvent *)
     const QRectF inner = contentsRect();
     // One ring for each pixel of the screen, so that the shadow is as soft at twice the scale.
     const double step = 1 / devicePixelRatioF();
-    for (double distance = step / 2; distance < radius; distance += step) {
+    const int rings = qRound(radius / step);
+    for (int i = 0; i < rings; ++i) {
+        const double distance = (i + 0.5) * step;
         QColor ring = color;
         ring.setAlphaF(float(color.alphaF() * shadowAt(distance / radius)));
         painter.setPen(QPen(ring, step));

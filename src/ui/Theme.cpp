@@ -118,10 +118,10 @@ QColor mutedText(const QPalette &palette)
 {
     const QColor text = palette.color(QPalette::Text);
     const QColor base = palette.color(QPalette::Base);
-    constexpr double mostMuted = 0.38;
-    constexpr double step = 0.02;
-    for (double share = mostMuted; share > 0; share -= step) {
-        const QColor muted = mix(text, base, share);
+    constexpr int mostMuted = 38; // percent
+    constexpr int step = 2;
+    for (int share = mostMuted; share > 0; share -= step) {
+        const QColor muted = mix(text, base, share / 100.0);
         if (leastContrast(muted, palette) >= 4.5)
             return muted;
     }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <ranges>
 #include <utility>
 
 namespace varnel {
@@ -135,13 +136,12 @@ QString LinuxSessionLoginItems::iconOf(const QString &path) const
 
 QString LinuxSessionLoginItems::applicationsFolder() const
 {
-    const QString bundles = QStringLiteral("/Applications");
+    QString bundles = QStringLiteral("/Applications");
     if (QFileInfo(bundles).isDir())
         return bundles;
-    for (auto folder = folders.applications.crbegin(); folder != folders.applications.crend();
-         ++folder) {
-        if (QFileInfo(*folder).isDir())
-            return *folder;
+    for (const QString &folder : folders.applications | std::views::reverse) {
+        if (QFileInfo(folder).isDir())
+            return folder;
     }
     return home.path;
 }

@@ -4,10 +4,8 @@
 
 #include <QByteArrayView>
 
-namespace varnel {
-
 /// The process's standard streams, as a terminal program needs them.
-namespace LinuxTerminal {
+namespace varnel::LinuxTerminal {
 
 /// Keeps a reader that goes away and a limit on file sizes from ending the process in the middle of
 /// a save: writes fail instead. Keeps the three standard numbers from being given to the files that
@@ -22,6 +20,4 @@ void prepareStreams();
 /// All the bytes, or why not. NotFound: the reader has gone.
 [[nodiscard]] Result<void> writeAll(int descriptor, QByteArrayView bytes);
 
-} // namespace LinuxTerminal
-
-} // namespace varnel
+} // namespace varnel::LinuxTerminal

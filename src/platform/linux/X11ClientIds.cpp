@@ -1,11 +1,11 @@
 #include "platform/linux/X11ClientIds.h"
 
+#include "platform/linux/Malloced.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <span>
 
 #include <sys/uio.h>
@@ -50,21 +50,17 @@ struct IdsReply {
 /// Before each id; the length is that of what follows, in bytes.
 struct IdHead {
     IdSpec spec;
-    std::uint32_t length;
+    std::uint32_t length = 0;
 };
 
 constexpr std::uint32_t processIdMask = 2;
-
-struct Free {
-    void operator()(void *memory) const { std::free(memory); }
-};
 
 xcb_extension_t resourceExtension {"X-Resource", 0};
 
 /// Sends a request and waits for its answer; null when the server refuses it.
 template <typename Reply>
-std::unique_ptr<Reply, Free> ask(const XcbLibrary &x, xcb_connection_t *connection, Opcode opcode,
-                                 std::span<std::byte> head, std::span<std::byte> body = {})
+Malloced<Reply> ask(const XcbLibrary &x, xcb_connection_t *connection, Opcode opcode,
+                    std::span<std::byte> head, std::span<std::byte> body = {})
 {
     // The library keeps two places before the first part to itself.
     std::array<iovec, 4> parts {};
@@ -74,9 +70,8 @@ std::unique_ptr<Reply, Free> ask(const XcbLibrary &x, xcb_connection_t *connecti
     const unsigned sequence =
         x.sendRequest(connection, XCB_REQUEST_CHECKED, parts.data() + 2, &request);
     xcb_generic_error_t *error = nullptr;
-    std::unique_ptr<Reply, Free> reply(
-        static_cast<Reply *>(x.waitForReply(connection, sequence, &error)));
-    const std::unique_ptr<xcb_generic_error_t, Free> owner(error);
+    Malloced<Reply> reply(static_cast<Reply *>(x.waitForReply(connection, sequence, &error)));
+    const Malloced<xcb_generic_error_t> owner(error);
     return reply;
 }
 

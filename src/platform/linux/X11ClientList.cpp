@@ -1,5 +1,6 @@
 #include "platform/linux/X11ClientList.h"
 
+#include "platform/linux/Malloced.h"
 #include "platform/linux/X11ClientIds.h"
 #include "platform/linux/XcbLibrary.h"
 
@@ -7,8 +8,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <vector>
 
 #include <unistd.h>
@@ -17,17 +16,12 @@ namespace varnel {
 
 namespace {
 
-struct Free {
-    void operator()(void *memory) const { std::free(memory); }
-};
-
 /// A connection to the display that DISPLAY names, with the names that window managers use.
 class Session {
 public:
-    explicit Session(const XcbLibrary &x) : x(x), connection(x.connect(nullptr, &screen))
+    explicit Session(const XcbLibrary &x)
+        : x(x), connection(x.connect(nullptr, &screen)), hasNames(askForNames())
     {
-        hasNames = x.connectionHasError(connection) == 0
-            && x.initAtomsReplies(&names, x.initAtoms(connection, &names), nullptr) != 0;
     }
     ~Session()
     {
@@ -47,6 +41,11 @@ public:
 private:
     using Questions = std::vector<xcb_get_property_cookie_t>;
 
+    [[nodiscard]] bool askForNames()
+    {
+        return x.connectionHasError(connection) == 0
+            && x.initAtomsReplies(&names, x.initAtoms(connection, &names), nullptr) != 0;
+    }
     [[nodiscard]] std::vector<xcb_window_t> ofThisMachine(const std::vector<xcb_window_t> &windows);
     [[nodiscard]] bool isThisMachine(xcb_get_property_cookie_t question);
     /// What the programs themselves wrote on their windows.
@@ -56,7 +55,7 @@ private:
     int screen = 0;
     xcb_connection_t *connection;
     xcb_ewmh_connection_t names {};
-    bool hasNames = false;
+    bool hasNames;
 };
 
 std::optional<std::vector<xcb_window_t>> Session::clientList()
@@ -78,7 +77,7 @@ QByteArray hostName()
 
 bool Session::isThisMachine(xcb_get_property_cookie_t question)
 {
-    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+    const Malloced<xcb_get_property_reply_t> reply(
         x.getPropertyReply(connection, question, nullptr));
     if (!reply)
         return false;

@@ -30,7 +30,7 @@ protected:
     /// What is on disk, in range or not, is what comes back from a backup.
     SettingReading readNumber()
     {
-        const SettingReading reading = readSetting();
+        SettingReading reading = readSetting();
         setBackupValueInt(reading.found ? reading.value.number : -1);
         return reading;
     }

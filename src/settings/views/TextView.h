@@ -2,6 +2,8 @@
 
 #include "settings/views/DefaultedView.h"
 
+class QHBoxLayout;
+
 namespace varnel {
 
 /// A text field, with a box for the default. Every keystroke reports the new text.

@@ -23,10 +23,10 @@ namespace varnel {
 namespace {
 
 struct Category {
-    const char16_t *name;
-    const char16_t *icon;
+    const char16_t *name = nullptr;
+    const char16_t *icon = nullptr;
     Qt::Alignment valueAlignment;
-    void (SysInfoView::*fill)(); ///< null: the process list
+    void (SysInfoView::*fill)() = nullptr; ///< null: the process list
 };
 
 const std::array<Category, 4> categories {{
