@@ -59,7 +59,7 @@ Result<void> checkRoot(const QList<Member> &root)
         if (seen.contains(member.name))
             return wrong(quoted(member.name) + u" stands there twice");
         seen.insert(member.name);
-        if (const Result<void> fine = checkMember(member); !fine)
+        if (Result<void> fine = checkMember(member); !fine)
             return fine;
     }
     for (const QString &name : {profileMembers::schemaVersion, profileMembers::settings})

@@ -194,8 +194,7 @@ bool VarnelStyle::drawSourceListPart(PrimitiveElement element, const QStyleOptio
             StyleDrawing::sourceListBar(painter, option, sourceListBarRect(option, widget),
                                         widget->hasFocus());
         return true;
-    case PE_FrameFocusRect:
-        return true; // the bar says it, by its colour
+    case PE_FrameFocusRect: // the bar says it, by its colour
     case PE_IndicatorBranch:
         return true;
     default:
