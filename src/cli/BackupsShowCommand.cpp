@@ -68,7 +68,7 @@ Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) co
         const Result<QList<BackupRow>> read = backupRows(home, name);
         if (!read)
             return HomeOutcome::failed(read.error());
-        const QList<BackupRow> rows = read.value();
+        const QList<BackupRow> &rows = read.value();
         HomeOutcome outcome;
         outcome.text = [rows](const Style &style) { return contentsText(rows, style); };
         outcome.object = [name, rows] { return contentsObject(name, rows); };

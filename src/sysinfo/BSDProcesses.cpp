@@ -34,12 +34,13 @@ Attempt readOnce(const ProcessTable &table, std::byte **records, std::size_t *le
     if (table.sysctl(allProcesses.data(), nameLength, nullptr, length) == -1)
         return {errno};
     // malloc(0) may answer null, which would pass for a failure.
+    // The caller frees it by the same interface. NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
     auto *buffer = static_cast<std::byte *>(std::malloc(*length == 0 ? 1 : *length));
     if (buffer == nullptr)
         return {ENOMEM};
     if (table.sysctl(allProcesses.data(), nameLength, buffer, length) == -1) {
         const int error = errno;
-        std::free(buffer);
+        std::free(buffer); // NOLINT(cppcoreguidelines-no-malloc)
         return {error, error == ENOMEM};
     }
     *records = buffer;

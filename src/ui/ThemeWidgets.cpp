@@ -111,7 +111,7 @@ void drawBand(QPainter *painter, const QRect &band, const QPalette &palette)
 
 void apply(QApplication &application)
 {
-    application.setStyle(new VarnelStyle); // the application owns it
-}
+    application.setStyle(new VarnelStyle);
+} // The application owns it. NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 
 } // namespace varnel::Theme

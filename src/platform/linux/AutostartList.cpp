@@ -80,7 +80,7 @@ QString installedEntry(const AutostartItem &item, const AutostartFolders &folder
 {
     const QString linked = item.isLink ? QFileInfo(item.file).canonicalFilePath() : QString();
     for (const QString &folder : folders.applications) {
-        const QString installed = folder + u'/' + item.fileName;
+        QString installed = folder + u'/' + item.fileName;
         if (!linked.isEmpty()) {
             if (QFileInfo(installed).canonicalFilePath() == linked)
                 return installed;

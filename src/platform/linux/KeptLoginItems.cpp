@@ -53,7 +53,7 @@ QList<KeptEntry> parse(const QByteArray &bytes)
     QList<KeptEntry> entries;
     const QJsonArray array =
         QJsonDocument::fromJson(bytes).object()[QStringLiteral("entries")].toArray();
-    for (const QJsonValue &value : array) {
+    for (const auto &value : array) {
         if (std::optional<KeptEntry> entry = fromJson(value.toObject()))
             entries.append(*std::move(entry));
     }

@@ -24,7 +24,7 @@ bool isPrivate(const QByteArray &folder)
 
 QByteArray runtimeFolder()
 {
-    const QByteArray session = qgetenv("XDG_RUNTIME_DIR");
+    QByteArray session = qgetenv("XDG_RUNTIME_DIR");
     constexpr auto room = static_cast<qsizetype>(sizeof(sockaddr_un::sun_path)) - roomForName;
     if (session.startsWith('/') && session.size() < room && isPrivate(session))
         return session;
