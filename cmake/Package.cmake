@@ -21,7 +21,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # The libraries that the programs are linked to, with the versions that they need.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What the programs run or load by name: packaging/packages.tsv, purpose "run", has the reasons.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "psmisc")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libexpat1, libsqlite3-0 (>= 3.31), psmisc")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "fonts-dejavu-core | fonts-freefont-ttf, libglib2.0-bin, libxcb-ewmh2, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
 # Executables as the distribution's own packages have them, whatever umask they were built under.

@@ -1,5 +1,6 @@
 #include "base/Sqlite.h"
 
+#include "base/SqliteLibrary.h"
 #include "base/Text.h"
 
 #include <QFile>
@@ -7,8 +8,6 @@
 
 #include <cstring>
 #include <utility>
-
-#include <sqlite3.h>
 
 namespace varnel {
 
@@ -28,14 +27,20 @@ constexpr int mostSteps = 10'000'000;
 /// steps.
 constexpr int longestProgram = 25'000;
 
+/// Only after open() has found the library; without it there is no database to call it for.
+const SqliteLibrary &sqlite()
+{
+    return *SqliteLibrary::get();
+}
+
 struct Finalize {
-    void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+    void operator()(sqlite3_stmt *statement) const { sqlite().finalize(statement); }
 };
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 bool isUsers(const char *name)
 {
-    return sqlite3_stricmp(name, "users") == 0;
+    return sqlite().compareCaseless(name, "users") == 0;
 }
 
 bool isSchema(const char *name)
@@ -113,29 +118,29 @@ int prepare(sqlite3 *database, const QString &sql, Authorizer authorizer, Statem
     const QByteArray text = sql.toUtf8();
     const char *tail = nullptr;
     sqlite3_stmt *raw = nullptr;
-    sqlite3_set_authorizer(database, authorizer, nullptr);
-    int outcome = sqlite3_prepare_v2(database, text.constData(), -1, &raw, &tail);
+    sqlite().setAuthorizer(database, authorizer, nullptr);
+    int outcome = sqlite().prepare(database, text.constData(), -1, &raw, &tail);
     statement.reset(raw);
     if (outcome != SQLITE_OK || tail == nullptr)
         return outcome;
     // Whatever stands behind is denied, so that the library itself says what is wrong with it.
-    sqlite3_set_authorizer(database, allowNothing, nullptr);
-    outcome = sqlite3_prepare_v2(database, tail, -1, &raw, nullptr);
-    sqlite3_finalize(raw);
-    sqlite3_set_authorizer(database, authorizer, nullptr);
+    sqlite().setAuthorizer(database, allowNothing, nullptr);
+    outcome = sqlite().prepare(database, tail, -1, &raw, nullptr);
+    sqlite().finalize(raw);
+    sqlite().setAuthorizer(database, authorizer, nullptr);
     return outcome;
 }
 
 void defend(sqlite3 *database)
 {
-    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
-    sqlite3_limit(database, SQLITE_LIMIT_LENGTH, largestValue);
-    sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
-    sqlite3_limit(database, SQLITE_LIMIT_VDBE_OP, longestProgram);
+    sqlite().configure(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite().configure(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite().configure(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite().configure(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite().configure(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite().limit(database, SQLITE_LIMIT_LENGTH, largestValue);
+    sqlite().limit(database, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite().limit(database, SQLITE_LIMIT_VDBE_OP, longestProgram);
 }
 
 /// Bounds the steps of one statement while it lives; past that the library answers "interrupted".
@@ -143,11 +148,11 @@ class StepLimit {
 public:
     explicit StepLimit(sqlite3 *database) : database(database)
     {
-        sqlite3_progress_handler(database, stepsPerCall, &StepLimit::isReached, this);
+        sqlite().progressHandler(database, stepsPerCall, &StepLimit::isReached, this);
     }
     StepLimit(const StepLimit &) = delete;
     StepLimit &operator=(const StepLimit &) = delete;
-    ~StepLimit() { sqlite3_progress_handler(database, 0, nullptr, nullptr); }
+    ~StepLimit() { sqlite().progressHandler(database, 0, nullptr, nullptr); }
 
 private:
     static constexpr int stepsPerCall = 1000;
@@ -172,8 +177,8 @@ bool hasComputedColumns(sqlite3 *database)
     if (prepare(database, QStringLiteral("PRAGMA table_xinfo(users)"), allowColumnList, columns)
         != SQLITE_OK)
         return false; // the statements on the table will say what is wrong with it
-    while (sqlite3_step(columns.get()) == SQLITE_ROW)
-        if (sqlite3_column_int(columns.get(), hiddenColumn) >= firstComputedKind)
+    while (sqlite().step(columns.get()) == SQLITE_ROW)
+        if (sqlite().columnNumber(columns.get(), hiddenColumn) >= firstComputedKind)
             return true;
     return false;
 }
@@ -182,16 +187,16 @@ void prepareToWrite(sqlite3 *database)
 {
     // Another run may be adding its row to the same file.
     constexpr int longestWait = 5000; // milliseconds
-    sqlite3_busy_timeout(database, longestWait);
+    sqlite().busyTimeout(database, longestWait);
     // Whatever is done next counts on this having happened: so the end of the journal, which is
     // what ends a change, is flushed too. What stands in the way of it shows at the first
     // statement.
-    sqlite3_exec(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
+    sqlite().execute(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
 }
 
 QString columnText(sqlite3_stmt *statement, int column)
 {
-    const unsigned char *bytes = sqlite3_column_text(statement, column);
+    const unsigned char *bytes = sqlite().columnText(statement, column);
     return bytes == nullptr ? QStringLiteral("")
                             : textOfUtf8(reinterpret_cast<const char *>(bytes));
 }
@@ -217,14 +222,14 @@ qint64 sizeOf(const QStringList &texts)
 
 Error errorOf(sqlite3 *database)
 {
-    return {ErrorCode::Unloadable, QString::fromUtf8(sqlite3_errmsg(database))};
+    return {ErrorCode::Unloadable, QString::fromUtf8(sqlite().errorMessage(database))};
 }
 
 } // namespace
 
 void Sqlite::Close::operator()(sqlite3 *opened) const
 {
-    sqlite3_close(opened);
+    sqlite().close(opened);
 }
 
 Sqlite::Sqlite(Handle database, std::optional<PrivateCopy> copy)
@@ -240,7 +245,9 @@ Error Sqlite::lastError() const
 Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
 {
     sqlite3 *raw = nullptr;
-    const int outcome = sqlite3_open_v2(QFile::encodeName(path).constData(), &raw, flags, nullptr);
+    if (SqliteLibrary::get() == nullptr)
+        return Error {ErrorCode::Unloadable, QStringLiteral("the SQLite library cannot be loaded")};
+    const int outcome = sqlite().open(QFile::encodeName(path).constData(), &raw, flags, nullptr);
     Handle opened(raw);
     if (outcome != SQLITE_OK)
         return errorOf(raw);
@@ -296,7 +303,7 @@ Result<void> Sqlite::run(const QString &sql, Verb verb)
         return {};
     const StepLimit limit(database.get());
     int step = SQLITE_ROW;
-    while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) { }
+    while ((step = sqlite().step(statement.get())) == SQLITE_ROW) { }
     if (step != SQLITE_DONE)
         return lastError();
     return {};
@@ -309,7 +316,7 @@ Result<void> Sqlite::select(const QString &sql, int columns,
     Statement statement;
     if (prepare(database.get(), sql, allowSelect, statement) != SQLITE_OK)
         return lastError();
-    if (sqlite3_column_count(statement.get()) < columns)
+    if (sqlite().columnCount(statement.get()) < columns)
         return Error {ErrorCode::Unloadable, QStringLiteral("too few columns in users")};
     if (prepared)
         prepared();
@@ -317,7 +324,7 @@ Result<void> Sqlite::select(const QString &sql, int columns,
     int step = SQLITE_ROW;
     int rows = 0;
     qint64 answered = 0;
-    while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
+    while ((step = sqlite().step(statement.get())) == SQLITE_ROW) {
         const QStringList texts = rowTexts(statement.get(), columns);
         answered += sizeOf(texts);
         if (answered > largestAnswer || ++rows > mostRows)

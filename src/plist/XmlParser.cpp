@@ -1,6 +1,6 @@
 #include "plist/XmlParser.h"
 
-#include <expat.h>
+#include "plist/ExpatLibrary.h"
 
 #include <algorithm>
 
@@ -13,15 +13,15 @@ constexpr qsizetype largestPiece = qsizetype {256} * 1024 * 1024;
 
 class Parser {
 public:
-    Parser(const char *encoding, XmlListener &listener)
-        : parser(XML_ParserCreate(encoding), &XML_ParserFree), listener(listener)
+    Parser(const ExpatLibrary &expat, const char *encoding, XmlListener &listener)
+        : expat(expat), parser(expat.create(encoding), expat.destroy), listener(listener)
     {
-        XML_SetUserData(parser.get(), this);
-        XML_SetElementHandler(parser.get(), &Parser::onStart, &Parser::onEnd);
-        XML_SetEntityDeclHandler(parser.get(), &Parser::onEntityDeclaration);
-        XML_SetAttlistDeclHandler(parser.get(), &Parser::onAttributeDeclaration);
-        XML_SetSkippedEntityHandler(parser.get(), &Parser::onSkippedEntity);
-        XML_SetXmlDeclHandler(parser.get(), &Parser::onXmlDeclaration);
+        expat.setUserData(parser.get(), this);
+        expat.setElementHandler(parser.get(), &Parser::onStart, &Parser::onEnd);
+        expat.setEntityDeclHandler(parser.get(), &Parser::onEntityDeclaration);
+        expat.setAttlistDeclHandler(parser.get(), &Parser::onAttributeDeclaration);
+        expat.setSkippedEntityHandler(parser.get(), &Parser::onSkippedEntity);
+        expat.setXmlDeclHandler(parser.get(), &Parser::onXmlDeclaration);
         updateTextHandler();
     }
 
@@ -34,12 +34,12 @@ public:
         // does not end, so that a long one is not read over and over.
         qsizetype piece = smallestPiece;
         while (!bytes.isEmpty()) {
-            const XML_Index before = XML_GetCurrentByteIndex(parser.get());
+            const XML_Index before = expat.currentByteIndex(parser.get());
             const QByteArrayView next = bytes.first(std::min(piece, bytes.size()));
             if (!parse(next, false))
                 return false;
             bytes = bytes.sliced(next.size());
-            const bool stuck = XML_GetCurrentByteIndex(parser.get()) == before;
+            const bool stuck = expat.currentByteIndex(parser.get()) == before;
             piece = stuck ? std::min(2 * piece, largestPiece) : smallestPiece;
         }
         return true;
@@ -51,7 +51,7 @@ private:
     bool parse(QByteArrayView bytes, bool isLast)
     {
         fed += bytes.size();
-        return XML_Parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast)
+        return expat.parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast)
             == XML_STATUS_OK
             && !stopped;
     }
@@ -69,19 +69,20 @@ private:
     {
         // The parser may still deliver what it has begun, as the end of an empty-element tag.
         stopped = true;
-        XML_StopParser(parser.get(), XML_FALSE);
+        expat.stop(parser.get(), XML_FALSE);
     }
     void updateTextHandler()
     {
-        XML_SetCharacterDataHandler(parser.get(), listener.wantsText() ? &Parser::onText : nullptr);
+        expat.setCharacterDataHandler(parser.get(),
+                                      listener.wantsText() ? &Parser::onText : nullptr);
     }
     [[nodiscard]] std::uint32_t start() const
     {
-        return static_cast<std::uint32_t>(XML_GetCurrentByteIndex(parser.get()) + origin);
+        return static_cast<std::uint32_t>(expat.currentByteIndex(parser.get()) + origin);
     }
     [[nodiscard]] std::uint32_t end() const
     {
-        return start() + static_cast<std::uint32_t>(XML_GetCurrentByteCount(parser.get()));
+        return start() + static_cast<std::uint32_t>(expat.currentByteCount(parser.get()));
     }
 
     static void onStart(void *data, const XML_Char *name, const XML_Char **)
@@ -123,6 +124,7 @@ private:
             self(data).listener.encodingDeclared(encoding);
     }
 
+    const ExpatLibrary &expat;
     std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> parser;
     XmlListener &listener;
     qint64 fed = 0;
@@ -134,16 +136,22 @@ private:
 
 bool parseXml(QByteArrayView file, XmlListener &listener)
 {
-    Parser parser(nullptr, listener);
+    const ExpatLibrary *expat = ExpatLibrary::get();
+    if (expat == nullptr)
+        return false;
+    Parser parser(*expat, nullptr, listener);
     return parser.feed(file) && parser.finish();
 }
 
 bool parseXml(QByteArrayView file, const XmlPart &part, XmlEncoding encoding, XmlListener &listener)
 {
+    const ExpatLibrary *expat = ExpatLibrary::get();
+    if (expat == nullptr)
+        return false;
     const auto around = [&](const char *text) {
         return encoding.encode(QString::fromLatin1(text));
     };
-    Parser parser(encoding.parserName(), listener);
+    Parser parser(*expat, encoding.parserName(), listener);
     if (!parser.feed(around(part.before)))
         return false;
     parser.setOrigin(part.start);

@@ -1,8 +1,6 @@
 #include "platform/linux/XcbLibrary.h"
 
-#include "base/Logging.h"
-
-#include <QLibrary>
+#include "base/LateLibrary.h"
 
 #include <optional>
 
@@ -10,41 +8,9 @@ namespace varnel {
 
 namespace {
 
-class Loader {
-public:
-    /// Stays loaded to the end of the program.
-    void open(const QString &name, int version)
-    {
-        library.setFileNameAndVersion(name, version);
-        if (!library.load())
-            fail(library.errorString());
-    }
-
-    template <typename Function> void find(Function &function, const char *symbol)
-    {
-        if (complete)
-            function = reinterpret_cast<Function>(library.resolve(symbol));
-        if (function == nullptr)
-            fail(library.fileName() + u": no " + QString::fromLatin1(symbol));
-    }
-
-    bool complete = true;
-
-private:
-    /// Only the first failure is worth telling.
-    void fail(const QString &why)
-    {
-        if (complete)
-            varnelLog(lcIo, why);
-        complete = false;
-    }
-
-    QLibrary library;
-};
-
 std::optional<XcbLibrary> load()
 {
-    Loader loader;
+    LateLibrary loader;
     XcbLibrary x {};
     loader.open(QStringLiteral("xcb"), 1);
     loader.find(x.connect, "xcb_connect");
@@ -65,7 +31,7 @@ std::optional<XcbLibrary> load()
     loader.find(x.windowsReplyWipe, "xcb_ewmh_get_windows_reply_wipe");
     loader.find(x.getWmPid, "xcb_ewmh_get_wm_pid");
     loader.find(x.getCardinalReply, "xcb_ewmh_get_cardinal_reply");
-    if (!loader.complete)
+    if (!loader.isComplete())
         return std::nullopt;
     return x;
 }

@@ -1,0 +1,45 @@
+#include "base/SqliteLibrary.h"
+
+#include "base/LateLibrary.h"
+
+#include <optional>
+
+namespace varnel {
+
+namespace {
+
+std::optional<SqliteLibrary> load()
+{
+    LateLibrary library;
+    SqliteLibrary sqlite {};
+    library.open(QStringLiteral("sqlite3"), 0);
+    library.find(sqlite.busyTimeout, "sqlite3_busy_timeout");
+    library.find(sqlite.close, "sqlite3_close");
+    library.find(sqlite.columnCount, "sqlite3_column_count");
+    library.find(sqlite.columnNumber, "sqlite3_column_int");
+    library.find(sqlite.columnText, "sqlite3_column_text");
+    library.find(sqlite.configure, "sqlite3_db_config");
+    library.find(sqlite.errorMessage, "sqlite3_errmsg");
+    library.find(sqlite.execute, "sqlite3_exec");
+    library.find(sqlite.finalize, "sqlite3_finalize");
+    library.find(sqlite.limit, "sqlite3_limit");
+    library.find(sqlite.open, "sqlite3_open_v2");
+    library.find(sqlite.prepare, "sqlite3_prepare_v2");
+    library.find(sqlite.progressHandler, "sqlite3_progress_handler");
+    library.find(sqlite.setAuthorizer, "sqlite3_set_authorizer");
+    library.find(sqlite.step, "sqlite3_step");
+    library.find(sqlite.compareCaseless, "sqlite3_stricmp");
+    if (!library.isComplete())
+        return std::nullopt;
+    return sqlite;
+}
+
+} // namespace
+
+const SqliteLibrary *SqliteLibrary::get()
+{
+    static const std::optional<SqliteLibrary> library = load();
+    return library ? &*library : nullptr;
+}
+
+} // namespace varnel
