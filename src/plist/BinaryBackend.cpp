@@ -2,6 +2,7 @@
 
 #include "plist/BinaryComparison.h"
 #include "plist/BinaryDecoding.h"
+#include "plist/BinaryReplacement.h"
 #include "plist/BinaryValidation.h"
 #include "plist/BinaryWriter.h"
 #include "plist/Errors.h"
@@ -99,6 +100,11 @@ Result<void> PropertyList::BinaryBackend::remove(const QStringList &path)
 
 Result<void> PropertyList::BinaryBackend::apply(const BinaryEdit &edit)
 {
+    if (auto replaced = replacedInPlace(reader, edit)) {
+        file = std::move(*replaced);
+        reader = BinaryReader(file, *BinaryTrailer::read(file));
+        return {};
+    }
     auto rewritten = rewrite(reader, edit);
     if (!rewritten)
         return rewritten.error();

@@ -59,4 +59,13 @@ QByteArray encodeString(QStringView value)
     return encodeHeader(BinaryType::Utf16, length) + utf16BigEndian(value);
 }
 
+QByteArray encodeScalar(const NewValue &value)
+{
+    if (const auto *string = std::get_if<QString>(&value))
+        return encodeString(*string);
+    if (const auto *integer = std::get_if<qint64>(&value))
+        return encodeInteger(*integer);
+    return encodeBoolean(std::get<bool>(value));
+}
+
 } // namespace varnel::plist

@@ -21,4 +21,7 @@ namespace varnel::plist {
 /// ASCII where that is possible, else UTF-16 unit by unit: lone surrogates stay.
 [[nodiscard]] QByteArray encodeString(QStringView value);
 
+/// Any value that is one object: not a list.
+[[nodiscard]] QByteArray encodeScalar(const NewValue &value);
+
 } // namespace varnel::plist

@@ -55,6 +55,7 @@ public:
         : file(file), layout(trailer) { }
 
     [[nodiscard]] const BinaryTrailer &trailer() const { return layout; }
+    [[nodiscard]] QByteArrayView bytes() const { return file; }
 
     /// The object at an offset; nothing when it has no known type or does not end before the
     /// offset table.

@@ -27,12 +27,8 @@ public:
             elements = static_cast<std::uint32_t>(strings->size());
             for (const QString &string : *strings)
                 objects.push_back(encodeString(string));
-        } else if (const auto *string = std::get_if<QString>(edit.value)) {
-            objects.push_back(encodeString(*string));
-        } else if (const auto *integer = std::get_if<qint64>(edit.value)) {
-            objects.push_back(encodeInteger(*integer));
         } else {
-            objects.push_back(encodeBoolean(std::get<bool>(*edit.value)));
+            objects.push_back(encodeScalar(*edit.value));
         }
         isArray = std::holds_alternative<QStringList>(*edit.value);
     }

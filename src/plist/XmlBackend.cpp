@@ -2,6 +2,7 @@
 
 #include "plist/Errors.h"
 #include "plist/XmlComparison.h"
+#include "plist/XmlReplacement.h"
 
 #include <algorithm>
 
@@ -61,6 +62,8 @@ Result<void> PropertyList::XmlBackend::set(const QStringList &path, const NewVal
     const auto splices = splicesToSet(document, *location, path.last(), value);
     if (!splices)
         return splices.error();
+    if (replaceInPlace(document, *location, path.last(), value, splices.value()))
+        return {};
     return apply(path, &value, *location, splices.value());
 }
 

@@ -22,7 +22,7 @@ std::optional<XmlFound> readEntry(const XmlDocument &document, const XmlNode &di
 
 std::optional<XmlDocument> XmlDocument::open(QByteArray file, std::size_t expectedEntries)
 {
-    if (file.isEmpty() || static_cast<quint64>(file.size()) >= 0xffffffffU)
+    if (file.isEmpty() || file.size() >= tooLarge)
         return {};
     XmlScan scan;
     if (!scan.readFile(file, expectedEntries) || scan.node().element != XmlElement::Dict)

@@ -12,6 +12,8 @@ struct XmlDocument {
     XmlEncoding encoding;
     XmlNode root;
 
+    static constexpr qint64 tooLarge = 0xffffffff; ///< bytes; offsets are of 32 bits
+
     /// Nothing when the file is no valid property list with a dictionary at its root. Memory is
     /// taken at once for as many entries as are expected.
     [[nodiscard]] static std::optional<XmlDocument> open(QByteArray file,

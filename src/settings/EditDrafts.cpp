@@ -2,9 +2,18 @@
 
 namespace varnel {
 
+namespace {
+
+bool areSame(const QByteArray &one, const QByteArray &other)
+{
+    return (one.constData() == other.constData() && one.size() == other.size()) || one == other;
+}
+
+} // namespace
+
 Result<plist::PropertyList> EditDrafts::open(const QByteArray &bytes)
 {
-    if (opened && opened->bytes() == bytes)
+    if (opened && areSame(opened->bytes(), bytes))
         return opened->copy();
     opened.reset();
     Result<plist::PropertyList> list = plist::PropertyList::open(bytes);
@@ -16,7 +25,7 @@ Result<plist::PropertyList> EditDrafts::open(const QByteArray &bytes)
 std::optional<QByteArray> EditDrafts::edited(const QByteArray &bytes,
                                              const QList<KeyChange> &changes) const
 {
-    if (!edit || edit->changes != changes || edit->before != bytes)
+    if (!edit || edit->changes != changes || !areSame(edit->before, bytes))
         return std::nullopt;
     return edit->after;
 }

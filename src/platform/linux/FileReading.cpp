@@ -1,12 +1,32 @@
 #include "platform/linux/FileReading.h"
 
-#include <optional>
+#include <cstdint>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 
 namespace varnel {
 
 namespace {
+
+/// Has the system lay a large buffer out at once, in large pages where it offers them: else each of
+/// the thousands of small ones takes a trap of its own. What is no whole large page at the end
+/// stays small, so that no memory is taken beyond the buffer. A system that can do neither says so,
+/// and nothing is lost.
+void layOut(QByteArray &buffer)
+{
+    constexpr std::uintptr_t smallPage = 4096;
+    constexpr std::uintptr_t largePage = std::uintptr_t(2) << 20;
+    if (buffer.size() < qsizetype(largePage))
+        return;
+    const auto start = reinterpret_cast<std::uintptr_t>(buffer.data());
+    const std::uintptr_t end = start + static_cast<std::uintptr_t>(buffer.size());
+    const std::uintptr_t first = (start + smallPage - 1) & ~(smallPage - 1);
+    char *from = buffer.data() + (first - start);
+    if (const std::uintptr_t last = end & ~(largePage - 1); first < last)
+        (void)::madvise(from, last - first, MADV_HUGEPAGE);
+    (void)::madvise(from, (end & ~(smallPage - 1)) - first, MADV_POPULATE_WRITE);
+}
 
 /// Reads until the end of the file, or until the buffer is full.
 ssize_t fill(const FileDescriptor &file, QByteArray &buffer)
@@ -36,7 +56,8 @@ int readOnce(FileContent &content)
     if (content.status.st_size > maximumFileSize)
         return EFBIG;
     // One byte more than there should be shows that the file grew.
-    content.bytes.resize(content.status.st_size + 1);
+    content.bytes = QByteArray(content.status.st_size + 1, Qt::Uninitialized);
+    layOut(content.bytes);
     const ssize_t filled = fill(content.file, content.bytes);
     struct stat after { };
     if (filled < 0 || ::fstat(content.file.get(), &after) != 0)

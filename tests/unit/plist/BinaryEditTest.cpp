@@ -202,6 +202,47 @@ TEST(BinaryEdit, ChangesASharedDictionaryOnlyWhereItWasAskedTo)
     EXPECT_EQ(list.value({u"left"_qs, u"in"_qs, u"x"_qs}).integer, 2);
 }
 
+TEST(BinaryEdit, ReplacesAValueThatStandsAloneWhereItLies)
+{
+    const auto fileWith = [](const auto &makeValue) {
+        BinaryBuilder b;
+        const auto before = b.ascii("before");
+        const auto value = makeValue(b);
+        return b.build(b.dictionaryOf({{"a", before}, {"b", value}, {"c", b.ascii("behind")}}));
+    };
+    PropertyList list = opened(fileWith([](BinaryBuilder &b) { return b.integer(1, 200); }));
+    ASSERT_TRUE(list.set({u"b"_qs}, u"a longer one"_qs).ok());
+    EXPECT_EQ(list.bytes(), fileWith([](BinaryBuilder &b) { return b.ascii("a longer one"); }));
+    ASSERT_TRUE(list.set({u"b"_qs}, true).ok());
+    EXPECT_EQ(list.bytes(), fileWith([](BinaryBuilder &b) { return b.boolean(true); }));
+}
+
+TEST(BinaryEdit, ChangesASharedValueOnlyWhereItWasAskedTo)
+{
+    BinaryBuilder b;
+    const auto shared = b.integer(1, 7);
+    PropertyList list = opened(b.build(b.dictionaryOf({{"a", shared}, {"b", shared}})));
+    ASSERT_TRUE(list.set({u"a"_qs}, qint64 {8}).ok());
+    EXPECT_EQ(list.value({u"a"_qs}).integer, 8);
+    EXPECT_EQ(list.value({u"b"_qs}).integer, 7);
+}
+
+TEST(BinaryEdit, KeepsAnObjectThatLiesInsideTheReplacedOne)
+{
+    BinaryBuilder b;
+    const auto outer = b.data(QByteArray::fromHex("1005"));
+    const auto number = b.integer(1, 7);
+    QByteArray file = b.build(b.dictionaryOf({{"a", outer}, {"b", number}}));
+    const int table = file.back();
+    const char bodyOfOuter = 9;
+    file[table + static_cast<int>(number)] = bodyOfOuter;
+    PropertyList list = opened(file);
+    ASSERT_EQ(list.value({u"b"_qs}).integer, 5);
+    ASSERT_TRUE(list.set({u"a"_qs}, true).ok());
+    EXPECT_TRUE(list.value({u"a"_qs}).boolean);
+    EXPECT_EQ(list.value({u"b"_qs}).integer, 5);
+}
+
 TEST(BinaryEdit, DropsWhatNothingRefersToAnyLonger)
 {
     PropertyList list = opened(everything());
