@@ -1,5 +1,6 @@
 #include "shell/views/Application.h"
 
+#include "platform/linux/EarlyFonts.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxInstanceGuard.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
@@ -107,6 +108,7 @@ int runApplication(int argc, char **argv)
         say(stdout, early.answer);
         return Done;
     }
+    EarlyFonts fonts;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("varnel"));
     QApplication::setApplicationVersion(QStringLiteral(VARNEL_VERSION));
@@ -118,6 +120,7 @@ int runApplication(int argc, char **argv)
     const Result<HomeFolder> home = chooseHome(options);
     if (!home)
         return refuse(NoHome, home.error().text);
+    fonts.wait();
     Theme::apply(application);
     return openWindow(home.value(), options.systemRoot);
 }
