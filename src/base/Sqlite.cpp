@@ -121,7 +121,9 @@ int prepare(sqlite3 *database, const QString &sql, Authorizer authorizer, Statem
     sqlite().setAuthorizer(database, authorizer, nullptr);
     int outcome = sqlite().prepare(database, text.constData(), -1, &raw, &tail);
     statement.reset(raw);
-    if (outcome != SQLITE_OK || tail == nullptr)
+    // Where nothing stands behind, nothing is asked again: each change of what is allowed has the
+    // library prepare the statement a second time.
+    if (outcome != SQLITE_OK || tail == nullptr || *tail == '\0')
         return outcome;
     // Whatever stands behind is denied, so that the library itself says what is wrong with it.
     sqlite().setAuthorizer(database, allowNothing, nullptr);

@@ -63,7 +63,8 @@ QList<ProcessRow> visibleProcesses(std::span<const std::byte> records,
 QList<ProcessRow> mergedByBundle(const QList<ProcessRow> &rows)
 {
     QList<ProcessRow> merged;
-    QHash<QString, qsizetype> places;
+    QHash<QStringView, qsizetype> places;
+    places.reserve(rows.size());
     for (const ProcessRow &row : rows) {
         const auto place = places.constFind(row.bundleLocation);
         if (place == places.constEnd()) {
