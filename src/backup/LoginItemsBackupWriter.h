@@ -14,6 +14,9 @@ public:
     /// The path may not exist yet; the first row has `files` make the file.
     LoginItemsBackupWriter(QString backupFileName, FileStore &files);
 
+    /// Another file for what follows.
+    void setBackupFile(const QString &fileName) { backupFileName = fileName; }
+
     /// The first row of a path wins. Values go into the statements as they are.
     Result<void> addDataToBackupFile(int actionId, const QString &path, int enabledFlag) override;
 

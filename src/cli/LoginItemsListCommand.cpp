@@ -49,7 +49,7 @@ Result<HomeCommand::Work> LoginItemsListCommand::prepare(const Request &) const
 {
     return Work([](const HomeFolder &home) {
         HomeSession session(home);
-        const QList<LoginItemRow> rows = LoginItemsSession(session, {}).rows();
+        const QList<LoginItemRow> rows = LoginItemsSession(session).rows();
         HomeOutcome outcome;
         outcome.text = [rows](const Style &style) { return table(rows, style); };
         outcome.object = [rows] { return listObject(rows); };

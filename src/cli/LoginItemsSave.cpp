@@ -87,10 +87,10 @@ bool hasWayBack(const QString &backupFile, const QString &path)
            });
 }
 
-void save(HomeSession &session, LoginItemsReport &report)
+void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &report)
 {
-    const QString backupFile = backupFileOfRun(session.home());
-    LoginItemsSession items(session, backupFile);
+    const QString backupFile = backupFileOfRun(home);
+    items.setBackupFile(backupFile);
     // The page has read before it saves, and what it met twice is in one place since.
     const QList<LoginItemRow> before = items.access().readData();
     QList<LoginItemChange> changes;
@@ -109,9 +109,9 @@ void save(HomeSession &session, LoginItemsReport &report)
 }
 
 /// What the change would be and come to, were nothing to fail.
-LoginItemsReport planned(HomeSession &session, LoginItemChange::Action action, const QString &path)
+LoginItemsReport planned(LoginItemsSession &items, LoginItemChange::Action action,
+                         const QString &path)
 {
-    LoginItemsSession items(session, {});
     const QList<LoginItemRow> rows = items.rows();
     LoginItemsReport report;
     report.change.actionId = action;
@@ -143,19 +143,21 @@ ExitStatus LoginItemsReport::status() const
 Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
                                        const QString &path, StandardFolders::Missing folders)
 {
-    LoginItemsReport report = planned(session, action, path);
+    LoginItemsSession items(session);
+    LoginItemsReport report = planned(items, action, path);
     if (report.outcome != Outcome::Changed)
         return report;
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
-    save(session, report);
+    save(items, session.home(), report);
     return report;
 }
 
 LoginItemsReport rehearseLoginItem(HomeSession &session, LoginItemChange::Action action,
                                    const QString &path)
 {
-    LoginItemsReport report = planned(session, action, path);
+    LoginItemsSession items(session);
+    LoginItemsReport report = planned(items, action, path);
     report.dryRun = true;
     return report;
 }

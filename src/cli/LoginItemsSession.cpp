@@ -5,11 +5,11 @@
 
 namespace varnel::cli {
 
-LoginItemsSession::LoginItemsSession(HomeSession &session, const QString &backupFile)
+LoginItemsSession::LoginItemsSession(HomeSession &session)
     : sessionList(session.home(), autostartFoldersOf(session.home()),
                   Tools::supportFolderOf(session.home()), session.fileStore(), maker, files),
       store(Tools::supportFolderOf(session.home()), session.fileStore()),
-      backup(backupFile, session.fileStore()), loginItems(sessionList, store, backup, files)
+      backup({}, session.fileStore()), loginItems(sessionList, store, backup, files)
 {
 }
 

@@ -14,9 +14,11 @@ class HomeSession;
 /// The login items of one home folder, joined to the host.
 class LoginItemsSession {
 public:
-    /// The home's session outlives this object. The backup file's name may be null where nothing
-    /// is to be written.
-    LoginItemsSession(HomeSession &session, const QString &backupFile);
+    /// The home's session outlives this object.
+    explicit LoginItemsSession(HomeSession &session);
+
+    /// Where the way back is to be kept; to be told before anything is changed.
+    void setBackupFile(const QString &fileName) { backup.setBackupFile(fileName); }
 
     [[nodiscard]] LoginItemsAccess &access() { return loginItems; }
     [[nodiscard]] const SessionLoginItems &list() const { return sessionList; }

@@ -15,7 +15,7 @@ public:
     HomePlayback(HomeSession &session, RestoreMode mode)
         : session(session), mode(mode),
           rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts()),
-          items(session, QString())
+          items(session)
     {
     }
 

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include <climits>
 #include <memory>
 
 #include <glib.h>
@@ -13,6 +14,9 @@ namespace {
 constexpr const char *group = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char *ownPathKey = "X-Varnel-Path";
 constexpr const char *switchSuffix = "-Autostart-enabled";
+/// A path has no more than PATH_MAX bytes, and quoting makes four of one at most. What is longer
+/// has arguments, and to tell its hundred thousand words apart would be work for nothing.
+constexpr qsizetype longestLoneProgram = 4 * PATH_MAX;
 
 struct FreeKeyFile {
     void operator()(GKeyFile *file) const { g_key_file_free(file); }
@@ -27,12 +31,13 @@ using KeyFile = std::unique_ptr<GKeyFile, FreeKeyFile>;
 using Text = std::unique_ptr<char, FreeText>;
 using Texts = std::unique_ptr<char *, FreeTexts>;
 
-KeyFile load(const QByteArray &bytes)
+/// What is written again has to hold its comments and all its translations.
+constexpr auto everything =
+    static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+
+KeyFile load(const QByteArray &bytes, GKeyFileFlags flags)
 {
     KeyFile file(g_key_file_new());
-    // Comments and all translations are kept, for the entry may be written again.
-    const auto flags =
-        static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (g_key_file_load_from_data(file.get(), bytes.constData(), static_cast<gsize>(bytes.size()),
                                   flags, nullptr)
         == FALSE)
@@ -92,6 +97,8 @@ bool switchedOff(GKeyFile *file)
 QStringList commandWords(const QString &command)
 {
     char **raw = nullptr;
+    if (command.size() > longestLoneProgram)
+        return {};
     if (g_shell_parse_argv(command.toUtf8().constData(), nullptr, &raw, nullptr) == FALSE)
         return {};
     const Texts words(raw);
@@ -124,7 +131,7 @@ QByteArray execWord(const QString &path)
 
 std::optional<AutostartEntry> parseAutostartEntry(const QByteArray &bytes)
 {
-    const KeyFile file = load(bytes);
+    const KeyFile file = load(bytes, G_KEY_FILE_NONE);
     if (!file || g_key_file_has_group(file.get(), group) == FALSE)
         return std::nullopt;
     AutostartEntry entry;
@@ -164,7 +171,7 @@ QByteArray hidingAutostartEntry()
 
 QByteArray withOwnPath(const QByteArray &bytes, const QString &applicationPath)
 {
-    const KeyFile file = load(bytes);
+    const KeyFile file = load(bytes, everything);
     if (!file)
         return bytes;
     g_key_file_set_string(file.get(), group, ownPathKey, applicationPath.toUtf8().constData());

@@ -13,8 +13,9 @@ struct AutostartEntry {
     QString name; ///< in the user's language; null when the entry has none
     QString icon; ///< a file's path or a theme's name; null when the entry has none
     QString ownPath; ///< the application that this program wrote into the entry; null otherwise
-    QStringList
-        exec; ///< the command's words without field codes; empty when it has none or does not parse
+    /// The command's words without field codes. Empty when it has none, does not parse, or is so
+    /// long (over 16 KiB) that it is no program alone.
+    QStringList exec;
     QStringList onlyShowIn;
     QStringList notShowIn;
     QString tryExec;

@@ -1,6 +1,7 @@
 #include "platform/linux/AutostartList.h"
 
 #include "platform/FileReader.h"
+#include "platform/linux/ParsedEntries.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -119,7 +120,7 @@ QString sharedPath(const AutostartItem &item, const AutostartFolders &folders,
 } // namespace
 
 QList<AutostartItem> readAutostartList(const AutostartFolders &folders, const FileReader &userFiles,
-                                       const FileReader &hostFiles)
+                                       const FileReader &hostFiles, ParsedEntries &parsed)
 {
     QList<AutostartItem> items;
     QSet<QString> taken;
@@ -128,7 +129,7 @@ QList<AutostartItem> readAutostartList(const AutostartFolders &folders, const Fi
         Result<QByteArray> bytes = (at->ofUser ? userFiles : hostFiles).read(at->file);
         if (!bytes)
             continue;
-        std::optional<AutostartEntry> entry = parseAutostartEntry(bytes.value());
+        const std::optional<AutostartEntry> &entry = parsed.entryOf(at->file, bytes.value());
         if (!entry || !starts(*entry, folders))
             continue;
         AutostartItem item;
@@ -138,7 +139,7 @@ QList<AutostartItem> readAutostartList(const AutostartFolders &folders, const Fi
         item.overSystem = at->overSystem;
         item.bytes = std::move(bytes).value();
         item.isLink = QFileInfo(at->file).isSymLink();
-        item.entry = *std::move(entry);
+        item.entry = *entry;
         if (item.entry.ownPath.startsWith(u'/')) {
             item.path = item.entry.ownPath;
             taken.insert(item.path);

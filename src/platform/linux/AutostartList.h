@@ -10,6 +10,7 @@
 namespace varnel {
 
 class FileReader;
+class ParsedEntries;
 
 /// One entry that starts at login.
 struct AutostartItem {
@@ -37,9 +38,10 @@ struct AutostartItem {
 /// another, the later goes by its own file too, and always gives way to rule 1: no two entries
 /// share a path unless both were given it.
 ///
-/// `userFiles` reads the user's folder, `hostFiles` the others.
+/// `userFiles` reads the user's folder, `hostFiles` the others; `parsed` remembers what they hold.
 [[nodiscard]] QList<AutostartItem> readAutostartList(const AutostartFolders &folders,
                                                      const FileReader &userFiles,
-                                                     const FileReader &hostFiles);
+                                                     const FileReader &hostFiles,
+                                                     ParsedEntries &parsed);
 
 } // namespace varnel

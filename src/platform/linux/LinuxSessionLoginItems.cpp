@@ -64,7 +64,7 @@ QString LinuxSessionLoginItems::userFile(const QString &fileName) const
 
 QList<AutostartItem> LinuxSessionLoginItems::items() const
 {
-    QList<AutostartItem> list = readAutostartList(folders, store, hostFiles);
+    QList<AutostartItem> list = readAutostartList(folders, store, hostFiles, parsed);
     const QStringList inserted = order();
     if (inserted.isEmpty())
         return list;
@@ -130,7 +130,9 @@ QString LinuxSessionLoginItems::iconOf(const QString &path) const
     if (!path.endsWith(u".desktop"))
         return {};
     const Result<QByteArray> bytes = hostFiles.read(path);
-    const auto entry = bytes ? parseAutostartEntry(bytes.value()) : std::nullopt;
+    if (!bytes)
+        return {};
+    const std::optional<AutostartEntry> &entry = parsed.entryOf(path, bytes.value());
     return entry ? entry->icon : QString();
 }
 
@@ -219,7 +221,7 @@ Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
         // from.
         const bool speaksForItself = name == QFileInfo(path).fileName()
             && folders.applications.contains(QFileInfo(path).path());
-        if (installed && parseAutostartEntry(installed.value()))
+        if (installed && parsed.entryOf(path, installed.value()))
             bytes = speaksForItself ? installed.value() : withOwnPath(installed.value(), path);
     }
     if (Result<void> written = writeFile(userFile(name), bytes); !written)

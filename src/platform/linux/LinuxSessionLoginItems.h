@@ -3,6 +3,7 @@
 #include "base/HomeFolder.h"
 #include "platform/linux/AutostartList.h"
 #include "platform/linux/KeptLoginItems.h"
+#include "platform/linux/ParsedEntries.h"
 #include "platform/SessionLoginItems.h"
 
 #include <QHash>
@@ -72,6 +73,7 @@ private:
     FileStore &store;
     FolderMaker &maker;
     const FileReader &hostFiles;
+    mutable ParsedEntries parsed;
 
     using ItemsByPath = QHash<QString, QList<AutostartItem>>;
     bool manyChanges = false;

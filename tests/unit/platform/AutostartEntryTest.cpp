@@ -1,4 +1,5 @@
 #include "platform/linux/AutostartEntry.h"
+#include "platform/linux/ParsedEntries.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +36,27 @@ TEST(AutostartEntry, IsOffWhenHiddenOrSwitchedOffByADesktop)
     EXPECT_TRUE(parse("X-MATE-Autostart-enabled=false\n")->off);
     EXPECT_FALSE(parse("X-GNOME-Autostart-enabled=true\n")->off);
     EXPECT_TRUE(parseAutostartEntry("[Desktop Entry]\nHidden=true\n")->off);
+}
+
+TEST(AutostartEntry, ALoneProgramMayHaveTheLongestPathAndALongerCommandIsNone)
+{
+    const QString longest = u'/' + QString(4095, u'$');
+    EXPECT_EQ(parseAutostartEntry(newAutostartEntry(longest))->exec, QStringList {longest});
+    EXPECT_TRUE(
+        parse("Exec=/usr/bin/clock" + QByteArray(" %f").repeated(6000) + '\n')->exec.isEmpty());
+}
+
+TEST(ParsedEntries, AFileIsParsedAnewOnlyWhereItsBytesAreOthers)
+{
+    const QByteArray bytes = "[Desktop Entry]\nType=Application\nName=Clock\n";
+    ParsedEntries parsed;
+    const QString name = parsed.entryOf(u"/a.desktop"_s, bytes)->name;
+    EXPECT_EQ(name, u"Clock"_s);
+    const QByteArray same(bytes.constData(), bytes.size());
+    EXPECT_EQ(parsed.entryOf(u"/a.desktop"_s, same)->name.constData(), name.constData());
+    EXPECT_EQ(parsed.entryOf(u"/a.desktop"_s, bytes + "Icon=a\n")->icon, u"a"_s);
+    EXPECT_FALSE(parsed.entryOf(u"/b.desktop"_s, "none"));
+    EXPECT_FALSE(parsed.entryOf(u"/a.desktop"_s, "none"));
 }
 
 TEST(AutostartEntry, OtherFilesAreNone)
