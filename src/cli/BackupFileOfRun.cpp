@@ -9,7 +9,7 @@ namespace varnel::cli {
 QString backupFileOfRun(const HomeFolder &home)
 {
     LinuxFolderMaker folders;
-    LinuxCommandRunner runner;
+    LinuxCommandRunner runner(home);
     const Tools tools(home, folders, runner);
     static_cast<void>(tools.pathForBackupFolder());
     static_cast<void>(tools.pathForSupportFolder());

@@ -1,6 +1,7 @@
 #include "cli/EndCommand.h"
 
 #include "cli/EndedApplications.h"
+#include "cli/HomeSession.h"
 #include "cli/Outcome.h"
 #include "cli/SettingReport.h"
 
@@ -68,7 +69,7 @@ ExitStatus EndCommand::run(const Request &request, Console &console) const
     if (!rows)
         return failure(rows.error());
     const QStringList processes = processesEndedFor(rows.value());
-    if (const Result<void> ended = endProcesses(processes); !ended)
+    if (const Result<void> ended = endProcesses(processes, sessionHome()); !ended)
         return failure(ended.error());
     console.noteWrite();
     if (request.has(u"json"_qs))

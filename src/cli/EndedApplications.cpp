@@ -11,12 +11,11 @@ QStringList processesEndedFor(const QList<CloseRow> &rows)
     return processesToEnd(rows) << systemInterfaceProcess();
 }
 
-Result<void> endProcesses(const QStringList &processes)
+Result<void> endProcesses(const QStringList &processes, const HomeFolder &home)
 {
     LinuxFolderMaker folders;
-    LinuxCommandRunner runner;
-    // Processes belong to no home.
-    const Tools tools(HomeFolder {}, folders, runner);
+    LinuxCommandRunner runner(home);
+    const Tools tools(home, folders, runner);
     for (const QString &process : processes)
         if (!tools.killApp(process))
             return Error {ErrorCode::Failed,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/HomeFolder.h"
 #include "base/Result.h"
 #include "shell/QuitDecision.h"
 
@@ -11,8 +12,9 @@ namespace varnel::cli {
 /// then the system's interface.
 [[nodiscard]] QStringList processesEndedFor(const QList<CloseRow> &rows);
 
-/// Ends the processes one after the other, as the sheet does: whether there was one of a name is
-/// not told. Failed where they can't be ended at all; those before are.
-[[nodiscard]] Result<void> endProcesses(const QStringList &processes);
+/// Ends the processes one after the other, as the sheet does, and as the user who may do so for
+/// that home: whether there was one of a name is not told. Failed where they can't be ended at all;
+/// those before are.
+[[nodiscard]] Result<void> endProcesses(const QStringList &processes, const HomeFolder &home);
 
 } // namespace varnel::cli

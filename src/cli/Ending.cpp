@@ -3,34 +3,78 @@
 #include "cli/Console.h"
 #include "cli/DryRun.h"
 #include "cli/EndedApplications.h"
+#include "platform/linux/ChildUser.h"
 
+#include <QHash>
 #include <QJsonArray>
 
+#include <utility>
+
 namespace varnel::cli {
+
+namespace {
+
+/// One home for the homes whose programs run as the same user, with the flags of all of them.
+QList<FlaggedHome> onePerUser(QList<FlaggedHome> homes)
+{
+    QHash<uid_t, qsizetype> places;
+    QList<FlaggedHome> once;
+    for (FlaggedHome &each : homes) {
+        if (!each.flags)
+            continue;
+        const Result<ChildUser> user = ChildUser::ofHome(each.home);
+        const auto known = user ? places.constFind(user.value().id()) : places.constEnd();
+        if (known != places.constEnd()) {
+            once[*known].flags |= each.flags;
+            continue;
+        }
+        // Whose it is can't be told: ending will say so.
+        if (user)
+            places.insert(user.value().id(), once.size());
+        once.append(std::move(each));
+    }
+    return once;
+}
+
+} // namespace
 
 OptionInfo Ending::option()
 {
     return {u"end"_qs, {}, u"then end the applications that have to read their settings anew"_qs};
 }
 
-Ending::Ending(const Request &request, RestartFlags flagged)
-    : wanted(request.has(option().name)), dryRun(isDryRun(request)), flagged(flagged)
+Ending::Ending(const Request &request, QList<FlaggedHome> flagged)
+    : wanted(request.has(option().name)), dryRun(isDryRun(request)),
+      homes(onePerUser(std::move(flagged)))
 {
+}
+
+bool Ending::endAll() const
+{
+    bool done = true;
+    for (const FlaggedHome &each : homes) {
+        const Result<void> ended =
+            endProcesses(processesEndedFor(closeRows(each.flags)), each.home);
+        if (!ended)
+            Console::message(ended.error().text);
+        done = done && ended.ok();
+    }
+    return done;
 }
 
 ExitStatus Ending::end(ExitStatus status, Console &console)
 {
-    if (!wanted || !flagged)
+    if (!wanted || homes.isEmpty())
         return status;
-    const QStringList processes = processesEndedFor(closeRows(flagged));
     if (!dryRun) {
-        if (const Result<void> done = endProcesses(processes); !done) {
-            Console::message(done.error().text);
+        if (!endAll())
             return status == ExitStatus::Done ? ExitStatus::Partly : status;
-        }
         console.noteWrite();
     }
-    ended = processes;
+    RestartFlags all;
+    for (const FlaggedHome &each : std::as_const(homes))
+        all |= each.flags;
+    ended = processesEndedFor(closeRows(all));
     return status;
 }
 

@@ -1,24 +1,32 @@
 #pragma once
 
+#include "base/HomeFolder.h"
 #include "cli/Command.h"
 #include "settings/RestartFlags.h"
 
 #include <QJsonObject>
+#include <QList>
 #include <QStringList>
 
 namespace varnel::cli {
 
 class Console;
 
+/// What the saves of one home have flagged.
+struct FlaggedHome {
+    HomeFolder home;
+    RestartFlags flags;
+};
+
 /// "--end": the applications that a command's saves have flagged are ended as the sheet does it
-/// that the window shows when it is closed. Once, after the last home. Without the option nothing
-/// is ended and nothing told.
+/// that the window shows when it is closed. Once, after the last home; where root has worked on the
+/// homes of several people, once for each, those that this person's homes have flagged. Without the
+/// option nothing is ended and nothing told.
 class Ending {
 public:
     [[nodiscard]] static OptionInfo option();
 
-    /// The flags are those of all homes.
-    Ending(const Request &request, RestartFlags flagged);
+    Ending(const Request &request, QList<FlaggedHome> homes);
 
     /// Ends them; a dry run ends nothing. Gives the status to end with, `status` being that of the
     /// work: Partly instead of Done when they could not be ended, which is also said.
@@ -30,9 +38,12 @@ public:
     void addTo(QJsonObject &object) const;
 
 private:
+    /// False where not all of them could be ended, which has been said.
+    [[nodiscard]] bool endAll() const;
+
     bool wanted;
     bool dryRun;
-    RestartFlags flagged;
+    QList<FlaggedHome> homes; ///< one for each person
     QStringList ended;
 };
 

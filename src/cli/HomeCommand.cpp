@@ -87,7 +87,7 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
     if (!home.value().own)
         warnOfSession(home.value(), UserSessions(), outcome);
     note(outcome, console);
-    Ending ending(request, outcome.restart);
+    Ending ending(request, {{home.value(), outcome.restart}});
     const ExitStatus status = ending.end(outcome.status, console);
     show(outcome, ending, request, console);
     return status;
@@ -97,6 +97,7 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
                                   const Request &request, Console &console)
 {
     const UserSessions sessions;
+    QList<FlaggedHome> flagged;
     ManyHomes homes(request.has(u"json"_qs), console);
     homes.run(directories, [&](const QString &directory) {
         const Result<HomeFolder> home = homeAt(directory, request);
@@ -104,9 +105,10 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
             return HomeOutcome::failed(home.error());
         HomeOutcome outcome = work(home.value());
         warnOfSession(home.value(), sessions, outcome);
+        flagged.append({home.value(), outcome.restart});
         return outcome;
     });
-    Ending ending(request, homes.restart());
+    Ending ending(request, flagged);
     const ExitStatus status = ending.end(homes.status(), console);
     if (request.has(u"json"_qs)) {
         QJsonObject object = homes.object();

@@ -46,6 +46,12 @@ Result<HomeFolder> chosenHome(const Request &request)
     return home ? home : asNotFound(home.error());
 }
 
+HomeFolder sessionHome()
+{
+    const Result<HomeFolder> home = ownHome();
+    return home ? home.value() : HomeFolder();
+}
+
 Result<HomeFolder> homeAt(const QString &directory, const Request &request)
 {
     if (directory.isEmpty())

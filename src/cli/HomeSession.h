@@ -20,6 +20,9 @@ namespace varnel::cli {
 /// The home in a folder that the command line names; errors as above, Invalid for an empty name.
 [[nodiscard]] Result<HomeFolder> homeAt(const QString &directory, const Request &request);
 
+/// One's own home, for what works on no home but runs programs; without a path where there is none.
+[[nodiscard]] HomeFolder sessionHome();
+
 /// Which of the home's standard folders a command that writes may make.
 [[nodiscard]] StandardFolders::Missing foldersToMake(const HomeFolder &home,
                                                      const Request &request);

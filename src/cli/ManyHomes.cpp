@@ -92,7 +92,6 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
                                                        : QString(directory + u": " + message));
     if (outcome.wrote)
         console.noteWrite();
-    restarts |= outcome.restart;
     statuses.append(outcome.status);
     if (json) {
         QJsonObject object = outcome.object ? outcome.object() : QJsonObject();

@@ -22,8 +22,6 @@ public:
 
     /// The status that they share; where they differ: Partly, or, of answers alone, Negative.
     [[nodiscard]] ExitStatus status() const;
-    /// Everything that has to read its settings anew.
-    [[nodiscard]] RestartFlags restart() const { return restarts; }
     /// {"homes":[...]}, an object for each home in the order named.
     [[nodiscard]] QJsonObject object() const { return {{QStringLiteral("homes"), objects}}; }
 
@@ -35,7 +33,6 @@ private:
     Console &console;
     QJsonArray objects;
     QList<ExitStatus> statuses;
-    RestartFlags restarts;
     bool printed = false; ///< something of a home
 };
 

@@ -1,5 +1,6 @@
 #include "cli/RevealProcessCommand.h"
 
+#include "cli/HomeSession.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "sysinfo/ProcessActions.h"
 
@@ -19,7 +20,7 @@ CommandInfo RevealProcessCommand::info() const
 
 Result<void> RevealProcessCommand::act(const ProcessRow &row, ProcessManager &) const
 {
-    LinuxDesktop desktop;
+    LinuxDesktop desktop(sessionHome());
     showInFinder(row, desktop);
     return {};
 }

@@ -17,7 +17,8 @@ public:
 
     /// Starts launchPath (absolute) with the arguments as given and reads its merged output to the
     /// end. The text of the output, whatever the exit status; an error only when the program could
-    /// not be started. The child runs with the rights of the process's real user.
+    /// not be started. The child runs with the rights of the process's real user, never with
+    /// root's on behalf of somebody else's home.
     [[nodiscard]] virtual Result<QString> run(const QString &launchPath,
                                               const QStringList &arguments) = 0;
 };

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace varnel::test {
 
@@ -18,17 +19,21 @@ namespace varnel::test {
 /// object, and with the test at the latest.
 class NamedProcess {
 public:
-    /// Copies the program to the folder under that name, and runs the copy.
-    NamedProcess(const QString &folder, const QString &name)
+    /// Copies the program to the folder under that name, and runs the copy; for another user, only
+    /// when this is root, and from a folder that this user may search.
+    NamedProcess(const QString &folder, const QString &name, uid_t user = ::getuid())
     {
         const QString copy = folder + u'/' + name;
-        if (!QFile::copy(QStringLiteral("/bin/sleep"), copy))
+        if (!QFile::exists(copy) && !QFile::copy(QStringLiteral("/bin/sleep"), copy))
             throw std::runtime_error("no program to copy");
         const QByteArray program = QFile::encodeName(copy);
         std::array<int, 2> started {};
         if (::pipe2(started.data(), O_CLOEXEC) != 0)
             throw std::runtime_error("no pipe");
-        id = inChild([&program] {
+        id = inChild([&program, user] {
+            if (user != ::getuid() && ::setresuid(user, user, user) != 0)
+                return false;
+            // A change of the user would lift this again.
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::execl(program.constData(), program.constData(), "600", nullptr);
             return false;

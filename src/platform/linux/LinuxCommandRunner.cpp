@@ -1,45 +1,62 @@
 #include "platform/linux/LinuxCommandRunner.h"
 
+#include "platform/linux/ChildUser.h"
+#include "platform/linux/FileDescriptor.h"
+
 #include <QProcess>
 
+#include <cstdint>
+#include <utility>
+
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace varnel {
 
 namespace {
 
-void dropPrivileges()
-{
-    // A set-user-id start must not lend its rights to the programs it runs, nor leave them a saved
-    // identity to take back.
-    const gid_t group = ::getgid();
-    const uid_t user = ::getuid();
-    if (::setresgid(group, group, group) != 0 || ::setresuid(user, user, user) != 0)
-        ::_exit(126);
-}
-
 Error fail(const QString &launchPath, const QString &reason)
 {
     return {ErrorCode::Failed, launchPath + u": " + reason};
 }
 
+/// In the child.
+void becomeOrEnd(const ChildUser &user, const FileDescriptor &refusal)
+{
+    if (user.become())
+        return;
+    const std::uint64_t one = 1;
+    (void)!::write(refusal.get(), &one, sizeof one);
+    ::_exit(126);
+}
+
 } // namespace
+
+LinuxCommandRunner::LinuxCommandRunner(HomeFolder home) : home(std::move(home)) { }
 
 Result<QString> LinuxCommandRunner::run(const QString &launchPath, const QStringList &arguments)
 {
     // A bare name would be looked for along PATH, which is the caller's to choose, not ours.
     if (!launchPath.startsWith(u'/'))
         return fail(launchPath, QStringLiteral("Not an absolute path"));
+    const Result<ChildUser> user = ChildUser::ofHome(home);
+    if (!user)
+        return fail(launchPath, user.error().text);
     QProcess child;
     child.setProcessChannelMode(QProcess::MergedChannels);
     // A child that asks something must find the end of its input, not wait for an answer.
     child.setStandardInputFile(QProcess::nullDevice());
-    child.setChildProcessModifier(dropPrivileges);
+    child.setProcessEnvironment(user.value().environment());
+    const FileDescriptor refusal(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    child.setChildProcessModifier([&] { becomeOrEnd(user.value(), refusal); });
     child.start(launchPath, arguments, QIODevice::ReadOnly);
     if (!child.waitForStarted(-1))
         return fail(launchPath, child.errorString());
     // Drains the pipe while it waits, however much the child writes.
     child.waitForFinished(-1);
+    std::uint64_t refused = 0;
+    if (::read(refusal.get(), &refused, sizeof refused) == ssize_t {sizeof refused})
+        return fail(launchPath, QStringLiteral("Cannot be run as the owner of the home"));
     return QString::fromUtf8(child.readAll());
 }
 

@@ -1,26 +1,17 @@
 #include "platform/linux/LinuxDesktop.h"
 
 #include "base/Logging.h"
+#include "platform/linux/ChildUser.h"
+#include "platform/linux/DetachedProgram.h"
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QUrl>
+
+#include <utility>
 
 namespace varnel {
 
 namespace {
-
-void startDetached(const QString &program, const QStringList &arguments, const QString &folder = {})
-{
-    QProcess child;
-    child.setProgram(program);
-    child.setArguments(arguments);
-    child.setWorkingDirectory(folder);
-    child.setStandardOutputFile(QProcess::nullDevice());
-    child.setStandardErrorFile(QProcess::nullDevice());
-    if (!child.startDetached())
-        varnelLog(lcIo, program + u": " + child.errorString());
-}
 
 /// The array of texts that the file manager takes: one address, quoted for the tool that sends it.
 QString addressArray(const QString &path)
@@ -30,23 +21,36 @@ QString addressArray(const QString &path)
     return u"['" + QString::fromLatin1(address) + u"']";
 }
 
-void askFileManager(const QString &path)
+} // namespace
+
+LinuxDesktop::LinuxDesktop(HomeFolder home) : home(std::move(home)) { }
+
+void LinuxDesktop::start(const QString &program, const QStringList &arguments,
+                         const QString &folder) const
+{
+    const Result<ChildUser> user = ChildUser::ofHome(home);
+    const Result<void> started = user
+        ? startDetached(user.value(), program, arguments, folder)
+        : Result<void>(Error {user.error().code, program + u": " + user.error().text});
+    if (!started)
+        varnelLog(lcIo, started.error().text);
+}
+
+void LinuxDesktop::askFileManager(const QString &path) const
 {
     // The shell waits for the answer in this program's place: without one the folder is opened.
     const QString script = QStringLiteral(
         "gdbus call --session --timeout 10 --dest org.freedesktop.FileManager1"
         " --object-path /org/freedesktop/FileManager1"
         " --method org.freedesktop.FileManager1.ShowItems \"$1\" '' || exec xdg-open \"$2\"");
-    startDetached(QStringLiteral("/bin/sh"),
-                  {QStringLiteral("-c"), script, QStringLiteral("reveal"), addressArray(path),
-                   QFileInfo(path).absolutePath()});
+    start(QStringLiteral("/bin/sh"),
+          {QStringLiteral("-c"), script, QStringLiteral("reveal"), addressArray(path),
+           QFileInfo(path).absolutePath()});
 }
-
-} // namespace
 
 void LinuxDesktop::openUrl(const QString &address)
 {
-    startDetached(QStringLiteral("xdg-open"), {address});
+    start(QStringLiteral("xdg-open"), {address});
 }
 
 void LinuxDesktop::launch(const QString &program, const QString &workingDirectory,
@@ -57,7 +61,7 @@ void LinuxDesktop::launch(const QString &program, const QString &workingDirector
     if (isReveal)
         askFileManager(arguments[1]);
     else
-        startDetached(program, arguments, workingDirectory);
+        start(program, arguments, workingDirectory);
 }
 
 } // namespace varnel

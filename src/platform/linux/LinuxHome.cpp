@@ -1,13 +1,12 @@
 #include "platform/linux/LinuxHome.h"
 
 #include "platform/linux/SystemError.h"
+#include "platform/linux/UserDatabase.h"
 
 #include <QFile>
 
 #include <memory>
-#include <vector>
 
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,18 +19,6 @@ QString withoutLastSlashes(QString path)
     while (path.endsWith(u'/'))
         path.chop(1);
     return path;
-}
-
-/// The home of the user database; empty when it knows none.
-QByteArray registeredHome()
-{
-    std::vector<char> buffer(size_t {16} * 1024);
-    passwd entry {};
-    passwd *found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0
-        || found == nullptr)
-        return {};
-    return found->pw_dir;
 }
 
 Result<void> checkFolder(const QByteArray &path)
@@ -50,7 +37,7 @@ Result<HomeFolder> ownHome()
 {
     QByteArray path = qgetenv("HOME");
     if (!path.startsWith('/'))
-        path = registeredHome();
+        path = userEntry(::getuid()).value_or(UserEntry()).home;
     if (!path.startsWith('/'))
         return Error {ErrorCode::NotFound, QStringLiteral("No home folder: HOME is not set")};
     if (const Result<void> folder = checkFolder(path); !folder)

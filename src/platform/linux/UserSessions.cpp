@@ -1,12 +1,12 @@
 #include "platform/linux/UserSessions.h"
 
+#include "platform/linux/UserDatabase.h"
+
 #include <QFile>
 
 #include <cstring>
-#include <vector>
 
 #include <paths.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <utmpx.h>
 
@@ -19,13 +19,7 @@ QByteArray ownerOf(const QString &folder)
     struct stat status { };
     if (::stat(QFile::encodeName(folder).constData(), &status) != 0)
         return {};
-    std::vector<char> buffer(size_t {16} * 1024);
-    passwd entry {};
-    passwd *found = nullptr;
-    if (::getpwuid_r(status.st_uid, &entry, buffer.data(), buffer.size(), &found) != 0
-        || found == nullptr)
-        return {};
-    return found->pw_name;
+    return userEntry(status.st_uid).value_or(UserEntry()).name;
 }
 
 } // namespace

@@ -64,11 +64,12 @@ int openWindow(const HomeFolder &home, const QString &systemRoot)
 } // namespace
 
 Application::Application(const HomeFolder &home, const QString &systemRoot)
-    : store(home), files(store), finderInfo(home), host(home, systemRoot, store, folders),
-      mainWindow(home), windowSize(mainWindow), context {home,    SharedObject::getSharedObject(),
-                                                         files,   finderInfo,
-                                                         folders, runner,
-                                                         dialogs, &host.ports()},
+    : store(home), files(store), finderInfo(home), runner(home),
+      host(home, systemRoot, store, folders), mainWindow(home),
+      windowSize(mainWindow), context {home,    SharedObject::getSharedObject(),
+                                       files,   finderInfo,
+                                       folders, runner,
+                                       dialogs, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
     for (const QString &folder : Tools::foldersWrittenTo(home)

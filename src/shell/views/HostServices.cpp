@@ -6,8 +6,8 @@ namespace varnel {
 
 HostServices::HostServices(const HomeFolder &home, const QString &systemRoot, FileStore &store,
                            FolderMaker &folders)
-    : loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), store, folders,
-                 files),
+    : desktop(home), loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), store,
+                                folders, files),
       hostPorts {facts, processTable, processManager, desktop, files, loginItems, systemRoot}
 {
 }

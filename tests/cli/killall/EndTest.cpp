@@ -1,4 +1,5 @@
 #include "cli/Varnelctl.h"
+#include "support/FileFacts.h"
 #include "support/NamedProcess.h"
 #include "support/ProcessNames.h"
 
@@ -125,6 +126,41 @@ TEST_F(EndTest, withManyHomesTheApplicationsEndOnceAfterTheLast)
         varnelctl.run(QStringList {u"reset"_qs, u"1004"_qs, u"--end"_qs, u"--dry-run"_qs} + homes);
     EXPECT_TRUE(text.out.endsWith("\n\nWould be ended: Dock, SystemUIServer\n"));
     EXPECT_EQ(text.out.count("Would be ended"), 1);
+}
+
+/// Root works on two people's homes, while they and root run programs of the same names.
+TEST_F(EndTest, inSomebodyElsesHomeOnlyThatPersonsProgramsEnd)
+{
+    VARNEL_NEEDS_ROOT();
+    constexpr uid_t neighbour = stranger + 1;
+    ASSERT_EQ(::chmod(qPrintable(folder.path()), 0711), 0);
+    NamedProcess strangersDock(folder.path(), u"Dock"_qs, stranger);
+    NamedProcess strangersFinder(folder.path(), u"Finder"_qs, stranger);
+    NamedProcess strangersInterface(folder.path(), u"SystemUIServer"_qs, stranger);
+    NamedProcess neighboursDock(folder.path(), u"Dock"_qs, neighbour);
+    NamedProcess neighboursFinder(folder.path(), u"Finder"_qs, neighbour);
+    TemporaryHome one;
+    TemporaryHome other;
+    installSamples(one, u"xml"_qs);
+    installSamples(other, u"xml"_qs);
+    // The one home has already what is to be set of the Finder, the other what is of the Dock.
+    ASSERT_EQ(varnelctl.run({u"set"_qs, u"1100=yes"_qs, u"--home"_qs, one.path()}).status, 0);
+    ASSERT_EQ(varnelctl.run({u"set"_qs, u"1004=64"_qs, u"--home"_qs, other.path()}).status, 0);
+    giveAll(one.path(), stranger, stranger);
+    giveAll(other.path(), neighbour, neighbour);
+
+    const Outcome outcome =
+        varnelctl.run({u"set"_qs, u"1100=yes"_qs, u"1004=64"_qs, u"--end"_qs, u"--json"_qs,
+                       u"--home"_qs, one.path(), u"--home"_qs, other.path()});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.json().value(u"ended"_qs),
+              (QJsonArray {u"Dock"_qs, u"Finder"_qs, u"SystemUIServer"_qs}));
+    EXPECT_EQ(strangersDock.endSignal(), SIGTERM);
+    EXPECT_EQ(strangersInterface.endSignal(), SIGTERM);
+    EXPECT_TRUE(strangersFinder.killed()) << "nothing of the Finder was changed there";
+    EXPECT_EQ(neighboursFinder.endSignal(), SIGTERM);
+    EXPECT_TRUE(neighboursDock.killed()) << "nothing of the Dock was changed there";
+    EXPECT_TRUE(ended().isEmpty()) << "root's own programs go on";
 }
 
 TEST_F(EndTest, whereNothingIsFlaggedNothingEnds)

@@ -33,7 +33,7 @@ protected:
 
     const QString killall = u"/usr/bin/killall"_qs;
     QString program = killall;
-    LinuxCommandRunner real;
+    LinuxCommandRunner real {HomeFolder {}};
     QTemporaryDir folder;
 };
 

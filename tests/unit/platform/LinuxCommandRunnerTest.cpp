@@ -1,12 +1,21 @@
 #include "platform/linux/LinuxCommandRunner.h"
 
+#include "support/FileFacts.h"
 #include "support/LogCapture.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <array>
+
+#include <linux/capability.h>
+#include <pwd.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace varnel;
+using namespace Qt::Literals::StringLiterals;
 using namespace varnel::test;
 
 namespace {
@@ -16,7 +25,7 @@ struct LinuxCommandRunnerTest : testing::Test {
     {
         return runner.run(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script});
     }
-    LinuxCommandRunner runner;
+    LinuxCommandRunner runner {HomeFolder {}};
     LogCapture log;
 };
 
@@ -89,6 +98,88 @@ TEST_F(LinuxCommandRunnerTest, AStartWithSomebodyElsesRightsDoesNotPassThemOn)
     const Result<QString> result = shell(QStringLiteral("grep ^Uid: /proc/self/status"));
     ASSERT_EQ(::setresuid(0, 0, 0), 0);
     EXPECT_EQ(result.value(), QStringLiteral("Uid:\t54321\t54321\t54321\t54321\n"));
+}
+
+/// Root, running a program on behalf of a home that another user owns.
+struct ForeignHomeChild : testing::Test {
+    void SetUp() override
+    {
+        VARNEL_NEEDS_ROOT();
+        own(stranger, stranger);
+    }
+    void own(uid_t user, gid_t group) const
+    {
+        ASSERT_EQ(::chown(qPrintable(folder.path()), user, group), 0);
+    }
+    [[nodiscard]] Result<QString> shell(const QString &script) const
+    {
+        return LinuxCommandRunner(home).run(QStringLiteral("/bin/sh"),
+                                            {QStringLiteral("-c"), script});
+    }
+    [[nodiscard]] Result<QString> status(const QString &lines) const
+    {
+        return shell(u"grep -E '^("_s + lines + u"):' /proc/self/status");
+    }
+
+    QTemporaryDir folder;
+    HomeFolder home {folder.path(), false};
+};
+
+TEST_F(ForeignHomeChild, HasTheOwnersRightsAndNothingOfRoots)
+{
+    EXPECT_EQ(status(u"Uid|Gid|Groups|CapPrm|CapEff|NoNewPrivs"_s).value().simplified(),
+              u"Uid: 54321 54321 54321 54321 Gid: 54321 54321 54321 54321 Groups: 54321 "
+              "CapPrm: 0000000000000000 CapEff: 0000000000000000 NoNewPrivs: 1"_s);
+    EXPECT_EQ(shell(u"echo \"$HOME,$USER,$LOGNAME\""_s).value(), QString(home.path + u",,\n"));
+}
+
+TEST_F(ForeignHomeChild, OfAnAccountHasItsGroups)
+{
+    const passwd *account = ::getpwnam("daemon");
+    if (account == nullptr)
+        GTEST_SKIP() << "needs an account beside root's";
+    const QString name = QString::fromLocal8Bit(account->pw_name);
+    own(account->pw_uid, 0);
+    EXPECT_EQ(shell(u"id -u; id -G; echo $USER"_s).value(),
+              LinuxCommandRunner({})
+                  .run(u"/bin/sh"_s,
+                       {u"-c"_s, u"id -u "_s + name + u"; id -G " + name + u"; echo " + name})
+                  .value());
+}
+
+TEST_F(ForeignHomeChild, IsNotInRootsGroupThoughTheHomeIs)
+{
+    own(stranger, 0);
+    EXPECT_EQ(status(u"Gid|Groups"_s).value().simplified(),
+              u"Gid: 65534 65534 65534 65534 Groups: 65534"_s);
+}
+
+TEST_F(ForeignHomeChild, OfRootsOwnHomeStaysRoots)
+{
+    own(0, 0);
+    EXPECT_EQ(status(u"Uid|NoNewPrivs"_s).value().simplified(), u"Uid: 0 0 0 0 NoNewPrivs: 0"_s);
+}
+
+TEST_F(ForeignHomeChild, IsNotRunWhereItCannotBeToldWhoseTheHomeIs)
+{
+    home.path += u"/gone";
+    const Result<QString> result = shell(u"echo run"_s);
+    ASSERT_FALSE(result.ok());
+    EXPECT_TRUE(result.error().text.contains(home.path)) << qPrintable(result.error().text);
+}
+
+TEST_F(ForeignHomeChild, IsNotRunWhereTheRightsCannotBeGivenUp)
+{
+    __user_cap_header_struct header {_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, 2> all {};
+    ASSERT_EQ(::syscall(SYS_capget, &header, all.data()), 0);
+    auto fewer = all;
+    fewer[0].effective &= ~(1U << CAP_SETUID);
+    ASSERT_EQ(::syscall(SYS_capset, &header, fewer.data()), 0);
+    const Result<QString> result = shell(u"echo run"_s);
+    ASSERT_EQ(::syscall(SYS_capset, &header, all.data()), 0);
+    ASSERT_FALSE(result.ok()) << qPrintable(result.value());
+    EXPECT_EQ(result.error().text, u"/bin/sh: Cannot be run as the owner of the home"_s);
 }
 
 } // namespace

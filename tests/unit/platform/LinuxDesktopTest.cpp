@@ -1,5 +1,8 @@
 #include "platform/linux/LinuxDesktop.h"
 
+#include "support/FileFacts.h"
+#include "support/LogCapture.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,6 +17,7 @@
 #include <unistd.h>
 
 using namespace varnel;
+using namespace varnel::test;
 
 namespace {
 
@@ -69,7 +73,7 @@ protected:
 
     static void reveal(const QString &path)
     {
-        LinuxDesktop desktop;
+        LinuxDesktop desktop {HomeFolder {}};
         desktop.launch(QStringLiteral("/usr/bin/open"), path, {QStringLiteral("-R"), path});
     }
 
@@ -108,14 +112,14 @@ TEST_F(LinuxDesktopTest, NoNameOfAnItemIsTakenForAnythingButAName)
 TEST_F(LinuxDesktopTest, AnAddressGoesToTheDesktopsHandler)
 {
     putProgram("xdg-open", 0);
-    LinuxDesktop desktop;
+    LinuxDesktop desktop {HomeFolder {}};
     EXPECT_EQ(callsOf([&] { desktop.openUrl(QStringLiteral("https://example.org/a?b=c&d")); }),
               "xdg-open\nhttps://example.org/a?b=c&d\n\n");
 }
 
 TEST_F(LinuxDesktopTest, AnyOtherRequestIsStartedAsItStandsInItsFolder)
 {
-    LinuxDesktop desktop;
+    LinuxDesktop desktop {HomeFolder {}};
     EXPECT_EQ(callsOf([&] {
                   desktop.launch(QStringLiteral("/bin/sh"), folder.path(),
                                  {QStringLiteral("-c"),
@@ -123,4 +127,30 @@ TEST_F(LinuxDesktopTest, AnyOtherRequestIsStartedAsItStandsInItsFolder)
                                   QStringLiteral("sh"), QStringLiteral("-R")});
               }),
               QDir(folder.path()).canonicalPath().toStdString() + "\n-R\n");
+}
+
+TEST_F(LinuxDesktopTest, WhatCannotBeStartedIsLogged)
+{
+    const LogCapture log;
+    LinuxDesktop desktop {HomeFolder {}};
+    desktop.launch(QStringLiteral("/no/such/program"), {}, {});
+    desktop.launch(QStringLiteral("/bin/sh"), QStringLiteral("/no/such/folder"), {});
+    EXPECT_EQ(log.texts(),
+              (QStringList {QStringLiteral("/no/such/program: No such file or directory"),
+                            QStringLiteral("/bin/sh: No such file or directory")}));
+}
+
+TEST_F(LinuxDesktopTest, InSomebodyElsesHomeProgramsHaveTheOwnersRights)
+{
+    VARNEL_NEEDS_ROOT();
+    QTemporaryDir home;
+    ASSERT_EQ(::chown(qPrintable(home.path()), stranger, stranger), 0);
+    ASSERT_EQ(::chmod(qPrintable(folder.path()), 0711), 0);
+    ASSERT_EQ(::chmod(qPrintable(pipe()), 0666), 0);
+    LinuxDesktop desktop {HomeFolder {home.path(), true}};
+    EXPECT_EQ(callsOf([&] {
+                  desktop.launch(QStringLiteral("/bin/sh"), QStringLiteral("/"),
+                                 {QStringLiteral("-c"), QStringLiteral("id -u >\"$CALLS\"")});
+              }),
+              "54321\n");
 }

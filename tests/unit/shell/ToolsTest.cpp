@@ -147,7 +147,7 @@ TEST_F(ToolsTest, EndingWhatDoesNotRunSaysNothing)
 {
     if (!QFileInfo::exists(QStringLiteral("/usr/bin/killall")))
         GTEST_SKIP() << "no killall on this machine";
-    LinuxCommandRunner real;
+    LinuxCommandRunner real {HomeFolder {}};
     LogCapture log;
     EXPECT_TRUE(
         Tools(home.home(), folders, real).killApp(QStringLiteral("no process has this name")));

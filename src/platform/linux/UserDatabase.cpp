@@ -1,0 +1,19 @@
+#include "platform/linux/UserDatabase.h"
+
+#include <vector>
+
+#include <pwd.h>
+
+namespace varnel {
+
+std::optional<UserEntry> userEntry(uid_t user)
+{
+    std::vector<char> buffer(size_t {16} * 1024);
+    passwd entry {};
+    passwd *found = nullptr;
+    if (::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
+        return std::nullopt;
+    return UserEntry {found->pw_name, found->pw_dir, found->pw_gid};
+}
+
+} // namespace varnel

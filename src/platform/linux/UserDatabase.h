@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+#include <sys/types.h>
+
+namespace varnel {
+
+/// What the system's user database says of a user.
+struct UserEntry {
+    QByteArray name;
+    QByteArray home;
+    gid_t group = 0;
+};
+
+/// None of a user that it does not know, or where it can't be asked.
+[[nodiscard]] std::optional<UserEntry> userEntry(uid_t user);
+
+} // namespace varnel
