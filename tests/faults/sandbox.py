@@ -25,6 +25,7 @@ class Fault:
     at: int = 0
     do: str = ""
     calls: str = "changes"
+    command: str = ""
 
     def __str__(self):
         return f"{self.do} at call {self.at} of {self.calls}"
@@ -138,7 +139,8 @@ class Sandbox:
         environment |= {"LD_PRELOAD": str(self.build / "tests/faults/varnel_faults.so"),
                         "VARNEL_FAULT_ROOT": str(self.watched),
                         "VARNEL_FAULT_AT": str(fault.at), "VARNEL_FAULT_DO": fault.do,
-                        "VARNEL_FAULT_CALLS": fault.calls, "VARNEL_FAULT_RECORD": str(record)}
+                        "VARNEL_FAULT_CALLS": fault.calls, "VARNEL_FAULT_COMMAND": fault.command,
+                        "VARNEL_FAULT_RECORD": str(record)}
         # A bound for what must never hang; nothing waits for it otherwise.
         done = subprocess.run(self.command(words), env=environment, capture_output=True, text=True,
                               stdin=subprocess.DEVNULL, timeout=120)

@@ -76,8 +76,7 @@ LinuxFileStore::LinuxFileStore(HomeFolder home, std::chrono::milliseconds lockWa
 Error LinuxFileStore::fail(const QString &path, int error) const
 {
     Error result = describe(path, error);
-    if (result.code != ErrorCode::NotFound)
-        varnelLog(lcIo, result.text);
+    varnelLog(lcIo, result.text);
     return result;
 }
 
@@ -108,7 +107,7 @@ Result<void> LinuxFileStore::update(const QString &path, const Change &change)
         const Result<std::optional<QByteArray>> answer = change(std::nullopt);
         if (!answer)
             return answer.error();
-        return answer.value() ? Result<void>(describe(path, ENOENT)) : Result<void>();
+        return answer.value() ? Result<void>(fail(path, ENOENT)) : Result<void>();
     }
     if (place.error != 0)
         return fail(path, place.error);
@@ -149,6 +148,9 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
 Result<void> LinuxFileStore::readyForDatabase(const QString &path)
 {
     const Place place = walkPath(home, path);
+    // Without its folder there is no database yet, which is no failure to tell.
+    if (place.error == ENOENT)
+        return describe(path, ENOENT);
     if (place.error != 0)
         return fail(path, place.error);
     if (isForeign(home) && hasJournal(place))

@@ -55,6 +55,8 @@ auto meet(const Call &call, const Real &real, const Half &half)
         plan.record(call, fate == Fate::StopBefore ? "stopped before" : "stopped halfway");
         FaultPlan::stop();
     }
+    if (fate == Fate::Meddle)
+        plan.meddle();
     const auto result = real();
     if (fate == Fate::StopAfter) {
         plan.record(call, "stopped after");

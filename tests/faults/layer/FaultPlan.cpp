@@ -8,7 +8,9 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace varnel::faults {
@@ -66,6 +68,8 @@ Fate fateNamed(const std::string &name)
         return Fate::StopAfter;
     if (name == "halfway")
         return Fate::StopHalfway;
+    if (name == "run" || name == "run-on")
+        return Fate::Meddle;
     return errorNamed(name) != 0 ? Fate::Fail : Fate::Through;
 }
 
@@ -103,6 +107,8 @@ FaultPlan::FaultPlan()
     fate = fateNamed(what);
     failure = errorNamed(what);
     staysFull = what == "FULL";
+    goesOn = what == "run-on";
+    command = variable("VARNEL_FAULT_COMMAND");
     const std::string file = variable("VARNEL_FAULT_RECORD");
     if (!file.empty())
         recordFile = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, file.c_str(),
@@ -122,7 +128,7 @@ Fate FaultPlan::meet(const Call &call)
     ++count;
     if (staysFull)
         return at > 0 && count >= at && call.takesSpace ? Fate::Fail : Fate::Through;
-    return count == at ? fate : Fate::Through;
+    return count == at || (goesOn && count > at) ? fate : Fate::Through;
 }
 
 void FaultPlan::record(const Call &call, const char *outcome) const
@@ -133,6 +139,20 @@ void FaultPlan::record(const Call &call, const char *outcome) const
     const std::string line = std::to_string(count) + '\t' + call.name + '\t' + call.path + '\t'
         + call.target + '\t' + outcome + '\n';
     ::syscall(SYS_write, recordFile, line.data(), line.size());
+    errno = kept;
+}
+
+void FaultPlan::meddle() const
+{
+    const int kept = errno;
+    std::string shell = "/bin/sh";
+    std::string option = "-c";
+    std::string line = command;
+    const std::array<char *, 4> words {shell.data(), option.data(), line.data(), nullptr};
+    pid_t child = -1;
+    if (::posix_spawn(&child, "/bin/sh", nullptr, nullptr, words.data(), environ) != 0)
+        ::abort();
+    while (::waitpid(child, nullptr, 0) == -1 && errno == EINTR) { }
     errno = kept;
 }
 
