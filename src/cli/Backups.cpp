@@ -1,9 +1,11 @@
 #include "cli/Backups.h"
 
 #include "backup/BackupReader.h"
+#include "base/Logging.h"
 #include "base/UntouchedDatabase.h"
 #include "platform/linux/HomeEntries.h"
 #include "platform/linux/PathWalk.h"
+#include "platform/linux/SystemError.h"
 #include "shell/Tools.h"
 
 #include <algorithm>
@@ -20,6 +22,27 @@ QList<BackupEntry> backupsOf(const HomeFolder &home)
     return entries;
 }
 
+namespace {
+
+/// Why a file of the backup folder is not listed.
+Error whyNotListed(const HomeFolder &home, const QString &path)
+{
+    const Place place = walkPath(home, path);
+    if (place.error != 0 && place.error != ENOENT && place.error != EXDEV) {
+        varnelLog(lcIo, systemError(path, place.error).text);
+        return systemError(path, place.error);
+    }
+    // It stands there: then the folder is one that may be searched and not read.
+    if (place.status && path.endsWith(u".sqlite")) {
+        const Error error = systemError(Tools::backupFolderOf(home), EACCES);
+        varnelLog(lcIo, path + u": " + error.text);
+        return error;
+    }
+    return {ErrorCode::NotFound, path + u": no such backup file"};
+}
+
+} // namespace
+
 Result<QString> backupPath(const HomeFolder &home, const QString &name)
 {
     if (name.contains(u'/'))
@@ -31,7 +54,7 @@ Result<QString> backupPath(const HomeFolder &home, const QString &name)
     const bool listed = std::any_of(entries.begin(), entries.end(),
                                     [&](const BackupEntry &entry) { return entry.name == name; });
     if (!listed)
-        return Error {ErrorCode::NotFound, path + u": no such backup file"};
+        return whyNotListed(home, path);
     if (walkPath(home, path).error == EXDEV)
         return Error {ErrorCode::NotPermitted, path + u": a link leads out of the home"};
     return path;

@@ -15,7 +15,8 @@ namespace varnel::cli {
 [[nodiscard]] QList<BackupEntry> backupsOf(const HomeFolder &home);
 
 /// The whole path of a backup file of that name. Invalid for a name with a folder in it, NotFound
-/// for one that is not listed, NotPermitted where a link leads out of somebody else's home.
+/// for one that is not listed, NotPermitted where a link leads out of somebody else's home or the
+/// folder may not be read.
 [[nodiscard]] Result<QString> backupPath(const HomeFolder &home, const QString &name);
 
 /// The rows of that file.

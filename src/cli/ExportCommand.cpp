@@ -1,5 +1,6 @@
 #include "cli/ExportCommand.h"
 
+#include "cli/HomesNamed.h"
 #include "cli/Lookup.h"
 #include "cli/TextWidth.h"
 #include "plist/XmlEncoding.h"
@@ -199,7 +200,8 @@ CommandInfo ExportCommand::info() const
         u"Writes the settings that have another value than their default to standard output.\n"
         u"'json' and 'plist' are what 'diff' and 'apply' read. 'defaults' is a shell script for\n"
         u"an account that somebody is logged in to. 'mobileconfig' is a configuration profile\n"
-        u"for a device manager. What the last two cannot say is left out; a message names it."_qs,
+        u"for a device manager. What the last two cannot say is left out; a message names it.\n"
+        u"Of several homes, only --json writes the profiles: an object with one for each."_qs,
         {},
         {{allOption, {}, u"all settings, those at their default too"_qs},
          {formatOption,
@@ -219,6 +221,10 @@ CommandInfo ExportCommand::info() const
 
 Result<HomeCommand::Work> ExportCommand::prepare(const Request &request) const
 {
+    // One file after the other on standard output would be no file that anything reads.
+    if (namesManyHomes(request) && !request.has(u"json"_qs))
+        return wrong(u"a profile is that of one home; several need --json, whose object has one for"
+                     u" each"_qs);
     const Result<Wish> wish = wishOf(request);
     if (!wish)
         return wish.error();

@@ -61,7 +61,7 @@ Result<HomeFolder> homeAt(const QString &directory, const Request &request)
         return asNotFound(home.error());
     if (!request.has(newHomeOption) && !QFileInfo(home.value().path + u"/Library").isDir())
         return Error {ErrorCode::NotFound,
-                      home.value().path
+                      (home.value().path.isEmpty() ? u"/"_qs : home.value().path)
                           + u": no folder Library in it, so it is taken for no home folder"
                             u" (--new-home makes one of it)"};
     return home;

@@ -25,7 +25,8 @@ Result<QByteArray> bytesOf(const QString &list)
     return Error {ErrorCode::NotFound, u"--homes-from " + list + u": " + file.errorString()};
 }
 
-/// Not cut at blanks or carriage returns: they may be part of a folder's name.
+/// Cut at LF or CR LF, for lists come from other systems too. Nothing else is cut away: blanks and
+/// other carriage returns may be part of a folder's name.
 Result<QStringList> linesOf(const QString &list)
 {
     const Result<QByteArray> bytes = bytesOf(list);
@@ -35,15 +36,25 @@ Result<QStringList> linesOf(const QString &list)
     const QString text = decoder(bytes.value());
     if (decoder.hasError())
         return Error {ErrorCode::Invalid, u"--homes-from " + list + u": not UTF-8 text"};
-    return text.split(u'\n', Qt::SkipEmptyParts);
+    // A list that is parted by NUL would be one long name.
+    if (text.contains(QChar::Null))
+        return Error {ErrorCode::Invalid,
+                      u"--homes-from " + list
+                          + u": holds a NUL character; a path a line is wanted"};
+    return QString(text).replace(u"\r\n"_qs, u"\n"_qs).split(u'\n', Qt::SkipEmptyParts);
 }
 
 } // namespace
 
+bool namesManyHomes(const Request &request)
+{
+    return request.has(listOption) || request.options.value(homeOption).size() > 1;
+}
+
 Result<std::optional<QStringList>> homesNamed(const Request &request)
 {
     QStringList homes = request.options.value(homeOption);
-    if (!request.has(listOption) && homes.size() < 2)
+    if (!namesManyHomes(request))
         return std::optional<QStringList>();
     for (const QString &list : request.options.value(listOption)) {
         const Result<QStringList> lines = linesOf(list);

@@ -1,4 +1,5 @@
 #include "cli/Varnelctl.h"
+#include "support/FileFacts.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -63,6 +64,31 @@ protected:
 
 const QString effectRow = QStringLiteral("1008,'1','',''");
 const QString sizeRow = QStringLiteral("1004,'64','',''");
+
+TEST_F(BackupsTest, whereTheFolderMayNotBeReadThatIsTheReasonTold)
+{
+    VARNEL_NEEDS_ROOT();
+    put(u"quillet1.sqlite"_qs, {});
+    giveAll(home.path(), stranger, stranger);
+    if (!varnelctl.canRunAs(stranger))
+        GTEST_SKIP() << "needs setpriv and a build folder that other users may enter";
+    // May be searched and not listed; neither.
+    for (const mode_t mode : {0300U, 0000U}) {
+        ASSERT_EQ(::chmod(qPrintable(folder), mode), 0);
+        const Outcome outcome = varnelctl.runAs(
+            stranger, {u"backups"_qs, u"delete"_qs, u"quillet1.sqlite"_qs, u"--verbose"_qs});
+        EXPECT_EQ(outcome.status, 3);
+        EXPECT_TRUE(outcome.err.contains("Permission denied")) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(QByteArray("varnel.io: " + folder.toUtf8())))
+            << outcome.err.toStdString();
+        EXPECT_FALSE(outcome.err.contains("no such")) << outcome.err.toStdString();
+        const Outcome none =
+            varnelctl.runAs(stranger, {u"backups"_qs, u"delete"_qs, u"quillet2.sqlite"_qs});
+        EXPECT_EQ(none.err.contains("no such"), mode != 0) << none.err.toStdString();
+    }
+    ASSERT_EQ(::chmod(qPrintable(folder), 0755), 0);
+    EXPECT_EQ(files(), QStringList(u"quillet1.sqlite"_qs));
+}
 
 TEST_F(BackupsTest, listGoesByNamePlainly)
 {

@@ -135,6 +135,43 @@ TEST_F(HomesTest, theListMayComeFromStandardInput)
     EXPECT_EQ(dockSize(bert), changed);
 }
 
+TEST_F(HomesTest, aListOfAnotherSystemsLinesNamesTheSameFolders)
+{
+    const QString anna = make(u"anna"_qs);
+    const QString odd = make(u"bert\r"_qs);
+    const Outcome outcome =
+        varnelctl.run({u"set"_qs, u"dock-size=40"_qs, u"--homes-from"_qs,
+                       list(anna.toUtf8() + "\r\n\r\n" + odd.toUtf8() + "\r\n")});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(dockSize(anna), changed);
+    EXPECT_EQ(dockSize(odd), changed) << "one carriage return ends the line, the other is a name's";
+}
+
+TEST_F(HomesTest, theRootFolderIsNamedAsItWasTyped)
+{
+    if (QFileInfo(u"/Library"_qs).isDir())
+        GTEST_SKIP() << "this machine has a folder /Library";
+    const Outcome outcome = varnelctl.run({u"list"_qs, u"--home"_qs, u"/"_qs});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(outcome.err.startsWith("varnelctl: /: no folder Library"))
+        << outcome.err.toStdString();
+}
+
+TEST_F(HomesTest, profilesOfSeveralHomesComeInOneObjectOrNotAtAll)
+{
+    const QStringList both {u"--home"_qs, make(u"anna"_qs), u"--home"_qs, make(u"bert"_qs)};
+    for (const QString &format : {u"json"_qs, u"plist"_qs, u"defaults"_qs, u"mobileconfig"_qs}) {
+        const Outcome outcome =
+            varnelctl.run(QStringList {u"export"_qs, u"--format"_qs, format} + both);
+        EXPECT_EQ(outcome.status, 2) << qPrintable(format);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_TRUE(outcome.err.contains("--json")) << outcome.err.toStdString();
+    }
+    const Outcome outcome = varnelctl.run(QStringList {u"export"_qs, u"--json"_qs} + both);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.json().value(u"homes"_qs).toArray().size(), 2);
+}
+
 TEST_F(HomesTest, anEmptyListIsNoHomeAndNeverOnesOwn)
 {
     const QMap<QString, QString> before = snapshot(home.path() + u"/Library");
@@ -155,6 +192,11 @@ TEST_F(HomesTest, aListThatCannotBeReadWritesNothingAnywhere)
     EXPECT_EQ(varnelctl.run(set + QStringList(home.path() + u"/no such list")).status, 3);
     EXPECT_EQ(varnelctl.run(set + QStringList(home.path())).status, 3);
     EXPECT_EQ(varnelctl.run(set + QStringList(list(anna.toUtf8() + "\n\xff\n"))).status, 2);
+    const Outcome parted =
+        varnelctl.run(set + QStringList(list(anna.toUtf8() + QByteArray(1, '\0'))));
+    EXPECT_EQ(parted.status, 2);
+    EXPECT_TRUE(parted.err.contains("homes.txt: holds a NUL character"))
+        << parted.err.toStdString();
     EXPECT_EQ(snapshot(anna), before);
 }
 

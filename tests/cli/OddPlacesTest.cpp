@@ -2,7 +2,6 @@
 #include "support/FileFacts.h"
 
 #include <QDir>
-#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -112,24 +111,13 @@ protected:
             return;
         VARNEL_NEEDS_ROOT();
         giveAll(home.path(), stranger, stranger);
-        if (QStandardPaths::findExecutable(u"setpriv"_qs).isEmpty()
-            || asStranger(u"/usr/bin/test"_qs, {u"-x"_qs, QStringLiteral(VARNELCTL)}).status != 0)
+        if (!varnelctl.canRunAs(stranger))
             GTEST_SKIP() << "needs setpriv and a build folder that other users may enter";
-    }
-    [[nodiscard]] Outcome asStranger(const QString &program, const QStringList &words) const
-    {
-        const QString user = QString::number(stranger);
-        return runProgram(
-            u"setpriv"_qs,
-            QStringList {u"--reuid"_qs, user, u"--regid"_qs, user, u"--clear-groups"_qs, program}
-                + words,
-            varnelctl.environment);
     }
     [[nodiscard]] Outcome run(QStringList words) const
     {
         words.prepend(u"--verbose"_qs);
-        return GetParam().needsTwoUsers ? asStranger(QStringLiteral(VARNELCTL), words)
-                                        : varnelctl.run(words);
+        return GetParam().needsTwoUsers ? varnelctl.runAs(stranger, words) : varnelctl.run(words);
     }
     void expectTold(const Outcome &outcome) const
     {

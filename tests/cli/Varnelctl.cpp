@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -40,6 +41,33 @@ Outcome Varnelctl::run(const QStringList &arguments) const
 Outcome Varnelctl::shell(const QString &line) const
 {
     return runProgram(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), line}, environment);
+}
+
+namespace {
+
+Outcome runProgramAs(uid_t user, const QStringList &words, const QProcessEnvironment &environment)
+{
+    const QString id = QString::number(user);
+    return runProgram(QStringLiteral("setpriv"),
+                      QStringList {u"--reuid"_qs, id, u"--regid"_qs, id, u"--clear-groups"_qs}
+                          + words,
+                      environment);
+}
+
+} // namespace
+
+Outcome Varnelctl::runAs(uid_t user, const QStringList &arguments) const
+{
+    return runProgramAs(user, QStringList {QStringLiteral(VARNELCTL)} + arguments, environment);
+}
+
+bool Varnelctl::canRunAs(uid_t user) const
+{
+    return !QStandardPaths::findExecutable(QStringLiteral("setpriv")).isEmpty()
+        && runProgramAs(user, {u"/usr/bin/test"_qs, u"-x"_qs, QStringLiteral(VARNELCTL)},
+                        environment)
+               .status
+        == 0;
 }
 
 Outcome runProgram(const QString &program, const QStringList &arguments,

@@ -7,6 +7,8 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+#include <sys/types.h>
+
 namespace varnel::test {
 
 /// What a run of a program left behind.
@@ -29,6 +31,11 @@ public:
     [[nodiscard]] Outcome run(const QStringList &arguments) const;
     /// The same from a line for the shell, in which "$varnelctl" names the program.
     [[nodiscard]] Outcome shell(const QString &line) const;
+    /// The same as run(), by another user; only root can.
+    [[nodiscard]] Outcome runAs(uid_t user, const QStringList &arguments) const;
+    /// Whether that user may run the program at all; there may be no tool for it, or a build folder
+    /// that others may not enter.
+    [[nodiscard]] bool canRunAs(uid_t user) const;
 };
 
 /// Runs any program to its end.

@@ -47,8 +47,11 @@ Result<HomeFolder> ownHome()
 
 Result<HomeFolder> namedHome(const QString &directory)
 {
-    if (directory.isEmpty() || directory.contains(QChar::Null))
+    if (directory.isEmpty())
         return Error {ErrorCode::Invalid, QStringLiteral("The name of the home folder is empty")};
+    if (directory.contains(QChar::Null))
+        return Error {ErrorCode::Invalid,
+                      QStringLiteral("The name of the home folder holds a NUL character")};
     const QByteArray path = QFile::encodeName(directory);
     if (const Result<void> folder = checkFolder(path); !folder)
         return folder.error();
