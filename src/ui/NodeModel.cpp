@@ -4,8 +4,9 @@
 
 namespace varnel {
 
-NodeModel::NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QObject *parent)
-    : QAbstractItemModel(parent), root(std::move(root)), iconOf(std::move(iconOf))
+NodeModel::NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QString heading, QObject *parent)
+    : QAbstractItemModel(parent), root(std::move(root)), iconOf(std::move(iconOf)),
+      heading(std::move(heading))
 {
     note(*this->root);
 }
@@ -70,6 +71,12 @@ QVariant NodeModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DecorationRole && iconOf)
         return iconOf(node->name());
     return {};
+}
+
+QVariant NodeModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    const bool wanted = section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole;
+    return wanted ? QVariant(heading) : QVariant();
 }
 
 Qt::ItemFlags NodeModel::flags(const QModelIndex &index) const

@@ -19,8 +19,9 @@ class NodeModel : public QAbstractItemModel {
 public:
     using IconOf = std::function<QIcon(const QString &name)>;
 
-    /// The root itself is not shown. The tree must not change afterwards.
-    NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QObject *parent);
+    /// The root itself is not shown. The tree must not change afterwards. The heading is for who
+    /// hears the outline: a screen reader would else call the column by its number.
+    NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QString heading, QObject *parent);
 
     /// Null for the root.
     [[nodiscard]] const Node *nodeAt(const QModelIndex &index) const;
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] int columnCount(const QModelIndex &parent) const override;
     [[nodiscard]] bool hasChildren(const QModelIndex &parent) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
@@ -43,6 +46,7 @@ private:
 
     std::shared_ptr<Node> root;
     IconOf iconOf;
+    QString heading;
     QHash<const Node *, Place> places;
 };
 

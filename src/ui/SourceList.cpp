@@ -5,6 +5,8 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace varnel {
 
 SourceList::SourceList(QWidget *parent) : QTreeView(parent)
@@ -16,7 +18,16 @@ SourceList::SourceList(QWidget *parent) : QTreeView(parent)
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     Theme::makeSourceList(this);
+}
+
+QSize SourceList::sizeHint() const
+{
+    constexpr int usualWidth = 192;
+    // The words end well before the bar does, which ends before the list.
+    const int words = indentation() + sizeHintForColumn(0) + 2 * Theme::gapSmall;
+    return {std::max(usualWidth, words), QTreeView::sizeHint().height()};
 }
 
 void SourceList::mousePressEvent(QMouseEvent *event)

@@ -11,6 +11,9 @@ class SourceList : public QTreeView {
 public:
     explicit SourceList(QWidget *parent = nullptr);
 
+    /// As wide as its longest word needs, and always so wide.
+    [[nodiscard]] QSize sizeHint() const override;
+
 signals:
     /// The row that was selected already has been clicked.
     void chosenAgain();

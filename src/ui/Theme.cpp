@@ -227,7 +227,7 @@ QPalette lightPalette()
 
 QPalette darkPalette()
 {
-    return paletteOf({.window = 0xFF25282C,
+    return paletteOf({.window = 0xFF282A2F,
                       .base = 0xFF1C1E21,
                       .text = 0xFFE6E9ED,
                       .button = 0xFF30343A,

@@ -16,13 +16,13 @@
 #include <QTreeView>
 #include <QVariant>
 
+#include <algorithm>
+
 namespace varnel {
 
 namespace {
 
 constexpr auto partProperty = "varnelPart";
-/// Buttons, fields and choice lists beside each other are of one height.
-constexpr int controlHeight = 28;
 constexpr int sortArrowSize = 12;
 
 using StyleDrawing::ButtonKind;
@@ -53,6 +53,27 @@ bool wordyButton(const QStyleOption *option)
 {
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
     return button && !button->text.isEmpty();
+}
+
+bool sameGrounds(const QPalette &one, const QPalette &other)
+{
+    const auto roles = {QPalette::Window, QPalette::Base, QPalette::Button};
+    return std::all_of(roles.begin(), roles.end(), [&](QPalette::ColorRole role) {
+        return one.color(QPalette::Active, role) == other.color(QPalette::Active, role);
+    });
+}
+
+/// The current row that is not selected: nothing else would say where the keyboard is.
+void drawSourceListFocus(const QStyleOption &option, QPainter *painter, const QTreeView &tree,
+                         const QRectF &bar)
+{
+    const QModelIndex row = tree.indexAt(option.rect.center());
+    if (!tree.hasFocus() || !row.isValid() || row != tree.currentIndex()
+        || tree.selectionModel()->isSelected(row))
+        return;
+    QStyleOption ring = option;
+    ring.rect = bar.toAlignedRect();
+    StyleDrawing::focusRing(painter, ring, Theme::floatingRadius);
 }
 
 /// The part of the ring round the current row that lies in one of its cells.
@@ -87,6 +108,9 @@ VarnelStyle::Part VarnelStyle::part(const QWidget *widget)
 void VarnelStyle::polish(QPalette &palette)
 {
     QProxyStyle::polish(palette);
+    // No desktop has said anything: the toolkit's own grey buttons would look disabled here.
+    if (sameGrounds(palette, baseStyle()->standardPalette()))
+        palette = Theme::lightPalette();
     Theme::tunePalette(palette);
 }
 
@@ -190,9 +214,12 @@ bool VarnelStyle::drawSourceListPart(PrimitiveElement element, const QStyleOptio
     switch (element) {
     case PE_PanelItemViewRow:
     case PE_PanelItemViewItem:
-        if (element == barElement)
-            StyleDrawing::sourceListBar(painter, option, sourceListBarRect(option, widget),
-                                        widget->hasFocus());
+        if (element == barElement) {
+            const QRectF bar = sourceListBarRect(option, widget);
+            StyleDrawing::sourceListBar(painter, option, bar, widget->hasFocus());
+            if (const auto *tree = qobject_cast<const QTreeView *>(widget))
+                drawSourceListFocus(option, painter, *tree, bar);
+        }
         return true;
     case PE_FrameFocusRect: // the bar says it, by its colour
     case PE_IndicatorBranch:
@@ -254,9 +281,19 @@ void VarnelStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
                                 subControlRect(control, option, SC_ScrollBarSlider, widget));
         return;
     }
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_SpinBox) // its own edge cannot be told from a dark ground
+    if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
+        control == CC_SpinBox && spin) {
+        // Like every other field: the toolkit's own edge is thicker, and lost on a dark ground.
+        if (spin->state.testFlag(State_Enabled))
+            StyleDrawing::box(painter, spin->rect, Theme::controlRadius,
+                              spin->palette.color(QPalette::Base), Qt::transparent);
+        QStyleOptionSpinBox inside = *spin;
+        inside.frame = false;
+        QProxyStyle::drawComplexControl(control, &inside, painter, widget);
         StyleDrawing::fieldEdge(painter, *option, Theme::controlRadius);
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 QRect VarnelStyle::subElementRect(SubElement element, const QStyleOption *option,
@@ -290,13 +327,13 @@ QSize VarnelStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     };
     switch (type) {
     case CT_PushButton:
-        return wordyButton(option) ? atLeast(controlHeight) + QSize(Theme::gap, 0)
-                                   : atLeast(controlHeight);
+        return wordyButton(option) ? atLeast(Theme::controlHeight) + QSize(Theme::gap, 0)
+                                   : atLeast(Theme::controlHeight);
     case CT_ComboBox:
-        return atLeast(controlHeight) + QSize(Theme::gapTiny, 0);
+        return atLeast(Theme::controlHeight) + QSize(Theme::gapTiny, 0);
     case CT_LineEdit:
     case CT_SpinBox:
-        return atLeast(controlHeight);
+        return atLeast(Theme::controlHeight);
     case CT_ItemViewItem:
         if (part(widget) == Part::SourceList)
             return atLeast(Theme::sourceListRowHeight);

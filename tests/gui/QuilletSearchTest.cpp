@@ -158,3 +158,20 @@ TEST_F(QuilletSearch, TheShortcutPutsTheCursorIntoTheField)
     QTest::keySequence(&page(), QKeySequence::Find);
     EXPECT_EQ(page().focusWidget(), &searchField());
 }
+
+TEST_F(QuilletSearch, WhatIsFoundNamesItsGroupAndNoGroupIsSelected)
+{
+    start();
+    const QItemSelectionModel &chosen = *groupList().selectionModel();
+    const auto helpOf = [this] {
+        return rows().first()->findChild<QLabel *>(u"helpLabel"_qs)->text();
+    };
+    type(u"autohide"_qs);
+    EXPECT_FALSE(chosen.hasSelection());
+    EXPECT_TRUE(helpOf().startsWith(u"Dock · "_qs)) << helpOf().toStdString();
+    QTest::keyClick(&searchField(), Qt::Key_Escape);
+    EXPECT_TRUE(chosen.isRowSelected(0, {}));
+    clickGroup(1);
+    for (const QLabel *help : page().findChildren<QLabel *>(u"helpLabel"_qs))
+        EXPECT_FALSE(help->text().contains(u"Dock · "_qs)) << help->text().toStdString();
+}

@@ -94,6 +94,7 @@ void ChoiceView::buildNamedList(QBoxLayout *column, int place)
     comboBox->setAccessibleName(row.label);
     auto *name = new QLabel(row.label, this);
     name->setBuddy(comboBox);
+    Theme::setTextRole(name, Theme::TextRole::Help);
     if (place > 0)
         column->addSpacing(Theme::gapTiny);
     column->addLayout(noteLine(name));

@@ -20,22 +20,20 @@ namespace varnel {
 
 namespace {
 
-QBoxLayout *captionColumn(QLabel *title, QLabel *help)
+/// The title is level with the middle of the first control, which is so high; the help follows at
+/// one distance whatever that control is, which beside a list is level with the note below it.
+QBoxLayout *captionColumn(QLabel *title, QLabel *help, int firstHeight)
 {
+    const int word = title->fontMetrics().height();
+    const int highest = std::max(firstHeight, Theme::controlHeight);
     auto *column = new QVBoxLayout;
-    column->setSpacing(Theme::gapTiny);
+    column->setSpacing(0);
+    column->addSpacing(std::max(0, (firstHeight - word) / 2));
     column->addWidget(title);
+    column->addSpacing(Theme::gapTiny + std::max(0, highest - word) / 2);
     column->addWidget(help);
     column->addStretch();
     return column;
-}
-
-/// The title stands level with the first control, whatever that is as high as.
-void levelTitle(QLabel *title, const QLayout &controls)
-{
-    const QLayoutItem *first = controls.itemAt(0);
-    if (first)
-        title->setMinimumHeight(first->sizeHint().height());
 }
 
 } // namespace
@@ -50,6 +48,12 @@ GenericView::GenericView(const ViewContext &context, QList<const SettingRow *> s
 void GenericView::setParentView(ChangeReceiver *receiver)
 {
     parentView = receiver;
+}
+
+void GenericView::showAmongOthers(bool others)
+{
+    if (help)
+        help->setText(others ? getShortLocationString() + u" · " + caption.help : caption.help);
 }
 
 bool GenericView::needToDrawBackground() const
@@ -137,7 +141,7 @@ void GenericView::makeControls()
     title->setObjectName(QStringLiteral("titleLabel"));
     title->setWordWrap(true);
     Theme::setTextRole(title, Theme::TextRole::RowTitle);
-    auto *help = new QLabel(caption.help, this);
+    help = new QLabel(caption.help, this);
     help->setObjectName(QStringLiteral("helpLabel"));
     help->setWordWrap(true);
     Theme::setTextRole(help, Theme::TextRole::Help);
@@ -145,13 +149,13 @@ void GenericView::makeControls()
     auto *controls = new QVBoxLayout;
     controls->setSpacing(Theme::gapTiny);
     buildControls(controls);
+    const int firstHeight = controls->itemAt(0)->sizeHint().height();
     controls->addStretch();
-    levelTitle(title, *controls);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(Theme::gapLarge, Theme::gap, Theme::gapLarge, Theme::gap);
     row->setSpacing(Theme::gapLarge);
-    row->addLayout(captionColumn(title, help), 1);
+    row->addLayout(captionColumn(title, help, firstHeight), 1);
     row->addLayout(controls);
     setToolTip(whereItIsKept());
     new RowMenu(*this);

@@ -96,6 +96,8 @@ public:
 
     /// Makes the row's widgets, once.
     void makeControls();
+    /// Among rows of other groups, the help names this row's group.
+    void showAmongOthers(bool others);
 
 protected:
     /// Puts the controls into the column at the right of the row; the first line is the one that
@@ -129,6 +131,7 @@ private:
     int backupNumber = 0;
     QString backupText = QStringLiteral("");
     QLabel *title = nullptr;
+    QLabel *help = nullptr;
     QList<QWidget *> controls; ///< one for each setting, once there are widgets
     QList<ElidedLabel *> notes; ///< one for each setting, once there are widgets
     QHash<int, QString> oldTexts; ///< of the settings that are pending, by place

@@ -57,6 +57,7 @@ protected:
         label->setObjectName(QStringLiteral("label"));
         auto *line = new QHBoxLayout;
         line->addStretch();
+        line->addStrut(Theme::controlHeight); // as high as a field, like every row's first line
         line->addWidget(label);
         line->addSpacing(Theme::gap);
         line->addWidget(control);

@@ -42,6 +42,7 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
     for (const QString &viewClass : module->viewClassesFor(filter)) {
         GenericView *view = module->getView(viewClass, shading);
         view->makeControls();
+        view->showAmongOthers(filter >= 0);
         view->readData(true);
         view->showPendingState();
         const int height = column->append(view);

@@ -3,9 +3,8 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "settings/Catalogue.h"
-#include "settings/views/FooterLayout.h"
 #include "settings/views/Quillet.h"
-#include "ui/ChangeCount.h"
+#include "settings/views/SettingsFooter.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
 #include "ui/NodeModel.h"
@@ -69,13 +68,11 @@ QuilletView::~QuilletView()
 
 void QuilletView::awakeFromNib()
 {
-    menu = new NodeModel(rootNode, iconOfModule, this);
+    menu = new NodeModel(rootNode, iconOfModule, ui->menuOutlineVew->accessibleName(), this);
     ui->menuOutlineVew->setModel(menu);
     ui->menuOutlineVew->setItemDelegate(new ImageAndTextCell(ui->menuOutlineVew));
     ui->menuOutlineVew->expandAll();
     selectMenuRow(0);
-    setButtonsEnabled(false);
-    showChangeCount(0);
     dressControls();
     connectControls();
     connectSearch();
@@ -85,14 +82,7 @@ void QuilletView::dressControls()
 {
     // The field's own button is a second way to leave the search.
     Theme::makeSearchField(ui->searchField, [this] { endSearch(); });
-    Theme::makeAccentButton(ui->saveButton);
     ui->mainScrollView->viewport()->setBackgroundRole(QPalette::Base);
-    ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
-    ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
-    ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
-    for (QLabel *line : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->changes1Label,
-                         ui->changes2Label, ui->changes3Label})
-        Theme::setTextRole(line, Theme::TextRole::Help);
 }
 
 void QuilletView::connectControls()
@@ -103,12 +93,12 @@ void QuilletView::connectControls()
             &QuilletView::outlineViewSelectionDidChange);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget *, QWidget *focused) { rememberFocus(focused); });
-    connect(ui->saveButton, &QAbstractButton::clicked, this, [this] { parentView->saveChanges(); });
-    connect(ui->cancelButton, &QAbstractButton::clicked, this,
+    connect(ui->footer, &SettingsFooter::saveClicked, this, [this] { parentView->saveChanges(); });
+    connect(ui->footer, &SettingsFooter::cancelClicked, this,
             [this] { parentView->cancelChanges(); });
-    connect(ui->viewButton, &QAbstractButton::clicked, this, [this] { parentView->viewChanges(); });
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, ui->saveButton,
-            &QAbstractButton::click);
+    connect(ui->footer, &SettingsFooter::viewClicked, this, [this] { parentView->viewChanges(); });
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated,
+            ui->footer->buttons().front(), &QAbstractButton::click);
 }
 
 void QuilletView::connectSearch()
@@ -124,8 +114,10 @@ void QuilletView::connectSearch()
     overlay->addWidget(emptyLabel);
 
     connect(ui->searchField, &QLineEdit::textChanged, this, [this] {
-        if (parentView && !leavingSearch)
-            parentView->doSearch();
+        if (!parentView || leavingSearch)
+            return;
+        ui->menuOutlineVew->clearSelection(); // what is shown belongs to no one group
+        parentView->doSearch();
     });
     ui->searchField->installEventFilter(this);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this,
@@ -150,7 +142,7 @@ bool QuilletView::eventFilter(QObject *watched, QEvent *event)
 
 void QuilletView::endSearch()
 {
-    outlineViewSelectionDidChange();
+    selectMenuRow(selectedMenuRow());
 }
 
 void QuilletView::clearSearchText()
@@ -230,7 +222,7 @@ void QuilletView::orderFocus()
         if (stops && control->window() == window())
             last = control;
     }
-    for (QWidget *button : {ui->saveButton, ui->cancelButton, ui->viewButton}) {
+    for (QWidget *button : ui->footer->buttons()) {
         setTabOrder(last, button);
         last = button;
     }
@@ -250,26 +242,18 @@ void QuilletView::setButtonsEnabled(bool enabled)
         const bool there = lastControl && ui->mainView->isAncestorOf(lastControl);
         (there ? lastControl.data() : ui->menuOutlineVew)->setFocus();
     }
-    ui->saveButton->setEnabled(enabled);
-    ui->cancelButton->setEnabled(enabled);
-    ui->viewButton->setEnabled(enabled);
+    ui->footer->setButtonsEnabled(enabled);
 }
 
 void QuilletView::showChangeCount(qsizetype count)
 {
-    countChanges(*ui->saveButton, count,
-                 QStringLiteral("the old values go into the backup file first"));
+    ui->footer->showChangeCount(count);
 }
 
 void QuilletView::placeFooter()
 {
     layout()->activate();
-    const int left = ui->mainScrollView->x() - ui->footer->x();
-    const int height = layOutFooter({{{ui->saveButton, ui->saveLabel, ui->changes1Label},
-                                      {ui->cancelButton, ui->cancelLabel, ui->changes2Label},
-                                      {ui->viewButton, ui->viewLabel, ui->changes3Label}}},
-                                    left);
-    ui->footer->setFixedHeight(height);
+    ui->footer->place(ui->mainScrollView->x() - ui->footer->x());
 }
 
 void QuilletView::resizeEvent(QResizeEvent *event)

@@ -102,7 +102,7 @@ void SysInfoView::showEvent(QShowEvent *event)
 void SysInfoView::setUpOutline()
 {
     QTreeView *outline = ui->menuOutlineVew;
-    outline->setModel(new NodeModel(root, categoryIcon, outline));
+    outline->setModel(new NodeModel(root, categoryIcon, outline->accessibleName(), outline));
     outline->setItemDelegate(new ImageAndTextCell(outline));
     Theme::makeSourceList(outline);
     outline->expandAll();
