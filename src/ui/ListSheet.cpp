@@ -49,6 +49,7 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
     tableView->setAccessibleName(title);
     tableView->setColumnWidth(0, model->columnCount() > 1 ? firstSize.width() / 4 : 0);
     caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Theme::setTextRole(caption, Theme::TextRole::Help);
     caption->hide();
 
     emptyLabel->setAlignment(Qt::AlignCenter);
@@ -100,6 +101,19 @@ void ListSheet::setEmptyText(const QString &text)
 {
     emptyLabel->setText(text);
     showEmptyText();
+}
+
+void ListSheet::fitRows()
+{
+    const QHeaderView *rowHeader = tableView->verticalHeader();
+    const int frame = 2 * tableView->frameWidth();
+    const int rows = rowHeader->count() * rowHeader->defaultSectionSize();
+    tableView->setMinimumHeight(tableView->horizontalHeader()->sizeHint().height() + rows + frame);
+    tableView->resizeColumnToContents(0);
+    const int last = tableView->columnWidth(0)
+        + static_cast<QAbstractItemView *>(tableView)->sizeHintForColumn(model->columnCount() - 1);
+    tableView->setMinimumWidth(std::max(tableView->minimumWidth(), last + frame));
+    adjustSize();
 }
 
 void ListSheet::didClickTableColumn(int column)

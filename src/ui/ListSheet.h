@@ -31,6 +31,9 @@ public:
     /// Said in grey over the table while there are no rows.
     void setEmptyText(const QString &text);
 
+    /// Makes the sheet large enough for its rows, at the font it has, within the screen.
+    void fitRows();
+
     void didClickTableColumn(int column);
     [[nodiscard]] const SortFlag &sorting() const;
 

@@ -1,5 +1,7 @@
 #include "ui/SheetShade.h"
 
+#include "ui/Theme.h"
+
 #include <QEvent>
 #include <QPainter>
 
@@ -31,7 +33,9 @@ bool SheetShade::eventFilter(QObject *watched, QEvent *event)
 
 void SheetShade::paintEvent(QPaintEvent *)
 {
-    QPainter(this).fillRect(rect(), QColor(16, 36, 60, 64));
+    // Over a dark page blue would lighten it, and make the sheet's grey look green.
+    const bool dark = Theme::isDark(palette());
+    QPainter(this).fillRect(rect(), dark ? QColor(0, 0, 0, 96) : QColor(16, 36, 60, 64));
 }
 
 } // namespace varnel

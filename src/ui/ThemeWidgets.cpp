@@ -78,6 +78,7 @@ void makeSearchField(QLineEdit *field, const std::function<void()> &cleared)
             if (button == nullptr)
                 return;
             button->setText(QStringLiteral("Leave the search")); // what a screen reader says
+            button->setIcon(Icons::icon(QStringLiteral("clear"))); // sharp at every scale
             QObject::connect(button, &QAction::triggered, field, cleared);
         },
         Qt::SingleShotConnection);

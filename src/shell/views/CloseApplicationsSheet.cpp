@@ -27,6 +27,7 @@ CloseApplicationsSheet::CloseApplicationsSheet(QWidget *parent)
     table->setItemDelegateForColumn(CloseRowsModel::Name, new ImageAndTextCell(table));
     table->horizontalHeader()->hide();
     table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setMinimumSectionSize(Theme::gapHuge);
     table->setColumnWidth(CloseRowsModel::Close, Theme::gapHuge);
     auto *toggle = new QShortcut(Qt::Key_Space, table);
     toggle->setContext(Qt::WidgetShortcut);

@@ -7,7 +7,6 @@ namespace varnel {
 ShortcutsSheet::ShortcutsSheet(QWidget *parent)
     : ListSheet(tr("Keyboard Shortcuts"), {{tr("Keys")}, {tr("What they do")}}, lcShell, parent)
 {
-    resize(width(), 432); // all rows, without scrolling
     setObjectName(QStringLiteral("shortcutsSheet"));
     setRows({
         {tr("Ctrl+1 to Ctrl+5"), tr("Go to one of the five pages")},
@@ -21,6 +20,7 @@ ShortcutsSheet::ShortcutsSheet(QWidget *parent)
         {tr("F1"), tr("Show this list")},
         {tr("Ctrl+Q"), tr("Quit at once, without saving")},
     });
+    fitRows();
 }
 
 } // namespace varnel

@@ -78,6 +78,13 @@ void WelcomeLink::changeEvent(QEvent *event)
         limitHeight();
 }
 
+void WelcomeLink::resizeEvent(QResizeEvent *event)
+{
+    QAbstractButton::resizeEvent(event);
+    const bool cutOff = width() < sizeHint().width() && sizeHint().width() > narrowest;
+    setToolTip(cutOff ? text() + u'\n' + accessibleDescription() : QString());
+}
+
 void WelcomeLink::keyPressEvent(QKeyEvent *event)
 {
     // A link is followed by Return as well, which the toolkit keeps for push buttons.
