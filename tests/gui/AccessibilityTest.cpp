@@ -74,6 +74,18 @@ TEST_F(AccessibilityTest, EveryControlOfEveryPageHasAName)
     }
 }
 
+TEST_F(AccessibilityTest, TheColumnOfAnOutlineIsCalledByItsContents)
+{
+    start();
+    QStringList headings;
+    for (const int tab : {systemTab, settingsTab}) {
+        const QAbstractItemModel &outline =
+            *go(tab).findChild<QTreeView *>(u"menuOutlineVew"_qs)->model();
+        headings += outline.headerData(0, Qt::Horizontal).toString();
+    }
+    EXPECT_EQ(headings, (QStringList {u"Categories"_qs, u"Groups of settings"_qs}));
+}
+
 TEST_F(AccessibilityTest, NoTwoControlsOfAGroupShareAName)
 {
     start();
@@ -121,6 +133,16 @@ TEST_F(AccessibilityTest, TheTabKeyGoesThroughEveryControlOfAPageAndBack)
         for (QWidget *control : expected)
             EXPECT_TRUE(round.contains(control)) << control->objectName().toStdString();
     }
+}
+
+TEST_F(AccessibilityTest, TheTabKeyGoesDownTheWelcomePage)
+{
+    start();
+    QStringList names;
+    for (const QWidget *control : tabRound(window->tabView()->tabBar()))
+        names += control->objectName();
+    EXPECT_EQ(names[1], u"openCommand1"_qs);
+    EXPECT_EQ(names.indexOf(u"websiteButton"_qs), names.indexOf(u"openCommand10"_qs) + 1);
 }
 
 TEST_F(AccessibilityTest, TheTabKeyGoesDownTheRowsOfAGroup)

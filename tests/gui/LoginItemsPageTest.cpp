@@ -200,6 +200,17 @@ TEST_F(LoginItemsPage, TheSpaceKeyTicksTheSelectedRow)
               (QList<LoginItemChange> {{Action::Enable, u"/opt/c"_s, false}}));
 }
 
+TEST_F(LoginItemsPage, SpaceTicksTheKeyboardsRowAndSelectsIt)
+{
+    startWithThree();
+    table().setFocus();
+    table().selectionModel()->setCurrentIndex(table().model()->index(0, 1),
+                                              QItemSelectionModel::NoUpdate);
+    QTest::keyClick(&table(), Qt::Key_Space);
+    EXPECT_EQ(shared.loginItemCommands().size(), 1);
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(0, {}));
+}
+
 TEST_F(LoginItemsPage, AClickBesideTheBoxTicksNothing)
 {
     startWithThree();

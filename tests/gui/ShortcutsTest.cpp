@@ -39,6 +39,17 @@ TEST_F(ShortcutsTest, ControlFLeadsToTheSearchFieldFromEveryPage)
     }
 }
 
+TEST_F(ShortcutsTest, TheKeyOfAPageTakesTheKeyboardIntoIt)
+{
+    start();
+    window->findChild<QToolButton *>(u"menuButton"_qs)->setFocus();
+    for (const int tab : {systemTab, loginTab, settingsTab, restoreTab, welcomeTab}) {
+        press(Qt::Key(Qt::Key_1 + tab), Qt::ControlModifier);
+        ASSERT_EQ(window->tabView()->currentIndex(), tab);
+        EXPECT_TRUE(window->tabView()->currentWidget()->isAncestorOf(window->focusWidget())) << tab;
+    }
+}
+
 TEST_F(ShortcutsTest, F1AndTheMenuShowTheKeysEachTime)
 {
     start();

@@ -177,9 +177,11 @@ void LoginItemsView::deleteAppFromLoginItem()
 
 void LoginItemsView::toggleCurrentRow()
 {
-    const int row = selectedRow();
+    const int row = ui->tableView->currentIndex().row();
     if (row < 0)
         return;
+    // Of a single row no arrow key makes a selected one, and without it there is no Remove.
+    ui->tableView->selectRow(row);
     const QModelIndex box = rows->index(row, LoginItemsModel::Enabled);
     rows->setData(box, rows->rows()[row].enabled ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }

@@ -67,7 +67,7 @@ void MainWindow::makeMenu()
     for (int i = 0; i < ui->tabView->count(); ++i) {
         QAction *page =
             menu->addAction(ui->tabView->tabText(i), QKeySequence(Qt::CTRL | (Qt::Key_1 + i)));
-        connect(page, &QAction::triggered, this, [this, i] { ui->tabView->setCurrentIndex(i); });
+        connect(page, &QAction::triggered, this, [this, i] { goToPage(i); });
         addAction(page);
     }
     menu->addSeparator();
@@ -79,6 +79,21 @@ void MainWindow::makeMenu()
     connect(quit, &QAction::triggered, this, &MainWindow::quitRequested);
     addAction(quit); // the keys work while the menu is closed, too
     ui->menuButton->setMenu(menu);
+}
+
+void MainWindow::goToPage(int index)
+{
+    if (index == ui->tabView->currentIndex())
+        return;
+    ui->tabView->setCurrentIndex(index);
+    const QWidget *page = ui->tabView->currentWidget();
+    for (QWidget *next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
+        const bool stops = (next->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+        if (stops && page->isAncestorOf(next) && next->isVisible() && next->isEnabled()) {
+            next->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
 }
 
 TabView *MainWindow::tabView() const

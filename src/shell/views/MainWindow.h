@@ -51,6 +51,8 @@ private:
     void dressBand(const HomeFolder &home);
     void dressTabs();
     void makeMenu();
+    /// Shows the page and puts the keyboard into its first control.
+    void goToPage(int index);
 
     std::unique_ptr<Ui::MainWindow> ui;
     std::function<bool()> windowShouldClose;

@@ -76,6 +76,10 @@ void WelcomeView::addLinks()
                 [this, number] { emit commandChosen(number); });
         (number <= linksInColumn ? ui->leftLinks : ui->rightLinks)->addLink(link);
     }
+    // Below the links on the page, and after them for the Tab key. The order is a circle, in which
+    // the button comes after the last link already: only the detour makes it the last of the page.
+    setTabOrder(findChild<WelcomeLink *>(QStringLiteral("openCommand1")), ui->websiteButton);
+    setTabOrder(findChild<WelcomeLink *>(QStringLiteral("openCommand10")), ui->websiteButton);
 }
 
 void WelcomeView::openBrackwellWebsite()
