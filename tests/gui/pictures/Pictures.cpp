@@ -14,11 +14,26 @@ namespace {
 /// By how much a channel of one pixel may differ: the smoothing of an edge that lies a fraction of
 /// a pixel elsewhere.
 constexpr int channelTolerance = 40;
-/// What is left of a channel; the rest would make the files three times as large.
-constexpr QRgb keptBits = 0xFFF8F8F8;
+/// A channel is kept as a multiple of this; all of it would make the files three times as large.
+constexpr int channelStep = 8;
 
 /// Where the program was started; a test may go elsewhere.
 const QString startFolder = QDir::currentPath();
+
+int toStep(int value)
+{
+    return qRound(double(value) / channelStep) * channelStep;
+}
+
+/// Red and blue by their distance from green: rounded each on its own, a grey would take on a hue.
+QRgb kept(QRgb seen)
+{
+    const int green = toStep(qGreen(seen));
+    const auto beside = [&](int channel) {
+        return std::clamp(green + toStep(channel - qGreen(seen)), 0, 255);
+    };
+    return qRgb(beside(qRed(seen)), std::min(green, 255), beside(qBlue(seen)));
+}
 
 bool alike(QRgb one, QRgb other)
 {
@@ -36,7 +51,7 @@ QImage reduced(const QImage &picture)
             .convertToFormat(QImage::Format_RGB32);
     for (int y = 0; y < small.height(); ++y) {
         for (int x = 0; x < small.width(); ++x)
-            small.setPixel(x, y, small.pixel(x, y) & keptBits);
+            small.setPixel(x, y, kept(small.pixel(x, y)));
     }
     return small;
 }

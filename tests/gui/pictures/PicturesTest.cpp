@@ -1,8 +1,8 @@
 #include "support/gui/Pictures.h"
-#include "backup/views/RestoreBackupView.h"
+#include "backup/BackupWriter.h"
+#include "backup/views/BackupModel.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
 #include "shell/QuitDecision.h"
-#include "shell/Tools.h"
 #include "shell/views/CloseApplicationsSheet.h"
 #include "shell/views/CloseRowsModel.h"
 #include "support/gui/ProgramFixture.h"
@@ -81,15 +81,14 @@ protected:
         sheet.show();
         expect(sheet, name);
     }
-    void putBackups(const QStringList &names)
+    /// A backup file as two saved settings leave it.
+    void putBackup(const QString &name)
     {
-        const Tools tools(context.home, folders, runner);
-        (void)tools.pathForSupportFolder();
-        const QString folder = tools.pathForBackupFolder();
-        for (const QString &name : names) {
-            QFile file(folder + name);
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        }
+        const QDir folder(home.path() + u"/Users/ann/Library/Application Support/Varnel/Backup");
+        ASSERT_TRUE(folder.mkpath(u"."_qs));
+        BackupWriter writer(folder.filePath(name), store);
+        ASSERT_TRUE(writer.addDataToBackupFile({1300, 3, u""_qs}).ok());
+        ASSERT_TRUE(writer.addDataToBackupFile({1009, 1, u""_qs}).ok());
     }
     void choosePending(const QWidget &page, const QString &viewClass, int index)
     {
@@ -198,6 +197,24 @@ TEST_P(PicturesTest, NoBackups)
     open();
     go(restoreTab);
     expect(*window, u"restore-none"_qs);
+}
+
+TEST_P(PicturesTest, Backups)
+{
+    putBackup(u"quillet1.sqlite"_qs);
+    open();
+    const QWidget &page = go(restoreTab);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    const auto made = [](int day) { return QDateTime({2024, 3, day}, {9, 41, 26}, Qt::UTC); };
+    dynamic_cast<BackupModel &>(*table.model())
+        .setEntries({{u"quillet1.sqlite"_qs, made(4)},
+                     {u"quillet2.sqlite"_qs, made(5)},
+                     {u"quillet3.sqlite"_qs, made(18)}});
+    table.setFocus();
+    table.selectRow(0);
+    expect(*window, u"restore"_qs);
+    click(*page.findChild<QPushButton *>(u"infoButton"_qs));
+    expectSheet(*dialogs.sheets.last(), u"sheet-contents"_qs);
 }
 
 TEST_P(PicturesTest, Sheets)
