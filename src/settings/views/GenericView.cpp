@@ -152,11 +152,11 @@ void GenericView::makeControls()
     const int firstHeight = controls->itemAt(0)->sizeHint().height();
     controls->addStretch();
 
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(Theme::gapLarge, Theme::gap, Theme::gapLarge, Theme::gap);
-    row->setSpacing(Theme::gapLarge);
-    row->addLayout(captionColumn(title, help, firstHeight), 1);
-    row->addLayout(controls);
+    auto *line = new QHBoxLayout(this);
+    line->setContentsMargins(Theme::gapLarge, Theme::gap, Theme::gapLarge, Theme::gap);
+    line->setSpacing(Theme::gapLarge);
+    line->addLayout(captionColumn(title, help, firstHeight), 1);
+    line->addLayout(controls);
     setToolTip(whereItIsKept());
     new RowMenu(*this);
     showPendingState();
