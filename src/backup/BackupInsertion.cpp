@@ -5,6 +5,8 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 
+#include <QFileInfo>
+
 namespace varnel {
 
 namespace {
@@ -42,6 +44,9 @@ Result<void> insertRow(Sqlite &database, const QString &insertQuery)
 {
     varnelLog(lcBackup, fillIn(u"query (LoginItemsView): %@", {insertQuery}));
     Result<void> inserted = database.run(insertQuery, Sqlite::Verb::Insert);
+    // A table that was made stays, whatever became of the row.
+    if (const Result<void> committed = database.commit(); inserted && !committed)
+        inserted = committed;
     if (!inserted)
         varnelLog(lcBackup,
                   fillIn(u"Failed to create the SQL query for inserting data with error: %s",
@@ -70,6 +75,9 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
         return error;
     }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
+    // The first row of a file comes with its table, in one go.
+    if (QFileInfo(backupFileName).size() == 0)
+        database.value().begin();
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))
         return {};

@@ -91,6 +91,11 @@ int allowColumnList(void *, int action, const char *first, const char *, const c
     return action == SQLITE_PRAGMA && qstrcmp(first, "table_xinfo") == 0 ? SQLITE_OK : SQLITE_DENY;
 }
 
+int allowTransaction(void *, int action, const char *, const char *, const char *, const char *)
+{
+    return action == SQLITE_TRANSACTION ? SQLITE_OK : SQLITE_DENY;
+}
+
 int allowNothing(void *, int, const char *, const char *, const char *, const char *)
 {
     return SQLITE_DENY;
@@ -294,6 +299,26 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access)
     if (!opened)
         return opened.error();
     return Sqlite(std::move(opened).value());
+}
+
+void Sqlite::begin()
+{
+    Statement statement;
+    // At once as a writer: a reader who becomes one later may be refused without any waiting.
+    if (prepare(database.get(), QStringLiteral("BEGIN IMMEDIATE"), allowTransaction, statement)
+        == SQLITE_OK)
+        sqlite().step(statement.get());
+}
+
+Result<void> Sqlite::commit()
+{
+    if (sqlite().isCommittingItself(database.get()) != 0)
+        return {};
+    Statement statement;
+    if (prepare(database.get(), QStringLiteral("COMMIT"), allowTransaction, statement) != SQLITE_OK
+        || sqlite().step(statement.get()) != SQLITE_DONE)
+        return lastError();
+    return {};
 }
 
 Result<void> Sqlite::run(const QString &sql, Verb verb)

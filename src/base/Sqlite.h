@@ -40,6 +40,13 @@ public:
     /// Runs a statement that gives no rows.
     Result<void> run(const QString &sql, Verb verb);
 
+    /// From here to commit(), what runs reaches the disk together: each statement by itself waits
+    /// for the disk five times. Where another writer is in the way for too long, or begun already,
+    /// each does so as ever.
+    void begin();
+    /// Nothing is to be done where nothing was begun. What is not committed is undone at the end.
+    Result<void> commit();
+
     /// Steps a SELECT on `users` and hands each row's columns as text (null columns as empty text)
     /// to `row` until that answers false: the first `columns` of them; a table with fewer is
     /// Unloadable, and so is one that gives out more than any file of this program could hold.

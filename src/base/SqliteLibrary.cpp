@@ -22,6 +22,7 @@ std::optional<SqliteLibrary> load()
     library.find(sqlite.errorMessage, "sqlite3_errmsg");
     library.find(sqlite.execute, "sqlite3_exec");
     library.find(sqlite.finalize, "sqlite3_finalize");
+    library.find(sqlite.isCommittingItself, "sqlite3_get_autocommit");
     library.find(sqlite.limit, "sqlite3_limit");
     library.find(sqlite.open, "sqlite3_open_v2");
     library.find(sqlite.prepare, "sqlite3_prepare_v2");

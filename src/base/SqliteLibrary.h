@@ -17,6 +17,7 @@ struct SqliteLibrary {
     decltype(&sqlite3_errmsg) errorMessage;
     decltype(&sqlite3_exec) execute;
     decltype(&sqlite3_finalize) finalize;
+    decltype(&sqlite3_get_autocommit) isCommittingItself;
     decltype(&sqlite3_limit) limit;
     decltype(&sqlite3_open_v2) open;
     decltype(&sqlite3_prepare_v2) prepare;
