@@ -39,20 +39,21 @@ std::uint16_t hashOfKey(QByteArrayView utf8)
 
 bool XmlScan::readFile(QByteArrayView file, std::size_t expectedEntries)
 {
-    expectEntries(expectedEntries);
+    // Lists that grew, or were cut to size, would leave their old places behind, and these stay
+    // taken. Room that no entry is written to costs nothing: memory is given when it is touched.
+    constexpr qsizetype shortestEntry = sizeof "<key></key><true/>" - 1;
+    const auto most = expectedEntries != 0 ? expectedEntries
+                                           : static_cast<std::size_t>(file.size() / shortestEntry);
+    expectEntries(most);
     if (!parsePlainXml(file, *this)) {
         *this = {};
-        expectEntries(expectedEntries);
+        expectEntries(most);
         if (!parseXml(file, *this))
             return false;
     }
     if (!found)
         return false;
     fileEncoding = XmlEncoding::of(file, declaredEncoding);
-    if (expectedEntries == 0) {
-        remembered.entries.shrink_to_fit();
-        remembered.hashes.shrink_to_fit();
-    }
     return fileEncoding.surrogatesMatch(file);
 }
 
