@@ -94,6 +94,8 @@ void contentsRows(benchmark::State &state)
     for (auto _ : state) {
         const auto rows = readBackupRows(file);
         require(rows.ok() && rows.value().size() == state.range(0), state);
+        if (!rows.ok())
+            break;
         QList<QStringList> texts;
         for (const BackupRow &row : rows.value()) {
             const BackupLine line = lineOf(row);
@@ -157,7 +159,7 @@ void registerAll()
     add(
         "edit, XML", [](auto &state) { edit(state, "xml"); }, entries);
     add("list of backup files", listBackupFiles, {250, 1000, 4000, 16000});
-    add("rows of the contents window", contentsRows, {1000, 4000, 16000, 64000});
+    add("rows of the contents window", contentsRows, {150, 600, 2400, 9600});
     add("login items, reading", readLoginItems, {100, 300, 900, 2700});
     add("login items, saving", saveLoginItems, {10, 30, 90, 270})->Iterations(1)->Repetitions(3);
     add("process merge", mergeProcesses, {1000, 4000, 16000, 64000});

@@ -21,7 +21,7 @@ FILES = [".GlobalPreferences", "com.apple.dock", "com.apple.finder", "com.apple.
 TOOLBAR = {"NSToolbar Configuration BrowserWindowToolbarIdentifier": {"TB Icon Size Mode": 1}}
 
 GROWTH_ENTRIES = [5000, 20000, 80000, 320000]
-GROWTH_ROWS = [1000, 4000, 16000, 64000]
+GROWTH_ROWS = [150, 600, 2400, 9600]  # no backup file has more than 10,000
 ENTRIES_OF_4_KB = {"binary": 38, "xml": 28}
 ENTRIES_OF_10_MB = 83_333  # 200,000 objects
 ENTRIES_OF_100_MB = {"binary": 820_000, "xml": 705_000}
