@@ -1,5 +1,6 @@
 #include "cli/BashCompletion.h"
 
+#include "base/ShellText.h"
 #include "cli/CommandTree.h"
 #include "cli/SettingWords.h"
 #include "cli/ShellText.h"
@@ -230,9 +231,9 @@ QString optionLines(const QList<OptionInfo> &options)
         if (!option.valueName.isNull())
             rest += u"        values[%1]=%2\n"_qs.arg(
                 name,
-                quoted(option.completes == Completes::Nothing
-                           ? u"text"_qs
-                           : kindOf(option.completes, option.words)));
+                shellQuoted(option.completes == Completes::Nothing
+                                ? u"text"_qs
+                                : kindOf(option.completes, option.words)));
         if (option.many)
             rest += u"        many+=(" + name + u")\n";
     }
@@ -246,7 +247,7 @@ QString placeLines(const QList<ParameterInfo> &parameters)
     for (const ParameterInfo &parameter : parameters) {
         const QString kind = kindOf(parameter.completes, parameter.words);
         if (repeats(parameter))
-            rest = u"        rest=" + quoted(kind) + u'\n';
+            rest = u"        rest=" + shellQuoted(kind) + u'\n';
         else
             kinds.append(kind);
     }
@@ -287,7 +288,7 @@ QString branch(const QString &path, const Commands &commands, const QList<TreeNo
     }
     QStringList patterns;
     for (const QString &name : names)
-        patterns.append(quoted(name));
+        patterns.append(shellQuoted(name));
     return lines.isEmpty()
         ? QString()
         : QString(u"    " + patterns.join(u" | ") + u")\n" + lines + u"        ;;\n");

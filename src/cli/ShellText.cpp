@@ -1,5 +1,7 @@
 #include "cli/ShellText.h"
 
+#include "base/ShellText.h"
+
 namespace varnel::cli {
 
 namespace {
@@ -14,14 +16,9 @@ template <typename Quote> QString joined(const QStringList &words, Quote quote)
 
 } // namespace
 
-QString quoted(const QString &text)
-{
-    return u'\'' + QString(text).replace(u'\'', u"'\\''"_qs) + u'\'';
-}
-
 QString quoted(const QStringList &words)
 {
-    return joined(words, [](const QString &word) { return quoted(word); });
+    return joined(words, shellQuoted);
 }
 
 QString quotedForFish(const QString &text)

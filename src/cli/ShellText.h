@@ -8,7 +8,6 @@
 namespace varnel::cli {
 
 /// In single quotes, for bash and zsh.
-[[nodiscard]] QString quoted(const QString &text);
 [[nodiscard]] QString quoted(const QStringList &words);
 /// In single quotes, for fish, which knows backslashes in them.
 [[nodiscard]] QString quotedForFish(const QString &text);

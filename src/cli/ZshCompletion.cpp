@@ -1,5 +1,6 @@
 #include "cli/ZshCompletion.h"
 
+#include "base/ShellText.h"
 #include "cli/CommandTree.h"
 #include "cli/SettingWords.h"
 #include "cli/ShellText.h"
@@ -141,7 +142,7 @@ QString argumentsCall(const QStringList &specs)
 {
     QString lines = u"    _arguments -C"_qs;
     for (const QString &spec : specs)
-        lines += u" \\\n        " + quoted(spec);
+        lines += u" \\\n        " + shellQuoted(spec);
     return lines;
 }
 
@@ -166,7 +167,8 @@ QString nodeFunction(const TreeNode &node)
     QString words;
     QString branches;
     for (const TreeWord &below : node.below) {
-        words += u"            " + quoted(QString(escaped(below.word) + u':' + below.help)) + u'\n';
+        words +=
+            u"            " + shellQuoted(QString(escaped(below.word) + u':' + below.help)) + u'\n';
         branches += u"        (" + below.word + u") " + functionName(below.command) + u" ;;\n";
     }
     const QStringList specs =
@@ -201,7 +203,7 @@ QString describedWords(const QString &name, const QList<TreeWord> &words)
 {
     QString list;
     for (const TreeWord &word : words)
-        list += u"        " + quoted(QString(escaped(word.word) + u':' + word.help)) + u'\n';
+        list += u"        " + shellQuoted(QString(escaped(word.word) + u':' + word.help)) + u'\n';
     return function(u"_varnelctl_" + name,
                     u"    local -a known=(\n" + list + u"    )\n    _describe -t " + name + u' '
                         + name

@@ -1,7 +1,7 @@
 #include "profiles/DefaultsScript.h"
 
+#include "base/ShellText.h"
 #include "profiles/Domain.h"
-#include "profiles/ShellText.h"
 #include "settings/SettingWrite.h"
 #include "shell/QuitDecision.h"
 

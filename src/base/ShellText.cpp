@@ -1,4 +1,4 @@
-#include "profiles/ShellText.h"
+#include "base/ShellText.h"
 
 #include <algorithm>
 
@@ -14,13 +14,16 @@ bool isPlain(QChar c)
 
 } // namespace
 
+QString shellQuoted(const QString &text)
+{
+    return u'\'' + QString(text).replace(u'\'', u"'\\''"_qs) + u'\'';
+}
+
 QString shellWord(const QString &text)
 {
     if (!text.isEmpty() && std::all_of(text.begin(), text.end(), isPlain))
         return text;
-    QString quoted = text;
-    quoted.replace(u"'"_qs, u"'\\''"_qs);
-    return u'\'' + quoted + u'\'';
+    return shellQuoted(text);
 }
 
 } // namespace varnel
