@@ -3,13 +3,14 @@
 
 #include "harness/Input.h"
 #include "harness/LibplistLoss.h"
-#include "harness/LibplistReading.h"
 #include "harness/Require.h"
 #include "plist/PropertyList.h"
+#include "unit/plist/LibplistReading.h"
 
 using namespace varnel;
 using namespace varnel::fuzz;
 using namespace varnel::plist;
+using namespace varnel::test;
 
 namespace {
 

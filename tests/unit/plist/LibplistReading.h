@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace varnel::fuzz {
+namespace varnel::test {
 
 /// A property list as libplist reads it.
 class LibplistReading {
@@ -30,4 +30,4 @@ public:
 /// The same as ==, but one not-a-number is as good as the other.
 [[nodiscard]] bool sameContent(const plist::Value &one, const plist::Value &other);
 
-} // namespace varnel::fuzz
+} // namespace varnel::test

@@ -1,4 +1,4 @@
-#include "harness/LibplistReading.h"
+#include "LibplistReading.h"
 
 #include "base/Text.h"
 
@@ -9,7 +9,7 @@
 
 #include <plist/plist.h>
 
-namespace varnel::fuzz {
+namespace varnel::test {
 
 using plist::Kind;
 using plist::Value;
@@ -139,4 +139,4 @@ std::optional<Dictionary> LibplistReading::of(const QByteArray &file)
     return entriesOf(root);
 }
 
-} // namespace varnel::fuzz
+} // namespace varnel::test
