@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 namespace varnel {
@@ -141,11 +140,9 @@ QString LinuxSessionLoginItems::applicationsFolder() const
     QString bundles = QStringLiteral("/Applications");
     if (QFileInfo(bundles).isDir())
         return bundles;
-    for (const QString &folder : folders.applications | std::views::reverse) {
-        if (QFileInfo(folder).isDir())
-            return folder;
-    }
-    return home.path;
+    const auto last = std::find_if(folders.applications.crbegin(), folders.applications.crend(),
+                                   [](const QString &folder) { return QFileInfo(folder).isDir(); });
+    return last != folders.applications.crend() ? *last : home.path;
 }
 
 Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
