@@ -51,15 +51,15 @@ Ending::Ending(const Request &request, QList<FlaggedHome> flagged)
 
 bool Ending::endAll() const
 {
-    bool done = true;
+    bool all = true;
     for (const FlaggedHome &each : homes) {
-        const Result<void> ended =
+        const Result<void> done =
             endProcesses(processesEndedFor(closeRows(each.flags)), each.home);
-        if (!ended)
-            Console::message(ended.error().text);
-        done = done && ended.ok();
+        if (!done)
+            Console::message(done.error().text);
+        all = all && done.ok();
     }
-    return done;
+    return all;
 }
 
 ExitStatus Ending::end(ExitStatus status, Console &console)
