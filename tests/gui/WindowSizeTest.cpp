@@ -34,6 +34,11 @@ struct WindowSizeTest : testing::Test {
         maximizedNext = next.isMaximized();
         return next.size();
     }
+    /// What the screen has room for beside a window's frame.
+    [[nodiscard]] static QSize roomOnScreen()
+    {
+        return QApplication::primaryScreen()->availableSize() - WindowSize::frameRoom;
+    }
     [[nodiscard]] QString file() const
     {
         return folder.filePath(QStringLiteral("varnel/window.ini"));
@@ -88,7 +93,21 @@ TEST_F(WindowSizeTest, AMaximizedWindowComesBackSoAndRemembersItsOwnSize)
 TEST_F(WindowSizeTest, ASizeThatTheScreenHasNoRoomForIsCutDown)
 {
     putFile("[window]\nsize=@Size(90000 80000)\n");
-    EXPECT_EQ(nextSize(), QApplication::primaryScreen()->availableSize());
+    EXPECT_EQ(nextSize(), roomOnScreen());
+}
+
+TEST_F(WindowSizeTest, TheFirstSizeIsCutDownAsWell)
+{
+    window.resize(90000, 80000);
+    const WindowSize size(window);
+    EXPECT_EQ(window.size(), roomOnScreen());
+}
+
+TEST_F(WindowSizeTest, OnlyTheSideThatIsTooLongIsCutDown)
+{
+    window.resize(400, 80000);
+    const WindowSize size(window);
+    EXPECT_EQ(window.size(), QSize(400, roomOnScreen().height()));
 }
 
 TEST_F(WindowSizeTest, ASizeTooSmallOrNoneAtAllDoesNoHarm)

@@ -27,17 +27,23 @@ QSize ownSize(const QWidget &window)
     return window.isMaximized() && normal.isValid() ? normal : window.size();
 }
 
+/// The size, cut down to what the screen has room for with a frame around it: what does not fit
+/// would stand beyond the screen's edge, the buttons at the lower end first.
+QSize fitting(const QWidget &window, QSize size)
+{
+    return size.boundedTo(window.screen()->availableSize() - WindowSize::frameRoom)
+        .expandedTo(window.minimumSize());
+}
+
 } // namespace
 
 WindowSize::WindowSize(QWidget &window) : window(window)
 {
     const QSettings settings(filePath(), QSettings::IniFormat);
-    const QSize size = settings.value(sizeKey).toSize();
-    if (!size.isValid())
-        return;
-    window.resize(
-        size.boundedTo(window.screen()->availableSize()).expandedTo(window.minimumSize()));
-    if (settings.value(maximizedKey).toBool())
+    const QSize remembered = settings.value(sizeKey).toSize();
+    const bool any = remembered.isValid();
+    window.resize(fitting(window, any ? remembered : window.size()));
+    if (any && settings.value(maximizedKey).toBool())
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 

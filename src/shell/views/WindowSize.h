@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSize>
+
 class QWidget;
 
 namespace varnel {
@@ -8,8 +10,12 @@ namespace varnel {
 /// runs the program, whichever home is being edited.
 class WindowSize {
 public:
-    /// Gives the window, which outlives this object, the size that was remembered, as far as the
-    /// screen has room for it.
+    /// What a window manager's title bar and borders take at most, in units of the screen. How much
+    /// it is in truth shows only when the window is on the screen.
+    static constexpr QSize frameRoom {16, 40};
+
+    /// Gives the window, which outlives this object, the size that was remembered, or leaves it the
+    /// one it has; either as far as the screen has room for it and its frame.
     explicit WindowSize(QWidget &window);
 
     /// Remembers what the window has now. A failure is logged.
