@@ -112,6 +112,59 @@ TEST_F(PendingRows, SavingAndCancellingClearTheMarks)
     EXPECT_FALSE(row(u"HideDockView"_qs).isPending());
 }
 
+TEST_F(PendingRows, WhatIsSavedPastTheControlIsToldUntilTheRowIsReadAgain)
+{
+    start();
+    choose(comboBoxOf(u"ScrollbarView"_qs), 0);
+    const QString always = controller->actionString(1300, 0, {}).value(2);
+    searchField().setText(u"dock"_qs);
+    QTest::keyClick(&searchField(), Qt::Key_Escape);
+    const int shown = comboBoxOf(u"ScrollbarView"_qs).currentIndex();
+    ASSERT_NE(shown, 0) << "the page was built anew, with what is on disk";
+    EXPECT_EQ(note(u"ScrollbarView"_qs), u"pending: " + always);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(comboBoxOf(u"ScrollbarView"_qs).currentIndex(), shown) << "saving reads nothing";
+    EXPECT_EQ(note(u"ScrollbarView"_qs), u"saved: " + always);
+    EXPECT_EQ(comboBoxOf(u"ScrollbarView"_qs).accessibleDescription(), u"saved: " + always);
+    EXPECT_FALSE(hasDot(u"ScrollbarView"_qs)) << "nothing waits";
+    clickGroup(generalRow);
+    EXPECT_EQ(comboBoxOf(u"ScrollbarView"_qs).currentIndex(), 0);
+    EXPECT_EQ(note(u"ScrollbarView"_qs), QString());
+}
+
+TEST_F(PendingRows, ADefaultSavedPastItsBoxIsToldAndACancelledOneIsNot)
+{
+    putFile(u"com.apple.dock.plist"_qs, u"<key>tilesize</key><integer>48</integer>"_qs);
+    start();
+    clickGroup(dockRow);
+    const auto defaultWaitsWhileTheBoxIsOff = [this] {
+        click(boxOf(u"DockSizeView"_qs));
+        click(boxOf(u"DockSizeView"_qs));
+    };
+    defaultWaitsWhileTheBoxIsOff();
+    click(button(u"cancelButton"_qs));
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(note(u"DockSizeView"_qs), QString());
+    defaultWaitsWhileTheBoxIsOff();
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(note(u"DockSizeView"_qs),
+              u"saved: " + controller->actionString(1004, -1, {}).value(2));
+    EXPECT_FALSE(row(u"DockSizeView"_qs).isPending());
+}
+
+TEST_F(PendingRows, AnEditAfterTheSaveTellsAgainWhatWasThereBefore)
+{
+    start();
+    clickGroup(dockRow);
+    choose(comboBoxOf(u"HideDockView"_qs), 0);
+    clickGroup(dockRow);
+    click(button(u"saveButton"_qs));
+    choose(comboBoxOf(u"HideDockView"_qs), 1);
+    EXPECT_EQ(note(u"HideDockView"_qs), u"was: yes"_qs);
+    click(button(u"saveButton"_qs));
+    EXPECT_EQ(note(u"HideDockView"_qs), QString());
+}
+
 TEST_F(PendingRows, EachSettingOfAGroupHasItsOwnNoteAndTheRowOneMark)
 {
     start();

@@ -189,22 +189,46 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     return line;
 }
 
+void GenericView::readAgain()
+{
+    shownElse.clear();
+    readData(true);
+}
+
+std::optional<SettingValue> GenericView::waitingValue(int place) const
+{
+    return parentView ? parentView->pendingValue(rows[place]->id) : std::nullopt;
+}
+
 QString GenericView::pendingNote(int place)
 {
     const SettingRow &row = *rows[place];
-    const std::optional<SettingValue> waiting =
-        parentView ? parentView->pendingValue(row.id) : std::nullopt;
+    const std::optional<SettingValue> waiting = waitingValue(place);
     if (!waiting) {
         oldTexts.remove(place);
-        return {};
+        return savedNote(place);
     }
-    if (*waiting != shownValue(place))
+    if (*waiting != shownValue(place)) {
+        shownElse.insert(place);
         return QStringLiteral("pending: ") + actionString(row, *waiting);
+    }
+    shownElse.remove(place);
     // Read once for each change: a slider reports many values on its way.
     if (!oldTexts.contains(place))
         oldTexts[place] = labelText(row, context.access.read(row).value);
     const bool empty = oldTexts[place].isEmpty();
     return QStringLiteral("was: ") + (empty ? QStringLiteral("empty") : oldTexts[place]);
+}
+
+QString GenericView::savedNote(int place) const
+{
+    if (!shownElse.contains(place))
+        return {};
+    // From the disk: the change may as well have been dropped, or its writing have failed.
+    const SettingValue onDisk = context.access.read(*rows[place]).value;
+    return onDisk == shownValue(place)
+        ? QString()
+        : QStringLiteral("saved: ") + actionString(*rows[place], onDisk);
 }
 
 void GenericView::showPendingState()
@@ -214,7 +238,7 @@ void GenericView::showPendingState()
         const QString note = pendingNote(place);
         notes[place]->showText(note);
         controls[place]->setAccessibleDescription(note);
-        any = any || !note.isEmpty();
+        any = any || waitingValue(place);
     }
     if (any != pending)
         update();

@@ -5,7 +5,10 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QWidget>
+
+#include <optional>
 
 class QBoxLayout;
 class QLabel;
@@ -79,8 +82,12 @@ public:
     /// Shows and reports the default of the setting at that place, as if a user had chosen it.
     virtual void useDefaultValue(int place) = 0;
 
+    /// Reads into the controls what is on disk; what was saved past them needs no telling then.
+    void readAgain();
+
     /// Marks the row when a change of it waits to be saved, and says beside the control what was
-    /// before; or what waits, where the control shows something else.
+    /// before; or what waits, where the control shows something else, and once that is saved, what
+    /// is on disk, until the row is read again.
     void showPendingState();
     [[nodiscard]] bool isPending() const { return pending; }
 
@@ -121,7 +128,9 @@ protected:
 
 private:
     [[nodiscard]] QString whereItIsKept() const;
+    [[nodiscard]] std::optional<SettingValue> waitingValue(int place) const;
     [[nodiscard]] QString pendingNote(int place);
+    [[nodiscard]] QString savedNote(int place) const;
 
     ViewContext context;
     QList<const SettingRow *> rows;
@@ -135,6 +144,7 @@ private:
     QList<QWidget *> controls; ///< one for each setting, once there are widgets
     QList<ElidedLabel *> notes; ///< one for each setting, once there are widgets
     QHash<int, QString> oldTexts; ///< of the settings that are pending, by place
+    QSet<int> shownElse; ///< the places whose control showed another value than was pending
     bool pending = false;
 };
 
