@@ -21,8 +21,13 @@ QSize ElidedLabel::sizeHint() const
     return {fontMetrics().horizontalAdvance(text()) + 1, fontMetrics().height()};
 }
 
-void ElidedLabel::paintEvent(QPaintEvent *)
+void ElidedLabel::paintEvent(QPaintEvent *event)
 {
+    // The label itself shows what is selected, which nothing does of a text that is cut.
+    if (textInteractionFlags().testFlag(Qt::TextSelectableByMouse) && fitting() == text()) {
+        QLabel::paintEvent(event);
+        return;
+    }
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(), int(alignment()) | Qt::TextSingleLine,
                           palette(), isEnabled(), fitting(), foregroundRole());

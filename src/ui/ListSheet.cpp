@@ -1,6 +1,7 @@
 #include "ui/ListSheet.h"
 
 #include "base/Logging.h"
+#include "ui/ElidedLabel.h"
 #include "ui/ImageAndTextCell.h"
 #include "ui/Theme.h"
 
@@ -40,7 +41,7 @@ QTableView *makeTable(TextTableModel *model, QWidget *parent)
 ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns,
                      const QLoggingCategory &(*category)(), QWidget *parent)
     : QDialog(parent), model(new TextTableModel(std::move(columns), this)),
-      tableView(makeTable(model, this)), caption(new QLabel(this)),
+      tableView(makeTable(model, this)), caption(new ElidedLabel(this)),
       emptyLabel(new QLabel(tableView->viewport())), category(category)
 {
     setWindowTitle(title);
@@ -49,6 +50,9 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
     tableView->setAccessibleName(title);
     tableView->setColumnWidth(0, model->columnCount() > 1 ? firstSize.width() / 4 : 0);
     caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    caption->setTextFormat(Qt::PlainText);
+    // A long path must not make the sheet wider than its list.
+    caption->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     Theme::setTextRole(caption, Theme::TextRole::Help);
     caption->hide();
 
@@ -87,8 +91,7 @@ const QList<QStringList> &ListSheet::rows() const
 
 void ListSheet::setCaption(const QString &text)
 {
-    caption->setText(text);
-    caption->setToolTip(text);
+    caption->showText(text);
     caption->show();
 }
 

@@ -11,6 +11,8 @@ class QTableView;
 
 namespace varnel {
 
+class ElidedLabel;
+
 /// A sheet that lists rows of text, sorts them when a header is clicked, and changes nothing.
 class ListSheet : public QDialog {
     Q_OBJECT
@@ -48,7 +50,7 @@ private:
 
     TextTableModel *model;
     QTableView *tableView;
-    QLabel *caption;
+    ElidedLabel *caption;
     QLabel *emptyLabel;
     SortFlag sortFlag;
     const QLoggingCategory &(*category)();

@@ -122,6 +122,25 @@ TEST_F(ContentsSheet, AFileThatCannotBeReadIsAnEmptyListUnderItsPath)
     EXPECT_TRUE(sheet.rows().isEmpty());
 }
 
+TEST_F(ContentsSheet, ALongPathIsCutAndWholeInItsTip)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1008,'2','',''"_qs});
+    putBackup(u"quillet2%1.sqlite"_qs.arg(QString(200, u'x')), {u"1008,'2','',''"_qs});
+    start();
+    RestoreBackupInfoWindow &sheet = open(0);
+    sheet.show();
+    QApplication::processEvents();
+    const int width = sheet.width();
+    sheet.closeWindow();
+    open(1).show();
+    QApplication::processEvents();
+    EXPECT_EQ(sheet.width(), width) << "a path does not make the sheet wider";
+    const auto labels = sheet.findChildren<QLabel *>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&sheet](const QLabel *label) {
+        return label->isVisible() && label->toolTip() == sheet.captionText();
+    }));
+}
+
 TEST_F(ContentsSheet, ReadingAnotherFileDropsTheRowsOfTheLast)
 {
     putBackup(u"quillet1.sqlite"_qs, {u"1008,'2','',''"_qs});
