@@ -281,6 +281,11 @@ void VarnelStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
                                 subControlRect(control, option, SC_ScrollBarSlider, widget));
         return;
     }
+    if (const auto *list = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        control == CC_ComboBox && list && !list->editable) {
+        drawChoiceList(*list, painter, widget);
+        return;
+    }
     if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
         control == CC_SpinBox && spin) {
         // Like every other field: the toolkit's own edge is thicker, and lost on a dark ground.
@@ -294,6 +299,24 @@ void VarnelStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void VarnelStyle::drawChoiceList(const QStyleOptionComboBox &list, QPainter *painter,
+                                 const QWidget *widget) const
+{
+    // The toolkit draws it into a picture first, which loses its last row or column of pixels, and
+    // the edge with it, where the list begins amid a pixel of the screen.
+    QStyleOptionButton panel;
+    panel.QStyleOption::operator=(list);
+    if (list.state.testFlag(State_On))
+        panel.state = (panel.state | State_Sunken) & ~State_MouseOver;
+    proxy()->drawPrimitive(PE_PanelButtonCommand, &panel, painter, widget);
+    if (!list.subControls.testFlag(SC_ComboBoxArrow))
+        return;
+    QStyleOption arrow = list;
+    arrow.rect = proxy()->subControlRect(CC_ComboBox, &list, SC_ComboBoxArrow, widget);
+    arrow.palette.setColor(QPalette::WindowText, list.palette.color(QPalette::ButtonText));
+    proxy()->drawPrimitive(PE_IndicatorArrowDown, &arrow, painter, widget);
 }
 
 QRect VarnelStyle::subElementRect(SubElement element, const QStyleOption *option,

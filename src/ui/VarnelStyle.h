@@ -2,6 +2,8 @@
 
 #include <QProxyStyle>
 
+class QStyleOptionComboBox;
+
 namespace varnel {
 
 /// Fusion, made quieter: flat grounds, lines of one device pixel, one accent. Whatever is not
@@ -38,6 +40,8 @@ public:
                                 QStyleHintReturn *answer) const override;
 
 private:
+    void drawChoiceList(const QStyleOptionComboBox &list, QPainter *painter,
+                        const QWidget *widget) const;
     bool drawListPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,
                       const QWidget *widget) const;
     bool drawItemPart(PrimitiveElement element, const QStyleOption &option, QPainter *painter,

@@ -135,6 +135,36 @@ TEST_F(VarnelStyleTest, anEdgeIsOneWholeDevicePixelAtEveryScale)
     }
 }
 
+TEST_F(VarnelStyleTest, aChoiceListHasAllFourEdgesWhereverItBegins)
+{
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        for (const QPoint begin : {QPoint(4, 4), QPoint(5, 5)}) {
+            QStyleOptionComboBox list;
+            list.state = QStyle::State_Enabled;
+            list.palette = QApplication::palette();
+            list.rect = QRect(0, 0, 51, 29);
+            QImage paper(QSize(160, 100), QImage::Format_ARGB32_Premultiplied);
+            paper.setDevicePixelRatio(scale);
+            paper.fill(Qt::white);
+            QPainter painter(&paper);
+            painter.translate(begin);
+            qApp->style()->drawComplexControl(QStyle::CC_ComboBox, &list, &painter);
+            const QRectF whole = StyleDrawing::onDevicePixels(painter, list.rect);
+            const QRect there = painter.deviceTransform().mapRect(whole).toRect();
+            painter.end();
+            const QColor edge =
+                Theme::over(Theme::controlEdge(list.palette), list.palette.color(QPalette::Button));
+            for (const QPoint place : {QPoint(there.center().x(), there.top()),
+                                       QPoint(there.center().x(), there.bottom()),
+                                       QPoint(there.left(), there.center().y()),
+                                       QPoint(there.right(), there.center().y())}) {
+                EXPECT_NEAR(qRed(paper.pixel(place)), edge.red(), 2)
+                    << scale << " from " << begin.x() << ": " << place.x() << ", " << place.y();
+            }
+        }
+    }
+}
+
 TEST_F(VarnelStyleTest, theDesktopsOwnPaletteGetsTheProgramsAccent)
 {
     QPalette palette(Qt::darkGray);
