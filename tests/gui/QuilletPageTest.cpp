@@ -75,6 +75,38 @@ TEST_P(EachModule, ShowsEveryControlInsideItsRow)
     }
 }
 
+TEST_P(EachModule, ShowsEveryControlWholeWithALargeFontAndLittleRoom)
+{
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 1.3);
+    QApplication::setFont(large);
+    start();
+    page().resize(820, 400);
+    clickGroup(GetParam());
+    bool wrapped = false;
+    for (GenericView *row : rows()) {
+        const QRect inside = row->rect().marginsRemoved(row->layout()->contentsMargins());
+        for (QWidget *part : row->findChildren<QWidget *>()) {
+            const bool ofControl =
+                qobject_cast<QAbstractSpinBox *>(part->parentWidget()) != nullptr;
+            if (part->isWindow() || !part->isVisible() || part->size().isEmpty() || ofControl)
+                continue;
+            const QRect place(part->mapTo(row, QPoint()), part->size());
+            EXPECT_EQ(place & inside, place)
+                << row->objectName().toStdString() << ' ' << part->objectName().toStdString();
+            const bool wraps = part->hasHeightForWidth();
+            const int needed =
+                wraps ? part->heightForWidth(part->width()) : part->minimumSizeHint().height();
+            EXPECT_GE(part->height(), needed)
+                << row->objectName().toStdString() << ' ' << part->objectName().toStdString();
+            wrapped = wrapped || (wraps && needed > 2 * part->fontMetrics().height() - 1);
+        }
+    }
+    EXPECT_TRUE(wrapped) << "no text needs a second line: nothing has been tried";
+}
+
 INSTANTIATE_TEST_SUITE_P(Settings, EachModule, testing::Range(0, 9), moduleName);
 
 TEST_F(QuilletPage, IsHandedOutWithTheGeneralSettings)
