@@ -393,8 +393,10 @@ TEST_F(QuilletPage, TheTabKeyGoesThroughTheRowsAndThenToTheFooter)
 
 TEST_F(QuilletPage, NothingIsCutOffInTheSmallestWindowWithALargerFont)
 {
-    QFont large = QApplication::font();
-    large.setPointSizeF(large.pointSizeF() * 1.3);
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 1.3);
     QApplication::setFont(large);
     start();
     page().resize(820, 400);
