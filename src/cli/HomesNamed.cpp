@@ -1,9 +1,8 @@
 #include "cli/HomesNamed.h"
 
-#include <QFile>
-#include <QStringDecoder>
+#include "cli/NamedFile.h"
 
-#include <cstdio>
+#include <QStringDecoder>
 
 namespace varnel::cli {
 
@@ -12,17 +11,19 @@ namespace {
 const QString homeOption = QStringLiteral("home");
 const QString listOption = QStringLiteral("homes-from");
 
+/// A list of a hundred thousand homes is some 4 MiB. What is longer is no list but a mistake (a
+/// disk image, /dev/zero), and must not fill the memory.
+constexpr qint64 mostBytes = 16 * 1024 * 1024;
+
 Result<QByteArray> bytesOf(const QString &list)
 {
-    QFile file(list);
-    const bool open =
-        list == u"-" ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
-    if (open) {
-        QByteArray bytes = file.readAll();
-        if (file.error() == QFileDevice::NoError)
-            return bytes;
-    }
-    return Error {ErrorCode::NotFound, u"--homes-from " + list + u": " + file.errorString()};
+    Result<QByteArray> bytes = readNamedFile(list, mostBytes);
+    if (!bytes)
+        return Error {bytes.error().code, u"--homes-from " + list + u": " + bytes.error().text};
+    if (bytes.value().size() > mostBytes)
+        return Error {ErrorCode::Invalid,
+                      u"--homes-from " + list + u": over 16 MiB, so it is taken for no list"};
+    return bytes;
 }
 
 /// Cut at LF or CR LF, for lists come from other systems too. Nothing else is cut away: blanks and

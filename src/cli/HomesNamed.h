@@ -18,8 +18,8 @@ namespace varnel::cli {
 /// count for nothing. Null where the command line is about one home: no --homes-from, and --home
 /// once at most. A list may well be empty: that is no home at all, never one's own.
 ///
-/// NotFound for a list that can't be read, Invalid for one that is no UTF-8 or holds NUL, and for
-/// an empty name.
+/// Failed for a list that can't be read, Invalid for one that is no UTF-8, holds NUL or is over
+/// 16 MiB, and for an empty name.
 [[nodiscard]] Result<std::optional<QStringList>> homesNamed(const Request &request);
 
 } // namespace varnel::cli

@@ -1,39 +1,8 @@
 #include "cli/ProfileArgument.h"
 
-#include <QFile>
+#include "cli/NamedFile.h"
 
 namespace varnel::cli {
-
-namespace {
-
-constexpr int standardInput = 0;
-
-Result<void> open(QFile &file, const QString &name)
-{
-    const bool opened = name == u"-"
-        ? file.open(standardInput, QIODevice::ReadOnly, QFileDevice::DontCloseHandle)
-        : file.open(QIODevice::ReadOnly);
-    if (!opened)
-        return Error {ErrorCode::Failed, file.errorString()};
-    return {};
-}
-
-/// At most one byte more than the largest profile has; a pipe gives them piece by piece.
-Result<QByteArray> read(const QString &name)
-{
-    QFile file(name);
-    if (const Result<void> opened = open(file, name); !opened)
-        return opened.error();
-    QByteArray bytes;
-    for (QByteArray piece(u"?"_qs.toUtf8());
-         !piece.isEmpty() && bytes.size() <= Profile::largestFile; bytes += piece)
-        piece = file.read(Profile::largestFile + 1 - bytes.size());
-    if (file.error() != QFileDevice::NoError)
-        return Error {ErrorCode::Failed, file.errorString()};
-    return bytes;
-}
-
-} // namespace
 
 ParameterInfo profileParameter()
 {
@@ -51,7 +20,7 @@ Result<Profile> profileNamedBy(const Request &request)
     const auto named = [&](const Error &error) {
         return Error {error.code, shown + u": " + error.text};
     };
-    const Result<QByteArray> bytes = read(name);
+    const Result<QByteArray> bytes = readNamedFile(name, Profile::largestFile);
     if (!bytes)
         return named(bytes.error());
     Result<Profile> profile = readProfile(bytes.value());

@@ -135,6 +135,17 @@ TEST_F(HomesTest, theListMayComeFromStandardInput)
     EXPECT_EQ(dockSize(bert), changed);
 }
 
+TEST_F(HomesTest, listAndProfileMayBePipesAndAreReadToTheirEnds)
+{
+    const QString anna = make(u"anna"_qs);
+    const Outcome outcome = varnelctl.shell(
+        u"cd \"$HOME\"; mkfifo list profile; echo \"$HOME/anna\" >list & "
+        "\"$varnelctl\" export --format json --all >saved; cat saved >profile & "
+        "\"$varnelctl\" set dock-size=40 --homes-from list && \"$varnelctl\" diff profile"_qs);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(dockSize(anna), changed);
+}
+
 TEST_F(HomesTest, aListOfAnotherSystemsLinesNamesTheSameFolders)
 {
     const QString anna = make(u"anna"_qs);
@@ -198,6 +209,32 @@ TEST_F(HomesTest, aListThatCannotBeReadWritesNothingAnywhere)
     EXPECT_TRUE(parted.err.contains("homes.txt: holds a NUL character"))
         << parted.err.toStdString();
     EXPECT_EQ(snapshot(anna), before);
+}
+
+TEST_F(HomesTest, aListWithoutEndIsRefusedBeforeItFillsTheMemory)
+{
+    const QString anna = make(u"anna"_qs);
+    const QMap<QString, QString> before = snapshot(anna);
+    for (const QString &list : {u"--homes-from /dev/zero"_qs, u"--homes-from - </dev/zero"_qs}) {
+        const Outcome outcome =
+            varnelctl.shell(u"ulimit -d 400000; exec \"$varnelctl\" set dock-size=40 --home '"_qs
+                            + anna + u"' " + list);
+        EXPECT_EQ(outcome.status, 2) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(": over 16 MiB")) << outcome.err.toStdString();
+    }
+    EXPECT_EQ(snapshot(anna), before);
+}
+
+TEST_F(HomesTest, aListOfSixteenMebibytesIsTakenAndOneByteMoreIsNot)
+{
+    const QByteArray anna = make(u"anna"_qs).toUtf8();
+    constexpr qsizetype most = 16 * 1024 * 1024;
+    const QByteArray full = QByteArray(most - anna.size(), '\n') + anna;
+    const QStringList set {u"list"_qs, u"--json"_qs, u"--homes-from"_qs};
+    const Outcome taken = varnelctl.run(set + QStringList(list(full)));
+    EXPECT_EQ(taken.status, 0) << taken.err.toStdString();
+    EXPECT_EQ(taken.json().value(u"homes"_qs).toArray().size(), 1);
+    EXPECT_EQ(varnelctl.run(set + QStringList(list('\n' + full))).status, 2);
 }
 
 TEST_F(HomesTest, aHomeNamedTwiceIsOneSave)
