@@ -57,4 +57,17 @@ QString textOfUtf8(QByteArrayView utf8)
     return decoder(utf8);
 }
 
+QString withBytesEscaped(QByteArrayView name)
+{
+    constexpr uchar firstBeyondAscii = 0x80;
+    QString out;
+    for (const char byte : name) {
+        if (uchar(byte) < firstBeyondAscii)
+            out += QLatin1Char(byte);
+        else
+            out += u"\\x" + QString::number(uchar(byte), 16);
+    }
+    return out;
+}
+
 } // namespace varnel

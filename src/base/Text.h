@@ -23,4 +23,7 @@ namespace varnel {
 /// it, no byte order mark. What is no UTF-8 becomes U+FFFD.
 [[nodiscard]] QString textOfUtf8(QByteArrayView utf8);
 
+/// A name that may be no UTF-8, for messages: every byte that is not ASCII as "\xff".
+[[nodiscard]] QString withBytesEscaped(QByteArrayView name);
+
 } // namespace varnel

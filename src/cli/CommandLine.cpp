@@ -84,11 +84,14 @@ CLI::App *deepestNamed(CLI::App &root)
     return at;
 }
 
-/// Text of the command line; a name that is no UTF-8 is refused rather than changed.
+/// Text of the command line; a name that is no UTF-8 is refused rather than changed. A zero-width
+/// no-break space at its start is part of it: without it the name would be another's.
 bool decode(const std::vector<std::string> &from, QStringList &to)
 {
     for (const std::string &raw : from) {
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        QStringDecoder decoder(QStringDecoder::Utf8,
+                               QStringDecoder::Flag::Stateless
+                                   | QStringDecoder::Flag::ConvertInitialBom);
         to.append(decoder(QByteArrayView(raw.data(), qsizetype(raw.size()))));
         if (decoder.hasError())
             return false;

@@ -2,10 +2,10 @@
 
 #include "cli/ProgressLine.h"
 #include "cli/TextWidth.h"
+#include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxTerminal.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -36,8 +36,8 @@ QStringList eachOnce(const QStringList &directories)
     QStringList once;
     QSet<QString> seen;
     for (const QString &directory : directories) {
-        const QString place = QFileInfo(directory).canonicalFilePath();
-        const QString key = place.isEmpty() ? directory : place;
+        const Result<HomeFolder> place = namedHome(directory);
+        const QString key = place ? QString(place.value().path + u'/') : directory;
         if (!seen.contains(key))
             once.append(directory);
         seen.insert(key);

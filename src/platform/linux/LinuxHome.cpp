@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxHome.h"
 
+#include "base/Text.h"
 #include "platform/linux/SystemError.h"
 #include "platform/linux/UserDatabase.h"
 
@@ -31,18 +32,43 @@ Result<void> checkFolder(const QByteArray &path)
     return {};
 }
 
+/// The one place where a home is taken: its name must come back from the program's text byte for
+/// byte. Another folder may bear the name that the text would stand for.
+Result<HomeFolder> homeNamed(const QByteArray &path, bool own)
+{
+    const QString text = QFile::decodeName(path);
+    if (QFile::encodeName(text) != path)
+        return Error {ErrorCode::Invalid,
+                      withBytesEscaped(path)
+                          + u": its name is not UTF-8 text, so this program can't name it safely"};
+    return HomeFolder {withoutLastSlashes(text), own};
+}
+
+Result<QByteArray> ownPath()
+{
+    QByteArray path = qgetenv("HOME");
+    if (path.startsWith('/'))
+        return path;
+    // Whoever sets it means a folder; to work on another one instead would be a surprise.
+    if (!path.isEmpty())
+        return Error {ErrorCode::Invalid,
+                      u"HOME is " + QFile::decodeName(path) + u": not an absolute path"};
+    path = userEntry(::getuid()).value_or(UserEntry()).home;
+    if (!path.startsWith('/'))
+        return Error {ErrorCode::NotFound, QStringLiteral("No home folder: HOME is not set")};
+    return path;
+}
+
 } // namespace
 
 Result<HomeFolder> ownHome()
 {
-    QByteArray path = qgetenv("HOME");
-    if (!path.startsWith('/'))
-        path = userEntry(::getuid()).value_or(UserEntry()).home;
-    if (!path.startsWith('/'))
-        return Error {ErrorCode::NotFound, QStringLiteral("No home folder: HOME is not set")};
-    if (const Result<void> folder = checkFolder(path); !folder)
+    const Result<QByteArray> path = ownPath();
+    if (!path)
+        return path.error();
+    if (const Result<void> folder = checkFolder(path.value()); !folder)
         return folder.error();
-    return HomeFolder {withoutLastSlashes(QFile::decodeName(path)), true};
+    return homeNamed(path.value(), true);
 }
 
 Result<HomeFolder> namedHome(const QString &directory)
@@ -59,7 +85,7 @@ Result<HomeFolder> namedHome(const QString &directory)
                                                              &::free);
     if (!canonical)
         return systemError(directory, errno);
-    return HomeFolder {withoutLastSlashes(QFile::decodeName(canonical.get())), false};
+    return homeNamed(canonical.get(), false);
 }
 
 } // namespace varnel

@@ -57,3 +57,8 @@ TEST(Text, WhatIsNoUtf8IsReplaced)
     EXPECT_EQ(textOfUtf8("\xc3"), QStringLiteral("\uFFFD"));
     EXPECT_EQ(textOfUtf8("\xef\xbb\xbf\xc3"), QStringLiteral("\uFEFF\uFFFD"));
 }
+
+TEST(WithBytesEscaped, LeavesOnlyWhatIsAscii)
+{
+    EXPECT_EQ(withBytesEscaped("/a b\xff\x80"), QStringLiteral("/a b\\xff\\x80"));
+}

@@ -45,8 +45,45 @@ TEST_F(LinuxHomeTest, WithoutAUsefulVariableTheUserDatabaseKnows)
     const QByteArray registered = entry->pw_dir;
     qunsetenv("HOME");
     EXPECT_EQ(ownHome().value().path, QFile::decodeName(registered));
-    qputenv("HOME", "relative/home");
+    qputenv("HOME", "");
     EXPECT_EQ(ownHome().value().path, QFile::decodeName(registered));
+}
+
+TEST_F(LinuxHomeTest, ARelativeVariableIsRefusedAndNoOtherHomeTaken)
+{
+    qputenv("HOME", QDir::current().relativeFilePath(home.path()).toUtf8());
+    ASSERT_FALSE(ownHome().ok());
+    EXPECT_EQ(ownHome().error().code, ErrorCode::Invalid);
+    EXPECT_TRUE(ownHome().error().text.endsWith(u": not an absolute path"));
+}
+
+/// A folder whose name is not UTF-8, which the toolkit could not delete.
+struct UnnamableFolder {
+    explicit UnnamableFolder(const QByteArray &path) : path(path)
+    {
+        EXPECT_EQ(::mkdir(path.constData(), 0755), 0);
+    }
+    UnnamableFolder(const UnnamableFolder &) = delete;
+    UnnamableFolder &operator=(const UnnamableFolder &) = delete;
+    ~UnnamableFolder() { EXPECT_EQ(::rmdir(path.constData()), 0); }
+    QByteArray path;
+};
+
+TEST_F(LinuxHomeTest, AFolderThatTextCannotNameIsRefusedThoughTheTextNamesAnother)
+{
+    const QByteArray here = home.path().toUtf8();
+    ASSERT_TRUE(QDir(home.path()).mkdir(u"a\ufffd"_qs));
+    const UnnamableFolder folder(here + "/a\xff");
+    const QByteArray link = here + "/link";
+    ASSERT_EQ(::symlink(folder.path.constData(), link.constData()), 0);
+    qputenv("HOME", folder.path);
+    for (const Result<HomeFolder> &taken : {ownHome(), namedHome(home.path() + u"/link")}) {
+        ASSERT_FALSE(taken.ok());
+        EXPECT_EQ(taken.error().code, ErrorCode::Invalid);
+        EXPECT_TRUE(taken.error().text.contains(u"/a\\xff: its name is not UTF-8 text"))
+            << qPrintable(taken.error().text);
+    }
+    EXPECT_TRUE(namedHome(home.path() + u"/a\ufffd").ok());
 }
 
 TEST_F(LinuxHomeTest, AHomeThatIsMissingIsTold)
