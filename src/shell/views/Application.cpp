@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxInstanceGuard.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
+#include "platform/linux/LinuxTerminal.h"
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "ui/Theme.h"
@@ -17,17 +18,20 @@ namespace varnel {
 
 namespace {
 
-enum ExitStatus { Done = 0, Usage = 2, NoHome = 3 };
+constexpr int standardOutput = 1;
 
-void say(std::FILE *where, const QString &text)
-{
-    std::fputs(text.toLocal8Bit().constData(), where);
-}
+enum ExitStatus { Done = 0, Usage = 2, Failed = 3 };
 
 int refuse(int status, const QString &why)
 {
-    say(stderr, u"varnel: " + why + u'\n');
+    std::fputs((u"varnel: " + why + u'\n').toLocal8Bit().constData(), stderr);
     return status;
+}
+
+int answer(const QString &text)
+{
+    const Result<void> written = LinuxTerminal::writeAll(standardOutput, text.toLocal8Bit());
+    return written ? Done : refuse(Failed, u"standard output: " + written.error().text);
 }
 
 /// The home folder, with its standard folders where they may be made.
@@ -103,12 +107,14 @@ Application::~Application()
 int runApplication(int argc, char **argv)
 {
     QStringList arguments;
-    for (int i = 0; i < argc; ++i)
+    for (int i = 0; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
-    if (const StartOptions early = parseStartOptions(arguments); !early.answer.isEmpty()) {
-        say(stdout, early.answer);
-        return Done;
+        // Read otherwise than typed, it could name another's home.
+        if (i > 0 && arguments.last().toLocal8Bit() != argv[i])
+            return refuse(Usage, u"an argument is not UTF-8 text"_qs);
     }
+    if (const StartOptions early = parseStartOptions(arguments); !early.answer.isEmpty())
+        return answer(early.answer);
     EarlyFonts fonts;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("varnel"));
@@ -120,7 +126,7 @@ int runApplication(int argc, char **argv)
         return refuse(Usage, options.mistake + u" Try varnel --help.");
     const Result<HomeFolder> home = chooseHome(options);
     if (!home)
-        return refuse(NoHome, home.error().text);
+        return refuse(Failed, home.error().text);
     fonts.wait();
     Theme::apply(application);
     return openWindow(home.value(), options.systemRoot);

@@ -1,0 +1,65 @@
+#include "support/TemporaryHome.h"
+
+#include <QDir>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+using namespace varnel::test;
+
+namespace {
+
+/// The real program, started by a line for the shell in which "$varnel" names it.
+class ProgramStart : public testing::Test {
+protected:
+    struct Outcome {
+        int status = -1;
+        QByteArray err;
+    };
+    [[nodiscard]] Outcome shell(const QString &line) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_qs, home.path());
+        environment.insert(u"varnel"_qs, QStringLiteral(VARNEL_PROGRAM));
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(u"/bin/sh"_qs, {u"-c"_qs, line});
+        EXPECT_TRUE(program.waitForFinished(60000));
+        return {program.exitCode(), program.readAllStandardError()};
+    }
+
+    TemporaryHome home;
+};
+
+TEST_F(ProgramStart, AnAnswerThatCannotBeWrittenIsAFailure)
+{
+    for (const QString &option : {u"--help"_qs, u"--version"_qs}) {
+        EXPECT_EQ(shell(u"\"$varnel\" "_qs + option + u" >/dev/null").status, 0);
+        const Outcome full = shell(u"\"$varnel\" "_qs + option + u" >/dev/full");
+        EXPECT_EQ(full.status, 3);
+        EXPECT_TRUE(full.err.startsWith("varnel: standard output: ")) << full.err.toStdString();
+    }
+}
+
+TEST_F(ProgramStart, AHomeWhoseNameIsNotUtf8IsRefusedAndNoOtherTaken)
+{
+    ASSERT_TRUE(QDir(home.path()).mkpath(u"hc\ufffd/Library"_qs));
+    const QString made =
+        uR"sh(d=$(printf '%s/hc\377' "$HOME"); mkdir -p "$d/Library"; ln -s "$d" "$HOME/l"; )sh"
+        uR"sh(export QT_QPA_PLATFORM=offscreen; )sh"_qs;
+    const QString gone = uR"sh(; status=$?; rm -r "$d" "$HOME/l"; exit $status)sh"_qs;
+    for (const QString &start :
+         {uR"sh((env HOME="$d" "$varnel"))sh"_qs, uR"sh((cd "$d" && exec "$varnel" --home .))sh"_qs,
+          uR"sh("$varnel" --home "$HOME/l")sh"_qs}) {
+        const Outcome outcome = shell(made + start + gone);
+        EXPECT_EQ(outcome.status, 3) << qPrintable(start);
+        EXPECT_TRUE(outcome.err.contains("/hc\\xff: its name is not UTF-8 text"))
+            << outcome.err.toStdString();
+    }
+    const Outcome typed = shell(made + uR"sh("$varnel" --home "$d")sh"_qs + gone);
+    EXPECT_EQ(typed.status, 2);
+    EXPECT_EQ(typed.err, "varnel: an argument is not UTF-8 text\n");
+    EXPECT_TRUE(QDir(home.path() + u"/hc\ufffd/Library").isEmpty());
+}
+
+} // namespace
