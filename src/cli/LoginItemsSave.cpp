@@ -101,9 +101,10 @@ void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &re
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    if (report.outcome == Outcome::Changed && hasWayBack(backupFile, report.change.path))
+    const bool wayBack = hasWayBack(backupFile, report.change.path);
+    if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
-    if (QFileInfo::exists(backupFile))
+    if (wayBack)
         report.backupFile = backupFile;
     report.keptIn = items.list().keptIn(report.change.path);
 }

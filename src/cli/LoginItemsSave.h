@@ -21,7 +21,7 @@ struct LoginItemsReport {
         Changed
     };
     Outcome outcome = Outcome::Nothing;
-    QString backupFile; ///< null when there is none
+    QString backupFile; ///< null when no way back is in it
     QList<Error> failures;
     QString keptIn; ///< where a removed entry is kept; null when nothing is
 

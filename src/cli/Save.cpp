@@ -8,7 +8,6 @@
 #include "settings/Rehearsal.h"
 #include "settings/ValueText.h"
 
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -68,6 +67,12 @@ bool written(const QList<SaveFailure> &failures, int settingId)
     });
 }
 
+qsizetype countOf(const QList<SaveFailure> &failures, SaveFailure::Step step)
+{
+    return std::count_if(failures.begin(), failures.end(),
+                         [&](const SaveFailure &failure) { return failure.step == step; });
+}
+
 SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
 {
     const QString backupFile = backupFileOfRun(session.home());
@@ -90,7 +95,7 @@ SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const Ol
             report.changes.append({findSetting(record.locationId),
                                    old[record.locationId],
                                    {record.actionId, record.extraData}});
-    if (QFileInfo::exists(backupFile))
+    if (countOf(report.failures, SaveFailure::Step::Backup) < backups.size())
         report.backupFile = backupFile;
     report.filesWithoutLock = session.fileStore().changedWithoutLock();
     return report;

@@ -25,7 +25,7 @@ struct SavedChange {
 /// What came of one save.
 struct SaveReport {
     bool dryRun = false; ///< nothing was written: the rest is what would be
-    QString backupFile; ///< null when there is none
+    QString backupFile; ///< null when no old value is in it
     QList<SavedChange> changes;
     QList<SaveFailure> failures;
     QStringList filesWithoutLock; ///< changed while another run was changing them

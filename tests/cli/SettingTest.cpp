@@ -222,6 +222,15 @@ TEST_F(SettingTest, anOldTextWithAnApostropheHasNoRowButTheSaveGoesOn)
     EXPECT_TRUE(outcome.err.contains("screenshot-prefix")) << outcome.err.toStdString();
     EXPECT_EQ(get(u"1400"_qs), "shot\n");
     EXPECT_EQ(rows(2), "");
+    EXPECT_FALSE(outcome.out.contains("Old values")) << "there is none in the file";
+}
+
+TEST_F(SettingTest, aBackupFileIsToldWhereOneOldValueOfTwoIsInIt)
+{
+    EXPECT_EQ(set({u"1400=Anna's"_qs}).status, 0);
+    const Outcome outcome = set({u"1400=shot"_qs, u"1004=64"_qs, u"--json"_qs});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_TRUE(outcome.json().value(u"backup"_qs).toString().endsWith(u"/quillet2.sqlite"));
 }
 
 TEST_F(SettingTest, foldersOfANamedHomeAreMadeOnlyWithinItsLibraryUnlessItIsNew)
@@ -279,7 +288,11 @@ TEST_F(SettingTest, whenTheBackupFileCannotBeWrittenTheSaveGoesOnAndTheStatusIsF
     const Outcome outcome = varnelctl.shell(u"ulimit -f 2; \"$varnelctl\" set 1004=64"_qs);
     EXPECT_EQ(outcome.status, 4) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.err.contains("dock-size: ")) << outcome.err.toStdString();
+    EXPECT_FALSE(outcome.out.contains("Old values")) << outcome.out.toStdString();
     EXPECT_EQ(get(u"1004"_qs), "64\t64 pixels\n");
+    const Outcome json = varnelctl.shell(u"ulimit -f 2; \"$varnelctl\" set 1004=65 --json"_qs);
+    EXPECT_EQ(json.status, 4) << json.err.toStdString();
+    EXPECT_TRUE(json.json().value(u"backup"_qs).isNull()) << json.out.toStdString();
 }
 
 TEST_F(SettingTest, settingsThatNeverCreateAFileChangeNothingWhereThereIsNone)
