@@ -2,6 +2,7 @@
 #include "support/FileFacts.h"
 
 #include <QDir>
+#include <QJsonArray>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,12 @@ const Oddity oddities[] {
          linkTo(at.outside + u"/not-there.plist", at.file);
      },
      0, 0},
+    {"danglingLinkIntoNoFolder",
+     [](const Places &at) {
+         hide(at);
+         linkTo(at.outside + u"/no folder/not-there.plist", at.file);
+     },
+     0, 3},
     {"linkOutOfOnesOwnHome",
      [](const Places &at) {
          hide(at);
@@ -238,6 +245,19 @@ TEST_F(OddOwnFiles, aPipeAmongTheSessionsEntriesHoldsNobodyUp)
     EXPECT_EQ(run({u"login-items"_qs, u"disable"_qs, u"/Applications/Mail.app"_qs}).status, 0);
 }
 
+TEST_F(OddOwnFiles, anEntryWhoseNameIsNotUtf8IsLeftOutAndTold)
+{
+    const Outcome outcome = varnelctl.shell(
+        uR"sh(a="$HOME/.config/autostart"; mkdir -p "$a"; f="$a/$(printf 'b\377.desktop')"; )sh"
+        uR"sh(printf '[Desktop Entry]\nType=Application\nName=b\nExec=/opt/b\n' >"$f"; )sh"
+        uR"sh("$varnelctl" --verbose login-items list; status=$?; rm "$f"; exit $status)sh"_qs);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(
+        says(outcome,
+             "varnel.io: " + home.path().toUtf8() + "/.config/autostart/b\\xff.desktop: left out"))
+        << outcome.err.toStdString();
+}
+
 TEST_F(OddOwnFiles, aFileOfTwoHundredMegabytesIsReadAndChanged)
 {
     QFile big(home.preference(dock));
@@ -259,27 +279,54 @@ TEST_F(OddOwnFiles, aFileOfTwoHundredMegabytesIsReadAndChanged)
     EXPECT_TRUE(big.read(beginning).contains("<integer>64</integer>"));
 }
 
-TEST_F(OddOwnFiles, onAFullDiskTheFileStandsAsItWasAndNoOtherIsLeft)
+/// A file system of 256 kB over the home, filled up to the free bytes; it is gone with the shell.
+/// The dock's file before stands beside the home. What can't be mounted is told by a status of its
+/// own.
+QString onAFullDisk(int freeBytes, const QString &line)
 {
-    // A file system of 256 kB over the home, filled up; it is gone with the shell. What can't be
-    // mounted is told by a status of its own.
-    const Outcome outcome = varnelctl.shell(
-        u"exec unshare --mount --propagation private sh -c '"
-        "cp -r \"$HOME/Library\" \"$HOME/../$$.copy\" && "
-        "mount -t tmpfs -o size=256k none \"$HOME\" 2>/dev/null || { rm -r \"$HOME/../$$.copy\"; "
-        "exit 77; }; "
-        "mv \"$HOME/../$$.copy\" \"$HOME/Library\"; "
-        "cp \"$HOME/Library/Preferences/com.apple.dock.plist\" \"$HOME/before\"; "
-        "dd if=/dev/zero of=\"$HOME/filler\" bs=4k 2>/dev/null; "
-        "\"$varnelctl\" --verbose set dock-size=64; status=$?; "
+    return u"exec unshare --mount --propagation private sh -c '"
+           "cp -r \"$HOME/Library\" \"$HOME/../$$.copy\" && "
+           "mount -t tmpfs -o size=256k none \"$HOME\" 2>/dev/null || { rm -r "
+           "\"$HOME/../$$.copy\"; "
+           "exit 77; }; "
+           "mv \"$HOME/../$$.copy\" \"$HOME/Library\"; "
+           "cp \"$HOME/Library/Preferences/com.apple.dock.plist\" \"$HOME/before\"; "
+           "dd if=/dev/zero of=\"$HOME/filler\" bs=4k 2>/dev/null; truncate -s -"_qs
+        + QString::number(freeBytes) + u" \"$HOME/filler\"; " + line + u'\'';
+}
+
+[[nodiscard]] bool couldNotMount(const Outcome &outcome)
+{
+    return outcome.status == 77 || says(outcome, "unshare");
+}
+
+TEST_F(OddOwnFiles, onAFullDiskTheFileStandsAsItWasAndTheBackupFileStaysEmpty)
+{
+    const Outcome outcome = varnelctl.shell(onAFullDisk(
+        0,
+        u"\"$varnelctl\" --verbose set dock-size=64; status=$?; "
         "cmp \"$HOME/before\" \"$HOME/Library/Preferences/com.apple.dock.plist\" >&2 || exit 78; "
-        "[ -z \"$(find \"$HOME\" -name \"*.varnel-*\")\" ] || exit 79; "
-        "exit $status'"_qs);
-    if (outcome.status == 77 || says(outcome, "unshare"))
+        "cd \"$HOME\"; find Library -newer filler -type f -printf \"%p %s\\n\"; exit $status"_qs));
+    if (couldNotMount(outcome))
         GTEST_SKIP() << "needs the right to mount; Faults.save.errors has the injected form";
     EXPECT_EQ(outcome.status, 3) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.out, "Library/Application Support/Varnel/Backup/quillet1.sqlite 0\n");
     EXPECT_TRUE(says(outcome, "varnel.io: " + home.preference(dock).toUtf8()))
         << outcome.err.toStdString();
+}
+
+TEST_F(OddOwnFiles, withRoomForTheFileAndNoneForARowItIsChangedAndNoBackupFileTold)
+{
+    const Outcome outcome =
+        varnelctl.shell(onAFullDisk(8192,
+                                    u"\"$varnelctl\" set dock-size=64 --json; status=$?; "
+                                    "\"$varnelctl\" get dock-size >&2; exit $status"_qs));
+    if (couldNotMount(outcome))
+        GTEST_SKIP() << "needs the right to mount; Faults.save.errors has the injected form";
+    EXPECT_EQ(outcome.status, 4) << outcome.err.toStdString();
+    EXPECT_TRUE(says(outcome, "64\t64 pixels\n")) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.json().value(u"backup"_qs).isNull()) << outcome.out.toStdString();
+    EXPECT_EQ(outcome.json().value(u"failures"_qs).toArray().size(), 1);
 }
 
 } // namespace

@@ -1,14 +1,19 @@
 #include "platform/linux/AutostartList.h"
 
+#include "base/Logging.h"
+#include "base/Text.h"
 #include "platform/FileReader.h"
+#include "platform/linux/CloseFolder.h"
 #include "platform/linux/ParsedEntries.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 namespace varnel {
@@ -21,10 +26,27 @@ struct Found {
     bool overSystem = false;
 };
 
+/// The toolkit leaves such entries out without a word.
+void logUnnamableEntries(const QString &folder)
+{
+    const std::unique_ptr<DIR, CloseFolder> entries(
+        ::opendir(QFile::encodeName(folder).constData()));
+    if (!entries)
+        return;
+    while (const dirent *entry = ::readdir(entries.get())) {
+        const QByteArray name(entry->d_name);
+        if (name.endsWith(".desktop") && QFile::encodeName(QFile::decodeName(name)) != name)
+            varnelLog(lcIo,
+                      folder + u'/' + withBytesEscaped(name)
+                          + u": left out, for its name is not UTF-8 text");
+    }
+}
+
 /// By file name; the user's entry over the system's, the more important folder over the less.
 QMap<QString, Found> filesByName(const AutostartFolders &folders)
 {
     const auto names = [](const QString &folder) {
+        logUnnamableEntries(folder);
         return QDir(folder).entryList({QStringLiteral("*.desktop")},
                                       QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
     };

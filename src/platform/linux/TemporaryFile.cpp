@@ -1,11 +1,12 @@
 #include "platform/linux/TemporaryFile.h"
 
+#include "platform/linux/CloseFolder.h"
+
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <memory>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -48,10 +49,6 @@ void sweep(const FileDescriptor &folder, const char *name)
     // Nothing depends on it: what can't be removed now is tried again by the next run.
     ::unlinkat(folder.get(), name, 0);
 }
-
-struct CloseFolder {
-    void operator()(DIR *folder) const { ::closedir(folder); }
-};
 
 } // namespace
 
