@@ -53,8 +53,7 @@ bool Ending::endAll() const
 {
     bool all = true;
     for (const FlaggedHome &each : homes) {
-        const Result<void> done =
-            endProcesses(processesEndedFor(closeRows(each.flags)), each.home);
+        const Result<void> done = endProcesses(processesEndedFor(closeRows(each.flags)), each.home);
         if (!done)
             Console::message(done.error().text);
         all = all && done.ok();
