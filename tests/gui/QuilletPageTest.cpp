@@ -8,6 +8,7 @@
 
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTreeView>
 
@@ -23,6 +24,17 @@ protected:
     {
         start();
         controller->removeSubview();
+    }
+
+    [[nodiscard]] const QScrollArea &scrollArea()
+    {
+        return *page().findChild<QScrollArea *>(QStringLiteral("mainScrollView"));
+    }
+
+    /// How much of the rows' width is out of sight.
+    [[nodiscard]] int hiddenWidth()
+    {
+        return std::max(0, scrollArea().widget()->width() - scrollArea().viewport()->width());
     }
 
     // What the page builders pass on from one to the next.
@@ -389,6 +401,32 @@ TEST_F(QuilletPage, TheTabKeyGoesThroughTheRowsAndThenToTheFooter)
         QTest::keyClick(page().focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(page().focusWidget(), &button(name));
     }
+}
+
+TEST_F(QuilletPage, IsNotScrolledSidewaysInTheSmallestWindow)
+{
+    start();
+    page().resize(820, 400);
+    for (int group = 0; group < 9; ++group) {
+        clickGroup(group);
+        EXPECT_EQ(hiddenWidth(), 0) << group;
+    }
+}
+
+TEST_F(QuilletPage, IsScrolledSidewaysWhereAVeryLargeFontLeavesNoRoom)
+{
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
+    QFont huge = usual;
+    huge.setPointSizeF(usual.pointSizeF() * 2);
+    QApplication::setFont(huge);
+    start();
+    page().resize(820, 400);
+    clickGroup(1);
+    for (const GenericView *row : rows())
+        EXPECT_LE(row->minimumSizeHint().width(), row->width()) << row->objectName().toStdString();
+    EXPECT_GT(hiddenWidth(), 0);
+    EXPECT_EQ(scrollArea().horizontalScrollBar()->maximum(), hiddenWidth());
 }
 
 TEST_F(QuilletPage, NothingIsCutOffInTheSmallestWindowWithALargerFont)

@@ -2,6 +2,8 @@
 
 #include <QChildEvent>
 
+#include <algorithm>
+
 namespace varnel {
 
 SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent)
@@ -42,6 +44,12 @@ int SettingsColumn::heightOf(const QWidget &row) const
 
 void SettingsColumn::layOutRows()
 {
+    // With a font so large that a row no longer fits, the page is scrolled sideways: nothing is cut
+    // off.
+    int widest = 0;
+    for (const QWidget *row : std::as_const(stack))
+        widest = std::max(widest, row->minimumSizeHint().width());
+    setMinimumWidth(widest);
     int bottom = 0;
     for (QWidget *row : std::as_const(stack)) {
         const int height = heightOf(*row);
