@@ -8,15 +8,39 @@
 #include "platform/linux/SystemError.h"
 #include "shell/Tools.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
+#include <optional>
 
 #include <cerrno>
 
 namespace varnel::cli {
 
-QList<BackupEntry> backupsOf(const HomeFolder &home)
+namespace {
+
+/// The folder of backup files stands there, or may stand there, and can't be read.
+std::optional<Error> whyNotRead(const HomeFolder &home)
+{
+    const QString folder = Tools::backupFolderOf(home);
+    const Place place = walkPath(home, folder);
+    int error = place.error;
+    if (error == 0 && place.status && !QFileInfo(folder).isReadable())
+        error = EACCES;
+    if (error == 0 || error == ENOENT || error == EXDEV)
+        return {};
+    return systemError(folder, error);
+}
+
+} // namespace
+
+Result<QList<BackupEntry>> backupsOf(const HomeFolder &home)
 {
     QList<BackupEntry> entries = listBackups(Tools::backupFolderOf(home));
+    if (entries.isEmpty()) {
+        if (std::optional<Error> unread = whyNotRead(home))
+            return *std::move(unread);
+    }
     constexpr bool ascending = true; // the flag is named against its effect
     sortByName(entries, ascending);
     return entries;

@@ -11,8 +11,9 @@
 
 namespace varnel::cli {
 
-/// The backup files of the home, by name, as the restore page lists them first. Makes no folder.
-[[nodiscard]] QList<BackupEntry> backupsOf(const HomeFolder &home);
+/// The backup files of the home, by name, as the restore page lists them first; none where there is
+/// no folder of them, which is not made. An error where the folder can't be read.
+[[nodiscard]] Result<QList<BackupEntry>> backupsOf(const HomeFolder &home);
 
 /// The whole path of a backup file of that name. Invalid for a name with a folder in it, NotFound
 /// for one that is not listed, NotPermitted where a link leads out of somebody else's home or the

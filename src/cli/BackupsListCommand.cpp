@@ -41,8 +41,11 @@ CommandInfo BackupsListCommand::info() const
 Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
 {
     return Work([](const HomeFolder &home) {
-        const QList<BackupEntry> entries = backupsOf(home);
         HomeOutcome outcome;
+        const Result<QList<BackupEntry>> listed = backupsOf(home);
+        if (!listed)
+            return HomeOutcome::failed(listed.error());
+        const QList<BackupEntry> &entries = listed.value();
         outcome.text = [entries](const Style &style) { return listText(entries, style); };
         outcome.object = [entries] { return listObject(entries); };
         return outcome;

@@ -85,6 +85,10 @@ TEST_F(BackupsTest, whereTheFolderMayNotBeReadThatIsTheReasonTold)
         const Outcome none =
             varnelctl.runAs(stranger, {u"backups"_qs, u"delete"_qs, u"quillet2.sqlite"_qs});
         EXPECT_EQ(none.err.contains("no such"), mode != 0) << none.err.toStdString();
+        const Outcome list = varnelctl.runAs(stranger, {u"backups"_qs, u"list"_qs});
+        EXPECT_EQ(list.status, 3);
+        EXPECT_TRUE(list.err.contains("Permission denied")) << list.err.toStdString();
+        EXPECT_TRUE(list.out.isEmpty()) << "not that there are none";
     }
     ASSERT_EQ(::chmod(qPrintable(folder), 0755), 0);
     EXPECT_EQ(files(), QStringList(u"quillet1.sqlite"_qs));
