@@ -112,6 +112,8 @@ build() {
         say "building ${*:-everything} (build/$preset)"
         loud=1
     fi
+    # Otherwise the compiler cache keeps nothing that was built with precompiled headers.
+    export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS-pch_defines,time_macros,include_file_mtime,include_file_ctime}
     # Two at once in one build folder would tread on each other.
     (
         flock 9
