@@ -32,7 +32,7 @@ protected:
 
 private:
     struct Disconnect {
-        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+        void operator()(xcb_connection_t *open) const { xcb_disconnect(open); }
     };
     /// Looks again after each change of the root window's properties.
     void waitUntil(const char *what, const std::function<bool()> &holds) const;

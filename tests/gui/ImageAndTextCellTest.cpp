@@ -3,6 +3,7 @@
 #include "ui/Hyperlink.h"
 #include "ui/SmallFont.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>

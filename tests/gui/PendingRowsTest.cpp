@@ -2,6 +2,7 @@
 #include "support/gui/QuilletFixture.h"
 #include "ui/Theme.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QSlider>
 

@@ -7,6 +7,7 @@
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
+#include <QCheckBox>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QSlider>

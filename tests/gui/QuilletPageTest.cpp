@@ -6,7 +6,9 @@
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
+#include <QAccessible>
 #include <QLabel>
+#include <QLayout>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>

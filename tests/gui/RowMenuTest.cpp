@@ -1,7 +1,10 @@
 #include "support/FakeDesktop.h"
 #include "support/gui/SettingViewFixture.h"
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QSlider>
 #include <QSpinBox>

@@ -5,6 +5,8 @@
 #include "support/gui/ReportRecorder.h"
 
 #include <QAbstractSlider>
+#include <QCheckBox>
+#include <QSpinBox>
 
 using namespace varnel;
 using namespace varnel::test;

@@ -7,6 +7,7 @@
 #include "support/LogCapture.h"
 
 #include <QLabel>
+#include <QPushButton>
 #include <QSlider>
 
 using namespace varnel;

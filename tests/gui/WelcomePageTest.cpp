@@ -10,6 +10,7 @@
 #include "support/LogCapture.h"
 
 #include <QLabel>
+#include <QLineEdit>
 
 #include <gtest/gtest.h>
 

@@ -146,17 +146,17 @@ void GenericView::makeControls()
     help->setWordWrap(true);
     Theme::setTextRole(help, Theme::TextRole::Help);
 
-    auto *controls = new QVBoxLayout;
-    controls->setSpacing(Theme::gapTiny);
-    buildControls(controls);
-    const int firstHeight = controls->itemAt(0)->sizeHint().height();
-    controls->addStretch();
+    auto *column = new QVBoxLayout;
+    column->setSpacing(Theme::gapTiny);
+    buildControls(column);
+    const int firstHeight = column->itemAt(0)->sizeHint().height();
+    column->addStretch();
 
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins(Theme::gapLarge, Theme::gap, Theme::gapLarge, Theme::gap);
     line->setSpacing(Theme::gapLarge);
     line->addLayout(captionColumn(title, help, firstHeight), 1);
-    line->addLayout(controls);
+    line->addLayout(column);
     setToolTip(whereItIsKept());
     new RowMenu(*this);
     showPendingState();
