@@ -308,6 +308,9 @@ void VarnelStyle::drawChoiceList(const QStyleOptionComboBox &list, QPainter *pai
     // the edge with it, where the list begins amid a pixel of the screen.
     QStyleOptionButton panel;
     panel.QStyleOption::operator=(list);
+    // The toolkit calls a list with the focus selected; on its plain ground that would be a white
+    // ring.
+    panel.state.setFlag(State_Selected, false);
     if (list.state.testFlag(State_On))
         panel.state = (panel.state | State_Sunken) & ~State_MouseOver;
     proxy()->drawPrimitive(PE_PanelButtonCommand, &panel, painter, widget);

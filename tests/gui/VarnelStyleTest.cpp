@@ -4,6 +4,7 @@
 #include "ui/Theme.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QImage>
 #include <QLineEdit>
@@ -38,6 +39,25 @@ QColor groundOf(QPushButton &button)
 {
     button.resize(120, 32);
     return colourAt(button, {12, 16});
+}
+
+/// Of two fields, the accent is the edge of the one with the focus only.
+template <typename Field> void expectFocusOnTheEdge()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    Field first;
+    Field second;
+    layout.addWidget(&first);
+    layout.addWidget(&second);
+    window.show();
+    window.activateWindow();
+    first.setFocus();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(first.hasFocus());
+    const QPoint edge(first.width() / 2, 0);
+    EXPECT_EQ(colourAt(first, edge), Theme::accent(first.palette()));
+    EXPECT_NE(colourAt(second, edge), Theme::accent(second.palette()));
 }
 
 } // namespace
@@ -100,20 +120,8 @@ TEST_F(VarnelStyleTest, aListsRowsAreHighEnoughToHit)
 
 TEST_F(VarnelStyleTest, theFieldWithTheFocusLooksDifferent)
 {
-    QWidget window;
-    QVBoxLayout layout(&window);
-    QLineEdit first;
-    QLineEdit second;
-    layout.addWidget(&first);
-    layout.addWidget(&second);
-    window.show();
-    window.activateWindow();
-    first.setFocus();
-    QCoreApplication::processEvents();
-    ASSERT_TRUE(first.hasFocus());
-    const QPoint edge(first.width() / 2, 0);
-    EXPECT_EQ(colourAt(first, edge), Theme::accent(first.palette()));
-    EXPECT_NE(colourAt(second, edge), Theme::accent(second.palette()));
+    expectFocusOnTheEdge<QLineEdit>();
+    expectFocusOnTheEdge<QComboBox>();
 }
 
 TEST_F(VarnelStyleTest, anEdgeIsOneWholeDevicePixelAtEveryScale)
