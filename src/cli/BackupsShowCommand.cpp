@@ -3,6 +3,7 @@
 #include "backup/Playback.h"
 #include "cli/Backups.h"
 #include "settings/Catalogue.h"
+#include "settings/ValueText.h"
 
 #include <QJsonArray>
 
@@ -36,6 +37,17 @@ QJsonObject contentsObject(const QString &name, const QList<BackupRow> &rows)
     return {{u"name"_qs, name}, {u"rows"_qs, array}};
 }
 
+/// What the row would bring about. The sentence of a number is fixed, and has a "%s" in its place.
+QString sentence(const BackupRow &row, const BackupLine &line)
+{
+    const SettingRow *setting = findSetting(row.id);
+    const bool named = setting != nullptr && setting->kind == ValueKind::Number
+        && row.settingAction() != defaultValue(*setting).number;
+    return named ? line.description + u" ("
+            + labelText(*setting, {row.settingAction(), row.extraData()}) + u')'
+                 : line.description;
+}
+
 QString contentsText(const QList<BackupRow> &rows, const Style &style)
 {
     Table table;
@@ -43,7 +55,7 @@ QString contentsText(const QList<BackupRow> &rows, const Style &style)
         const BackupLine line = lineOf(row);
         table.addRow({{QString::number(row.id), Table::Look::Quiet},
                       {line.location},
-                      {line.description, Table::Look::Strong}});
+                      {sentence(row, line), Table::Look::Strong}});
     }
     return rows.isEmpty() ? u"This file holds no changes that can be undone.\n"_qs
                           : table.text(style);

@@ -1,6 +1,8 @@
 // The only source that includes the parser: it is slow to compile.
 #include "cli/CommandLine.h"
 
+#include "cli/CommandTree.h"
+
 #include <CLI/CLI.hpp>
 
 #include <QStringDecoder>
@@ -136,6 +138,11 @@ CommandLine wrong(const QString &problem)
     return line;
 }
 
+QString lacksValue(const QString &option)
+{
+    return option + u": a value is missing";
+}
+
 /// "--home=", as from an empty variable: the parser would take the next word for its value, and so
 /// lose an option like --dry-run. Null when there is none.
 QString optionWithoutValue(int argc, const char *const *argv)
@@ -168,6 +175,14 @@ QString plainProblem(const CLI::ParseError &error)
     return QString::fromUtf8(error.what()).simplified();
 }
 
+/// The parser counts what an option lacks; a person is told what is missing.
+QString plainProblem(const CLI::ArgumentMismatch &error)
+{
+    const QString problem = plainProblem(static_cast<const CLI::ParseError &>(error));
+    return problem.endsWith(u" required missing") ? lacksValue(problem.section(u':', 0, 0))
+                                                  : problem;
+}
+
 } // namespace
 
 CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &commands)
@@ -184,7 +199,7 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
             byNode.emplace(addCommand(app, info, argc), command.get());
 
     if (const QString option = optionWithoutValue(argc, argv); !option.isNull())
-        return wrong(option + u": a value is missing");
+        return wrong(lacksValue(option));
     CommandLine line;
     try {
         app.parse(argc, argv);
@@ -194,6 +209,8 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
         line.wish = CommandLine::Wish::Version;
     } catch (const CLI::ExtrasError &) {
         return wrong(leftOver(app));
+    } catch (const CLI::ArgumentMismatch &error) {
+        return wrong(plainProblem(error));
     } catch (const CLI::ParseError &error) {
         return wrong(plainProblem(error));
     }
@@ -207,8 +224,12 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
     if (line.wish != CommandLine::Wish::Run)
         return line;
 
-    if (!line.group.isNull())
-        return wrong(u"'%1' needs one of its commands"_qs.arg(line.group));
+    if (!line.group.isNull()) {
+        line.wish = CommandLine::Wish::Wrong;
+        line.problem = u'\'' + line.group + u"' needs one of its commands: "
+            + helpOfGroup(line.group, commands);
+        return line;
+    }
     if (!collect(app, line.request) || (node != &app && !collect(*node, line.request)))
         return wrong(u"an argument is not UTF-8 text"_qs);
     if (line.command) {

@@ -25,20 +25,6 @@ void addWord(TreeNode &node, const TreeWord &word)
         node.below.append(word);
 }
 
-/// What stands beneath a word says what the word is for.
-QString helpOfGroup(const QString &group, const Commands &commands)
-{
-    QStringList words;
-    for (const auto &command : commands) {
-        const CommandInfo info = command->info();
-        if (info.name == group)
-            return info.summary;
-        if (info.name.startsWith(group + u' '))
-            words.append(info.name.mid(group.size() + 1));
-    }
-    return words.join(u", ");
-}
-
 } // namespace
 
 QList<TreeNode> commandTree(const Commands &commands)
@@ -54,6 +40,19 @@ QList<TreeNode> commandTree(const Commands &commands)
             addWord(nodeAt(tree, group), {name.mid(blank + 1), info.summary, info.name});
     }
     return tree;
+}
+
+QString helpOfGroup(const QString &group, const Commands &commands)
+{
+    QStringList words;
+    for (const auto &command : commands) {
+        const CommandInfo info = command->info();
+        if (info.name == group)
+            return info.summary;
+        if (info.name.startsWith(group + u' '))
+            words.append(info.name.mid(group.size() + 1));
+    }
+    return words.join(u", ");
 }
 
 QStringList allNames(const CommandInfo &info)

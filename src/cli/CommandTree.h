@@ -20,6 +20,10 @@ struct TreeNode {
 /// The commands by their words: every node that holds others, the program first.
 [[nodiscard]] QList<TreeNode> commandTree(const Commands &commands);
 
+/// What stands beneath a word says what the word is for: "list, show, restore, delete". Of a word
+/// that is a command as well, the command's summary.
+[[nodiscard]] QString helpOfGroup(const QString &group, const Commands &commands);
+
 /// Every name that the command answers to, its own first: "set", "write".
 [[nodiscard]] QStringList allNames(const CommandInfo &info);
 

@@ -23,13 +23,15 @@ QString table(const QList<SettingReport> &reports, const Style &style)
 
 CommandInfo ListCommand::info() const
 {
-    return {u"list"_qs,
-            u"Lists the settings with their values"_qs,
-            {},
-            {{u"GROUP"_qs, u"one group only: General, Dock, Finder, ... in any letter case"_qs,
-              ParameterInfo::Count::Optional, Completes::Group}},
-            {},
-            {u"list"_qs, u"list Dock"_qs, u"list --json --home /mnt/disk/Users/anna"_qs}};
+    return {
+        u"list"_qs,
+        u"Lists the settings with their values"_qs,
+        {},
+        {{u"GROUP"_qs,
+          u"one group only: General, Dock, Finder, ... in any letter case; quote one with a blank"_qs,
+          ParameterInfo::Count::Optional, Completes::Group}},
+        {},
+        {u"list"_qs, u"list Dock"_qs, u"list --json --home /mnt/disk/Users/anna"_qs}};
 }
 
 Result<HomeCommand::Work> ListCommand::prepare(const Request &request) const

@@ -3,6 +3,7 @@
 #include "cli/PreferenceDomain.h"
 #include "cli/TypedLine.h"
 #include "cli/TypedValue.h"
+#include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
 #include <QStringDecoder>
@@ -122,9 +123,21 @@ QByteArrayList joined(const CommandInfo &info, const QByteArrayList &options,
     return line;
 }
 
+/// Where a domain was looked for and a setting stands, the wish was one in our own words.
+Result<PreferenceDomain> domainIn(Verb verb, const QStringList &words)
+{
+    Result<PreferenceDomain> domain = PreferenceDomain::parse(words.first());
+    if (domain || !findSetting(QStringView(words.first().toLower())))
+        return domain;
+    const QString setting = u'\'' + words.first() + u"' is a setting";
+    if (verb == Verb::Get)
+        return wrong(setting + u", and 'get' takes one; 'list' shows them all");
+    return wrong(setting + u"; give it its value as in " + words.first() + u'=' + words[1]);
+}
+
 Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStringList &words)
 {
-    const Result<PreferenceDomain> domain = PreferenceDomain::parse(words.first());
+    const Result<PreferenceDomain> domain = domainIn(verb, words);
     if (!domain)
         return domain.error();
     if (words.size() < 2)

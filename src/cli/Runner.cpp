@@ -22,8 +22,9 @@ QString help(const CommandLine &line, const Commands &commands)
 
 QString hint(const CommandLine &line)
 {
-    const QString command = line.command ? QString(u' ' + line.command->info().name) : QString();
-    return u"'varnelctl" + command + u" --help' tells more";
+    const QString named = line.command ? line.command->info().name : line.group;
+    const QString words = named.isEmpty() ? named : QString(u' ' + named);
+    return u"'varnelctl" + words + u" --help' tells more";
 }
 
 CommandLine understood(const QByteArrayList &arguments, const Commands &commands)

@@ -18,10 +18,12 @@ QString nameOf(const SaveFailure &failure)
 
 QString message(const SaveFailure &failure)
 {
-    const bool backup = failure.step == SaveFailure::Step::Backup;
-    return nameOf(failure)
-        + (backup ? u": the old value is not in the backup file: " : u": not written: ")
-        + failure.error.text;
+    if (failure.step == SaveFailure::Step::Write)
+        return nameOf(failure) + u": not written: " + failure.error.text;
+    // The library speaks of the statement's syntax, which tells a person nothing.
+    const bool apostrophe = failure.record.extraData.contains(u'\'');
+    return nameOf(failure) + u": the old value is not in the backup file: " + failure.error.text
+        + (apostrophe ? u" (no backup file can hold a text with an apostrophe)" : u"");
 }
 
 QJsonObject changeObject(const SavedChange &change)
@@ -40,6 +42,14 @@ QJsonObject failureObject(const SaveFailure &failure)
             {u"message"_qs, failure.error.text}};
 }
 
+/// What was there. The same words for another form of the value: a text "YES" reads as no.
+QString was(const SavedChange &change)
+{
+    const QString before = labelText(*change.row, change.oldValue);
+    const bool sameWords = before == labelText(*change.row, change.newValue);
+    return u"was: " + before + (sameWords ? u", stored in another form" : u"");
+}
+
 } // namespace
 
 QJsonArray changeObjects(const QList<SavedChange> &changes)
@@ -56,7 +66,7 @@ void addChanges(Table &table, const QList<SavedChange> &changes)
         table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
                       {change.row->name},
                       {labelText(*change.row, change.newValue), Table::Look::Strong},
-                      {u"was: " + labelText(*change.row, change.oldValue), Table::Look::Quiet}});
+                      {was(change), Table::Look::Quiet}});
 }
 
 QJsonObject saveObject(const SaveReport &report)

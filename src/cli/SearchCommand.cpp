@@ -32,7 +32,8 @@ CommandInfo SearchCommand::info() const
         u"search"_qs,
         u"Finds settings by a text"_qs,
         u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
-        u"no wildcards, no splitting into words. Status 1 when there is none."_qs,
+        u"no wildcards, no splitting into words. A setting's search words are a list of its own;\n"
+        u"its short name is not in it. Status 1 when there is none."_qs,
         {{u"TEXT"_qs, u"part of the search words; quote it when it has blanks"_qs}},
         {},
         {u"search animation"_qs, u"search 'lock size' --json"_qs}};

@@ -99,6 +99,13 @@ QString valueInWords(const SettingReport &report)
     return exchanged == label ? label : QString(exchanged + u"  " + label);
 }
 
+/// What a number may be; null for everything else.
+QString rangeInWords(const SettingRow &row)
+{
+    return row.kind == ValueKind::Number ? u"%1 to %2"_qs.arg(row.minimum).arg(row.maximum)
+                                         : QString();
+}
+
 void addChoices(Table &table, const SettingReport &report)
 {
     const QList<Choice> &choices = report.row->choices;
@@ -177,10 +184,12 @@ QString settingSheet(const SettingReport &report, const Style &style)
     addField(table, u"file"_qs, fileName(row));
     addField(table, u"keys"_qs, row.keys.join(u", "));
     addField(table, u"type written"_qs, row.type);
+    addField(table, u"range"_qs, rangeInWords(row));
     addField(table, u"restarts"_qs, restartName(row));
     addField(table, u"value"_qs, valueInWords(report));
     addField(table, u"in words"_qs, actionString(row, report.reading.value));
-    addField(table, u"stored"_qs, report.reading.found ? u"yes"_qs : u"no"_qs);
+    addField(table, u"stored"_qs,
+             report.reading.found ? u"yes"_qs : u"no, so the default holds"_qs);
     addChoices(table, report);
     return table.text(style);
 }

@@ -67,6 +67,15 @@ TEST_F(CommandLineTest, whatIsNotUnderstoodIsNamedAsItWasTyped)
                     .err.startsWith("varnelctl: not understood: --what\n"));
 }
 
+TEST_F(CommandLineTest, whatIsMissingIsNamed)
+{
+    EXPECT_EQ(varnelctl.run({u"backups"_qs}).err,
+              "varnelctl: 'backups' needs one of its commands: list, show, restore, delete\n"
+              "varnelctl: 'varnelctl backups --help' tells more\n");
+    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"--home"_qs})
+                    .err.startsWith("varnelctl: --home: a value is missing\n"));
+}
+
 TEST_F(CommandLineTest, anArgumentThatIsNoUtf8IsRefusedRatherThanChanged)
 {
     const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_qs);

@@ -1,4 +1,5 @@
 #include "cli/Varnelctl.h"
+#include "support/FileFacts.h"
 
 #include <QDir>
 #include <QFile>
@@ -94,6 +95,15 @@ TEST_F(SettingTest, whatWouldLeaveTheFileAsItIsGetsNoRow)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.json().value(u"changed"_qs).toArray().size(), 1);
     EXPECT_EQ(rows(), "1004|48||\n");
+}
+
+TEST_F(SettingTest, aChangeOfTheStoredFormAloneIsToldAsOne)
+{
+    installSamples(home, u"xml"_qs);
+    writeRaw(dockFile(),
+             "<plist version=\"1.0\"><dict><key>tilesize</key><real>48.5</real></dict></plist>\n");
+    EXPECT_TRUE(set({u"1004=48"_qs}).out.contains("was: 48 pixels, stored in another form\n"));
+    EXPECT_TRUE(set({u"1004=64"_qs}).out.contains("was: 48 pixels\n"));
 }
 
 TEST_F(SettingTest, whenNothingChangesNothingIsMade)
@@ -220,6 +230,7 @@ TEST_F(SettingTest, anOldTextWithAnApostropheHasNoRowButTheSaveGoesOn)
     const Outcome outcome = set({u"1400=shot"_qs});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_TRUE(outcome.err.contains("screenshot-prefix")) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains("a text with an apostrophe")) << outcome.err.toStdString();
     EXPECT_EQ(get(u"1400"_qs), "shot\n");
     EXPECT_EQ(rows(2), "");
     EXPECT_FALSE(outcome.out.contains("Old values")) << "there is none in the file";

@@ -31,7 +31,9 @@ Result<void> needLibrary(const HomeFolder &home)
     if (place.status && S_ISDIR(place.status->st_mode))
         return {};
     return Error {ErrorCode::NotFound,
-                  home.path + u": No folder \"Library\" in it; is this a home folder?"};
+                  home.path
+                      + u": No folder \"Library\" in it; is this a home folder?"
+                        u" (--new-home makes one of it)"};
 }
 
 Result<void> ensureAll(const HomeFolder &home, StandardFolders::Missing missing)
