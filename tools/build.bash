@@ -14,9 +14,12 @@ die() {
 
 # packages_for PURPOSE...: the names, one a line.
 packages_for() {
-    local package purpose _
-    while IFS=$'\t' read -r package purpose _; do
-        [[ $package != \#* && " $* " == *" $purpose "* ]] && printf '%s\n' "$package"
+    local package purposes wanted _
+    while IFS=$'\t' read -r package purposes _; do
+        [[ $package == \#* ]] && continue
+        for wanted in "$@"; do
+            [[ ",$purposes," == *",$wanted,"* ]] && printf '%s\n' "$package" && break
+        done
     done <"$project/packaging/packages.tsv"
     return 0
 }
@@ -116,7 +119,8 @@ build() {
     export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS-pch_defines,time_macros,include_file_mtime,include_file_ctime}
     # Two at once in one build folder would tread on each other.
     (
-        flock 9
+        # The other may have minutes to go.
+        flock --nonblock 9 || { say "waiting for another build in this project to end" && flock 9; }
         if [[ $loud ]]; then
             cmake --build "$folder" "${targets[@]}" 9>&-
         else
@@ -152,5 +156,9 @@ run_tests() {
     build "$preset"
     make_locale "$preset"
     env -u DISPLAY -u WAYLAND_DISPLAY \
-        ctest --test-dir "$project/build/$preset" --output-on-failure --parallel "$(nproc)" "$@"
+        ctest --test-dir "$project/build/$preset" --output-on-failure --parallel "$(nproc)" "$@" || return
+    # The list with which ctest ends looks like one of failures.
+    if grep -q ': Skipped$' "$project/build/$preset/Testing/Temporary/LastTest.log" 2>/dev/null; then
+        say "nothing failed; what is listed as skipped needs root, a mount, or a program that .ci/run installs"
+    fi
 }
