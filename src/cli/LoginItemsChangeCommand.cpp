@@ -28,7 +28,7 @@ Words wordsOf(LoginItemChange::Action action)
                 u"The application goes among the items that are off. The next step is\n"
                 u"'varnelctl login-items enable PATH': only then does it open at login.\n"
                 u"PATH need not lead anywhere on this machine; a home folder can be prepared for\n"
-                u"another.\n"_qs
+                u"another. Without a slash at its beginning it begins in the current folder.\n"_qs
                     + once};
     case LoginItemChange::Remove:
         return {u"remove"_qs, u"Takes an application out of the login items, on or off"_qs,
