@@ -58,7 +58,7 @@ Error whyNotListed(const HomeFolder &home, const QString &path)
     }
     // It stands there: then the folder is one that may be searched and not read.
     if (place.status && path.endsWith(u".sqlite")) {
-        const Error error = systemError(Tools::backupFolderOf(home), EACCES);
+        Error error = systemError(Tools::backupFolderOf(home), EACCES);
         varnelLog(lcIo, path + u": " + error.text);
         return error;
     }

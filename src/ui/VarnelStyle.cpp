@@ -316,7 +316,7 @@ void VarnelStyle::drawChoiceList(const QStyleOptionComboBox &list, QPainter *pai
     proxy()->drawPrimitive(PE_PanelButtonCommand, &panel, painter, widget);
     if (!list.subControls.testFlag(SC_ComboBoxArrow))
         return;
-    QStyleOption arrow = list;
+    QStyleOption arrow = static_cast<const QStyleOption &>(list);
     arrow.rect = proxy()->subControlRect(CC_ComboBox, &list, SC_ComboBoxArrow, widget);
     arrow.palette.setColor(QPalette::WindowText, list.palette.color(QPalette::ButtonText));
     proxy()->drawPrimitive(PE_IndicatorArrowDown, &arrow, painter, widget);

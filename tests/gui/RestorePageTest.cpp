@@ -3,6 +3,7 @@
 #include "support/LogCapture.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 using namespace varnel;
 using namespace varnel::test;
@@ -160,6 +161,21 @@ TEST_F(RestorePage, RestoringWritesTheValuesRaisesTheFlagsAndDeletesTheFile)
     EXPECT_EQ(log.texts(u"varnel.backup"_qs),
               (QStringList {u"filePath: "_qs + backups + u"quillet1.sqlite", u"0"_qs,
                             backups + u"quillet1.sqlite"}));
+}
+
+TEST_F(RestorePage, AfterARestoreTheKeyboardIsInTheList)
+{
+    putBackup(u"quillet1.sqlite"_qs, {u"1008,'0','',''"_qs});
+    putThree();
+    start();
+    QPushButton next(page().window()); // as in the window, where more can have the focus
+    next.show();
+    clickRow(1);
+    button(u"restoreButton"_qs).setFocus();
+    QTest::keyClick(&button(u"restoreButton"_qs), Qt::Key_Space);
+    EXPECT_EQ(table().model()->rowCount(), 3);
+    EXPECT_FALSE(next.hasFocus());
+    EXPECT_EQ(page().focusWidget(), &table());
 }
 
 TEST_F(RestorePage, OfSeveralOnlyTheCurrentOneIsPlayedAndAllAreDeleted)

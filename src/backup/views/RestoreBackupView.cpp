@@ -18,6 +18,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QPointer>
+#include <QPushButton>
 #include <QShortcut>
 
 #include <algorithm>
@@ -211,6 +212,9 @@ int RestoreBackupView::selectedRow() const
 void RestoreBackupView::setButtonsStatus()
 {
     const bool selected = ui->tableView->selectionModel()->hasSelection();
+    // A button that is disabled under the keyboard would send the focus anywhere.
+    if (!selected && qobject_cast<QPushButton *>(focusWidget()) != nullptr)
+        ui->tableView->setFocus();
     ui->restoreButton->setEnabled(selected);
     ui->deleteButton->setEnabled(selected);
     ui->infoButton->setEnabled(selected);
