@@ -13,7 +13,7 @@ const QString listOption = QStringLiteral("homes-from");
 
 /// A list of a hundred thousand homes is some 4 MiB. What is longer is no list but a mistake (a
 /// disk image, /dev/zero), and must not fill the memory.
-constexpr qint64 mostBytes = 16 * 1024 * 1024;
+constexpr qint64 mostBytes = qint64(16) * 1024 * 1024;
 
 Result<QByteArray> bytesOf(const QString &list)
 {

@@ -16,7 +16,7 @@ constexpr const char *ownPathKey = "X-Varnel-Path";
 constexpr const char *switchSuffix = "-Autostart-enabled";
 /// A path has no more than PATH_MAX bytes, and quoting makes four of one at most. What is longer
 /// has arguments, and to tell its hundred thousand words apart would be work for nothing.
-constexpr qsizetype longestLoneProgram = 4 * PATH_MAX;
+constexpr qsizetype longestLoneProgram = qsizetype(4) * PATH_MAX;
 
 struct FreeKeyFile {
     void operator()(GKeyFile *file) const { g_key_file_free(file); }
