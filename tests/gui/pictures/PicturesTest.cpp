@@ -267,3 +267,32 @@ TEST(PictureDifference, TwoWordsAreOneASmoothedEdgeIsNone)
     EXPECT_GT(difference(reduced(empty), reduced(word)).share, allowedShare);
     EXPECT_EQ(difference(empty, reduced(empty)).share, 1) << "of another size";
 }
+
+TEST(PictureDifference, AnotherShadeOfTwoRowsIsOneThoughNoPixelCounts)
+{
+    QImage rows(820, 560, QImage::Format_RGB32);
+    rows.fill(QColor(255, 255, 255));
+    QImage other = rows;
+    QPainter(&rows).fillRect(200, 200, 600, 120, QColor(245, 245, 245));
+    QPainter(&other).fillRect(200, 200, 600, 120, QColor(232, 232, 232));
+    const Difference found = difference(reduced(rows), reduced(other));
+    EXPECT_EQ(found.share, 0);
+    EXPECT_GT(found.drift, allowedDrift);
+}
+
+TEST(PictureDifference, LettersThatAreSmoothedALittleDifferentlyAreNone)
+{
+    QImage rows(820, 560, QImage::Format_RGB32);
+    rows.fill(QColor(255, 255, 255));
+    QImage other = rows;
+    QPainter one(&rows);
+    QPainter two(&other);
+    for (int y = 40; y < 560; y += 40) {
+        one.drawText(QPointF(40, y), QStringLiteral("Whether windows zoom when they open"));
+        two.drawText(QPointF(40.25, y), QStringLiteral("Whether windows zoom when they open"));
+    }
+    one.end();
+    two.end();
+    const Difference found = difference(reduced(rows), reduced(other));
+    EXPECT_LE(found.drift, allowedDrift);
+}

@@ -21,11 +21,17 @@ void expectPicture(QWidget &widget, const QString &name);
 /// Which share of the pixels may differ. Two words more or less are above that.
 inline constexpr double allowedShare = 0.001;
 
-/// Where two pictures differ: white where they are alike. `share` is that of the differing pixels,
-/// 0 to 1, and 1 where the sizes differ.
+/// By how much the tiles of a picture may differ on average, 0 to 255. A shade that changes over an
+/// area can stay below what a single pixel may differ by, and is above that.
+inline constexpr double allowedDrift = 0.5;
+
+/// Where two pictures differ: white where they are alike, grey where a pixel differs by no more
+/// than it may. `share` is that of the pixels that differ by more, 0 to 1, and 1 where the sizes
+/// differ; `drift` is the mean difference of the tiles, 0 to 255.
 struct Difference {
     QImage picture;
     double share = 0;
+    double drift = 0;
 };
 [[nodiscard]] Difference difference(const QImage &seen, const QImage &expected);
 
