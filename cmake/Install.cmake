@@ -13,5 +13,10 @@ foreach(size 16 24 32 48 64 128)
   install(FILES ${CMAKE_BINARY_DIR}/icons/light/${size}/varnel.png
     DESTINATION ${icon_theme}/${size}x${size}/apps)
 endforeach()
+foreach(size 16 24 32 48 64)
+  math(EXPR pixels "2 * ${size}")
+  install(FILES ${CMAKE_BINARY_DIR}/icons/light/${pixels}/varnel.png
+    DESTINATION ${icon_theme}/${size}x${size}@2/apps)
+endforeach()
 
 include(cmake/Package.cmake)
