@@ -292,7 +292,9 @@ QString onAFullDisk(int freeBytes, const QString &line)
            "mv \"$HOME/../$$.copy\" \"$HOME/Library\"; "
            "cp \"$HOME/Library/Preferences/com.apple.dock.plist\" \"$HOME/before\"; "
            "dd if=/dev/zero of=\"$HOME/filler\" bs=4k 2>/dev/null; truncate -s -"_qs
-        + QString::number(freeBytes) + u" \"$HOME/filler\"; " + line + u'\'';
+        + QString::number(freeBytes)
+        // Times are told in steps of some milliseconds, and the program may be as quick.
+        + u" \"$HOME/filler\"; find \"$HOME\" -exec touch -d @1000000000 {} +; " + line + u'\'';
 }
 
 [[nodiscard]] bool couldNotMount(const Outcome &outcome)
