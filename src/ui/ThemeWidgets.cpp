@@ -44,6 +44,8 @@ void makeList(QAbstractItemView *view)
         table->setShowGrid(false);
         table->setWordWrap(false);
         table->verticalHeader()->hide();
+        // Else the margin of the words in a header, which are not there, makes each row higher.
+        table->verticalHeader()->setMinimumSectionSize(0);
         table->verticalHeader()->setDefaultSectionSize(
             std::max<int>(listRowHeight, table->fontMetrics().height() + gapSmall));
         table->horizontalHeader()->setHighlightSections(false);

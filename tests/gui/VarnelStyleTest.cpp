@@ -11,6 +11,8 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPushButton>
+#include <QStandardItemModel>
+#include <QTableView>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -116,6 +118,20 @@ TEST_F(VarnelStyleTest, aListsRowsAreHighEnoughToHit)
     Theme::makeList(&list);
     list.addItem(u"Some.app"_qs);
     EXPECT_GE(list.sizeHintForRow(0), Theme::listRowHeight);
+}
+
+TEST_F(VarnelStyleTest, aTablesRowsAreAsHighAsAListsAndGrowWithTheFont)
+{
+    QStandardItemModel model(2, 1);
+    QTableView table;
+    table.setModel(&model);
+    Theme::makeList(&table);
+    EXPECT_EQ(table.rowHeight(0), Theme::listRowHeight);
+    QTableView large;
+    large.setModel(&model);
+    large.setFont(QFont(large.font().family(), 40));
+    Theme::makeList(&large);
+    EXPECT_EQ(large.rowHeight(0), large.fontMetrics().height() + Theme::gapSmall);
 }
 
 TEST_F(VarnelStyleTest, theFieldWithTheFocusLooksDifferent)
