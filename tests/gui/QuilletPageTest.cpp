@@ -7,8 +7,10 @@
 #include "support/LogCapture.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QLayout>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -44,6 +46,16 @@ protected:
     int top = -1;
     bool shading = true;
 };
+
+/// Gives the program a font so many times as large, until what is returned goes out of scope.
+[[nodiscard]] auto enlargeFont(double times)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * times);
+    QApplication::setFont(large);
+    return qScopeGuard([usual] { QApplication::setFont(usual); });
+}
 
 std::string moduleName(const testing::TestParamInfo<int> &place)
 {
@@ -91,11 +103,7 @@ TEST_P(EachModule, ShowsEveryControlInsideItsRow)
 
 TEST_P(EachModule, ShowsEveryControlWholeWithALargeFontAndLittleRoom)
 {
-    const QFont usual = QApplication::font();
-    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
-    QFont large = usual;
-    large.setPointSizeF(usual.pointSizeF() * 1.3);
-    QApplication::setFont(large);
+    const auto usualAgain = enlargeFont(1.3);
     start();
     page().resize(820, 400);
     clickGroup(GetParam());
@@ -417,11 +425,7 @@ TEST_F(QuilletPage, IsNotScrolledSidewaysInTheSmallestWindow)
 
 TEST_F(QuilletPage, IsScrolledSidewaysWhereAVeryLargeFontLeavesNoRoom)
 {
-    const QFont usual = QApplication::font();
-    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
-    QFont huge = usual;
-    huge.setPointSizeF(usual.pointSizeF() * 2);
-    QApplication::setFont(huge);
+    const auto usualAgain = enlargeFont(2);
     start();
     page().resize(820, 400);
     clickGroup(1);
@@ -433,11 +437,7 @@ TEST_F(QuilletPage, IsScrolledSidewaysWhereAVeryLargeFontLeavesNoRoom)
 
 TEST_F(QuilletPage, NothingIsCutOffInTheSmallestWindowWithALargerFont)
 {
-    const QFont usual = QApplication::font();
-    const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
-    QFont large = usual;
-    large.setPointSizeF(usual.pointSizeF() * 1.3);
-    QApplication::setFont(large);
+    const auto usualAgain = enlargeFont(1.3);
     start();
     page().resize(820, 400);
     for (int group = 0; group < 9; ++group) {
