@@ -5,6 +5,7 @@
 // TEMPLATES/varnelctl.1.in -> OUT/varnelctl.1. A line "@FILES@" is replaced by TEMPLATES/files.in
 // or by what is made here; "@VERSION@" may stand in a line.
 
+#include "base/Literals.h"
 #include "cli/Help.h"
 #include "cli/Registry.h"
 #include "cli/SettingWords.h"
@@ -26,12 +27,12 @@ namespace {
 /// taken for a request.
 QString roff(QString text)
 {
-    text.replace(u'\\', u"\\e"_qs)
-        .replace(u'-', u"\\-"_qs)
-        .replace(u'\'', u"\\(aq"_qs)
-        .replace(u'^', u"\\(ha"_qs)
-        .replace(u'~', u"\\(ti"_qs)
-        .replace(u'`', u"\\(ga"_qs);
+    text.replace(u'\\', u"\\e"_s)
+        .replace(u'-', u"\\-"_s)
+        .replace(u'\'', u"\\(aq"_s)
+        .replace(u'^', u"\\(ha"_s)
+        .replace(u'~', u"\\(ti"_s)
+        .replace(u'`', u"\\(ga"_s);
     return text.startsWith(u'.') ? QString(u"\\&" + text) : text;
 }
 
@@ -59,9 +60,9 @@ QString paragraphs(const QString &details)
     for (const QString &line : details.split(u'\n')) {
         const bool asItIs = line.startsWith(u' ');
         if (asItIs != verbatim)
-            out += asItIs ? u".PP\n.EX\n"_qs : u".EE\n.PP\n"_qs;
+            out += asItIs ? u".PP\n.EX\n"_s : u".EE\n.PP\n"_s;
         verbatim = asItIs;
-        out += line.isEmpty() ? u".PP\n"_qs : QString(roff(line) + u'\n');
+        out += line.isEmpty() ? u".PP\n"_s : QString(roff(line) + u'\n');
     }
     return verbatim ? QString(out + u".EE\n") : out;
 }
@@ -114,8 +115,8 @@ QString commands()
 QString commonOptionsText()
 {
     return options(commonOptions())
-        + tagged(bold(u"-h"_qs) + u", " + bold(u"--help"_qs), u"show help"_qs)
-        + tagged(bold(u"--version"_qs), u"show the version"_qs);
+        + tagged(bold(u"-h"_s) + u", " + bold(u"--help"_s), u"show help"_s)
+        + tagged(bold(u"--version"_s), u"show the version"_s);
 }
 
 QString startOptions()
@@ -129,9 +130,9 @@ QString startOptions()
 QString valuesOf(const SettingRow &row)
 {
     if (row.kind == ValueKind::Number)
-        return u"A number from %1 to %2, or default."_qs.arg(row.minimum).arg(row.maximum);
+        return u"A number from %1 to %2, or default."_s.arg(row.minimum).arg(row.maximum);
     const QStringList words = valueWords(row);
-    return words.isEmpty() ? u"Any text; \\-1 is the default."_qs
+    return words.isEmpty() ? u"Any text; \\-1 is the default."_s
                            : QString(u"Values: " + roff(words.join(u", ")) + u'.');
 }
 
@@ -169,9 +170,9 @@ QString examples()
 
 QMap<QString, QString> parts()
 {
-    return {{u"@COMMANDS@"_qs, commands()}, {u"@OPTIONS@"_qs, commonOptionsText()},
-            {u"@SETTINGS@"_qs, settings()}, {u"@EXIT_STATUS@"_qs, exitStatuses()},
-            {u"@EXAMPLES@"_qs, examples()}, {u"@START_OPTIONS@"_qs, startOptions()}};
+    return {{u"@COMMANDS@"_s, commands()}, {u"@OPTIONS@"_s, commonOptionsText()},
+            {u"@SETTINGS@"_s, settings()}, {u"@EXIT_STATUS@"_s, exitStatuses()},
+            {u"@EXAMPLES@"_s, examples()}, {u"@START_OPTIONS@"_s, startOptions()}};
 }
 
 int complain(const QString &about)
@@ -201,24 +202,24 @@ bool write(const QString &path, const QString &text)
 int main(int argc, char **argv)
 {
     if (argc != 3)
-        return complain(u"usage: makeManual TEMPLATES OUT"_qs);
+        return complain(u"usage: makeManual TEMPLATES OUT"_s);
     const QDir templates(QFile::decodeName(argv[1]));
     const QDir out(QFile::decodeName(argv[2]));
     QMap<QString, QString> fill = parts();
-    if (!read(templates.filePath(u"files.in"_qs), fill[u"@FILES@"_qs]))
-        return complain(u"cannot read files.in"_qs);
-    fill.insert(u"@VERSION@"_qs, QStringLiteral(VARNEL_VERSION));
-    for (const QString &page : templates.entryList({u"*.1.in"_qs}, QDir::Files, QDir::Name)) {
+    if (!read(templates.filePath(u"files.in"_s), fill[u"@FILES@"_s]))
+        return complain(u"cannot read files.in"_s);
+    fill.insert(u"@VERSION@"_s, QStringLiteral(VARNEL_VERSION));
+    for (const QString &page : templates.entryList({u"*.1.in"_s}, QDir::Files, QDir::Name)) {
         QString text;
         if (!read(templates.filePath(page), text))
-            return complain(u"cannot read "_qs + page);
+            return complain(u"cannot read "_s + page);
         for (auto part = fill.cbegin(); part != fill.cend(); ++part) {
             if (part.value().endsWith(u'\n'))
                 text.replace(part.key() + u'\n', part.value());
             text.replace(part.key(), part.value());
         }
-        if (!out.mkpath(u"."_qs) || !write(out.filePath(page.chopped(3)), text))
-            return complain(u"cannot write "_qs + out.filePath(page.chopped(3)));
+        if (!out.mkpath(u"."_s) || !write(out.filePath(page.chopped(3)), text))
+            return complain(u"cannot write "_s + out.filePath(page.chopped(3)));
     }
     return 0;
 }

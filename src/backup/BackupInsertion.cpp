@@ -1,5 +1,6 @@
 #include "backup/BackupInsertion.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Sqlite.h"
 #include "base/Text.h"
@@ -14,14 +15,14 @@ namespace {
 void createTable(Sqlite &database)
 {
     const QString sql =
-        u"CREATE TABLE IF NOT EXISTS users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"_qs;
+        u"CREATE TABLE IF NOT EXISTS users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"_s;
     // A failure is logged and the row is tried all the same: the table may be there.
     if (const Result<void> created = database.run(sql, Sqlite::Verb::CreateTable); !created)
         varnelLog(lcBackup,
                   fillIn(u"Failed to create the SQL query for creating a table with error: %s",
                          {created.error().text}));
     else
-        varnelLog(lcBackup, u"Create the SQL query for creating a table"_qs);
+        varnelLog(lcBackup, u"Create the SQL query for creating a table"_s);
 }
 
 bool hasRow(Sqlite &database, const QString &searchQuery)
@@ -32,11 +33,11 @@ bool hasRow(Sqlite &database, const QString &searchQuery)
     (void)database.select(
         searchQuery, 1,
         [&found](const QStringList &) {
-            varnelLog(lcBackup, u"Data found2!"_qs);
+            varnelLog(lcBackup, u"Data found2!"_s);
             found = true;
             return false;
         },
-        [] { varnelLog(lcBackup, u"Data found1!"_qs); });
+        [] { varnelLog(lcBackup, u"Data found1!"_s); });
     return found;
 }
 
@@ -52,7 +53,7 @@ Result<void> insertRow(Sqlite &database, const QString &insertQuery)
                   fillIn(u"Failed to create the SQL query for inserting data with error: %s",
                          {inserted.error().text}));
     else
-        varnelLog(lcBackup, u"Create the SQL query for inserting data"_qs);
+        varnelLog(lcBackup, u"Create the SQL query for inserting data"_s);
     return inserted;
 }
 

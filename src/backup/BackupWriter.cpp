@@ -1,6 +1,7 @@
 #include "backup/BackupWriter.h"
 
 #include "backup/BackupInsertion.h"
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 
@@ -18,7 +19,7 @@ Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
     return addBackupRow(files, backupFileName,
                         {fillIn(u"SELECT * FROM users WHERE id=%d", {id}),
                          fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
-                                {id, QString::number(record.actionId), record.extraData, u""_qs})});
+                                {id, QString::number(record.actionId), record.extraData, u""_s})});
 }
 
 } // namespace varnel

@@ -1,5 +1,7 @@
 #include "base/ShellText.h"
 
+#include "base/Literals.h"
+
 #include <algorithm>
 
 namespace varnel {
@@ -16,7 +18,7 @@ bool isPlain(QChar c)
 
 QString shellQuoted(const QString &text)
 {
-    return u'\'' + QString(text).replace(u'\'', u"'\\''"_qs) + u'\'';
+    return u'\'' + QString(text).replace(u'\'', u"'\\''"_s) + u'\'';
 }
 
 QString shellWord(const QString &text)

@@ -1,5 +1,6 @@
 #include "cli/ApplyCommand.h"
 
+#include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/Ending.h"
 #include "cli/ProfileArgument.h"
@@ -24,16 +25,16 @@ HomeOutcome applied(const Profile &profile, const HomeFolder &home, const Reques
 CommandInfo ApplyCommand::info() const
 {
     return {
-        u"apply"_qs,
-        u"Gives settings the values of a profile"_qs,
+        u"apply"_s,
+        u"Gives settings the values of a profile"_s,
         u"One save, as 'set' makes it, of the settings that differ: their old values go into a\n"
         u"backup file first. Where nothing differs nothing is written, and no backup file made;\n"
         u"so it may be run again and again. The whole profile is checked first: when one of its\n"
-        u"settings or values is wrong, nothing is written."_qs,
+        u"settings or values is wrong, nothing is written."_s,
         {profileParameter()},
         {dryRunOption(), Ending::option()},
-        {u"apply lab.json"_qs, u"apply lab.json --home /mnt/disk/Users/anna --dry-run"_qs,
-         u"apply - < lab.json"_qs}};
+        {u"apply lab.json"_s, u"apply lab.json --home /mnt/disk/Users/anna --dry-run"_s,
+         u"apply - < lab.json"_s}};
 }
 
 Result<HomeCommand::Work> ApplyCommand::prepare(const Request &request) const

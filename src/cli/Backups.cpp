@@ -1,6 +1,7 @@
 #include "cli/Backups.h"
 
 #include "backup/BackupReader.h"
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/UntouchedDatabase.h"
 #include "platform/linux/HomeEntries.h"
@@ -106,7 +107,7 @@ Result<void> deleteBackup(const HomeFolder &home, const QString &path)
 
 ParameterInfo backupParameter(ParameterInfo::Count count)
 {
-    return {u"NAME"_qs, u"name of a backup file, as 'backups list' shows it"_qs, count,
+    return {u"NAME"_s, u"name of a backup file, as 'backups list' shows it"_s, count,
             Completes::Backup};
 }
 

@@ -1,5 +1,6 @@
 #include "cli/BackupsDeleteCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Backups.h"
 #include "cli/DryRun.h"
 #include "cli/TextWidth.h"
@@ -27,7 +28,7 @@ QString deletedText(const QStringList &names, bool dry)
 {
     QString text;
     for (const QString &name : names)
-        text += (dry ? u"Would delete "_qs : u"Deleted "_qs) + printable(name) + u'\n';
+        text += (dry ? u"Would delete "_s : u"Deleted "_s) + printable(name) + u'\n';
     return text;
 }
 
@@ -48,8 +49,8 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dr
     outcome.wrote = !dry && !deleted.isEmpty();
     outcome.text = [deleted, dry](const Style &) { return deletedText(deleted, dry); };
     outcome.object = [deleted, dry] {
-        return QJsonObject {{u"deleted"_qs, QJsonArray::fromStringList(deleted)},
-                            {u"dryRun"_qs, dry}};
+        return QJsonObject {{u"deleted"_s, QJsonArray::fromStringList(deleted)},
+                            {u"dryRun"_s, dry}};
     };
     if (deleted.size() < names.size())
         outcome.status = deleted.isEmpty() ? ExitStatus::Failed : ExitStatus::Partly;
@@ -60,14 +61,14 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dr
 
 CommandInfo BackupsDeleteCommand::info() const
 {
-    return {u"backups delete"_qs,
-            u"Deletes backup files"_qs,
-            u"What they hold can't be undone any more. All names are checked first: when one of\n"
-            u"them is wrong, nothing is deleted."_qs,
-            {backupParameter(ParameterInfo::Count::OneOrMore)},
-            {dryRunOption()},
-            {u"backups delete quillet1.sqlite"_qs,
-             u"backups delete quillet1.sqlite quillet2.sqlite"_qs}};
+    return {
+        u"backups delete"_s,
+        u"Deletes backup files"_s,
+        u"What they hold can't be undone any more. All names are checked first: when one of\n"
+        u"them is wrong, nothing is deleted."_s,
+        {backupParameter(ParameterInfo::Count::OneOrMore)},
+        {dryRunOption()},
+        {u"backups delete quillet1.sqlite"_s, u"backups delete quillet1.sqlite quillet2.sqlite"_s}};
 }
 
 Result<HomeCommand::Work> BackupsDeleteCommand::prepare(const Request &request) const

@@ -1,5 +1,6 @@
 #include "cli/BackupsListCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Backups.h"
 
 #include <QJsonArray>
@@ -12,9 +13,9 @@ QJsonObject listObject(const QList<BackupEntry> &entries)
 {
     QJsonArray backups;
     for (const BackupEntry &entry : entries)
-        backups.append(QJsonObject {{u"name"_qs, entry.name},
-                                    {u"createdDate"_qs, creationText(entry.createdDate)}});
-    return {{u"backups"_qs, backups}};
+        backups.append(QJsonObject {{u"name"_s, entry.name},
+                                    {u"createdDate"_s, creationText(entry.createdDate)}});
+    return {{u"backups"_s, backups}};
 }
 
 QString listText(const QList<BackupEntry> &entries, const Style &style)
@@ -22,7 +23,7 @@ QString listText(const QList<BackupEntry> &entries, const Style &style)
     Table table;
     for (const BackupEntry &entry : entries)
         table.addRow({{entry.name}, {creationText(entry.createdDate), Table::Look::Quiet}});
-    return entries.isEmpty() ? u"No backup files yet: one is made at the first save.\n"_qs
+    return entries.isEmpty() ? u"No backup files yet: one is made at the first save.\n"_s
                              : table.text(style);
 }
 
@@ -30,12 +31,12 @@ QString listText(const QList<BackupEntry> &entries, const Style &style)
 
 CommandInfo BackupsListCommand::info() const
 {
-    return {u"backups list"_qs,
-            u"Lists the backup files"_qs,
+    return {u"backups list"_s,
+            u"Lists the backup files"_s,
             {},
             {},
             {},
-            {u"backups list"_qs, u"backups list --json --home /mnt/disk/Users/anna"_qs}};
+            {u"backups list"_s, u"backups list --json --home /mnt/disk/Users/anna"_s}};
 }
 
 Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const

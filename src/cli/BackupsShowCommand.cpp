@@ -1,6 +1,7 @@
 #include "cli/BackupsShowCommand.h"
 
 #include "backup/Playback.h"
+#include "base/Literals.h"
 #include "cli/Backups.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
@@ -27,14 +28,14 @@ QJsonObject contentsObject(const QString &name, const QList<BackupRow> &rows)
     QJsonArray array;
     for (const BackupRow &row : rows) {
         const BackupLine line = lineOf(row);
-        array.append(QJsonObject {{u"id"_qs, row.id},
-                                  {u"value1"_qs, row.value1},
-                                  {u"value2"_qs, row.value2},
-                                  {u"value3"_qs, row.value3},
-                                  {u"location"_qs, line.location},
-                                  {u"description"_qs, line.description}});
+        array.append(QJsonObject {{u"id"_s, row.id},
+                                  {u"value1"_s, row.value1},
+                                  {u"value2"_s, row.value2},
+                                  {u"value3"_s, row.value3},
+                                  {u"location"_s, line.location},
+                                  {u"description"_s, line.description}});
     }
-    return {{u"name"_qs, name}, {u"rows"_qs, array}};
+    return {{u"name"_s, name}, {u"rows"_s, array}};
 }
 
 /// What the row would bring about. The sentence of a number is fixed, and has a "%s" in its place.
@@ -57,7 +58,7 @@ QString contentsText(const QList<BackupRow> &rows, const Style &style)
                       {line.location},
                       {sentence(row, line), Table::Look::Strong}});
     }
-    return rows.isEmpty() ? u"This file holds no changes that can be undone.\n"_qs
+    return rows.isEmpty() ? u"This file holds no changes that can be undone.\n"_s
                           : table.text(style);
 }
 
@@ -65,13 +66,13 @@ QString contentsText(const QList<BackupRow> &rows, const Style &style)
 
 CommandInfo BackupsShowCommand::info() const
 {
-    return {u"backups show"_qs,
-            u"Shows what restoring a backup file would do"_qs,
+    return {u"backups show"_s,
+            u"Shows what restoring a backup file would do"_s,
             u"A row of a setting that this program does not know stands without words; restoring\n"
-            u"skips it."_qs,
+            u"skips it."_s,
             {backupParameter()},
             {},
-            {u"backups show quillet1.sqlite"_qs, u"backups show quillet1.sqlite --json"_qs}};
+            {u"backups show quillet1.sqlite"_s, u"backups show quillet1.sqlite --json"_s}};
 }
 
 Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) const

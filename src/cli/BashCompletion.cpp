@@ -1,5 +1,6 @@
 #include "cli/BashCompletion.h"
 
+#include "base/Literals.h"
 #include "base/ShellText.h"
 #include "cli/CommandTree.h"
 #include "cli/SettingWords.h"
@@ -190,7 +191,7 @@ QString settingsFunction()
     QStringList names;
     for (const SettingRow &row : catalogue())
         names.append(row.name);
-    return function(u"_varnelctl_settings"_qs, u"The settings."_qs,
+    return function(u"_varnelctl_settings"_s, u"The settings."_s,
                     u"    candidates=(" + names.join(u' ') + u")\n");
 }
 
@@ -199,14 +200,14 @@ QString groupsFunction()
     QStringList titles;
     for (const ModuleRow &module : modules())
         titles.append(module.outlineTitle);
-    return function(u"_varnelctl_groups"_qs, u"The groups of settings."_qs,
+    return function(u"_varnelctl_groups"_s, u"The groups of settings."_s,
                     u"    candidates=(" + quoted(titles) + u")\n");
 }
 
 QString applicationsFunction()
 {
-    return function(u"_varnelctl_applications"_qs,
-                    u"The applications that may have to read their settings anew."_qs,
+    return function(u"_varnelctl_applications"_s,
+                    u"The applications that may have to read their settings anew."_s,
                     u"    candidates=(" + quoted(applicationNames()) + u")\n");
 }
 
@@ -215,9 +216,9 @@ QString valuesFunction()
     QString branches;
     for (const SettingRow &row : catalogue())
         if (const QStringList words = valueWords(row); !words.isEmpty())
-            branches += u"    %1 | %2) candidates=(%3) ;;\n"_qs.arg(row.name).arg(row.id).arg(
-                quoted(words));
-    return function(u"_varnelctl_values"_qs, u"The values of the setting $1."_qs,
+            branches +=
+                u"    %1 | %2) candidates=(%3) ;;\n"_s.arg(row.name).arg(row.id).arg(quoted(words));
+    return function(u"_varnelctl_values"_s, u"The values of the setting $1."_s,
                     switchOver(branches));
 }
 
@@ -227,12 +228,12 @@ QString optionLines(const QList<OptionInfo> &options)
     QString rest;
     for (const OptionInfo &option : options) {
         const QString name = u"--" + option.name;
-        names += (names.isEmpty() ? QString() : u" "_qs) + name;
+        names += (names.isEmpty() ? QString() : u" "_s) + name;
         if (!option.valueName.isNull())
-            rest += u"        values[%1]=%2\n"_qs.arg(
+            rest += u"        values[%1]=%2\n"_s.arg(
                 name,
                 shellQuoted(option.completes == Completes::Nothing
-                                ? u"text"_qs
+                                ? u"text"_s
                                 : kindOf(option.completes, option.words)));
         if (option.many)
             rest += u"        many+=(" + name + u")\n";
@@ -308,9 +309,9 @@ QString describeFunction(const Commands &commands)
         + bareLine() + u"        ;;\n";
     for (const QString &path : paths)
         branches += branch(path, commands, tree);
-    return function(u"_varnelctl_describe"_qs,
+    return function(u"_varnelctl_describe"_s,
                     u"What may follow the command $1: words below it, options and their values, "
-                    u"arguments."_qs,
+                    u"arguments."_s,
                     switchOver(branches));
 }
 

@@ -1,6 +1,7 @@
 // The only source that includes the parser: it is slow to compile.
 #include "cli/CommandLine.h"
 
+#include "base/Literals.h"
 #include "cli/CommandTree.h"
 
 #include <CLI/CLI.hpp>
@@ -165,8 +166,8 @@ QString leftOver(const CLI::App &app)
     for (const std::string &word : app.remaining(true))
         words.append(QString::fromStdString(word));
     if (app.get_subcommands().empty() && !words.isEmpty() && !words.first().startsWith(u'-'))
-        return u"no command is called '"_qs + words.first() + u'\'';
-    return u"not understood: "_qs + words.join(u' ');
+        return u"no command is called '"_s + words.first() + u'\'';
+    return u"not understood: "_s + words.join(u' ');
 }
 
 /// The parser speaks in several lines.
@@ -231,7 +232,7 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
         return line;
     }
     if (!collect(app, line.request) || (node != &app && !collect(*node, line.request)))
-        return wrong(u"an argument is not UTF-8 text"_qs);
+        return wrong(u"an argument is not UTF-8 text"_s);
     if (line.command) {
         const CommandInfo info = line.command->info();
         const QString missing = missingParameter(info, line.request.arguments.size());

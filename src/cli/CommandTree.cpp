@@ -1,5 +1,7 @@
 #include "cli/CommandTree.h"
 
+#include "base/Literals.h"
+
 #include <algorithm>
 
 namespace varnel::cli {
@@ -71,7 +73,7 @@ bool repeats(const ParameterInfo &parameter)
 
 QList<OptionInfo> sharedOptions()
 {
-    return commonOptions() + QList<OptionInfo> {{u"help"_qs, {}, u"show help"_qs}};
+    return commonOptions() + QList<OptionInfo> {{u"help"_s, {}, u"show help"_s}};
 }
 
 QList<OptionInfo> allOptions(const CommandInfo &info)
@@ -81,7 +83,7 @@ QList<OptionInfo> allOptions(const CommandInfo &info)
 
 QList<OptionInfo> programOptions()
 {
-    return {{u"version"_qs, {}, u"show the version"_qs}};
+    return {{u"version"_s, {}, u"show the version"_s}};
 }
 
 } // namespace varnel::cli

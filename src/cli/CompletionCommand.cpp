@@ -1,5 +1,6 @@
 #include "cli/CompletionCommand.h"
 
+#include "base/Literals.h"
 #include "cli/BashCompletion.h"
 #include "cli/FishCompletion.h"
 #include "cli/Outcome.h"
@@ -36,16 +37,16 @@ QStringList shellNames()
 
 CommandInfo CompletionCommand::info() const
 {
-    return {u"completion"_qs,
-            u"Prints the script that completes command lines in a shell"_qs,
+    return {u"completion"_s,
+            u"Prints the script that completes command lines in a shell"_s,
             u"A package of this program brings the scripts along. Without one:\n"
             u"  bash  source <(varnelctl completion bash)      in ~/.bashrc\n"
             u"  zsh   varnelctl completion zsh >_varnelctl     in a folder of $fpath\n"
-            u"  fish  varnelctl completion fish | source       in config.fish"_qs,
-            {{u"SHELL"_qs, u"bash, zsh or fish"_qs, ParameterInfo::Count::One, Completes::Words,
+            u"  fish  varnelctl completion fish | source       in config.fish"_s,
+            {{u"SHELL"_s, u"bash, zsh or fish"_s, ParameterInfo::Count::One, Completes::Words,
               shellNames()}},
             {},
-            {u"completion bash"_qs, u"completion zsh >~/.zfunc/_varnelctl"_qs}};
+            {u"completion bash"_s, u"completion zsh >~/.zfunc/_varnelctl"_s}};
 }
 
 ExitStatus CompletionCommand::run(const Request &request, Console &console) const
@@ -55,8 +56,8 @@ ExitStatus CompletionCommand::run(const Request &request, Console &console) cons
         if (typed != shell.name)
             continue;
         const QString script = shell.script(makeCommands());
-        if (request.has(u"json"_qs))
-            console.print(jsonDocument({{u"shell"_qs, typed}, {u"script"_qs, script}}));
+        if (request.has(u"json"_s))
+            console.print(jsonDocument({{u"shell"_s, typed}, {u"script"_s, script}}));
         else
             console.print(script);
         return ExitStatus::Done;

@@ -1,5 +1,6 @@
 #include "cli/Console.h"
 
+#include "base/Literals.h"
 #include "cli/TextWidth.h"
 #include "platform/linux/LinuxTerminal.h"
 
@@ -39,7 +40,7 @@ Console::Console()
     textStyle.columns = terminalColumns();
     textStyle.colour = qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
     if (localeIsUtf8())
-        textStyle.ellipsis = u"…"_qs;
+        textStyle.ellipsis = u"…"_s;
 }
 
 void Console::print(const QString &text)
@@ -72,7 +73,7 @@ ExitStatus Console::finish(ExitStatus status)
         return status;
     // A reader that has seen enough needs no message.
     if (written.error().code != ErrorCode::NotFound)
-        message(u"standard output: "_qs + written.error().text);
+        message(u"standard output: "_s + written.error().text);
     return wrote ? ExitStatus::Partly : ExitStatus::Failed;
 }
 

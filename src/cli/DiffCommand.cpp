@@ -1,5 +1,6 @@
 #include "cli/DiffCommand.h"
 
+#include "base/Literals.h"
 #include "cli/ProfileArgument.h"
 #include "cli/ProfileComparison.h"
 #include "settings/ValueText.h"
@@ -13,9 +14,9 @@ namespace {
 QString differencesText(const QList<SettingDifference> &differences, const Style &style)
 {
     if (differences.isEmpty())
-        return u"Nothing differs.\n"_qs;
+        return u"Nothing differs.\n"_s;
     Table table;
-    table.addHeading(u"Differs"_qs);
+    table.addHeading(u"Differs"_s);
     for (const SettingDifference &each : differences)
         table.addRow({{QString::number(each.row->id), Table::Look::Quiet},
                       {each.row->name},
@@ -28,13 +29,13 @@ QJsonObject differencesObject(const QList<SettingDifference> &differences)
 {
     QJsonArray objects;
     for (const SettingDifference &each : differences)
-        objects.append(QJsonObject {{u"id"_qs, each.row->id},
-                                    {u"name"_qs, each.row->name},
-                                    {u"current"_qs, exchangedJson(*each.row, each.current)},
-                                    {u"currentLabel"_qs, labelText(*each.row, each.current)},
-                                    {u"wanted"_qs, exchangedJson(*each.row, each.wanted)},
-                                    {u"wantedLabel"_qs, labelText(*each.row, each.wanted)}});
-    return {{u"differences"_qs, objects}};
+        objects.append(QJsonObject {{u"id"_s, each.row->id},
+                                    {u"name"_s, each.row->name},
+                                    {u"current"_s, exchangedJson(*each.row, each.current)},
+                                    {u"currentLabel"_s, labelText(*each.row, each.current)},
+                                    {u"wanted"_s, exchangedJson(*each.row, each.wanted)},
+                                    {u"wantedLabel"_s, labelText(*each.row, each.wanted)}});
+    return {{u"differences"_s, objects}};
 }
 
 HomeOutcome differencesIn(const HomeFolder &home, const Profile &profile)
@@ -57,15 +58,15 @@ HomeOutcome differencesIn(const HomeFolder &home, const Profile &profile)
 
 CommandInfo DiffCommand::info() const
 {
-    return {u"diff"_qs,
-            u"Compares the settings with a profile"_qs,
+    return {u"diff"_s,
+            u"Compares the settings with a profile"_s,
             u"Prints each setting that has another value than the profile wants, with the value\n"
             u"that it has and the one that is wanted. Ends with 1 when there is any. Settings\n"
-            u"that the profile does not name may have any value."_qs,
+            u"that the profile does not name may have any value."_s,
             {profileParameter()},
             {},
-            {u"diff lab.json"_qs, u"diff lab.json --json --home /mnt/disk/Users/anna"_qs,
-             u"diff - < lab.json"_qs}};
+            {u"diff lab.json"_s, u"diff lab.json --json --home /mnt/disk/Users/anna"_s,
+             u"diff - < lab.json"_s}};
 }
 
 Result<HomeCommand::Work> DiffCommand::prepare(const Request &request) const

@@ -1,10 +1,12 @@
 #include "cli/DryRun.h"
 
+#include "base/Literals.h"
+
 namespace varnel::cli {
 
 OptionInfo dryRunOption()
 {
-    return {u"dry-run"_qs, {}, u"print what would change, and touch nothing"_qs};
+    return {u"dry-run"_s, {}, u"print what would change, and touch nothing"_s};
 }
 
 bool isDryRun(const Request &request)

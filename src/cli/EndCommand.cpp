@@ -1,5 +1,6 @@
 #include "cli/EndCommand.h"
 
+#include "base/Literals.h"
 #include "cli/EndedApplications.h"
 #include "cli/HomeSession.h"
 #include "cli/Outcome.h"
@@ -50,17 +51,17 @@ Result<QList<CloseRow>> rowsNamed(const QStringList &typed)
 CommandInfo EndCommand::info() const
 {
     return {
-        u"end"_qs,
-        u"Ends applications, so that they read their settings anew"_qs,
+        u"end"_s,
+        u"Ends applications, so that they read their settings anew"_s,
         QString(
             u"Ends every process of each name that this user may end, whatever home it works on,\n"
             u"then SystemUIServer. Asks nothing first and starts nothing again; whether there was\n"
             u"such a process is not told. The names, in any letter case:\n"
             + namesOf(closeRows(~RestartFlags())) + u'.'),
-        {{u"APPLICATION"_qs, u"a name out of these"_qs, ParameterInfo::Count::OneOrMore,
+        {{u"APPLICATION"_s, u"a name out of these"_s, ParameterInfo::Count::OneOrMore,
           Completes::Application}},
         {},
-        {u"end Dock"_qs, u"end finder 'QuickTime Player X'"_qs}};
+        {u"end Dock"_s, u"end finder 'QuickTime Player X'"_s}};
 }
 
 ExitStatus EndCommand::run(const Request &request, Console &console) const
@@ -72,8 +73,8 @@ ExitStatus EndCommand::run(const Request &request, Console &console) const
     if (const Result<void> ended = endProcesses(processes, sessionHome()); !ended)
         return failure(ended.error());
     console.noteWrite();
-    if (request.has(u"json"_qs))
-        console.print(jsonDocument({{u"ended"_qs, QJsonArray::fromStringList(processes)}}));
+    if (request.has(u"json"_s))
+        console.print(jsonDocument({{u"ended"_s, QJsonArray::fromStringList(processes)}}));
     else
         console.print(QString(u"Ended: " + processes.join(u", ") + u'\n'));
     return ExitStatus::Done;

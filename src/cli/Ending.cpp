@@ -1,5 +1,6 @@
 #include "cli/Ending.h"
 
+#include "base/Literals.h"
 #include "cli/Console.h"
 #include "cli/DryRun.h"
 #include "cli/EndedApplications.h"
@@ -40,7 +41,7 @@ QList<FlaggedHome> onePerUser(QList<FlaggedHome> homes)
 
 OptionInfo Ending::option()
 {
-    return {u"end"_qs, {}, u"then end the applications that have to read their settings anew"_qs};
+    return {u"end"_s, {}, u"then end the applications that have to read their settings anew"_s};
 }
 
 Ending::Ending(const Request &request, QList<FlaggedHome> flagged)
@@ -81,13 +82,13 @@ QString Ending::text() const
 {
     if (ended.isEmpty())
         return {};
-    return (dryRun ? u"Would be ended: "_qs : u"Ended: "_qs) + ended.join(u", ") + u'\n';
+    return (dryRun ? u"Would be ended: "_s : u"Ended: "_s) + ended.join(u", ") + u'\n';
 }
 
 void Ending::addTo(QJsonObject &object) const
 {
     if (wanted)
-        object.insert(u"ended"_qs, QJsonArray::fromStringList(ended));
+        object.insert(u"ended"_s, QJsonArray::fromStringList(ended));
 }
 
 } // namespace varnel::cli

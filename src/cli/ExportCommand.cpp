@@ -1,5 +1,6 @@
 #include "cli/ExportCommand.h"
 
+#include "base/Literals.h"
 #include "cli/HomesNamed.h"
 #include "cli/Lookup.h"
 #include "cli/TextWidth.h"
@@ -57,11 +58,11 @@ Result<void> checkTogether(const Request &request, Format format)
 {
     const bool managed = request.has(setOnceOption) || request.has(forcedOption);
     if (managed && format != Format::MobileConfig)
-        return wrong(u"--set-once and --forced are for the format mobileconfig"_qs);
+        return wrong(u"--set-once and --forced are for the format mobileconfig"_s);
     if (request.has(setOnceOption) && request.has(forcedOption))
-        return wrong(u"--set-once and --forced exclude each other"_qs);
-    if (request.has(u"json"_qs) && format != Format::Json)
-        return wrong(u"--json is for the format json, which is a JSON object itself"_qs);
+        return wrong(u"--set-once and --forced exclude each other"_s);
+    if (request.has(u"json"_s) && format != Format::Json)
+        return wrong(u"--json is for the format json, which is a JSON object itself"_s);
     return {};
 }
 
@@ -161,7 +162,7 @@ QList<WantedValue> settingsToExport(const QList<SettingReport> &reports, const W
         if (const Result<void> fits = checkForFormat(setting, wish.format); fits)
             settings.append(setting);
         else
-            messages.append(u"left out: "_qs + fits.error().text);
+            messages.append(u"left out: "_s + fits.error().text);
     }
     return settings;
 }
@@ -179,7 +180,7 @@ HomeOutcome exported(const HomeFolder &home, const Wish &wish)
     if (!translation)
         return HomeOutcome::failed({ErrorCode::Failed, translation.error().text});
     for (const QString &line : translation.value().leftOut)
-        outcome.messages.append(u"left out: "_qs + line);
+        outcome.messages.append(u"left out: "_s + line);
     outcome.text = [bytes = translation.value().bytes](const Style &style) {
         return shownText(bytes, style);
     };
@@ -195,36 +196,36 @@ HomeOutcome exported(const HomeFolder &home, const Wish &wish)
 CommandInfo ExportCommand::info() const
 {
     return {
-        u"export"_qs,
-        u"Writes the settings as a profile"_qs,
+        u"export"_s,
+        u"Writes the settings as a profile"_s,
         u"Writes the settings that have another value than their default to standard output.\n"
         u"'json' and 'plist' are what 'diff' and 'apply' read. 'defaults' is a shell script for\n"
         u"an account that somebody is logged in to. 'mobileconfig' is a configuration profile\n"
         u"for a device manager. What the last two cannot say is left out; a message names it.\n"
-        u"Of several homes, only --json writes the profiles: an object with one for each."_qs,
+        u"Of several homes, only --json writes the profiles: an object with one for each."_s,
         {},
-        {{allOption, {}, u"all settings, those at their default too"_qs},
+        {{allOption, {}, u"all settings, those at their default too"_s},
          {formatOption,
-          u"FORMAT"_qs,
-          u"json, plist, defaults or mobileconfig; json without it"_qs,
+          u"FORMAT"_s,
+          u"json, plist, defaults or mobileconfig; json without it"_s,
           false,
           Completes::Words,
-          {u"json"_qs, u"plist"_qs, u"defaults"_qs, u"mobileconfig"_qs}},
-         {groupOption, u"GROUP"_qs,
-          u"the settings of a group only, as 'list' takes it; may be repeated"_qs, false,
+          {u"json"_s, u"plist"_s, u"defaults"_s, u"mobileconfig"_s}},
+         {groupOption, u"GROUP"_s,
+          u"the settings of a group only, as 'list' takes it; may be repeated"_s, false,
           Completes::Group},
-         {forcedOption, {}, u"mobileconfig: the user can't change the values (as without it)"_qs},
-         {setOnceOption, {}, u"mobileconfig: set once, then the user's to change"_qs}},
-        {u"export > lab.json"_qs, u"export --format plist --all --home /mnt/disk/Users/anna"_qs,
-         u"export --format mobileconfig --set-once --group Dock > dock.mobileconfig"_qs}};
+         {forcedOption, {}, u"mobileconfig: the user can't change the values (as without it)"_s},
+         {setOnceOption, {}, u"mobileconfig: set once, then the user's to change"_s}},
+        {u"export > lab.json"_s, u"export --format plist --all --home /mnt/disk/Users/anna"_s,
+         u"export --format mobileconfig --set-once --group Dock > dock.mobileconfig"_s}};
 }
 
 Result<HomeCommand::Work> ExportCommand::prepare(const Request &request) const
 {
     // One file after the other on standard output would be no file that anything reads.
-    if (namesManyHomes(request) && !request.has(u"json"_qs))
+    if (namesManyHomes(request) && !request.has(u"json"_s))
         return wrong(u"a profile is that of one home; several need --json, whose object has one for"
-                     u" each"_qs);
+                     u" each"_s);
     const Result<Wish> wish = wishOf(request);
     if (!wish)
         return wish.error();

@@ -1,5 +1,6 @@
 #include "cli/FishCompletion.h"
 
+#include "base/Literals.h"
 #include "cli/CommandTree.h"
 #include "cli/SettingWords.h"
 #include "cli/ShellText.h"
@@ -123,7 +124,7 @@ QString settingFunction()
     for (const SettingRow &row : catalogue())
         lines += u" \\\n        "
             + quotedForFish(QStringList {row.name, shortLocationString(row) + u": " + row.label});
-    return function(u"setting"_qs, u"    printf '%s\\t%s\\n'" + lines + u'\n');
+    return function(u"setting"_s, u"    printf '%s\\t%s\\n'" + lines + u'\n');
 }
 
 /// Offers a list that has no descriptions.
@@ -147,9 +148,9 @@ QString commandFunction(const QList<TreeNode> &tree)
     for (const TreeNode &node : tree)
         for (const TreeWord &below : node.below)
             if (const QString path = pathOf(node, below); path != below.command)
-                branches += u"        case %1\n            echo %2\n"_qs.arg(
+                branches += u"        case %1\n            echo %2\n"_s.arg(
                     quotedForFish(path), quotedForFish(below.command));
-    return function(u"command"_qs,
+    return function(u"command"_s,
                     u"    switch $argv[1]\n" + branches
                         + u"        case '*'\n            printf '%s\\n' $argv[1]\n    end\n");
 }
@@ -159,10 +160,10 @@ QString valuesFunction()
     QString branches;
     for (const SettingRow &row : catalogue())
         if (const QStringList words = valueWords(row); !words.isEmpty())
-            branches += u"        case %1 %2\n            printf '%s\\n' %3\n"_qs.arg(row.name)
+            branches += u"        case %1 %2\n            printf '%s\\n' %3\n"_s.arg(row.name)
                             .arg(row.id)
                             .arg(quotedForFish(words));
-    return function(u"values"_qs,
+    return function(u"values"_s,
                     u"    switch (string lower -- $argv[1])\n" + branches + u"    end\n");
 }
 
@@ -201,7 +202,7 @@ QString source(Completes completes, const QStringList &words)
     case Completes::Words:
         return u" -a " + quotedForFish(words.join(u' '));
     case Completes::File:
-        return u" -F"_qs;
+        return u" -F"_s;
     default:
         return u" -a '(__varnelctl_" + scriptName(completes) + u")'";
     }
@@ -220,7 +221,7 @@ QString optionLine(const QString &condition, const OptionInfo &option)
     const QString name = u" -l " + option.name;
     if (option.valueName.isNull())
         return line(condition, name, option.help);
-    const QString needs = option.completes == Completes::File ? u" -r"_qs : u" -x"_qs;
+    const QString needs = option.completes == Completes::File ? u" -r"_s : u" -x"_s;
     return line(condition, name + needs + source(option.completes, option.words), option.help);
 }
 
@@ -266,14 +267,14 @@ QString fishCompletion(const Commands &commands)
     for (const OptionInfo &option : sharedOptions())
         lines += optionLine({}, option);
     for (const OptionInfo &option : programOptions())
-        lines += optionLine(u"__varnelctl_in ''"_qs, option);
+        lines += optionLine(u"__varnelctl_in ''"_s, option);
     for (const TreeNode &node : commandTree(commands))
         lines += wordLines(node);
     for (const auto &command : commands)
         lines += commandLines(command->info());
     return QString::fromUtf16(head) + knowledge(commands) + commandFunction(commandTree(commands))
-        + settingFunction() + plainFunction(u"group"_qs, groupTitles())
-        + plainFunction(u"application"_qs, applicationNames()) + valuesFunction()
+        + settingFunction() + plainFunction(u"group"_s, groupTitles())
+        + plainFunction(u"application"_s, applicationNames()) + valuesFunction()
         + QString::fromUtf16(runtime) + lines;
 }
 

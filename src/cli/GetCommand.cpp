@@ -1,5 +1,6 @@
 #include "cli/GetCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Lookup.h"
 #include "cli/StoredText.h"
 #include "cli/TextWidth.h"
@@ -26,7 +27,7 @@ HomeOutcome storedIn(const HomeFolder &home, const SettingRow &row, const QStrin
     outcome.object = [report = reports.first(), key, stored] {
         QJsonObject object = settingObject(report);
         object.insert(keyOption, key);
-        object.insert(u"stored"_qs, storedJson(stored));
+        object.insert(u"stored"_s, storedJson(stored));
         return object;
     };
     const Result<QString> text = storedText(stored);
@@ -39,7 +40,7 @@ HomeOutcome storedIn(const HomeFolder &home, const SettingRow &row, const QStrin
     } else if (outcome.status == ExitStatus::Done) {
         const bool missing = stored.kind == plist::Kind::Missing;
         outcome.status = missing ? ExitStatus::Negative : ExitStatus::Failed;
-        outcome.messages.append(key + u": " + (missing ? u"not stored"_qs : text.error().text));
+        outcome.messages.append(key + u": " + (missing ? u"not stored"_s : text.error().text));
     }
     return outcome;
 }
@@ -49,8 +50,8 @@ HomeOutcome storedIn(const HomeFolder &home, const SettingRow &row, const QStrin
 CommandInfo GetCommand::info() const
 {
     return {
-        u"get"_qs,
-        u"Prints the value of one setting"_qs,
+        u"get"_s,
+        u"Prints the value of one setting"_s,
         u"The value is what 'set' takes: a choice's index, a number, a text, -1 for the default\n"
         u"of numbers and texts. After a tabulator follows the value in words, where these say\n"
         u"more. A setting that is not stored has its default value, which is an answer like any\n"
@@ -58,12 +59,12 @@ CommandInfo GetCommand::info() const
         u"\n"
         u"With --key it prints what stands in the file (1 and 0 for booleans), or ends with 1\n"
         u"where nothing does. 'get DOMAIN KEY' does the same for the setting stored there; DOMAIN\n"
-        u"is the preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
+        u"is the preference file's name without .plist, its path, NSGlobalDomain or -g."_s,
         {settingParameter()},
-        {{keyOption, u"KEY"_qs, u"print what stands in the file under this key of the setting"_qs}},
-        {u"get dock-size"_qs, u"get 1300 --json"_qs, u"get 1300 | cut -f1"_qs,
-         u"get com.apple.dock tilesize"_qs},
-        {u"read"_qs}};
+        {{keyOption, u"KEY"_s, u"print what stands in the file under this key of the setting"_s}},
+        {u"get dock-size"_s, u"get 1300 --json"_s, u"get 1300 | cut -f1"_s,
+         u"get com.apple.dock tilesize"_s},
+        {u"read"_s}};
 }
 
 Result<HomeCommand::Work> GetCommand::prepare(const Request &request) const

@@ -1,5 +1,7 @@
 #include "cli/Help.h"
 
+#include "base/Literals.h"
+
 #include <algorithm>
 
 namespace varnel::cli {
@@ -47,7 +49,7 @@ QList<Entry> entriesOf(const QList<OptionInfo> &options)
 QList<Entry> commonEntries()
 {
     QList<Entry> entries = entriesOf(commonOptions());
-    entries.append({u"-h, --help"_qs, u"show this help"_qs});
+    entries.append({u"-h, --help"_s, u"show this help"_s});
     return entries;
 }
 
@@ -96,11 +98,11 @@ template <typename Passes> Listing listing(const Commands &commands, Passes pass
 const QList<Entry> &statusEntries()
 {
     static const QList<Entry> entries {
-        {u"0"_qs, u"done"_qs},
-        {u"1"_qs, u"a negative answer: nothing found, something differs"_qs},
-        {u"2"_qs, u"wrong usage, unknown setting, value out of its kind; nothing written"_qs},
-        {u"3"_qs, u"could not read or write; nothing changed"_qs},
-        {u"4"_qs, u"partly done; the messages say what was not"_qs},
+        {u"0"_s, u"done"_s},
+        {u"1"_s, u"a negative answer: nothing found, something differs"_s},
+        {u"2"_s, u"wrong usage, unknown setting, value out of its kind; nothing written"_s},
+        {u"3"_s, u"could not read or write; nothing changed"_s},
+        {u"4"_s, u"partly done; the messages say what was not"_s},
     };
     return entries;
 }
@@ -122,15 +124,15 @@ QString programHelp(const Commands &commands)
 {
     const Listing all = listing(commands, [](const QString &) { return true; });
     QList<Entry> options = commonEntries();
-    options.append({u"--version"_qs, u"show the version"_qs});
+    options.append({u"--version"_s, u"show the version"_s});
     return u"Shows and changes the hidden settings of a home folder; every save keeps the old "
            u"values\n"
            u"in a backup file first.\n\n"
            u"Usage: varnelctl [OPTIONS] [COMMAND ...]\n\n"
            u"Without a command it lists the settings. SETTING is a number or a short name of that\n"
-           u"list.\n"_qs
-        + section(u"Commands"_qs, all.entries) + section(u"Options"_qs, options)
-        + section(u"Exit status"_qs, statusEntries()) + section(u"Examples"_qs, all.examples)
+           u"list.\n"_s
+        + section(u"Commands"_s, all.entries) + section(u"Options"_s, options)
+        + section(u"Exit status"_s, statusEntries()) + section(u"Examples"_s, all.examples)
         + u"\n'varnelctl COMMAND --help' tells more of one command.\n";
 }
 
@@ -147,8 +149,8 @@ QString commandHelp(const CommandInfo &info)
         out += u'\n' + info.details + u'\n';
     QList<Entry> options = entriesOf(info.options);
     options += commonEntries();
-    return out + section(u"Arguments"_qs, parameters) + section(u"Options"_qs, options)
-        + section(u"Examples"_qs, info.examples);
+    return out + section(u"Arguments"_s, parameters) + section(u"Options"_s, options)
+        + section(u"Examples"_s, info.examples);
 }
 
 QString groupHelp(const QString &group, const Commands &commands)
@@ -156,8 +158,8 @@ QString groupHelp(const QString &group, const Commands &commands)
     const Listing beneath =
         listing(commands, [&](const QString &name) { return name.startsWith(group + u' '); });
     return u"Usage: varnelctl " + group + u" COMMAND [OPTIONS] ...\n"
-        + section(u"Commands"_qs, beneath.entries) + section(u"Options"_qs, commonEntries())
-        + section(u"Examples"_qs, beneath.examples);
+        + section(u"Commands"_s, beneath.entries) + section(u"Options"_s, commonEntries())
+        + section(u"Examples"_s, beneath.examples);
 }
 
 } // namespace varnel::cli

@@ -1,5 +1,6 @@
 #include "cli/HomeCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Ending.h"
 #include "cli/HomesNamed.h"
 #include "cli/ManyHomes.h"
@@ -23,11 +24,11 @@ void note(const HomeOutcome &outcome, Console &console)
 void show(const HomeOutcome &outcome, const Ending &ending, const Request &request,
           Console &console)
 {
-    if (request.has(u"json"_qs) && outcome.object) {
+    if (request.has(u"json"_s) && outcome.object) {
         QJsonObject object = outcome.object();
         ending.addTo(object);
         console.print(jsonDocument(object));
-    } else if (!request.has(u"json"_qs) && outcome.text) {
+    } else if (!request.has(u"json"_s) && outcome.text) {
         console.print(outcome.text(console.style()) + ending.text());
     }
 }
@@ -98,7 +99,7 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
 {
     const UserSessions sessions;
     QList<FlaggedHome> flagged;
-    ManyHomes homes(request.has(u"json"_qs), console);
+    ManyHomes homes(request.has(u"json"_s), console);
     homes.run(directories, [&](const QString &directory) {
         const Result<HomeFolder> home = homeAt(directory, request);
         if (!home)
@@ -110,7 +111,7 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
     });
     Ending ending(request, flagged);
     const ExitStatus status = ending.end(homes.status(), console);
-    if (request.has(u"json"_qs)) {
+    if (request.has(u"json"_s)) {
         QJsonObject object = homes.object();
         ending.addTo(object);
         console.print(jsonDocument(object));

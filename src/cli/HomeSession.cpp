@@ -1,5 +1,6 @@
 #include "cli/HomeSession.h"
 
+#include "base/Literals.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
@@ -55,13 +56,13 @@ HomeFolder sessionHome()
 Result<HomeFolder> homeAt(const QString &directory, const Request &request)
 {
     if (directory.isEmpty())
-        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
+        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_s};
     Result<HomeFolder> home = namedHome(directory);
     if (!home)
         return asNotFound(home.error());
     if (!request.has(newHomeOption) && !QFileInfo(home.value().path + u"/Library").isDir())
         return Error {ErrorCode::NotFound,
-                      (home.value().path.isEmpty() ? u"/"_qs : home.value().path)
+                      (home.value().path.isEmpty() ? u"/"_s : home.value().path)
                           + u": no folder Library in it, so it is taken for no home folder"
                             u" (--new-home makes one of it)"};
     return home;

@@ -1,5 +1,6 @@
 #include "cli/HomesNamed.h"
 
+#include "base/Literals.h"
 #include "cli/NamedFile.h"
 
 #include <QStringDecoder>
@@ -42,7 +43,7 @@ Result<QStringList> linesOf(const QString &list)
         return Error {ErrorCode::Invalid,
                       u"--homes-from " + list
                           + u": holds a NUL character; a path a line is wanted"};
-    return QString(text).replace(u"\r\n"_qs, u"\n"_qs).split(u'\n', Qt::SkipEmptyParts);
+    return QString(text).replace(u"\r\n"_s, u"\n"_s).split(u'\n', Qt::SkipEmptyParts);
 }
 
 } // namespace
@@ -64,7 +65,7 @@ Result<std::optional<QStringList>> homesNamed(const Request &request)
         homes += lines.value();
     }
     if (homes.contains(QString()))
-        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_qs};
+        return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_s};
     return std::optional(homes);
 }
 

@@ -1,5 +1,6 @@
 #include "cli/ListCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Lookup.h"
 
 namespace varnel::cli {
@@ -24,14 +25,14 @@ QString table(const QList<SettingReport> &reports, const Style &style)
 CommandInfo ListCommand::info() const
 {
     return {
-        u"list"_qs,
-        u"Lists the settings with their values"_qs,
+        u"list"_s,
+        u"Lists the settings with their values"_s,
         {},
-        {{u"GROUP"_qs,
-          u"one group only: General, Dock, Finder, ... in any letter case; quote one with a blank"_qs,
+        {{u"GROUP"_s,
+          u"one group only: General, Dock, Finder, ... in any letter case; quote one with a blank"_s,
           ParameterInfo::Count::Optional, Completes::Group}},
         {},
-        {u"list"_qs, u"list Dock"_qs, u"list --json --home /mnt/disk/Users/anna"_qs}};
+        {u"list"_s, u"list Dock"_s, u"list --json --home /mnt/disk/Users/anna"_s}};
 }
 
 Result<HomeCommand::Work> ListCommand::prepare(const Request &request) const
@@ -48,7 +49,7 @@ Result<HomeCommand::Work> ListCommand::prepare(const Request &request) const
         const QList<SettingReport> reports = session.reports(settingsInOutlineOrder(only));
         HomeOutcome outcome;
         outcome.text = [reports](const Style &style) { return table(reports, style); };
-        outcome.object = [reports] { return settingsObject(u"settings"_qs, reports); };
+        outcome.object = [reports] { return settingsObject(u"settings"_s, reports); };
         outcome.noteUnreadableFiles(session, reports);
         return outcome;
     });

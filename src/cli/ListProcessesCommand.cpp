@@ -1,5 +1,6 @@
 #include "cli/ListProcessesCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Console.h"
 #include "cli/RunningProcesses.h"
 #include "cli/SettingReport.h"
@@ -17,7 +18,7 @@ QByteArray document(const QList<ProcessRow> &rows)
     QJsonArray processes;
     for (const ProcessRow &row : rows)
         processes.append(processObject(row));
-    return jsonDocument({{u"processes"_qs, processes}});
+    return jsonDocument({{u"processes"_s, processes}});
 }
 
 QString table(const QList<ProcessRow> &rows, const Style &style)
@@ -36,10 +37,10 @@ CommandInfo ListProcessesCommand::info() const
 {
     return {
         name,
-        u"Lists the running applications"_qs,
+        u"Lists the running applications"_s,
         u"One line for each application that has a window: process id, name, priority, location.\n"
         u"An application of several processes stands once, with the highest id. Status 1 when\n"
-        u"there is none. 'processes reveal' and 'processes terminate' take an id of this list."_qs,
+        u"there is none. 'processes reveal' and 'processes terminate' take an id of this list."_s,
         {},
         {},
         {name, name + u" --json"}};
@@ -48,13 +49,13 @@ CommandInfo ListProcessesCommand::info() const
 ExitStatus ListProcessesCommand::run(const Request &request, Console &console) const
 {
     const QList<ProcessRow> rows = RunningProcesses().rows();
-    if (request.has(u"json"_qs))
+    if (request.has(u"json"_s))
         console.print(document(rows));
     else
         console.print(table(rows, console.style()));
     if (!rows.isEmpty())
         return ExitStatus::Done;
-    Console::message(u"no applications with a window are running"_qs);
+    Console::message(u"no applications with a window are running"_s);
     return ExitStatus::Negative;
 }
 

@@ -1,5 +1,6 @@
 #include "cli/Log.h"
 
+#include "base/Literals.h"
 #include "cli/Console.h"
 
 #include <QLoggingCategory>
@@ -22,7 +23,7 @@ void prepareLogging(bool verbose)
 {
     qInstallMessageHandler(logLine);
     if (!verbose)
-        QLoggingCategory::setFilterRules(u"*=false"_qs);
+        QLoggingCategory::setFilterRules(u"*=false"_s);
 }
 
 LogSilence::LogSilence()

@@ -1,5 +1,6 @@
 #include "cli/LoginItemsChangeCommand.h"
 
+#include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/LoginItemsSave.h"
 #include "cli/TextWidth.h"
@@ -21,29 +22,29 @@ struct Words {
 
 Words wordsOf(LoginItemChange::Action action)
 {
-    const QString once = u"What is so already is left alone, and no backup file is made."_qs;
+    const QString once = u"What is so already is left alone, and no backup file is made."_s;
     switch (action) {
     case LoginItemChange::Add:
-        return {u"add"_qs, u"Adds an application to the login items, switched off"_qs,
+        return {u"add"_s, u"Adds an application to the login items, switched off"_s,
                 u"The application goes among the items that are off. The next step is\n"
                 u"'varnelctl login-items enable PATH': only then does it open at login.\n"
                 u"PATH need not lead anywhere on this machine; a home folder can be prepared for\n"
-                u"another. Without a slash at its beginning it begins in the current folder.\n"_qs
+                u"another. Without a slash at its beginning it begins in the current folder.\n"_s
                     + once};
     case LoginItemChange::Remove:
-        return {u"remove"_qs, u"Takes an application out of the login items, on or off"_qs,
+        return {u"remove"_s, u"Takes an application out of the login items, on or off"_s,
                 u"An entry of the session's list is kept by this program, and\n"
-                u"'varnelctl login-items enable PATH' brings it back as it was."_qs};
+                u"'varnelctl login-items enable PATH' brings it back as it was."_s};
     case LoginItemChange::Enable:
-        return {u"enable"_qs, u"Lets a login item open at login"_qs,
+        return {u"enable"_s, u"Lets a login item open at login"_s,
                 u"PATH is an item that is off, or one that this program took out of the session's\n"
-                u"list before: its entry comes back as it was.\n"_qs
+                u"list before: its entry comes back as it was.\n"_s
                     + once};
     case LoginItemChange::Disable:
         break;
     }
-    return {u"disable"_qs, u"Keeps a login item from opening at login, and remembers it"_qs,
-            u"The entry is kept as it is; 'varnelctl login-items enable PATH' brings it back.\n"_qs
+    return {u"disable"_s, u"Keeps a login item from opening at login, and remembers it"_s,
+            u"The entry is kept as it is; 'varnelctl login-items enable PATH' brings it back.\n"_s
                 + once};
 }
 
@@ -52,29 +53,29 @@ QJsonObject changeObject(const LoginItemsReport &report)
     QJsonArray changed;
     if (report.outcome == Outcome::Changed)
         changed.append(QJsonObject {
-            {u"path"_qs, report.change.path},
-            {u"action"_qs, loginItemActionString(report.change.actionId, report.change.path)}});
+            {u"path"_s, report.change.path},
+            {u"action"_s, loginItemActionString(report.change.actionId, report.change.path)}});
     QJsonObject object {
-        {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
-        {u"changed"_qs, changed},
-        {u"dryRun"_qs, report.dryRun}};
+        {u"backup"_s, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
+        {u"changed"_s, changed},
+        {u"dryRun"_s, report.dryRun}};
     QJsonArray failures;
     for (const Error &error : report.failures)
-        failures.append(QJsonObject {{u"message"_qs, error.text}});
+        failures.append(QJsonObject {{u"message"_s, error.text}});
     if (!failures.isEmpty())
-        object.insert(u"failures"_qs, failures);
+        object.insert(u"failures"_s, failures);
     return object;
 }
 
 QString text(const LoginItemsReport &report, const Style &style)
 {
     if (report.outcome == Outcome::Nothing)
-        return u"Nothing to change.\n"_qs;
+        return u"Nothing to change.\n"_s;
     if (report.outcome != Outcome::Changed)
         return {};
     const LoginItemChange &change = report.change;
     Table table;
-    table.addHeading(report.dryRun ? u"Would change"_qs : u"Changed"_qs);
+    table.addHeading(report.dryRun ? u"Would change"_s : u"Changed"_s);
     table.addRow({{loginItemActionString(change.actionId, change.path)}});
     if (report.dryRun)
         return table.text(style);
@@ -124,7 +125,7 @@ CommandInfo LoginItemsChangeCommand::info() const
     return {name,
             words.summary,
             words.details,
-            {{u"PATH"_qs, u"the application, as 'login-items list' shows it"_qs,
+            {{u"PATH"_s, u"the application, as 'login-items list' shows it"_s,
               ParameterInfo::Count::One,
               action == LoginItemChange::Add ? Completes::File : Completes::LoginItem}},
             {dryRunOption()},
@@ -136,7 +137,7 @@ Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &reques
 {
     const QString typed = request.arguments.first();
     if (typed.isEmpty())
-        return Error {ErrorCode::Invalid, u"PATH is empty"_qs};
+        return Error {ErrorCode::Invalid, u"PATH is empty"_s};
     return Work([wanted = action, typed, &request](const HomeFolder &home) {
         HomeSession session(home);
         if (isDryRun(request))

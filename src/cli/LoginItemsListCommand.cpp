@@ -1,5 +1,6 @@
 #include "cli/LoginItemsListCommand.h"
 
+#include "base/Literals.h"
 #include "cli/LoginItemsSession.h"
 #include "cli/Table.h"
 
@@ -14,17 +15,17 @@ QJsonObject listObject(const QList<LoginItemRow> &rows)
     QJsonArray items;
     for (const LoginItemRow &row : rows)
         items.append(QJsonObject {
-            {u"name"_qs, row.name}, {u"path"_qs, row.path}, {u"enabled"_qs, row.enabled}});
-    return {{u"loginItems"_qs, items}};
+            {u"name"_s, row.name}, {u"path"_s, row.path}, {u"enabled"_s, row.enabled}});
+    return {{u"loginItems"_s, items}};
 }
 
 QString table(const QList<LoginItemRow> &rows, const Style &style)
 {
     if (rows.isEmpty())
-        return u"No login items.\n"_qs;
+        return u"No login items.\n"_s;
     Table table;
     for (const LoginItemRow &row : rows)
-        table.addRow({{row.enabled ? u"on"_qs : u"off"_qs,
+        table.addRow({{row.enabled ? u"on"_s : u"off"_s,
                        row.enabled ? Table::Look::Strong : Table::Look::Quiet},
                       {row.name},
                       {row.path, Table::Look::Quiet}});
@@ -36,13 +37,13 @@ QString table(const QList<LoginItemRow> &rows, const Style &style)
 CommandInfo LoginItemsListCommand::info() const
 {
     return {
-        u"login-items list"_qs,
-        u"Lists what opens at login, and what was taken out of that list"_qs,
+        u"login-items list"_s,
+        u"Lists what opens at login, and what was taken out of that list"_s,
         u"\"on\" opens at login; \"off\" is kept by this program and does not. In one's own home\n"
-        u"the list is the session's; with --home it is that folder's .config/autostart alone."_qs,
+        u"the list is the session's; with --home it is that folder's .config/autostart alone."_s,
         {},
         {},
-        {u"login-items list"_qs, u"login-items list --json --home /mnt/disk/Users/anna"_qs}};
+        {u"login-items list"_s, u"login-items list --json --home /mnt/disk/Users/anna"_s}};
 }
 
 Result<HomeCommand::Work> LoginItemsListCommand::prepare(const Request &) const

@@ -1,5 +1,7 @@
 #include "cli/Lookup.h"
 
+#include "base/Literals.h"
+
 #include <algorithm>
 
 namespace varnel::cli {
@@ -40,7 +42,7 @@ Result<const SettingRow *> lookUpSetting(const QString &typed)
         return row;
     const QStringList similar = similarNames(typed);
     const QString hint = similar.isEmpty()
-        ? u"'varnelctl list' shows the names"_qs
+        ? u"'varnelctl list' shows the names"_s
         : QString(u"did you mean " + similar.join(u" or ") + u'?');
     return Error {ErrorCode::Invalid, u"unknown setting '" + typed + u"'; " + hint};
 }

@@ -1,5 +1,6 @@
 #include "cli/ManyHomes.h"
 
+#include "base/Literals.h"
 #include "cli/ProgressLine.h"
 #include "cli/TextWidth.h"
 #include "platform/linux/LinuxHome.h"
@@ -53,8 +54,7 @@ QString heading(const QString &directory, const Style &style)
 
 QString summary(qsizetype troubled, qsizetype all)
 {
-    return u"%1 of %2 homes: not as it should be; the messages above tell"_qs.arg(troubled).arg(
-        all);
+    return u"%1 of %2 homes: not as it should be; the messages above tell"_s.arg(troubled).arg(all);
 }
 
 bool isTrouble(ExitStatus status)
@@ -95,10 +95,10 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
     statuses.append(outcome.status);
     if (json) {
         QJsonObject object = outcome.object ? outcome.object() : QJsonObject();
-        object.insert(u"home"_qs, directory);
-        object.insert(u"status"_qs, int(outcome.status));
+        object.insert(u"home"_s, directory);
+        object.insert(u"status"_s, int(outcome.status));
         if (!outcome.messages.isEmpty())
-            object.insert(u"messages"_qs, QJsonArray::fromStringList(outcome.messages));
+            object.insert(u"messages"_s, QJsonArray::fromStringList(outcome.messages));
         objects.append(object);
     } else if (outcome.text) {
         print(directory, outcome.text(console.style()));
@@ -109,7 +109,7 @@ void ManyHomes::print(const QString &directory, const QString &text)
 {
     if (text.isEmpty())
         return;
-    console.print((printed ? u"\n"_qs : QString()) + heading(directory, console.style()) + text);
+    console.print((printed ? u"\n"_s : QString()) + heading(directory, console.style()) + text);
     printed = true;
 }
 

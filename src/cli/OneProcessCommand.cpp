@@ -1,5 +1,6 @@
 #include "cli/OneProcessCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Outcome.h"
 #include "cli/RunningProcesses.h"
 #include "cli/SettingReport.h"
@@ -22,7 +23,7 @@ std::optional<ProcessRow> findProcess(const QList<ProcessRow> &rows, int id)
 
 ParameterInfo OneProcessCommand::processParameter()
 {
-    return {u"PID"_qs, u"process id, as 'processes list' shows it; no other is taken"_qs,
+    return {u"PID"_s, u"process id, as 'processes list' shows it; no other is taken"_s,
             ParameterInfo::Count::One, Completes::Process};
 }
 
@@ -42,7 +43,7 @@ ExitStatus OneProcessCommand::run(const Request &request, Console &console) cons
     }
     if (const Result<void> done = act(*row, processes.manager()); !done)
         return failure(done.error());
-    if (request.has(u"json"_qs)) {
+    if (request.has(u"json"_s)) {
         console.print(jsonDocument({{deed(), processObject(*row)}}));
     } else {
         Table table;

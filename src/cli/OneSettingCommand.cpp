@@ -1,13 +1,13 @@
 #include "cli/OneSettingCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Lookup.h"
 
 namespace varnel::cli {
 
 ParameterInfo OneSettingCommand::settingParameter()
 {
-    return {u"SETTING"_qs, u"number or short name"_qs, ParameterInfo::Count::One,
-            Completes::Setting};
+    return {u"SETTING"_s, u"number or short name"_s, ParameterInfo::Count::One, Completes::Setting};
 }
 
 Result<HomeCommand::Work> OneSettingCommand::prepare(const Request &request) const

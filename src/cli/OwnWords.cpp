@@ -1,5 +1,6 @@
 #include "cli/OwnWords.h"
 
+#include "base/Literals.h"
 #include "cli/PreferenceDomain.h"
 #include "cli/TypedLine.h"
 #include "cli/TypedValue.h"
@@ -27,7 +28,7 @@ Result<QStringList> decoded(const QByteArrayList &words)
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
         texts.append(decoder(word));
         if (decoder.hasError())
-            return wrong(u"an argument is not UTF-8 text"_qs);
+            return wrong(u"an argument is not UTF-8 text"_s);
     }
     return texts;
 }
@@ -85,14 +86,14 @@ Result<TypedValue> valueIn(const QStringList &words)
     value.type = type.value();
     value.words = words.mid(value.type == TypedValue::Type::None ? 0 : 1);
     if (value.words.isEmpty() && value.type != TypedValue::Type::Array)
-        return wrong(u"a value is missing after "_qs + words.first());
+        return wrong(u"a value is missing after "_s + words.first());
     return value;
 }
 
 Result<QStringList> assignment(const SettingRow &row, const QStringList &words)
 {
     if (words.size() < 3)
-        return wrong(u"a value is missing after "_qs + words[1]);
+        return wrong(u"a value is missing after "_s + words[1]);
     const Result<TypedValue> typed = valueIn(words.mid(2));
     if (!typed)
         return typed.error();
@@ -108,7 +109,7 @@ Result<QStringList> ownWords(Verb verb, const SettingRow &row, const QStringList
     if (verb == Verb::Set)
         return assignment(row, words);
     if (words.size() > 2)
-        return wrong(u"not understood: "_qs + words[2]);
+        return wrong(u"not understood: "_s + words[2]);
     return QStringList {QString::number(row.id)};
 }
 
@@ -141,7 +142,7 @@ Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStrin
     if (!domain)
         return domain.error();
     if (words.size() < 2)
-        return wrong(u"a key is missing after "_qs + words.first());
+        return wrong(u"a key is missing after "_s + words.first());
     const Result<const SettingRow *> row = domain.value().settingWithKey(words[1]);
     if (!row)
         return row.error();

@@ -1,5 +1,6 @@
 #include "cli/PreferenceDomain.h"
 
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 
 #include <QDir>
@@ -17,7 +18,7 @@ const QString globalName = QStringLiteral("NSGlobalDomain");
 
 bool isGlobalName(const QString &typed)
 {
-    const QStringList names {globalName, u"Apple Global Domain"_qs, u"-g"_qs, u"-globalDomain"_qs};
+    const QStringList names {globalName, u"Apple Global Domain"_s, u"-g"_s, u"-globalDomain"_s};
     return names.contains(typed, Qt::CaseInsensitive);
 }
 
@@ -48,7 +49,7 @@ QString allNames()
 QString homeAround(const QString &path)
 {
     const QString folder = QFileInfo(path).path();
-    const QString preferences = u"/Library/Preferences"_qs;
+    const QString preferences = u"/Library/Preferences"_s;
     return folder.endsWith(preferences) ? folder.chopped(preferences.size()) : QString();
 }
 

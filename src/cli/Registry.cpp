@@ -1,5 +1,6 @@
 #include "cli/Registry.h"
 
+#include "base/Literals.h"
 #include "cli/ApplyCommand.h"
 #include "cli/BackupsDeleteCommand.h"
 #include "cli/BackupsListCommand.h"
@@ -41,8 +42,8 @@ Commands makeCommands()
                                                  LoginItemChange::Enable, LoginItemChange::Disable})
         commands.push_back(std::make_unique<LoginItemsChangeCommand>(action));
     commands.push_back(std::make_unique<SystemCommand>());
-    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes"_qs));
-    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_qs));
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes"_s));
+    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_s));
     commands.push_back(std::make_unique<RevealProcessCommand>());
     commands.push_back(std::make_unique<TerminateProcessCommand>());
     commands.push_back(std::make_unique<EndCommand>());
@@ -57,15 +58,15 @@ Commands makeCommands()
 const QList<OptionInfo> &commonOptions()
 {
     static const QList<OptionInfo> options {
-        {u"home"_qs, u"DIR"_qs,
-         u"work on the home folder DIR instead of one's own; may be repeated"_qs, false,
+        {u"home"_s, u"DIR"_s,
+         u"work on the home folder DIR instead of one's own; may be repeated"_s, false,
          Completes::Folder},
-        {u"homes-from"_qs, u"FILE"_qs,
-         u"work on the home folders that FILE lists, one a line; - reads standard input"_qs, false,
+        {u"homes-from"_s, u"FILE"_s,
+         u"work on the home folders that FILE lists, one a line; - reads standard input"_s, false,
          Completes::File},
-        {u"new-home"_qs, {}, u"make the standard folders of a DIR that has no Library yet"_qs},
-        {u"json"_qs, {}, u"print one JSON object instead of text"_qs},
-        {u"verbose"_qs, {}, u"show the log on standard error"_qs},
+        {u"new-home"_s, {}, u"make the standard folders of a DIR that has no Library yet"_s},
+        {u"json"_s, {}, u"print one JSON object instead of text"_s},
+        {u"verbose"_s, {}, u"show the log on standard error"_s},
     };
     return options;
 }

@@ -1,5 +1,6 @@
 #include "cli/ResetCommand.h"
 
+#include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/Ending.h"
 #include "cli/Lookup.h"
@@ -45,7 +46,7 @@ Result<Rows> rowsMeant(const Request &request)
     const bool groups = request.has(groupOption);
     const bool all = request.has(allOption);
     if (int(named) + int(groups) + int(all) != 1)
-        return Error {ErrorCode::Invalid, u"'reset' needs SETTINGs, or --group GROUP, or --all"_qs};
+        return Error {ErrorCode::Invalid, u"'reset' needs SETTINGs, or --group GROUP, or --all"_s};
     if (all)
         return settingsInOutlineOrder();
     return named ? rowsNamed(request.arguments) : rowsOfGroups(request.options[groupOption]);
@@ -56,24 +57,24 @@ Result<Rows> rowsMeant(const Request &request)
 CommandInfo ResetCommand::info() const
 {
     return {
-        u"reset"_qs,
-        u"Takes settings back to their defaults; keeps the old values"_qs,
+        u"reset"_s,
+        u"Takes settings back to their defaults; keeps the old values"_s,
         u"The default takes a setting out of its file; for the Library folder it is hidden. All\n"
         u"settings of one command are one save. What has its default already is left alone; when\n"
         u"that holds for all of them, no backup file is made.\n"
         u"\n"
         u"'reset DOMAIN KEY' does it for the setting that is stored there; DOMAIN is the\n"
-        u"preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
-        {{u"SETTING"_qs, u"a number or short name"_qs, ParameterInfo::Count::Any,
+        u"preference file's name without .plist, its path, NSGlobalDomain or -g."_s,
+        {{u"SETTING"_s, u"a number or short name"_s, ParameterInfo::Count::Any,
           Completes::Setting}},
-        {{groupOption, u"GROUP"_qs, u"all settings of a group, as 'list' takes it"_qs, false,
+        {{groupOption, u"GROUP"_s, u"all settings of a group, as 'list' takes it"_s, false,
           Completes::Group},
-         {allOption, {}, u"all settings there are"_qs},
+         {allOption, {}, u"all settings there are"_s},
          dryRunOption(),
          Ending::option()},
-        {u"reset dock-size autohide"_qs, u"reset --group Dock --dry-run"_qs,
-         u"reset --all --home /mnt/disk/Users/anna"_qs, u"reset com.apple.dock tilesize"_qs},
-        {u"delete"_qs}};
+        {u"reset dock-size autohide"_s, u"reset --group Dock --dry-run"_s,
+         u"reset --all --home /mnt/disk/Users/anna"_s, u"reset com.apple.dock tilesize"_s},
+        {u"delete"_s}};
 }
 
 Result<HomeCommand::Work> ResetCommand::prepare(const Request &request) const

@@ -1,5 +1,6 @@
 #include "cli/RestoreOutput.h"
 
+#include "base/Literals.h"
 #include "cli/RestartNames.h"
 #include "cli/SaveOutput.h"
 #include "cli/TextWidth.h"
@@ -20,10 +21,10 @@ QJsonArray loginItemObjects(const QList<BackupRow> &rows)
 {
     QJsonArray objects;
     for (const BackupRow &row : rows)
-        objects.append(QJsonObject {{u"action"_qs, row.loginItemAction()},
-                                    {u"path"_qs, row.loginItemPath()},
-                                    {u"enabled"_qs, row.enabledFlag() != 0},
-                                    {u"description"_qs, description(row)}});
+        objects.append(QJsonObject {{u"action"_s, row.loginItemAction()},
+                                    {u"path"_s, row.loginItemPath()},
+                                    {u"enabled"_s, row.enabledFlag() != 0},
+                                    {u"description"_s, description(row)}});
     return objects;
 }
 
@@ -46,7 +47,7 @@ SaveReport settingsPart(const RestoreReport &report)
 
 QString heading(const Restoration &restoration)
 {
-    return (restoration.dryRun ? u"Would be restored from "_qs : u"Restored from "_qs)
+    return (restoration.dryRun ? u"Would be restored from "_s : u"Restored from "_s)
         + restoration.name;
 }
 
@@ -56,18 +57,18 @@ QJsonObject restoreObject(const Restoration &restoration)
 {
     const RestoreReport &report = restoration.report;
     QJsonObject object {
-        {u"backup"_qs, restoration.name},
-        {u"dryRun"_qs, restoration.dryRun},
-        {u"changed"_qs, changeObjects(report.changes)},
-        {u"loginItems"_qs, loginItemObjects(report.loginItems)},
-        {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))},
-        {u"deleted"_qs, restoration.deleted},
+        {u"backup"_s, restoration.name},
+        {u"dryRun"_s, restoration.dryRun},
+        {u"changed"_s, changeObjects(report.changes)},
+        {u"loginItems"_s, loginItemObjects(report.loginItems)},
+        {u"restart"_s, QJsonArray::fromStringList(restartNames(report.restart))},
+        {u"deleted"_s, restoration.deleted},
     };
     if (!report.skipped.isEmpty())
-        object.insert(u"skipped"_qs, numbers(report.skipped));
+        object.insert(u"skipped"_s, numbers(report.skipped));
     const QStringList failures = restoreMessages(report);
     if (!failures.isEmpty())
-        object.insert(u"failures"_qs, QJsonArray::fromStringList(failures));
+        object.insert(u"failures"_s, QJsonArray::fromStringList(failures));
     return object;
 }
 
@@ -77,14 +78,14 @@ QString restoreText(const Restoration &restoration, const Style &style)
     QString text;
     if (report.changes.isEmpty() && report.loginItems.isEmpty()) {
         if (report.complete())
-            text = u"Nothing to change.\n"_qs;
+            text = u"Nothing to change.\n"_s;
     } else {
         Table table;
         table.addHeading(heading(restoration));
         addChanges(table, report.changes);
         for (const BackupRow &row : report.loginItems)
             table.addRow({{QString::number(row.id), Table::Look::Quiet},
-                          {u"login item"_qs},
+                          {u"login item"_s},
                           {description(row)}});
         text = table.text(style);
     }

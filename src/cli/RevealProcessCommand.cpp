@@ -1,5 +1,6 @@
 #include "cli/RevealProcessCommand.h"
 
+#include "base/Literals.h"
 #include "cli/HomeSession.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "sysinfo/ProcessActions.h"
@@ -9,13 +10,13 @@ namespace varnel::cli {
 CommandInfo RevealProcessCommand::info() const
 {
     return {
-        u"processes reveal"_qs,
-        u"Shows a running application in the file manager"_qs,
+        u"processes reveal"_s,
+        u"Shows a running application in the file manager"_s,
         u"Prints the application's line and does not wait for the file manager. Where there is\n"
-        u"none that can show a file, the folder around it is opened."_qs,
+        u"none that can show a file, the folder around it is opened."_s,
         {processParameter()},
         {},
-        {u"processes reveal 4711"_qs}};
+        {u"processes reveal 4711"_s}};
 }
 
 Result<void> RevealProcessCommand::act(const ProcessRow &row, ProcessManager &) const
@@ -27,7 +28,7 @@ Result<void> RevealProcessCommand::act(const ProcessRow &row, ProcessManager &) 
 
 QString RevealProcessCommand::deed() const
 {
-    return u"revealed"_qs;
+    return u"revealed"_s;
 }
 
 } // namespace varnel::cli

@@ -1,5 +1,6 @@
 #include "cli/Runner.h"
 
+#include "base/Literals.h"
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "cli/Help.h"
@@ -50,7 +51,7 @@ ExitStatus obey(const CommandLine &line, const Commands &commands, Console &cons
         console.print(help(line, commands));
         return ExitStatus::Done;
     case CommandLine::Wish::Version:
-        console.print(u"varnelctl "_qs + QStringLiteral(VARNEL_VERSION) + u'\n');
+        console.print(u"varnelctl "_s + QStringLiteral(VARNEL_VERSION) + u'\n');
         return ExitStatus::Done;
     case CommandLine::Wish::Wrong:
         console.message(line.problem);
@@ -61,11 +62,11 @@ ExitStatus obey(const CommandLine &line, const Commands &commands, Console &cons
     }
     // The table of settings is what somebody who types nothing wants to see.
     const Command &command = line.command ? *line.command : *commands.front();
-    if (line.request.has(u"homes-from"_qs) && !dynamic_cast<const HomeCommand *>(&command)) {
+    if (line.request.has(u"homes-from"_s) && !dynamic_cast<const HomeCommand *>(&command)) {
         console.message(u'\'' + command.info().name + u"' is not about homes: no --homes-from");
         return ExitStatus::Usage;
     }
-    prepareLogging(line.request.has(u"verbose"_qs));
+    prepareLogging(line.request.has(u"verbose"_s));
     return command.run(line.request, console);
 }
 

@@ -1,5 +1,7 @@
 #include "cli/RunningProcesses.h"
 
+#include "base/Literals.h"
+
 namespace varnel::cli {
 
 QList<ProcessRow> RunningProcesses::rows()
@@ -9,11 +11,11 @@ QList<ProcessRow> RunningProcesses::rows()
 
 QJsonObject processObject(const ProcessRow &row)
 {
-    return {{u"processId"_qs, row.processId},
-            {u"process"_qs, row.process},
-            {u"priority"_qs, row.priority.toInt()},
-            {u"bundleLocation"_qs, row.bundleLocation},
-            {u"icon"_qs, row.icon}};
+    return {{u"processId"_s, row.processId},
+            {u"process"_s, row.process},
+            {u"priority"_s, row.priority.toInt()},
+            {u"bundleLocation"_s, row.bundleLocation},
+            {u"icon"_s, row.icon}};
 }
 
 QList<Table::Cell> processCells(const ProcessRow &row)

@@ -1,5 +1,6 @@
 #include "cli/SaveOutput.h"
 
+#include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/RestartNames.h"
 #include "cli/SettingReport.h"
@@ -28,18 +29,18 @@ QString message(const SaveFailure &failure)
 
 QJsonObject changeObject(const SavedChange &change)
 {
-    return {{u"id"_qs, change.row->id},
-            {u"old"_qs, exchangedJson(*change.row, change.oldValue)},
-            {u"new"_qs, exchangedJson(*change.row, change.newValue)},
-            {u"action"_qs, actionString(*change.row, change.newValue)}};
+    return {{u"id"_s, change.row->id},
+            {u"old"_s, exchangedJson(*change.row, change.oldValue)},
+            {u"new"_s, exchangedJson(*change.row, change.newValue)},
+            {u"action"_s, actionString(*change.row, change.newValue)}};
 }
 
 QJsonObject failureObject(const SaveFailure &failure)
 {
     const bool backup = failure.step == SaveFailure::Step::Backup;
-    return {{u"id"_qs, failure.record.locationId},
-            {u"step"_qs, backup ? u"backup"_qs : u"write"_qs},
-            {u"message"_qs, failure.error.text}};
+    return {{u"id"_s, failure.record.locationId},
+            {u"step"_s, backup ? u"backup"_s : u"write"_s},
+            {u"message"_s, failure.error.text}};
 }
 
 /// What was there. The same words for another form of the value: a text "YES" reads as no.
@@ -72,24 +73,24 @@ void addChanges(Table &table, const QList<SavedChange> &changes)
 QJsonObject saveObject(const SaveReport &report)
 {
     QJsonObject object {
-        {u"backup"_qs, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
-        {u"changed"_qs, changeObjects(report.changes)},
-        {u"dryRun"_qs, report.dryRun},
-        {u"restart"_qs, QJsonArray::fromStringList(restartNames(report.restart))}};
+        {u"backup"_s, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
+        {u"changed"_s, changeObjects(report.changes)},
+        {u"dryRun"_s, report.dryRun},
+        {u"restart"_s, QJsonArray::fromStringList(restartNames(report.restart))}};
     QJsonArray failures;
     for (const SaveFailure &failure : report.failures)
         failures.append(failureObject(failure));
     if (!failures.isEmpty())
-        object.insert(u"failures"_qs, failures);
+        object.insert(u"failures"_s, failures);
     return object;
 }
 
 QString saveText(const SaveReport &report, const Style &style)
 {
     if (report.changes.isEmpty())
-        return report.failures.isEmpty() ? u"Nothing to change.\n"_qs : QString();
+        return report.failures.isEmpty() ? u"Nothing to change.\n"_s : QString();
     Table table;
-    table.addHeading(report.dryRun ? u"Would change"_qs : u"Changed"_qs);
+    table.addHeading(report.dryRun ? u"Would change"_s : u"Changed"_s);
     addChanges(table, report.changes);
     QString notes;
     if (!report.backupFile.isNull())

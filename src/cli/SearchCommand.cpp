@@ -1,5 +1,6 @@
 #include "cli/SearchCommand.h"
 
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "settings/SearchIndex.h"
 
@@ -29,14 +30,14 @@ QString table(const QList<SettingReport> &found, const Style &style)
 CommandInfo SearchCommand::info() const
 {
     return {
-        u"search"_qs,
-        u"Finds settings by a text"_qs,
+        u"search"_s,
+        u"Finds settings by a text"_s,
         u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
         u"no wildcards, no splitting into words. A setting's search words are a list of its own;\n"
-        u"its short name is not in it. Status 1 when there is none."_qs,
-        {{u"TEXT"_qs, u"part of the search words; quote it when it has blanks"_qs}},
+        u"its short name is not in it. Status 1 when there is none."_s,
+        {{u"TEXT"_s, u"part of the search words; quote it when it has blanks"_s}},
         {},
-        {u"search animation"_qs, u"search 'lock size' --json"_qs}};
+        {u"search animation"_s, u"search 'lock size' --json"_s}};
 }
 
 Result<HomeCommand::Work> SearchCommand::prepare(const Request &request) const
@@ -46,7 +47,7 @@ Result<HomeCommand::Work> SearchCommand::prepare(const Request &request) const
         const QList<SettingReport> found = session.reports(matches(text));
         HomeOutcome outcome;
         outcome.text = [found](const Style &style) { return table(found, style); };
-        outcome.object = [found] { return settingsObject(u"results"_qs, found); };
+        outcome.object = [found] { return settingsObject(u"results"_s, found); };
         outcome.noteUnreadableFiles(session, found);
         if (found.isEmpty()) {
             outcome.messages.append(u"nothing found for '" + text + u'\'');

@@ -1,5 +1,6 @@
 #include "cli/SetCommand.h"
 
+#include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/Ending.h"
 #include "cli/Lookup.h"
@@ -29,8 +30,8 @@ Result<WantedValue> parseAssignment(const QString &typed)
 CommandInfo SetCommand::info() const
 {
     return {
-        u"set"_qs,
-        u"Changes settings, and keeps their old values in a backup file"_qs,
+        u"set"_s,
+        u"Changes settings, and keeps their old values in a backup file"_s,
         u"All values of one command are one save. They are checked first: when one of them is\n"
         u"wrong, nothing is written. A setting that has its value already is left alone; when\n"
         u"that holds for all of them, no backup file is made.\n"
@@ -42,14 +43,14 @@ CommandInfo SetCommand::info() const
         u"'set DOMAIN KEY [-bool|-int|-float|-string] VALUE', and -array with several, changes "
         u"the\n"
         u"setting that is stored there to the one of its values that stores VALUE; DOMAIN is the\n"
-        u"preference file's name without .plist, its path, NSGlobalDomain or -g."_qs,
-        {{u"SETTING=VALUE"_qs, u"a number or short name, and the value it shall have"_qs,
+        u"preference file's name without .plist, its path, NSGlobalDomain or -g."_s,
+        {{u"SETTING=VALUE"_s, u"a number or short name, and the value it shall have"_s,
           ParameterInfo::Count::OneOrMore, Completes::Assignment}},
         {dryRunOption(), Ending::option()},
-        {u"set dock-size=48"_qs, u"set 'minimize-effect=Scale effect' autohide=yes"_qs,
-         u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_qs,
-         u"set com.apple.dock autohide -bool true"_qs},
-        {u"write"_qs}};
+        {u"set dock-size=48"_s, u"set 'minimize-effect=Scale effect' autohide=yes"_s,
+         u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_s,
+         u"set com.apple.dock autohide -bool true"_s},
+        {u"write"_s}};
 }
 
 Result<HomeCommand::Work> SetCommand::prepare(const Request &request) const

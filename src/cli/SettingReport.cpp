@@ -1,5 +1,6 @@
 #include "cli/SettingReport.h"
 
+#include "base/Literals.h"
 #include "cli/RestartNames.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
@@ -17,13 +18,13 @@ QString kindName(ValueKind kind)
 {
     switch (kind) {
     case ValueKind::Choice:
-        return u"choice"_qs;
+        return u"choice"_s;
     case ValueKind::Number:
-        return u"number"_qs;
+        return u"number"_s;
     case ValueKind::String:
         break;
     }
-    return u"string"_qs;
+    return u"string"_s;
 }
 
 QJsonValue writtenJson(const StoredValue &stored)
@@ -52,9 +53,9 @@ QJsonArray choicesJson(const SettingRow &row)
     QJsonArray choices;
     for (int index = 0; index < row.choices.size(); ++index) {
         const Choice &choice = row.choices[index];
-        choices.append(QJsonObject {{u"index"_qs, index},
-                                    {u"label"_qs, choice.label},
-                                    {u"writes"_qs, choiceJson(row, choice)}});
+        choices.append(QJsonObject {{u"index"_s, index},
+                                    {u"label"_s, choice.label},
+                                    {u"writes"_s, choiceJson(row, choice)}});
     }
     return choices;
 }
@@ -102,7 +103,7 @@ QString valueInWords(const SettingReport &report)
 /// What a number may be; null for everything else.
 QString rangeInWords(const SettingRow &row)
 {
-    return row.kind == ValueKind::Number ? u"%1 to %2"_qs.arg(row.minimum).arg(row.maximum)
+    return row.kind == ValueKind::Number ? u"%1 to %2"_s.arg(row.minimum).arg(row.maximum)
                                          : QString();
 }
 
@@ -111,7 +112,7 @@ void addChoices(Table &table, const SettingReport &report)
     const QList<Choice> &choices = report.row->choices;
     for (int index = 0; index < choices.size(); ++index) {
         const bool current = index == report.reading.value.number;
-        table.addRow({{index == 0 ? u"choices"_qs : QString(), Table::Look::Quiet},
+        table.addRow({{index == 0 ? u"choices"_s : QString(), Table::Look::Quiet},
                       {QString::number(index) + u"  " + choices[index].label,
                        current ? Table::Look::Strong : Table::Look::Plain}});
     }
@@ -129,30 +130,30 @@ QJsonObject settingObject(const SettingReport &report)
     const SettingRow &row = *report.row;
     const SettingValue &value = report.reading.value;
     return {
-        {u"id"_qs, row.id},
-        {u"name"_qs, row.name},
-        {u"class"_qs, row.viewClass},
-        {u"module"_qs, moduleRow(row.module).moduleClass},
-        {u"location"_qs, locationString(row)},
-        {u"shortLocation"_qs, shortLocationString(row)},
-        {u"file"_qs, textOrNull(fileName(row))},
-        {u"keys"_qs, QJsonArray::fromStringList(row.keys)},
-        {u"type"_qs, row.type},
-        {u"kind"_qs, kindName(row.kind)},
-        {u"choices"_qs, choicesJson(row)},
-        {u"keywords"_qs, QJsonArray::fromStringList(row.keywords)},
-        {u"searchText"_qs, textOrNull(searchText(row))},
-        {u"restarts"_qs, textOrNull(restartName(row))},
-        {u"value"_qs, exchangedJson(row, value)},
-        {u"label"_qs, labelText(row, value)},
-        {u"action"_qs, actionString(row, value)},
-        {u"found"_qs, report.reading.found},
+        {u"id"_s, row.id},
+        {u"name"_s, row.name},
+        {u"class"_s, row.viewClass},
+        {u"module"_s, moduleRow(row.module).moduleClass},
+        {u"location"_s, locationString(row)},
+        {u"shortLocation"_s, shortLocationString(row)},
+        {u"file"_s, textOrNull(fileName(row))},
+        {u"keys"_s, QJsonArray::fromStringList(row.keys)},
+        {u"type"_s, row.type},
+        {u"kind"_s, kindName(row.kind)},
+        {u"choices"_s, choicesJson(row)},
+        {u"keywords"_s, QJsonArray::fromStringList(row.keywords)},
+        {u"searchText"_s, textOrNull(searchText(row))},
+        {u"restarts"_s, textOrNull(restartName(row))},
+        {u"value"_s, exchangedJson(row, value)},
+        {u"label"_s, labelText(row, value)},
+        {u"action"_s, actionString(row, value)},
+        {u"found"_s, report.reading.found},
     };
 }
 
 QByteArray jsonDocument(QJsonObject object)
 {
-    object.insert(u"schemaVersion"_qs, schemaVersion);
+    object.insert(u"schemaVersion"_s, schemaVersion);
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
 
@@ -177,19 +178,18 @@ QString settingSheet(const SettingReport &report, const Style &style)
     const SettingRow &row = *report.row;
     Table table;
     table.addHeading(row.name);
-    addField(table, u"number"_qs, QString::number(row.id));
-    addField(table, u"setting"_qs, row.label);
-    addField(table, u"what it does"_qs, row.help);
-    addField(table, u"group"_qs, shortLocationString(row));
-    addField(table, u"file"_qs, fileName(row));
-    addField(table, u"keys"_qs, row.keys.join(u", "));
-    addField(table, u"type written"_qs, row.type);
-    addField(table, u"range"_qs, rangeInWords(row));
-    addField(table, u"restarts"_qs, restartName(row));
-    addField(table, u"value"_qs, valueInWords(report));
-    addField(table, u"in words"_qs, actionString(row, report.reading.value));
-    addField(table, u"stored"_qs,
-             report.reading.found ? u"yes"_qs : u"no, so the default holds"_qs);
+    addField(table, u"number"_s, QString::number(row.id));
+    addField(table, u"setting"_s, row.label);
+    addField(table, u"what it does"_s, row.help);
+    addField(table, u"group"_s, shortLocationString(row));
+    addField(table, u"file"_s, fileName(row));
+    addField(table, u"keys"_s, row.keys.join(u", "));
+    addField(table, u"type written"_s, row.type);
+    addField(table, u"range"_s, rangeInWords(row));
+    addField(table, u"restarts"_s, restartName(row));
+    addField(table, u"value"_s, valueInWords(report));
+    addField(table, u"in words"_s, actionString(row, report.reading.value));
+    addField(table, u"stored"_s, report.reading.found ? u"yes"_s : u"no, so the default holds"_s);
     addChoices(table, report);
     return table.text(style);
 }

@@ -1,5 +1,6 @@
 #include "cli/SettingWords.h"
 
+#include "base/Literals.h"
 #include "settings/BarItems.h"
 #include "shell/QuitDecision.h"
 
@@ -25,8 +26,8 @@ QStringList valueWords(const SettingRow &row)
         return {};
     QStringList words = otherLabels(row);
     if (row.mechanism == Mechanism::BarItems)
-        words << BarItems::allNames() << u"none"_qs;
-    return words << u"default"_qs;
+        words << BarItems::allNames() << u"none"_s;
+    return words << u"default"_s;
 }
 
 QStringList applicationNames()

@@ -1,5 +1,6 @@
 #include "cli/ShellText.h"
 
+#include "base/Literals.h"
 #include "base/ShellText.h"
 
 namespace varnel::cli {
@@ -23,7 +24,7 @@ QString quoted(const QStringList &words)
 
 QString quotedForFish(const QString &text)
 {
-    return u'\'' + QString(text).replace(u'\\', u"\\\\"_qs).replace(u'\'', u"\\'"_qs) + u'\'';
+    return u'\'' + QString(text).replace(u'\\', u"\\\\"_s).replace(u'\'', u"\\'"_s) + u'\'';
 }
 
 QString quotedForFish(const QStringList &words)
@@ -35,23 +36,23 @@ QString scriptName(Completes completes)
 {
     switch (completes) {
     case Completes::Setting:
-        return u"setting"_qs;
+        return u"setting"_s;
     case Completes::Assignment:
-        return u"assignment"_qs;
+        return u"assignment"_s;
     case Completes::Group:
-        return u"group"_qs;
+        return u"group"_s;
     case Completes::Application:
-        return u"application"_qs;
+        return u"application"_s;
     case Completes::File:
-        return u"file"_qs;
+        return u"file"_s;
     case Completes::Folder:
-        return u"folder"_qs;
+        return u"folder"_s;
     case Completes::Backup:
-        return u"backup"_qs;
+        return u"backup"_s;
     case Completes::LoginItem:
-        return u"login-item"_qs;
+        return u"login-item"_s;
     case Completes::Process:
-        return u"process"_qs;
+        return u"process"_s;
     case Completes::Nothing:
     case Completes::Words:
         break;

@@ -1,11 +1,13 @@
 #include "cli/ShowCommand.h"
 
+#include "base/Literals.h"
+
 namespace varnel::cli {
 
 CommandInfo ShowCommand::info() const
 {
-    return {u"show"_qs, u"Shows everything about one setting"_qs,      {}, {settingParameter()},
-            {},         {u"show dock-size"_qs, u"show 1008 --json"_qs}};
+    return {u"show"_s, u"Shows everything about one setting"_s,     {}, {settingParameter()},
+            {},        {u"show dock-size"_s, u"show 1008 --json"_s}};
 }
 
 QString ShowCommand::text(const SettingReport &report, const Style &style) const

@@ -1,5 +1,7 @@
 #include "cli/StoredText.h"
 
+#include "base/Literals.h"
+
 #include <QJsonArray>
 
 #include <algorithm>
@@ -19,7 +21,7 @@ QString quoted(QString text)
 {
     if (isPlainWord(text))
         return text;
-    text.replace(u'\\', u"\\\\"_qs).replace(u'"', u"\\\""_qs).replace(u'\n', u"\\n"_qs);
+    text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s).replace(u'\n', u"\\n"_s);
     return u'"' + text + u'"';
 }
 
@@ -28,7 +30,7 @@ QString arrayText(const QStringList &elements)
     QStringList lines;
     for (const QString &element : elements)
         lines.append(u"    " + quoted(element));
-    return lines.isEmpty() ? u"(\n)"_qs : QString(u"(\n" + lines.join(u",\n") + u"\n)");
+    return lines.isEmpty() ? u"(\n)"_s : QString(u"(\n" + lines.join(u",\n") + u"\n)");
 }
 
 } // namespace
@@ -52,7 +54,7 @@ Result<QString> storedText(const plist::Value &stored)
     case plist::Kind::Other:
         break;
     }
-    return Error {ErrorCode::Failed, u"its value is no text, number, boolean or list of texts"_qs};
+    return Error {ErrorCode::Failed, u"its value is no text, number, boolean or list of texts"_s};
 }
 
 QJsonValue storedJson(const plist::Value &stored)

@@ -1,5 +1,6 @@
 #include "cli/SystemCommand.h"
 
+#include "base/Literals.h"
 #include "cli/Outcome.h"
 #include "cli/SystemReport.h"
 
@@ -8,17 +9,17 @@ namespace varnel::cli {
 CommandInfo SystemCommand::info() const
 {
     return {
-        u"system"_qs,
-        u"Shows the system's version, its memory and its network counters"_qs,
+        u"system"_s,
+        u"Shows the system's version, its memory and its network counters"_s,
         u"The version is that of the system disk mounted at the root, or at the DIR of\n"
         u"--system-root; what it does not say shows as \"(null)\". Memory and network are those\n"
-        u"of the machine that this runs on."_qs,
-        {{u"CATEGORY"_qs, u"one only: macosx, memory or network"_qs, ParameterInfo::Count::Optional,
+        u"of the machine that this runs on."_s,
+        {{u"CATEGORY"_s, u"one only: macosx, memory or network"_s, ParameterInfo::Count::Optional,
           Completes::Words, categoryNames()}},
-        {{u"system-root"_qs, u"DIR"_qs, u"the folder at which the system disk is mounted"_qs, false,
+        {{u"system-root"_s, u"DIR"_s, u"the folder at which the system disk is mounted"_s, false,
           Completes::Folder}},
-        {u"system"_qs, u"system memory --json"_qs,
-         u"system macosx --system-root /mnt/disk --home /mnt/disk/Users/anna"_qs}};
+        {u"system"_s, u"system memory --json"_s,
+         u"system macosx --system-root /mnt/disk --home /mnt/disk/Users/anna"_s}};
 }
 
 ExitStatus SystemCommand::run(const Request &request, Console &console) const
@@ -42,7 +43,7 @@ ExitStatus SystemCommand::run(const Request &request, Console &console) const
         Console::message(error.text);
     if (errors.size() == reports.size())
         return ExitStatus::Failed;
-    if (request.has(u"json"_qs))
+    if (request.has(u"json"_s))
         console.print(systemDocument(reports));
     else
         console.print(systemSheet(reports, console.style()));

@@ -1,5 +1,6 @@
 #include "cli/SystemReport.h"
 
+#include "base/Literals.h"
 #include "cli/HomeSession.h"
 #include "cli/SettingReport.h"
 #include "platform/linux/LinuxFileReader.h"
@@ -23,12 +24,12 @@ constexpr std::array<SystemCategory, 3> categories {{
 
 Result<QString> systemRoot(const Request &request)
 {
-    const QString option = u"system-root"_qs;
+    const QString option = u"system-root"_s;
     if (!request.has(option))
-        return u"/"_qs;
+        return u"/"_s;
     QString folder = request.value(option);
     if (folder.isEmpty())
-        return Error {ErrorCode::Invalid, u"--system-root needs the name of a folder"_qs};
+        return Error {ErrorCode::Invalid, u"--system-root needs the name of a folder"_s};
     if (!QFileInfo(folder).isDir())
         return Error {ErrorCode::NotFound, folder + u": no such folder"};
     return folder;
@@ -50,7 +51,7 @@ Result<InfoRows> readMemory()
 {
     const std::optional<MemoryFacts> facts = LinuxSystemFacts().memory();
     if (!facts)
-        return Error {ErrorCode::Failed, u"the memory statistics could not be read"_qs};
+        return Error {ErrorCode::Failed, u"the memory statistics could not be read"_s};
     return memoryRows(*facts);
 }
 
@@ -73,7 +74,7 @@ QJsonValue rowsJson(const Result<InfoRows> &rows)
         return {};
     QJsonArray array;
     for (const InfoRow &row : rows.value())
-        array.append(QJsonObject {{u"name"_qs, row.name}, {u"value"_qs, row.value}});
+        array.append(QJsonObject {{u"name"_s, row.name}, {u"value"_s, row.value}});
     return array;
 }
 

@@ -1,5 +1,6 @@
 #include "cli/TerminateProcessCommand.h"
 
+#include "base/Literals.h"
 #include "sysinfo/ProcessActions.h"
 
 namespace varnel::cli {
@@ -7,13 +8,13 @@ namespace varnel::cli {
 CommandInfo TerminateProcessCommand::info() const
 {
     return {
-        u"processes terminate"_qs,
-        u"Asks a running application to end"_qs,
+        u"processes terminate"_s,
+        u"Asks a running application to end"_s,
         u"Sends the signal TERM to the process and prints its line. Asks nothing first, and does\n"
-        u"not wait for the process to end."_qs,
+        u"not wait for the process to end."_s,
         {processParameter()},
         {},
-        {u"processes terminate 4711"_qs}};
+        {u"processes terminate 4711"_s}};
 }
 
 Result<void> TerminateProcessCommand::act(const ProcessRow &row, ProcessManager &manager) const
@@ -23,7 +24,7 @@ Result<void> TerminateProcessCommand::act(const ProcessRow &row, ProcessManager 
 
 QString TerminateProcessCommand::deed() const
 {
-    return u"terminated"_qs;
+    return u"terminated"_s;
 }
 
 } // namespace varnel::cli

@@ -1,5 +1,7 @@
 #include "cli/TextWidth.h"
 
+#include "base/Literals.h"
+
 #include <algorithm>
 #include <array>
 
@@ -110,7 +112,7 @@ QString printable(const QString &text)
         else if (character == U'\t')
             out += u"\\t";
         else if (steersTerminal(character))
-            out += u"\\u%1"_qs.arg(uint(character), 4, 16, QChar(u'0'));
+            out += u"\\u%1"_s.arg(uint(character), 4, 16, QChar(u'0'));
         else
             out += QChar::fromUcs4(character);
     }

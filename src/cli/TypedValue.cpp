@@ -1,5 +1,6 @@
 #include "cli/TypedValue.h"
 
+#include "base/Literals.h"
 #include "settings/BarItems.h"
 #include "settings/ValueText.h"
 
@@ -75,7 +76,7 @@ QString written(const StoredValue &stored)
 {
     struct InWords {
         QString operator()(std::monostate) const { return {}; }
-        QString operator()(bool flag) const { return flag ? u"true"_qs : u"false"_qs; }
+        QString operator()(bool flag) const { return flag ? u"true"_s : u"false"_s; }
         QString operator()(int number) const { return QString::number(number); }
         QString operator()(const QString &text) const { return text; }
     };
@@ -140,16 +141,16 @@ Result<SettingValue> numberValue(const TypedValue &value, const SettingRow &row)
     const bool isTruth = value.type == Type::Boolean || truth(value.words.first());
     const std::optional<int> number = numberOf(value.type, value.words.first());
     if (isTruth || !number || *number < row.minimum || *number > row.maximum)
-        return refused(value, row, u"from %1 to %2"_qs.arg(row.minimum).arg(row.maximum));
+        return refused(value, row, u"from %1 to %2"_s.arg(row.minimum).arg(row.maximum));
     return SettingValue {*number};
 }
 
 Result<SettingValue> textValue(const TypedValue &value, const SettingRow &row)
 {
     if (value.type != Type::Text && value.type != Type::None)
-        return refused(value, row, u"give -string"_qs);
+        return refused(value, row, u"give -string"_s);
     if (value.words.first() == u"-1")
-        return refused(value, row, u"any but '-1', which stands for the default"_qs);
+        return refused(value, row, u"any but '-1', which stands for the default"_s);
     return SettingValue {0, value.words.first()};
 }
 
@@ -171,8 +172,7 @@ Result<Type> TypedValue::parseType(const QString &word)
     for (const TypeWord &known : typeWords)
         if (QStringView(known.word) == word)
             return known.type;
-    const QStringList others {u"-data"_qs, u"-date"_qs, u"-array-add"_qs, u"-dict"_qs,
-                              u"-dict-add"_qs};
+    const QStringList others {u"-data"_s, u"-date"_s, u"-array-add"_s, u"-dict"_s, u"-dict-add"_s};
     if (others.contains(word))
         return Error {ErrorCode::Invalid, u"no setting is stored as '" + word + u'\''};
     return Type::None;
@@ -183,7 +183,7 @@ Result<SettingValue> TypedValue::asValueOf(const SettingRow &row, const QString 
     if (row.mechanism == Mechanism::BarItems)
         return itemsValue(*this, row);
     if (words.size() != 1)
-        return refused(*this, row, u"give one value"_qs);
+        return refused(*this, row, u"give one value"_s);
     switch (row.kind) {
     case ValueKind::Choice:
         return choiceOf(*this, row, key);

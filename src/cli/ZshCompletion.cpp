@@ -1,5 +1,6 @@
 #include "cli/ZshCompletion.h"
 
+#include "base/Literals.h"
 #include "base/ShellText.h"
 #include "cli/CommandTree.h"
 #include "cli/SettingWords.h"
@@ -92,7 +93,7 @@ QString escaped(QString text)
 QString functionName(const QString &path)
 {
     const QString name = QString(path).replace(u' ', u'_');
-    return name.isEmpty() ? u"_varnelctl_at"_qs : QString(u"_varnelctl_at_" + name);
+    return name.isEmpty() ? u"_varnelctl_at"_s : QString(u"_varnelctl_at_" + name);
 }
 
 QString function(const QString &name, const QString &body)
@@ -107,11 +108,11 @@ QString action(Completes completes, const QStringList &words)
     case Completes::Words:
         return u'(' + words.join(u' ') + u')';
     case Completes::File:
-        return u"_files"_qs;
+        return u"_files"_s;
     case Completes::Folder:
-        return u"_files -/"_qs;
+        return u"_files -/"_s;
     case Completes::Nothing:
-        return u" "_qs;
+        return u" "_s;
     default:
         return u"_varnelctl_" + scriptName(completes);
     }
@@ -140,7 +141,7 @@ QString placeSpec(const ParameterInfo &parameter)
 
 QString argumentsCall(const QStringList &specs)
 {
-    QString lines = u"    _arguments -C"_qs;
+    QString lines = u"    _arguments -C"_s;
     for (const QString &spec : specs)
         lines += u" \\\n        " + shellQuoted(spec);
     return lines;
@@ -173,7 +174,7 @@ QString nodeFunction(const TreeNode &node)
     }
     const QStringList specs =
         optionSpecs(sharedOptions() + (node.path.isNull() ? programOptions() : QList<OptionInfo>()))
-        + QStringList {u"1:command:->command"_qs, u"*::argument:->argument"_qs};
+        + QStringList {u"1:command:->command"_s, u"*::argument:->argument"_s};
     return function(functionName(node.path),
                     u"    local context state state_descr line\n    typeset -A opt_args\n"
                         + argumentsCall(specs)
@@ -215,7 +216,7 @@ QString settingFunction()
     QList<TreeWord> words;
     for (const SettingRow &row : catalogue())
         words.append({row.name, shortLocationString(row) + u": " + row.label});
-    return describedWords(u"setting"_qs, words);
+    return describedWords(u"setting"_s, words);
 }
 
 /// Offers a list that has no descriptions.
@@ -239,8 +240,8 @@ QString valuesFunction()
     for (const SettingRow &row : catalogue())
         if (const QStringList words = valueWords(row); !words.isEmpty())
             branches +=
-                u"    (%1|%2) known=(%3) ;;\n"_qs.arg(row.name).arg(row.id).arg(quoted(words));
-    return function(u"_varnelctl_values"_qs,
+                u"    (%1|%2) known=(%3) ;;\n"_s.arg(row.name).arg(row.id).arg(quoted(words));
+    return function(u"_varnelctl_values"_s,
                     u"    local -a known\n    case ${(L)argv[-1]} in\n" + branches
                         + u"    esac\n    _varnelctl_add \"${(@)argv[1,-2]}\" -a known\n");
 }
@@ -249,8 +250,8 @@ QString valuesFunction()
 
 QString zshCompletion(const Commands &commands)
 {
-    return QString::fromUtf16(head) + settingFunction() + plainFunction(u"group"_qs, groupTitles())
-        + plainFunction(u"application"_qs, applicationNames()) + valuesFunction()
+    return QString::fromUtf16(head) + settingFunction() + plainFunction(u"group"_s, groupTitles())
+        + plainFunction(u"application"_s, applicationNames()) + valuesFunction()
         + nodeFunctions(commands) + QString::fromUtf16(runtime);
 }
 

@@ -1,5 +1,6 @@
 #include "plist/XmlComposer.h"
 
+#include "base/Literals.h"
 #include "plist/Errors.h"
 #include "plist/XmlEncoding.h"
 #include "plist/XmlMarkup.h"
@@ -75,7 +76,7 @@ void XmlComposer::add(const QString &name, const NewValue &value)
 void XmlComposer::add(const QString &name, const QDateTime &date)
 {
     key(name);
-    line(QString(u"<date>" + date.toUTC().toString(u"yyyy-MM-dd'T'HH:mm:ss'Z'"_qs) + u"</date>"));
+    line(QString(u"<date>" + date.toUTC().toString(u"yyyy-MM-dd'T'HH:mm:ss'Z'"_s) + u"</date>"));
 }
 
 Result<QByteArray> XmlComposer::finish()

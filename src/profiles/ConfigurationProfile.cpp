@@ -1,5 +1,6 @@
 #include "profiles/ConfigurationProfile.h"
 
+#include "base/Literals.h"
 #include "plist/XmlComposer.h"
 #include "profiles/Domain.h"
 #include "profiles/ProfileWriter.h"
@@ -27,11 +28,11 @@ struct Sorted {
 QString obstacle(const SettingWrite &write)
 {
     if (write.hidesLibrary)
-        return u"no preference, so no configuration profile holds it"_qs;
+        return u"no preference, so no configuration profile holds it"_s;
     if (!write.changes.first().value)
-        return u"a configuration profile takes no key out"_qs;
+        return u"a configuration profile takes no key out"_s;
     if (write.changes.first().keyPath.size() > 1)
-        return u"a configuration profile would replace the whole dictionary that it stands in"_qs;
+        return u"a configuration profile would replace the whole dictionary that it stands in"_s;
     return {};
 }
 
@@ -54,30 +55,30 @@ Sorted sorted(const Profile &profile)
 /// An identifier that the same content always gets.
 QString identifier(const QByteArray &content)
 {
-    static const QUuid ours(u"{8f1b6a54-6a0e-4d0b-9d2c-5c1f0a7e3b92}"_qs);
+    static const QUuid ours(u"{8f1b6a54-6a0e-4d0b-9d2c-5c1f0a7e3b92}"_s);
     return QUuid::createUuidV5(ours, content).toString(QUuid::WithoutBraces).toUpper();
 }
 
 void describe(XmlComposer &composer, const QString &type, const QString &uuid)
 {
-    composer.add(u"PayloadDisplayName"_qs, u"Hidden settings"_qs);
-    composer.add(u"PayloadIdentifier"_qs, QString(u"varnel.settings." + uuid));
-    composer.add(u"PayloadType"_qs, type);
-    composer.add(u"PayloadUUID"_qs, uuid);
-    composer.add(u"PayloadVersion"_qs, qint64(1));
+    composer.add(u"PayloadDisplayName"_s, u"Hidden settings"_s);
+    composer.add(u"PayloadIdentifier"_s, QString(u"varnel.settings." + uuid));
+    composer.add(u"PayloadType"_s, type);
+    composer.add(u"PayloadUUID"_s, uuid);
+    composer.add(u"PayloadVersion"_s, qint64(1));
 }
 
 void addPayload(XmlComposer &composer, const QString &domain, const Preferences &preferences,
                 const std::optional<QDateTime> &onceSince)
 {
     composer.beginDictionary();
-    composer.beginDictionary(u"PayloadContent"_qs);
+    composer.beginDictionary(u"PayloadContent"_s);
     composer.beginDictionary(domain);
-    composer.beginArray(onceSince ? u"Set-Once"_qs : u"Forced"_qs);
+    composer.beginArray(onceSince ? u"Set-Once"_s : u"Forced"_s);
     composer.beginDictionary();
     if (onceSince)
-        composer.add(u"mcx_data_timestamp"_qs, *onceSince);
-    composer.beginDictionary(u"mcx_preference_settings"_qs);
+        composer.add(u"mcx_data_timestamp"_s, *onceSince);
+    composer.beginDictionary(u"mcx_preference_settings"_s);
     for (const auto &[key, value] : preferences)
         composer.add(key, value);
     for (int begun = 0; begun < 5; ++begun)
@@ -92,16 +93,16 @@ Result<Translation> configurationProfile(const Profile &profile,
     const Sorted content = sorted(profile);
     const QByteArray seed = (onceSince ? "once " : "forced ") + profileJson(profile);
     XmlComposer composer;
-    composer.beginArray(u"PayloadContent"_qs);
+    composer.beginArray(u"PayloadContent"_s);
     for (const auto &[domain, preferences] : content.domains) {
         addPayload(composer, domain, preferences, onceSince);
-        describe(composer, u"com.apple.ManagedClient.preferences"_qs,
+        describe(composer, u"com.apple.ManagedClient.preferences"_s,
                  identifier(domain.toUtf8() + ' ' + seed));
         composer.end();
     }
     composer.end();
-    describe(composer, u"Configuration"_qs, identifier(seed));
-    composer.add(u"PayloadScope"_qs, u"User"_qs);
+    describe(composer, u"Configuration"_s, identifier(seed));
+    composer.add(u"PayloadScope"_s, u"User"_s);
     Result<QByteArray> bytes = composer.finish();
     if (!bytes)
         return bytes.error();

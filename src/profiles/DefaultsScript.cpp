@@ -1,5 +1,6 @@
 #include "profiles/DefaultsScript.h"
 
+#include "base/Literals.h"
 #include "base/ShellText.h"
 #include "profiles/Domain.h"
 #include "settings/SettingWrite.h"
@@ -15,13 +16,13 @@ const QString orNothing = QStringLiteral(" 2>/dev/null || :\n");
 
 /// The type and the value as words of the tool.
 struct Words {
-    QString operator()(bool value) const { return value ? u"-bool true"_qs : u"-bool false"_qs; }
-    QString operator()(qint64 value) const { return u"-int "_qs + QString::number(value); }
-    QString operator()(const QString &value) const { return u"-string "_qs + shellWord(value); }
+    QString operator()(bool value) const { return value ? u"-bool true"_s : u"-bool false"_s; }
+    QString operator()(qint64 value) const { return u"-int "_s + QString::number(value); }
+    QString operator()(const QString &value) const { return u"-string "_s + shellWord(value); }
     QString operator()(const QStringList &values) const
     {
         // Elements without a type of their own would be read as the text of a property list.
-        QString words = u"-array"_qs;
+        QString words = u"-array"_s;
         for (const QString &value : values)
             words += u' ' + (*this)(value);
         return words;
@@ -53,8 +54,8 @@ private:
 QString command(const QString &verb, const SettingRow &row, const QString &key = {})
 {
     const QString domain = domainOf(row);
-    QString words = u"defaults "_qs + verb + u' '
-        + shellWord(domain == globalDomain ? u"NSGlobalDomain"_qs : domain);
+    QString words = u"defaults "_s + verb + u' '
+        + shellWord(domain == globalDomain ? u"NSGlobalDomain"_s : domain);
     if (!key.isNull())
         words += u' ' + shellWord(key);
     return words;
@@ -63,7 +64,7 @@ QString command(const QString &verb, const SettingRow &row, const QString &key =
 void Script::leaveOut(const SettingRow &row, const QString &why)
 {
     leftOut.append(row.name + u": " + why);
-    commands += u"# "_qs + leftOut.last() + u'\n';
+    commands += u"# "_s + leftOut.last() + u'\n';
 }
 
 void Script::change(const WantedValue &setting, const SettingWrite &write, const KeyChange &change)
@@ -72,21 +73,21 @@ void Script::change(const WantedValue &setting, const SettingWrite &write, const
     const QString &key = change.keyPath.first();
     const bool nested = change.keyPath.size() > 1;
     if (!change.value && nested)
-        return leaveOut(row, u"'defaults' takes no key out of a dictionary"_qs);
+        return leaveOut(row, u"'defaults' takes no key out of a dictionary"_s);
     if (!change.value) {
-        commands += command(u"delete"_qs, row, key) + orNothing;
+        commands += command(u"delete"_s, row, key) + orNothing;
         return;
     }
     if (!isWord(*change.value))
-        return leaveOut(row, u"its text can't stand in a command"_qs);
+        return leaveOut(row, u"its text can't stand in a command"_s);
     const QString words = std::visit(Words {}, *change.value);
-    QString line = command(u"write"_qs, row, key);
-    line += nested ? QString(u" -dict-add "_qs + shellWord(change.keyPath.last()) + u' ' + words)
+    QString line = command(u"write"_s, row, key);
+    line += nested ? QString(u" -dict-add "_s + shellWord(change.keyPath.last()) + u' ' + words)
                    : QString(u' ' + words);
     // Where the file, or the dictionary in it, is not there, there is nothing to change.
     if (write.ifMissing == PreferenceFiles::IfMissing::LeaveMissing)
-        line = u"! "_qs + command(u"read"_qs, row, nested ? key : QString())
-            + u" >/dev/null 2>&1 || " + line;
+        line = u"! "_s + command(u"read"_s, row, nested ? key : QString()) + u" >/dev/null 2>&1 || "
+            + line;
     commands += line + orFailed;
 }
 
@@ -94,8 +95,8 @@ void Script::add(const WantedValue &setting)
 {
     const SettingWrite write = SettingWrite::of(*setting.row, setting.value);
     if (write.hidesLibrary)
-        commands += (*write.hidesLibrary ? u"chflags hidden \"$HOME/Library\""_qs
-                                         : u"chflags nohidden \"$HOME/Library\""_qs)
+        commands += (*write.hidesLibrary ? u"chflags hidden \"$HOME/Library\""_s
+                                         : u"chflags nohidden \"$HOME/Library\""_s)
             + orFailed;
     for (const KeyChange &each : write.changes)
         change(setting, write, each);
@@ -106,12 +107,12 @@ void Script::add(const WantedValue &setting)
 Translation Script::finish()
 {
     QString text =
-        u"#!/bin/sh\n# Hidden settings, for the account that runs this.\nfailed=0\n"_qs + commands;
+        u"#!/bin/sh\n# Hidden settings, for the account that runs this.\nfailed=0\n"_s + commands;
     QStringList processes = processesToEnd(closeRows(flags));
     if (!processes.isEmpty())
         processes.append(systemInterfaceProcess());
     for (const QString &process : processes)
-        text += u"killall "_qs + shellWord(process) + orNothing;
+        text += u"killall "_s + shellWord(process) + orNothing;
     return {QString(text + u"exit \"$failed\"\n").toUtf8(), leftOut};
 }
 

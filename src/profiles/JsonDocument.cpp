@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "profiles/JsonNames.h"
 #include "profiles/ProfileDocument.h"
 
@@ -14,7 +15,7 @@ namespace {
 Error brokenJson(const QByteArray &bytes, const QJsonParseError &error)
 {
     const auto line = bytes.left(error.offset).count('\n') + 1;
-    return {ErrorCode::Invalid, u"line "_qs + QString::number(line) + u": " + error.errorString()};
+    return {ErrorCode::Invalid, u"line "_s + QString::number(line) + u": " + error.errorString()};
 }
 
 plist::Value numberOf(const QJsonValue &json)

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "profiles/Profile.h"
 #include "profiles/ProfileDocument.h"
 #include "settings/Catalogue.h"
@@ -33,10 +34,10 @@ bool isJson(QByteArrayView bytes)
 Result<void> checkVersion(const plist::Value &version)
 {
     if (version.kind != plist::Kind::Integer || version.integer < 1)
-        return wrong(u"schemaVersion must be a whole number from 1 on"_qs);
+        return wrong(u"schemaVersion must be a whole number from 1 on"_s);
     if (version.integer > Profile::schemaVersion)
         return wrong(
-            u"schemaVersion %1 is newer than this program, which knows %2"_qs.arg(version.integer)
+            u"schemaVersion %1 is newer than this program, which knows %2"_s.arg(version.integer)
                 .arg(Profile::schemaVersion));
     return {};
 }
@@ -46,9 +47,9 @@ Result<void> checkMember(const Member &member)
     if (member.name == profileMembers::schemaVersion)
         return checkVersion(member.value);
     if (member.name != profileMembers::settings)
-        return wrong(u"unknown member "_qs + quoted(member.name));
+        return wrong(u"unknown member "_s + quoted(member.name));
     if (member.value.kind != plist::Kind::Dictionary)
-        return wrong(u"settings must be an object (a dictionary)"_qs);
+        return wrong(u"settings must be an object (a dictionary)"_s);
     return {};
 }
 
@@ -79,15 +80,15 @@ Result<SettingValue> valueOf(const SettingRow &row, const plist::Value &value)
         return parseValue(row, QString::number(value.integer));
     return wrong(row.name
                  + (row.mechanism == Mechanism::Text
-                        ? u": its value must be a text"_qs
-                        : u": its value must be a whole number or a text"_qs));
+                        ? u": its value must be a text"_s
+                        : u": its value must be a whole number or a text"_s));
 }
 
 Result<WantedValue> settingOf(const Member &member)
 {
     const SettingRow *row = findSetting(QStringView(member.name.toLower()));
     if (!row)
-        return wrong(u"unknown setting "_qs + quoted(member.name));
+        return wrong(u"unknown setting "_s + quoted(member.name));
     const Result<SettingValue> value = valueOf(*row, member.value);
     if (!value)
         return value.error();
@@ -119,7 +120,7 @@ Result<Profile> readProfile(const QByteArray &bytes)
 {
     if (bytes.size() > Profile::largestFile)
         return wrong(
-            u"larger than any profile, which has %1 bytes at most"_qs.arg(Profile::largestFile));
+            u"larger than any profile, which has %1 bytes at most"_s.arg(Profile::largestFile));
     const Result<ProfileDocument> document =
         isJson(bytes) ? ProfileDocument::fromJson(bytes) : ProfileDocument::fromPropertyList(bytes);
     return document ? profileOf(document.value()) : document.error();

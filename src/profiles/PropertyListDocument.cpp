@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "profiles/ProfileDocument.h"
 
 #include "plist/PropertyList.h"
@@ -22,7 +23,7 @@ Result<QList<Member>> membersAt(const plist::PropertyList &list, const QStringLi
 {
     const QStringList names = list.keys(path).value_or(QStringList());
     if (names.size() > mostMembers)
-        return Error {ErrorCode::Invalid, u"more than %1 members"_qs.arg(mostMembers)};
+        return Error {ErrorCode::Invalid, u"more than %1 members"_s.arg(mostMembers)};
     QList<Member> members;
     for (const QString &name : names)
         members.append({name, withoutList(list.value(path + QStringList {name}))});
@@ -36,7 +37,7 @@ Result<ProfileDocument> ProfileDocument::fromPropertyList(const QByteArray &byte
     const Result<plist::PropertyList> list = plist::PropertyList::open(bytes);
     if (!list)
         return Error {ErrorCode::Invalid,
-                      u"neither a JSON object nor a valid property list with a dictionary"_qs};
+                      u"neither a JSON object nor a valid property list with a dictionary"_s};
     const Result<QList<Member>> root = membersAt(list.value(), {});
     if (!root)
         return root.error();

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "settings/BarItems.h"
@@ -28,7 +29,7 @@ QString barItemsText(const SettingRow &row, const QString &text)
 {
     const QStringList names = BarItems::fromText(text).names();
     // Joining no names gives null, which would be printed by name.
-    const QString list = names.isEmpty() ? u""_qs : names.join(u", ");
+    const QString list = names.isEmpty() ? u""_s : names.join(u", ");
     QString sentence = fillIn(row.otherAction, {list});
     varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
     return sentence;

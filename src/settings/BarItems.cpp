@@ -1,11 +1,13 @@
 #include "settings/BarItems.h"
 
+#include "base/Literals.h"
+
 namespace varnel {
 
 const QStringList &BarItems::allNames()
 {
-    static const QStringList names {u"Reading List"_qs, u"Top Sites"_qs, u"Address Book"_qs,
-                                    u"Bonjour"_qs};
+    static const QStringList names {u"Reading List"_s, u"Top Sites"_s, u"Address Book"_s,
+                                    u"Bonjour"_s};
     return names;
 }
 
@@ -40,7 +42,7 @@ QString BarItems::text() const
 {
     QStringList digits;
     for (const bool one : shown)
-        digits.append(one ? u"1"_qs : u"0"_qs);
+        digits.append(one ? u"1"_s : u"0"_s);
     return digits.join(u';');
 }
 

@@ -1,5 +1,6 @@
 #include "settings/PendingChanges.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "settings/Catalogue.h"
 
@@ -26,7 +27,7 @@ PendingChanges::PendingChanges(QList<ChangeRecord> &changes, QList<ChangeRecord>
 
 void PendingChanges::addDataToChangeDataList(int settingId, int value, const QString &extra)
 {
-    varnelLog(lcSettings, u"addDataToChangeDataList"_qs);
+    varnelLog(lcSettings, u"addDataToChangeDataList"_s);
     if (const auto earlier = findRecord(changes, settingId); earlier != changes.end())
         changes.erase(earlier);
     changes.append({settingId, value, extra});
@@ -34,7 +35,7 @@ void PendingChanges::addDataToChangeDataList(int settingId, int value, const QSt
 
 void PendingChanges::addDataToBackupDataList(int settingId, int value, const QString &extra)
 {
-    varnelLog(lcSettings, u"addDataToBackupDataList"_qs);
+    varnelLog(lcSettings, u"addDataToBackupDataList"_s);
     if (findRecord(backups, settingId) == backups.end())
         backups.append({settingId, value, extra});
 }

@@ -1,5 +1,6 @@
 #include "settings/SettingAccess.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "platform/FinderInfo.h"
@@ -25,7 +26,7 @@ void logBarItems(const SettingRow &row, const QString &text)
 {
     varnelLog(lcSettings, fillIn(u"value: %@", {text}));
     if (text == defaultText())
-        varnelLog(lcSettings, u"delete "_qs + row.keys.first());
+        varnelLog(lcSettings, u"delete "_s + row.keys.first());
 }
 
 Error flagError(const QString &path, int error)
@@ -85,10 +86,10 @@ SettingReading SettingAccess::readNested(const SettingRow &row) const
     const QString path = filePath(row);
     const plist::Value outer = files.readValue(path, {row.keys.first()});
     if (outer.kind != plist::Kind::Dictionary) {
-        varnelLog(lcSettings, u"Value Not Found"_qs);
+        varnelLog(lcSettings, u"Value Not Found"_s);
         return {{row.defaultIndex()}, false};
     }
-    varnelLog(lcSettings, u"Value Found"_qs);
+    varnelLog(lcSettings, u"Value Found"_s);
     return readingOf(row, files.readValue(path, row.keys));
 }
 

@@ -1,5 +1,6 @@
 #include "settings/ValueText.h"
 
+#include "base/Literals.h"
 #include "settings/BarItems.h"
 #include "settings/ChoiceMapping.h"
 
@@ -62,7 +63,7 @@ Result<SettingValue> parseNumber(const SettingRow &row, const QString &typed)
     if (!number || *number < row.minimum || *number > row.maximum)
         return outOfKind(
             row, typed,
-            u"give a number from %1 to %2, or 'default'"_qs.arg(row.minimum).arg(row.maximum));
+            u"give a number from %1 to %2, or 'default'"_s.arg(row.minimum).arg(row.maximum));
     return SettingValue {*number};
 }
 

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <gtest/gtest.h>
@@ -15,11 +16,11 @@ protected:
 
 TEST_F(CommandLineTest, optionsStandBeforeOrAfterTheCommand)
 {
-    const Outcome before = varnelctl.run({u"--json"_qs, u"get"_qs, u"1004"_qs});
-    const Outcome between = varnelctl.run({u"get"_qs, u"--json"_qs, u"1004"_qs});
-    const Outcome after = varnelctl.run({u"get"_qs, u"1004"_qs, u"--json"_qs});
+    const Outcome before = varnelctl.run({u"--json"_s, u"get"_s, u"1004"_s});
+    const Outcome between = varnelctl.run({u"get"_s, u"--json"_s, u"1004"_s});
+    const Outcome after = varnelctl.run({u"get"_s, u"1004"_s, u"--json"_s});
     EXPECT_EQ(before.status, 0);
-    EXPECT_EQ(before.json().value(u"id"_qs).toInt(), 1004);
+    EXPECT_EQ(before.json().value(u"id"_s).toInt(), 1004);
     EXPECT_EQ(before.out, between.out);
     EXPECT_EQ(before.out, after.out);
 }
@@ -28,25 +29,25 @@ TEST_F(CommandLineTest, withoutACommandTheSettingsAreListed)
 {
     const Outcome bare = varnelctl.run({});
     EXPECT_EQ(bare.status, 0);
-    EXPECT_EQ(bare.out, varnelctl.run({u"list"_qs}).out);
+    EXPECT_EQ(bare.out, varnelctl.run({u"list"_s}).out);
 }
 
 TEST_F(CommandLineTest, wrongUsageEndsWithTwoSaysWhyAndPrintsNoData)
 {
     const QList<QStringList> wrong {
-        {u"frobnicate"_qs},
-        {u"--frobnicate"_qs},
-        {u"list"_qs, u"--frobnicate"_qs},
-        {u"list"_qs, u"Dock"_qs, u"Finder"_qs},
-        {u"show"_qs},
-        {u"get"_qs},
-        {u"get"_qs, u"1004"_qs, u"1005"_qs},
-        {u"set"_qs},
-        {u"search"_qs},
-        {u"search"_qs, u"lock"_qs, u"size"_qs},
-        {u"list"_qs, u"--home"_qs},
-        {u"list"_qs, u"--home"_qs, QString::fromUtf8("")},
-        {u"--json=maybe"_qs, u"list"_qs},
+        {u"frobnicate"_s},
+        {u"--frobnicate"_s},
+        {u"list"_s, u"--frobnicate"_s},
+        {u"list"_s, u"Dock"_s, u"Finder"_s},
+        {u"show"_s},
+        {u"get"_s},
+        {u"get"_s, u"1004"_s, u"1005"_s},
+        {u"set"_s},
+        {u"search"_s},
+        {u"search"_s, u"lock"_s, u"size"_s},
+        {u"list"_s, u"--home"_s},
+        {u"list"_s, u"--home"_s, QString::fromUtf8("")},
+        {u"--json=maybe"_s, u"list"_s},
     };
     for (const QStringList &arguments : wrong) {
         const Outcome outcome = varnelctl.run(arguments);
@@ -59,41 +60,41 @@ TEST_F(CommandLineTest, wrongUsageEndsWithTwoSaysWhyAndPrintsNoData)
 
 TEST_F(CommandLineTest, whatIsNotUnderstoodIsNamedAsItWasTyped)
 {
-    EXPECT_TRUE(varnelctl.run({u"rename"_qs, u"a"_qs, u"b"_qs})
+    EXPECT_TRUE(varnelctl.run({u"rename"_s, u"a"_s, u"b"_s})
                     .err.startsWith("varnelctl: no command is called 'rename'\n"));
-    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"Dock"_qs, u"b"_qs, u"a"_qs})
+    EXPECT_TRUE(varnelctl.run({u"list"_s, u"Dock"_s, u"b"_s, u"a"_s})
                     .err.startsWith("varnelctl: not understood: b a\n"));
-    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"--what"_qs})
+    EXPECT_TRUE(varnelctl.run({u"list"_s, u"--what"_s})
                     .err.startsWith("varnelctl: not understood: --what\n"));
 }
 
 TEST_F(CommandLineTest, whatIsMissingIsNamed)
 {
-    EXPECT_EQ(varnelctl.run({u"backups"_qs}).err,
+    EXPECT_EQ(varnelctl.run({u"backups"_s}).err,
               "varnelctl: 'backups' needs one of its commands: list, show, restore, delete\n"
               "varnelctl: 'varnelctl backups --help' tells more\n");
-    EXPECT_TRUE(varnelctl.run({u"list"_qs, u"--home"_qs})
+    EXPECT_TRUE(varnelctl.run({u"list"_s, u"--home"_s})
                     .err.startsWith("varnelctl: --home: a value is missing\n"));
 }
 
 TEST_F(CommandLineTest, anArgumentThatIsNoUtf8IsRefusedRatherThanChanged)
 {
-    const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_qs);
+    const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_s);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(outcome.err.contains("UTF-8"));
 }
 
 TEST_F(CommandLineTest, whatFollowsTwoDashesIsAnArgument)
 {
-    EXPECT_EQ(varnelctl.run({u"search"_qs, u"--"_qs, u"-d"_qs}).status, 0) << "\"2-d\" has it";
-    EXPECT_EQ(varnelctl.run({u"search"_qs, u"--"_qs, u"--json"_qs}).status, 1);
+    EXPECT_EQ(varnelctl.run({u"search"_s, u"--"_s, u"-d"_s}).status, 0) << "\"2-d\" has it";
+    EXPECT_EQ(varnelctl.run({u"search"_s, u"--"_s, u"--json"_s}).status, 1);
 }
 
 TEST_F(CommandLineTest, aTextThatLooksLikeAListOrACommandIsStillOneText)
 {
-    EXPECT_TRUE(varnelctl.run({u"search"_qs, u"[lock,size]"_qs}).err.contains("[lock,size]"));
-    EXPECT_TRUE(varnelctl.run({u"search"_qs, u"list"_qs}).out.contains("library-playlist"));
-    EXPECT_EQ(varnelctl.run({u"search"_qs, QString::fromUtf8("")}).status, 1);
+    EXPECT_TRUE(varnelctl.run({u"search"_s, u"[lock,size]"_s}).err.contains("[lock,size]"));
+    EXPECT_TRUE(varnelctl.run({u"search"_s, u"list"_s}).out.contains("library-playlist"));
+    EXPECT_EQ(varnelctl.run({u"search"_s, QString::fromUtf8("")}).status, 1);
 }
 
 TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
@@ -102,7 +103,7 @@ TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
     for (const char16_t *command : {u"list", u"show", u"get", u"set", u"reset", u"end", u"search"})
         levels.append({QString::fromUtf16(command)});
     for (const QStringList &level : levels) {
-        const Outcome help = varnelctl.run(level + QStringList {u"--help"_qs});
+        const Outcome help = varnelctl.run(level + QStringList {u"--help"_s});
         const std::string name = level.join(u' ').toStdString();
         EXPECT_EQ(help.status, 0) << name;
         EXPECT_TRUE(help.out.startsWith(level.isEmpty()
@@ -119,7 +120,7 @@ TEST_F(CommandLineTest, everyLevelHasHelpWithAnExample)
 
 TEST_F(CommandLineTest, theVersionIsTold)
 {
-    const Outcome version = varnelctl.run({u"--version"_qs});
+    const Outcome version = varnelctl.run({u"--version"_s});
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.out, "varnelctl " VARNEL_VERSION "\n");
 }

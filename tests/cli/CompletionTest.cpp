@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/CommandTree.h"
 #include "cli/Varnelctl.h"
 
@@ -24,11 +25,11 @@ protected:
         if (QStandardPaths::findExecutable(shell).isEmpty())
             GTEST_SKIP() << GetParam() << " is not installed";
         const QString folder = QFileInfo(QStringLiteral(VARNELCTL)).path();
-        varnelctl.environment.insert(u"PATH"_qs, folder + u":/usr/bin:/bin");
+        varnelctl.environment.insert(u"PATH"_s, folder + u":/usr/bin:/bin");
         // The name under which zsh looks for it.
         script = home.path() + u"/scripts/_varnelctl";
         QDir().mkpath(QFileInfo(script).path());
-        const Outcome made = varnelctl.run({u"completion"_qs, shell});
+        const Outcome made = varnelctl.run({u"completion"_s, shell});
         ASSERT_EQ(made.status, 0) << made.err.toStdString();
         writeFile(script, made.out);
     }
@@ -39,7 +40,7 @@ protected:
         QProcess process;
         process.setProcessEnvironment(varnelctl.environment);
         process.setWorkingDirectory(home.path());
-        process.start(u"python3"_qs, {QStringLiteral(CLI_TESTS) + u"/complete.py", shell, script});
+        process.start(u"python3"_s, {QStringLiteral(CLI_TESTS) + u"/complete.py", shell, script});
         process.write(lines.join(u'\n').toUtf8());
         process.closeWriteChannel();
         ASSERT_TRUE(process.waitForFinished(100000));
@@ -95,7 +96,7 @@ TEST_P(CompletionTest, everyWordAndOptionOfEveryCommandIsOffered)
             wanted[u"varnelctl " + info.name + u" --"].append(u"--" + option.name);
     }
     for (const OptionInfo &option : sharedOptions() + programOptions())
-        wanted[u"varnelctl --"_qs].append(u"--" + option.name);
+        wanted[u"varnelctl --"_s].append(u"--" + option.name);
 
     complete(wanted.keys());
     for (auto line = wanted.cbegin(); line != wanted.cend(); ++line)
@@ -104,51 +105,51 @@ TEST_P(CompletionTest, everyWordAndOptionOfEveryCommandIsOffered)
 
 TEST_P(CompletionTest, settingsAndTheirValuesAreOffered)
 {
-    const QString name = u"varnelctl set dock-p"_qs;
-    const QString label = u"varnelctl set dock-position=L"_qs;
-    const QString blanks = u"varnelctl set minimize-effect=sc"_qs;
-    const QString quotes = u"varnelctl set 'minimize-effect=sc"_qs;
-    const QString number = u"varnelctl set 1008=g"_qs;
-    const QString second = u"varnelctl set dock-size=40 autohide="_qs;
-    const QString anyText = u"varnelctl set screenshot-prefix="_qs;
-    const QString show = u"varnelctl show dock-p"_qs;
-    const QString alias = u"varnelctl write dock-position=r"_qs;
-    const QString reset = u"varnelctl reset dock-size dock-p"_qs;
+    const QString name = u"varnelctl set dock-p"_s;
+    const QString label = u"varnelctl set dock-position=L"_s;
+    const QString blanks = u"varnelctl set minimize-effect=sc"_s;
+    const QString quotes = u"varnelctl set 'minimize-effect=sc"_s;
+    const QString number = u"varnelctl set 1008=g"_s;
+    const QString second = u"varnelctl set dock-size=40 autohide="_s;
+    const QString anyText = u"varnelctl set screenshot-prefix="_s;
+    const QString show = u"varnelctl show dock-p"_s;
+    const QString alias = u"varnelctl write dock-position=r"_s;
+    const QString reset = u"varnelctl reset dock-size dock-p"_s;
     complete({name, label, blanks, quotes, number, second, anyText, show, alias, reset});
 
     EXPECT_EQ(candidates(name), "dock-position");
-    expectLine(name, u"varnelctl set dock-position="_qs);
+    expectLine(name, u"varnelctl set dock-position="_s);
     EXPECT_EQ(candidates(label), "left");
-    expectLine(label, u"varnelctl set dock-position=left "_qs);
+    expectLine(label, u"varnelctl set dock-position=left "_s);
     EXPECT_EQ(candidates(blanks), "Scale effect");
-    expectLine(blanks, u"varnelctl set minimize-effect=Scale\\ effect "_qs);
+    expectLine(blanks, u"varnelctl set minimize-effect=Scale\\ effect "_s);
     EXPECT_EQ(candidates(quotes), "Scale effect");
-    expectLine(quotes, u"varnelctl set 'minimize-effect=Scale effect' "_qs);
+    expectLine(quotes, u"varnelctl set 'minimize-effect=Scale effect' "_s);
     EXPECT_EQ(candidates(number), "Genie effect");
     EXPECT_EQ(candidates(second), "default, no, yes");
     EXPECT_EQ(candidates(anyText), "");
     EXPECT_EQ(candidates(show), "dock-position");
-    expectLine(show, u"varnelctl show dock-position "_qs);
+    expectLine(show, u"varnelctl show dock-position "_s);
     EXPECT_EQ(candidates(alias), "right");
     EXPECT_EQ(candidates(reset), "dock-position");
 }
 
 TEST_P(CompletionTest, groupsWordsAndFoldersAreOffered)
 {
-    QDir(home.path()).mkpath(u"disks/anna one"_qs);
+    QDir(home.path()).mkpath(u"disks/anna one"_s);
     writeFile(home.path() + u"/disks/annotations", "");
-    const QString group = u"varnelctl list t"_qs;
-    const QString optional = u"varnelctl reset --group t"_qs;
-    const QString format = u"varnelctl export --format m"_qs;
-    const QString application = u"varnelctl end Dock q"_qs;
-    const QString category = u"varnelctl system "_qs;
-    const QString folder = u"varnelctl --home "_qs + home.path() + u"/disks/ann";
-    const QString joined = u"varnelctl list --home="_qs + home.path() + u"/disks/ann";
-    const QString file = u"varnelctl list --homes-from "_qs + home.path() + u"/disks/annot";
+    const QString group = u"varnelctl list t"_s;
+    const QString optional = u"varnelctl reset --group t"_s;
+    const QString format = u"varnelctl export --format m"_s;
+    const QString application = u"varnelctl end Dock q"_s;
+    const QString category = u"varnelctl system "_s;
+    const QString folder = u"varnelctl --home "_s + home.path() + u"/disks/ann";
+    const QString joined = u"varnelctl list --home="_s + home.path() + u"/disks/ann";
+    const QString file = u"varnelctl list --homes-from "_s + home.path() + u"/disks/annot";
     complete({group, optional, format, application, category, folder, joined, file});
 
     EXPECT_EQ(candidates(group), "Time Machine");
-    expectLine(group, u"varnelctl list Time\\ Machine "_qs);
+    expectLine(group, u"varnelctl list Time\\ Machine "_s);
     EXPECT_EQ(candidates(optional), "Time Machine");
     EXPECT_EQ(candidates(format), "mobileconfig");
     EXPECT_EQ(candidates(application), "QuickTime Player X");
@@ -164,17 +165,16 @@ TEST_P(CompletionTest, whatTheNamedHomeHoldsIsOffered)
 {
     const QString anna = home.path() + u"/anna";
     QDir().mkpath(anna + u"/Library/Preferences");
-    ASSERT_EQ(varnelctl.run({u"set"_qs, u"dock-size=40"_qs, u"--home"_qs, anna}).status, 0);
+    ASSERT_EQ(varnelctl.run({u"set"_s, u"dock-size=40"_s, u"--home"_s, anna}).status, 0);
     ASSERT_EQ(
-        varnelctl
-            .run({u"login-items"_qs, u"add"_qs, u"/Applications/Chess.app"_qs, u"--home"_qs, anna})
+        varnelctl.run({u"login-items"_s, u"add"_s, u"/Applications/Chess.app"_s, u"--home"_s, anna})
             .status,
         0);
-    const QString named = u"varnelctl --home "_qs + anna;
+    const QString named = u"varnelctl --home "_s + anna;
     const QString backup = named + u" backups show quillet1";
-    const QString joined = u"varnelctl --home="_qs + anna + u" backups restore quillet1";
+    const QString joined = u"varnelctl --home="_s + anna + u" backups restore quillet1";
     const QString item = named + u" login-items enable ";
-    const QString own = u"varnelctl backups show "_qs;
+    const QString own = u"varnelctl backups show "_s;
     const QString only = named + u" backups restore quillet1.sqlite --only 1008 dock-si";
     complete({backup, joined, item, own, only});
 
@@ -187,9 +187,9 @@ TEST_P(CompletionTest, whatTheNamedHomeHoldsIsOffered)
 
 TEST_P(CompletionTest, nothingIsOfferedWhereNothingFits)
 {
-    const QString words = u"varnelctl -- se"_qs;
-    const QString full = u"varnelctl show dock-size "_qs;
-    const QString text = u"varnelctl search "_qs;
+    const QString words = u"varnelctl -- se"_s;
+    const QString full = u"varnelctl show dock-size "_s;
+    const QString text = u"varnelctl search "_s;
     complete({words, full, text});
     EXPECT_EQ(candidates(words), "");
     EXPECT_EQ(candidates(text), "");
@@ -204,13 +204,13 @@ INSTANTIATE_TEST_SUITE_P(Shells, CompletionTest, Values("bash", "zsh", "fish"),
 
 TEST(CompletionCommandTest, theScriptForBashPassesShellcheck)
 {
-    const QString shellcheck = QStandardPaths::findExecutable(u"shellcheck"_qs);
+    const QString shellcheck = QStandardPaths::findExecutable(u"shellcheck"_s);
     if (shellcheck.isEmpty())
         GTEST_SKIP() << "shellcheck is not installed";
     TemporaryHome home;
     const Varnelctl varnelctl(home);
     const QString script = home.path() + u"/varnelctl.bash";
-    writeFile(script, varnelctl.run({u"completion"_qs, u"bash"_qs}).out);
+    writeFile(script, varnelctl.run({u"completion"_s, u"bash"_s}).out);
     const Outcome checked = runProgram(shellcheck, {script}, varnelctl.environment);
     EXPECT_EQ(checked.status, 0) << checked.out.toStdString();
 }
@@ -218,7 +218,7 @@ TEST(CompletionCommandTest, theScriptForBashPassesShellcheck)
 TEST(CompletionCommandTest, anotherShellIsWrongUsage)
 {
     TemporaryHome home;
-    const Outcome outcome = Varnelctl(home).run({u"completion"_qs, u"csh"_qs});
+    const Outcome outcome = Varnelctl(home).run({u"completion"_s, u"csh"_s});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
     EXPECT_TRUE(outcome.err.contains("bash, zsh, fish")) << outcome.err.toStdString();

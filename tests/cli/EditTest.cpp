@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QJsonArray>
@@ -54,7 +55,7 @@ class EditTest : public TestWithParam<std::tuple<Edit, std::string>> { };
 
 TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
 {
-    if (QStandardPaths::findExecutable(u"python3"_qs).isEmpty())
+    if (QStandardPaths::findExecutable(u"python3"_s).isEmpty())
         GTEST_SKIP() << "no python3";
     const Edit &edit = std::get<0>(GetParam());
     const QString format = QString::fromStdString(std::get<1>(GetParam()));
@@ -63,7 +64,7 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
     installSamples(home, format);
     const Varnelctl varnelctl(home);
 
-    const Outcome outcome = varnelctl.run({u"set"_qs, QString::fromUtf16(edit.argument)});
+    const Outcome outcome = varnelctl.run({u"set"_s, QString::fromUtf16(edit.argument)});
     ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
 
     const QString sample = QStringLiteral(TEST_DATA) + u"/preferences/" + format + u'/';
@@ -75,7 +76,7 @@ TEST_P(EditTest, anIndependentReaderSeesNothingElseChanged)
         EXPECT_EQ(fileBytes(home.preference(file)), fileBytes(sample + file));
     }
     const Outcome changes = runProgram(
-        u"python3"_qs,
+        u"python3"_s,
         {QStringLiteral(CLI_TESTS) + u"/plist_changes.py", sample + name, home.preference(name)},
         varnelctl.environment);
     EXPECT_EQ(changes.err.toStdString(), "");
@@ -93,31 +94,31 @@ INSTANTIATE_TEST_SUITE_P(Samples, EditTest, Combine(ValuesIn(edits), Values("bin
 TEST(XmlEditTest, everyByteButTheValuesStays)
 {
     TemporaryHome home;
-    installSample(home, u"xml"_qs, u"com.apple.dock.plist"_qs);
-    const QString file = home.preference(u"com.apple.dock.plist"_qs);
+    installSample(home, u"xml"_s, u"com.apple.dock.plist"_s);
+    const QString file = home.preference(u"com.apple.dock.plist"_s);
     QByteArray wanted = fileBytes(file);
     ASSERT_EQ(wanted.count("<integer>48</integer>"), 1);
     wanted.replace("<integer>48</integer>", "<integer>64</integer>");
-    EXPECT_EQ(Varnelctl(home).run({u"set"_qs, u"1004=64"_qs}).status, 0);
+    EXPECT_EQ(Varnelctl(home).run({u"set"_s, u"1004=64"_s}).status, 0);
     EXPECT_EQ(fileBytes(file).toStdString(), wanted.toStdString());
 }
 
 TEST(UndoEditTest, settingTheOldValueAgainGivesTheSameDocument)
 {
-    if (QStandardPaths::findExecutable(u"python3"_qs).isEmpty())
+    if (QStandardPaths::findExecutable(u"python3"_s).isEmpty())
         GTEST_SKIP() << "no python3";
     for (const char16_t *format : {u"binary", u"xml"}) {
         TemporaryHome home;
         installSamples(home, QString::fromUtf16(format));
         const Varnelctl varnelctl(home);
         for (const char16_t *value : {u"1204=yes", u"1204=no", u"1200=-1", u"1200=1;1;0;0"})
-            EXPECT_EQ(varnelctl.run({u"set"_qs, QString::fromUtf16(value)}).status, 0);
+            EXPECT_EQ(varnelctl.run({u"set"_s, QString::fromUtf16(value)}).status, 0);
         const Outcome changes =
-            runProgram(u"python3"_qs,
+            runProgram(u"python3"_s,
                        {QStringLiteral(CLI_TESTS) + u"/plist_changes.py",
                         QStringLiteral(TEST_DATA) + u"/preferences/" + QString::fromUtf16(format)
                             + u"/com.apple.Safari.plist",
-                        home.preference(u"com.apple.Safari.plist"_qs)},
+                        home.preference(u"com.apple.Safari.plist"_s)},
                        varnelctl.environment);
         EXPECT_EQ(changes.out.trimmed().toStdString(), "{}");
     }

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
 
@@ -14,10 +15,10 @@ using namespace testing;
 
 namespace {
 
-const QString dock = u"com.apple.dock.plist"_qs;
+const QString dock = u"com.apple.dock.plist"_s;
 const QByteArray entry =
     "[Desktop Entry]\nType=Application\nName=Mail\nExec=/Applications/Mail.app/Mail\n";
-const QString mail = u"/Applications/Mail.app"_qs;
+const QString mail = u"/Applications/Mail.app"_s;
 
 /// An administrator's run on a user's home, which the user may have prepared for it.
 class ForeignHomeTest : public Test {
@@ -25,23 +26,23 @@ protected:
     void SetUp() override
     {
         VARNEL_NEEDS_ROOT();
-        installSamples(home, u"binary"_qs);
+        installSamples(home, u"binary"_s);
         QDir().mkpath(autostart);
         writeFile(autostart + u"/mail.desktop", entry);
         giveAll(home.path(), stranger, stranger);
         // What only root may read: a file of each kind that this program reads.
         QDir().mkpath(secrets);
-        for (const QString &name : {dock, u"quillet1.sqlite"_qs, u"entry.desktop"_qs})
+        for (const QString &name : {dock, u"quillet1.sqlite"_s, u"entry.desktop"_s})
             writeRaw(secrets + u'/' + name, "marked secret", 0600);
-        installSample(vault, u"xml"_qs, dock);
+        installSample(vault, u"xml"_s, dock);
         writeRaw(secrets + u"/valid.plist",
                  fileBytes(vault.preference(dock)).replace("<integer>48<", "<integer>77<"), 0600);
     }
 
     [[nodiscard]] Outcome run(const QStringList &words) const
     {
-        return varnelctl.run(QStringList {u"--verbose"_qs} + words
-                             + QStringList {u"--home"_qs, home.path()});
+        return varnelctl.run(QStringList {u"--verbose"_s} + words
+                             + QStringList {u"--home"_s, home.path()});
     }
     void replaceByLink(const QString &path, const QString &target) const
     {
@@ -55,21 +56,20 @@ protected:
     [[nodiscard]] QByteArray runEverything() const
     {
         QByteArray said;
-        for (const QStringList &words :
-             {QStringList {u"get"_qs, u"dock-size"_qs},
-              {u"list"_qs, u"--json"_qs},
-              {u"set"_qs, u"dock-size=64"_qs, u"screenshot-prefix=shot"_qs},
-              {u"set"_qs, u"dock-size=-1"_qs},
-              {u"set"_qs, u"library-folder=0"_qs},
-              {u"login-items"_qs, u"list"_qs},
-              {u"login-items"_qs, u"disable"_qs, mail},
-              {u"login-items"_qs, u"enable"_qs, mail},
-              {u"login-items"_qs, u"remove"_qs, mail},
-              {u"login-items"_qs, u"add"_qs, u"/Applications/Clock.app"_qs},
-              {u"backups"_qs, u"list"_qs},
-              {u"backups"_qs, u"show"_qs, u"quillet1.sqlite"_qs},
-              {u"backups"_qs, u"restore"_qs, u"quillet1.sqlite"_qs},
-              {u"backups"_qs, u"delete"_qs, u"quillet2.sqlite"_qs}}) {
+        for (const QStringList &words : {QStringList {u"get"_s, u"dock-size"_s},
+                                         {u"list"_s, u"--json"_s},
+                                         {u"set"_s, u"dock-size=64"_s, u"screenshot-prefix=shot"_s},
+                                         {u"set"_s, u"dock-size=-1"_s},
+                                         {u"set"_s, u"library-folder=0"_s},
+                                         {u"login-items"_s, u"list"_s},
+                                         {u"login-items"_s, u"disable"_s, mail},
+                                         {u"login-items"_s, u"enable"_s, mail},
+                                         {u"login-items"_s, u"remove"_s, mail},
+                                         {u"login-items"_s, u"add"_s, u"/Applications/Clock.app"_s},
+                                         {u"backups"_s, u"list"_s},
+                                         {u"backups"_s, u"show"_s, u"quillet1.sqlite"_s},
+                                         {u"backups"_s, u"restore"_s, u"quillet1.sqlite"_s},
+                                         {u"backups"_s, u"delete"_s, u"quillet2.sqlite"_s}}) {
             const Outcome outcome = run(words);
             EXPECT_TRUE(outcome.status == 0 || outcome.status == 1 || outcome.status == 3
                         || outcome.status == 4)
@@ -92,12 +92,12 @@ TEST_F(ForeignHomeTest, ownerModeAttributesAndListsAreKept)
     const QString file = home.preference(dock);
     ASSERT_EQ(::chmod(qPrintable(file), 0640), 0);
     const bool attributes = setAttribute(file, "user.varnel.test", "kept");
-    const bool lists = !QStandardPaths::findExecutable(u"setfacl"_qs).isEmpty()
-        && varnelctl.shell(u"setfacl -m u:12345:r '"_qs + file + u'\'').status == 0;
+    const bool lists = !QStandardPaths::findExecutable(u"setfacl"_s).isEmpty()
+        && varnelctl.shell(u"setfacl -m u:12345:r '"_s + file + u'\'').status == 0;
     const auto list = attributeOf(file, "system.posix_acl_access");
     const struct stat before = statusOf(file);
 
-    const Outcome outcome = run({u"set"_qs, u"dock-size=64"_qs, u"screenshot-prefix=shot"_qs});
+    const Outcome outcome = run({u"set"_s, u"dock-size=64"_s, u"screenshot-prefix=shot"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     const struct stat after = statusOf(file);
     EXPECT_NE(before.st_ino, after.st_ino) << "the file was replaced";
@@ -174,10 +174,10 @@ TEST_P(PlantedLink, comesToNothing)
     replaceByLink(path,
                   target.startsWith(u'/') ? target : QDir::cleanPath(secrets + u'/' + target));
     const auto before = snapshot(vault.path());
-    const struct stat shadow = statusOf(u"/etc/shadow"_qs);
+    const struct stat shadow = statusOf(u"/etc/shadow"_s);
     const QByteArray said = runEverything();
     EXPECT_EQ(snapshot(vault.path()), before);
-    const struct stat now = statusOf(u"/etc/shadow"_qs);
+    const struct stat now = statusOf(u"/etc/shadow"_s);
     EXPECT_TRUE(shadow.st_ino == now.st_ino && shadow.st_mtim.tv_sec == now.st_mtim.tv_sec);
     EXPECT_FALSE(said.contains("marked secret")) << said.toStdString();
     EXPECT_FALSE(said.contains("77 pixels") || said.contains("\"value\": 77"))

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/ProgressLine.h"
 #include "cli/Varnelctl.h"
 
@@ -26,14 +27,14 @@ protected:
     }
     [[nodiscard]] Outcome setIn(const QStringList &homes, QStringList arguments = {}) const
     {
-        arguments = QStringList {u"set"_qs, u"dock-size=40"_qs} + arguments;
+        arguments = QStringList {u"set"_s, u"dock-size=40"_s} + arguments;
         for (const QString &each : homes)
-            arguments += {u"--home"_qs, each};
+            arguments += {u"--home"_s, each};
         return varnelctl.run(arguments);
     }
     [[nodiscard]] QByteArray dockSize(const QString &path) const
     {
-        return varnelctl.run({u"get"_qs, u"dock-size"_qs, u"--home"_qs, path}).out;
+        return varnelctl.run({u"get"_s, u"dock-size"_s, u"--home"_s, path}).out;
     }
     [[nodiscard]] static QStringList backups(const QString &path)
     {
@@ -55,13 +56,13 @@ protected:
 
 TEST_F(HomesTest, eachHomeIsOneSaveWithABackupFileOfItsOwn)
 {
-    const QString anna = make(u"anna"_qs);
-    const QString bert = make(u"bert"_qs);
+    const QString anna = make(u"anna"_s);
+    const QString bert = make(u"bert"_s);
     const Outcome outcome = setIn({anna, bert});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     for (const QString &each : {anna, bert}) {
         EXPECT_EQ(dockSize(each), changed);
-        EXPECT_EQ(backups(each), QStringList(u"quillet1.sqlite"_qs));
+        EXPECT_EQ(backups(each), QStringList(u"quillet1.sqlite"_s));
     }
     EXPECT_EQ(dockSize(home.path()), untouched);
     QByteArray out = outcome.out;
@@ -76,21 +77,21 @@ TEST_F(HomesTest, eachHomeIsOneSaveWithABackupFileOfItsOwn)
 
 TEST_F(HomesTest, theJsonHasAnObjectForEachHomeInTheOrderNamed)
 {
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const QString none = home.path() + u"/none";
-    const QString bert = make(u"bert"_qs);
-    const Outcome outcome = setIn({bert, none, anna}, {u"--json"_qs});
+    const QString bert = make(u"bert"_s);
+    const Outcome outcome = setIn({bert, none, anna}, {u"--json"_s});
     EXPECT_EQ(outcome.status, 4);
-    const QJsonArray homes = outcome.json().value(u"homes"_qs).toArray();
+    const QJsonArray homes = outcome.json().value(u"homes"_s).toArray();
     ASSERT_EQ(homes.size(), 3);
-    EXPECT_EQ(homes[0].toObject().value(u"home"_qs).toString(), bert);
-    EXPECT_EQ(homes[0].toObject().value(u"status"_qs).toInt(-1), 0);
-    EXPECT_EQ(homes[0].toObject().value(u"changed"_qs).toArray().size(), 1);
-    EXPECT_FALSE(homes[0].toObject().contains(u"messages"_qs));
-    EXPECT_EQ(homes[1].toObject().value(u"home"_qs).toString(), none);
-    EXPECT_EQ(homes[1].toObject().value(u"status"_qs).toInt(-1), 3);
-    EXPECT_EQ(homes[1].toObject().value(u"messages"_qs).toArray().size(), 1);
-    EXPECT_EQ(homes[2].toObject().value(u"home"_qs).toString(), anna);
+    EXPECT_EQ(homes[0].toObject().value(u"home"_s).toString(), bert);
+    EXPECT_EQ(homes[0].toObject().value(u"status"_s).toInt(-1), 0);
+    EXPECT_EQ(homes[0].toObject().value(u"changed"_s).toArray().size(), 1);
+    EXPECT_FALSE(homes[0].toObject().contains(u"messages"_s));
+    EXPECT_EQ(homes[1].toObject().value(u"home"_s).toString(), none);
+    EXPECT_EQ(homes[1].toObject().value(u"status"_s).toInt(-1), 3);
+    EXPECT_EQ(homes[1].toObject().value(u"messages"_s).toArray().size(), 1);
+    EXPECT_EQ(homes[2].toObject().value(u"home"_s).toString(), anna);
     EXPECT_EQ(dockSize(anna), changed);
     EXPECT_TRUE(outcome.err.startsWith(QByteArray("varnelctl: ").append(none.toUtf8())))
         << outcome.err.toStdString();
@@ -102,22 +103,22 @@ TEST_F(HomesTest, twoHundredHomesAreDoneAndTheBrokenOneIsNamed)
     QByteArray lines;
     QStringList homes;
     for (int i = 0; i < 200; ++i) {
-        homes.append(make(u"user "_qs + QString::number(i)));
+        homes.append(make(u"user "_s + QString::number(i)));
         lines += homes.last().toUtf8() + '\n';
     }
     const QString broken = homes[77] + u"/Library/Preferences/com.apple.dock.plist";
     writeFile(broken, "not a property list");
-    const Outcome outcome = varnelctl.run(
-        {u"set"_qs, u"dock-size=40"_qs, u"--homes-from"_qs, list(lines), u"--json"_qs});
+    const Outcome outcome =
+        varnelctl.run({u"set"_s, u"dock-size=40"_s, u"--homes-from"_s, list(lines), u"--json"_s});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_EQ(fileBytes(broken), "not a property list");
-    const QJsonArray results = outcome.json().value(u"homes"_qs).toArray();
+    const QJsonArray results = outcome.json().value(u"homes"_s).toArray();
     ASSERT_EQ(results.size(), 200);
     for (int i = 0; i < 200; ++i) {
         const QJsonObject result = results[i].toObject();
-        EXPECT_EQ(result.value(u"home"_qs).toString(), homes[i]);
-        EXPECT_EQ(result.value(u"status"_qs).toInt(-1), i == 77 ? 4 : 0);
-        EXPECT_EQ(result.value(u"changed"_qs).toArray().size(), i == 77 ? 0 : 1);
+        EXPECT_EQ(result.value(u"home"_s).toString(), homes[i]);
+        EXPECT_EQ(result.value(u"status"_s).toInt(-1), i == 77 ? 4 : 0);
+        EXPECT_EQ(result.value(u"changed"_s).toArray().size(), i == 77 ? 0 : 1);
         EXPECT_EQ(QFileInfo(homes[i] + u"/Library/Preferences/com.apple.dock.plist").size() > 19,
                   i != 77);
     }
@@ -125,10 +126,10 @@ TEST_F(HomesTest, twoHundredHomesAreDoneAndTheBrokenOneIsNamed)
 
 TEST_F(HomesTest, theListMayComeFromStandardInput)
 {
-    const QString anna = make(u"anna"_qs);
-    const QString bert = make(u"bert"_qs);
+    const QString anna = make(u"anna"_s);
+    const QString bert = make(u"bert"_s);
     const Outcome outcome =
-        varnelctl.shell(u"printf '%s\\n\\n%s' '"_qs + anna + u"' '" + bert
+        varnelctl.shell(u"printf '%s\\n\\n%s' '"_s + anna + u"' '" + bert
                         + u"' | \"$varnelctl\" set dock-size=40 --homes-from -");
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(dockSize(anna), changed);
@@ -137,21 +138,21 @@ TEST_F(HomesTest, theListMayComeFromStandardInput)
 
 TEST_F(HomesTest, listAndProfileMayBePipesAndAreReadToTheirEnds)
 {
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const Outcome outcome = varnelctl.shell(
         u"cd \"$HOME\"; mkfifo list profile; echo \"$HOME/anna\" >list & "
         "\"$varnelctl\" export --format json --all >saved; cat saved >profile & "
-        "\"$varnelctl\" set dock-size=40 --homes-from list && \"$varnelctl\" diff profile"_qs);
+        "\"$varnelctl\" set dock-size=40 --homes-from list && \"$varnelctl\" diff profile"_s);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(dockSize(anna), changed);
 }
 
 TEST_F(HomesTest, aListOfAnotherSystemsLinesNamesTheSameFolders)
 {
-    const QString anna = make(u"anna"_qs);
-    const QString odd = make(u"bert\r"_qs);
+    const QString anna = make(u"anna"_s);
+    const QString odd = make(u"bert\r"_s);
     const Outcome outcome =
-        varnelctl.run({u"set"_qs, u"dock-size=40"_qs, u"--homes-from"_qs,
+        varnelctl.run({u"set"_s, u"dock-size=40"_s, u"--homes-from"_s,
                        list(anna.toUtf8() + "\r\n\r\n" + odd.toUtf8() + "\r\n")});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(dockSize(anna), changed);
@@ -160,9 +161,9 @@ TEST_F(HomesTest, aListOfAnotherSystemsLinesNamesTheSameFolders)
 
 TEST_F(HomesTest, theRootFolderIsNamedAsItWasTyped)
 {
-    if (QFileInfo(u"/Library"_qs).isDir())
+    if (QFileInfo(u"/Library"_s).isDir())
         GTEST_SKIP() << "this machine has a folder /Library";
-    const Outcome outcome = varnelctl.run({u"list"_qs, u"--home"_qs, u"/"_qs});
+    const Outcome outcome = varnelctl.run({u"list"_s, u"--home"_s, u"/"_s});
     EXPECT_EQ(outcome.status, 3);
     EXPECT_TRUE(outcome.err.startsWith("varnelctl: /: no folder Library"))
         << outcome.err.toStdString();
@@ -170,17 +171,17 @@ TEST_F(HomesTest, theRootFolderIsNamedAsItWasTyped)
 
 TEST_F(HomesTest, profilesOfSeveralHomesComeInOneObjectOrNotAtAll)
 {
-    const QStringList both {u"--home"_qs, make(u"anna"_qs), u"--home"_qs, make(u"bert"_qs)};
-    for (const QString &format : {u"json"_qs, u"plist"_qs, u"defaults"_qs, u"mobileconfig"_qs}) {
+    const QStringList both {u"--home"_s, make(u"anna"_s), u"--home"_s, make(u"bert"_s)};
+    for (const QString &format : {u"json"_s, u"plist"_s, u"defaults"_s, u"mobileconfig"_s}) {
         const Outcome outcome =
-            varnelctl.run(QStringList {u"export"_qs, u"--format"_qs, format} + both);
+            varnelctl.run(QStringList {u"export"_s, u"--format"_s, format} + both);
         EXPECT_EQ(outcome.status, 2) << qPrintable(format);
         EXPECT_EQ(outcome.out, "");
         EXPECT_TRUE(outcome.err.contains("--json")) << outcome.err.toStdString();
     }
-    const Outcome outcome = varnelctl.run(QStringList {u"export"_qs, u"--json"_qs} + both);
+    const Outcome outcome = varnelctl.run(QStringList {u"export"_s, u"--json"_s} + both);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.json().value(u"homes"_qs).toArray().size(), 2);
+    EXPECT_EQ(outcome.json().value(u"homes"_s).toArray().size(), 2);
 }
 
 TEST_F(HomesTest, anEmptyListIsNoHomeAndNeverOnesOwn)
@@ -188,18 +189,18 @@ TEST_F(HomesTest, anEmptyListIsNoHomeAndNeverOnesOwn)
     const QMap<QString, QString> before = snapshot(home.path() + u"/Library");
     for (const QByteArray &bytes : {QByteArray(), QByteArray("\n\n")}) {
         const Outcome outcome = varnelctl.run(
-            {u"set"_qs, u"dock-size=40"_qs, u"--json"_qs, u"--homes-from"_qs, list(bytes)});
+            {u"set"_s, u"dock-size=40"_s, u"--json"_s, u"--homes-from"_s, list(bytes)});
         EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.json().value(u"homes"_qs), QJsonValue(QJsonArray()));
+        EXPECT_EQ(outcome.json().value(u"homes"_s), QJsonValue(QJsonArray()));
     }
     EXPECT_EQ(snapshot(home.path() + u"/Library"), before);
 }
 
 TEST_F(HomesTest, aListThatCannotBeReadWritesNothingAnywhere)
 {
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const QMap<QString, QString> before = snapshot(anna);
-    const QStringList set {u"set"_qs, u"dock-size=40"_qs, u"--home"_qs, anna, u"--homes-from"_qs};
+    const QStringList set {u"set"_s, u"dock-size=40"_s, u"--home"_s, anna, u"--homes-from"_s};
     EXPECT_EQ(varnelctl.run(set + QStringList(home.path() + u"/no such list")).status, 3);
     EXPECT_EQ(varnelctl.run(set + QStringList(home.path())).status, 3);
     EXPECT_EQ(varnelctl.run(set + QStringList(list(anna.toUtf8() + "\n\xff\n"))).status, 2);
@@ -216,13 +217,13 @@ TEST_F(HomesTest, aListWithoutEndIsRefusedBeforeItFillsTheMemory)
 #ifdef __SANITIZE_ADDRESS__
     const QString limit; // the sanitizer lays out terabytes
 #else
-    const QString limit = u"ulimit -d 400000; "_qs;
+    const QString limit = u"ulimit -d 400000; "_s;
 #endif
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const QMap<QString, QString> before = snapshot(anna);
-    for (const QString &list : {u"--homes-from /dev/zero"_qs, u"--homes-from - </dev/zero"_qs}) {
+    for (const QString &list : {u"--homes-from /dev/zero"_s, u"--homes-from - </dev/zero"_s}) {
         const Outcome outcome = varnelctl.shell(
-            limit + u"exec \"$varnelctl\" set dock-size=40 --home '"_qs + anna + u"' " + list);
+            limit + u"exec \"$varnelctl\" set dock-size=40 --home '"_s + anna + u"' " + list);
         EXPECT_EQ(outcome.status, 2) << outcome.err.toStdString();
         EXPECT_TRUE(outcome.err.contains(": over 16 MiB")) << outcome.err.toStdString();
     }
@@ -231,46 +232,46 @@ TEST_F(HomesTest, aListWithoutEndIsRefusedBeforeItFillsTheMemory)
 
 TEST_F(HomesTest, aListOfSixteenMebibytesIsTakenAndOneByteMoreIsNot)
 {
-    const QByteArray anna = make(u"anna"_qs).toUtf8();
+    const QByteArray anna = make(u"anna"_s).toUtf8();
     constexpr qsizetype most = 16 * 1024 * 1024;
     const QByteArray full = QByteArray(most - anna.size(), '\n') + anna;
-    const QStringList set {u"list"_qs, u"--json"_qs, u"--homes-from"_qs};
+    const QStringList set {u"list"_s, u"--json"_s, u"--homes-from"_s};
     const Outcome taken = varnelctl.run(set + QStringList(list(full)));
     EXPECT_EQ(taken.status, 0) << taken.err.toStdString();
-    EXPECT_EQ(taken.json().value(u"homes"_qs).toArray().size(), 1);
+    EXPECT_EQ(taken.json().value(u"homes"_s).toArray().size(), 1);
     EXPECT_EQ(varnelctl.run(set + QStringList(list('\n' + full))).status, 2);
 }
 
 TEST_F(HomesTest, aHomeNamedTwiceIsOneSave)
 {
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const QString link = home.path() + u"/link";
     ASSERT_TRUE(QFile::link(anna, link));
-    const Outcome outcome = setIn({anna, link, anna + u'/'}, {u"--json"_qs});
+    const Outcome outcome = setIn({anna, link, anna + u'/'}, {u"--json"_s});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.json().value(u"homes"_qs).toArray().size(), 1);
-    EXPECT_EQ(backups(anna), QStringList(u"quillet1.sqlite"_qs));
+    EXPECT_EQ(outcome.json().value(u"homes"_s).toArray().size(), 1);
+    EXPECT_EQ(backups(anna), QStringList(u"quillet1.sqlite"_s));
 }
 
 TEST_F(HomesTest, whatAllHomesAnswerIsTheAnswer)
 {
-    const QStringList both {u"--home"_qs, make(u"anna"_qs), u"--home"_qs, make(u"bert"_qs)};
-    EXPECT_EQ(varnelctl.run(QStringList {u"search"_qs, u"reading list"_qs} + both).status, 1);
+    const QStringList both {u"--home"_s, make(u"anna"_s), u"--home"_s, make(u"bert"_s)};
+    EXPECT_EQ(varnelctl.run(QStringList {u"search"_s, u"reading list"_s} + both).status, 1);
     EXPECT_EQ(varnelctl
-                  .run({u"list"_qs, u"--home"_qs, home.path() + u"/x"_qs, u"--home"_qs,
-                        home.path() + u"/y"_qs})
+                  .run({u"list"_s, u"--home"_s, home.path() + u"/x"_s, u"--home"_s,
+                        home.path() + u"/y"_s})
                   .status,
               3);
 }
 
 TEST_F(HomesTest, aSlipInAValueWritesInNoHome)
 {
-    const QString anna = make(u"anna"_qs);
-    const QString bert = make(u"bert"_qs);
+    const QString anna = make(u"anna"_s);
+    const QString bert = make(u"bert"_s);
     const QMap<QString, QString> before = snapshot(home.path());
     EXPECT_EQ(varnelctl
-                  .run({u"set"_qs, u"dock-size=40"_qs, u"1008=sideways"_qs, u"--home"_qs, anna,
-                        u"--home"_qs, bert})
+                  .run({u"set"_s, u"dock-size=40"_s, u"1008=sideways"_s, u"--home"_s, anna,
+                        u"--home"_s, bert})
                   .status,
               2);
     EXPECT_EQ(snapshot(home.path()), before);
@@ -278,12 +279,12 @@ TEST_F(HomesTest, aSlipInAValueWritesInNoHome)
 
 TEST_F(HomesTest, anOptionFromAnEmptyVariableTakesNoOtherOptionWithIt)
 {
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     EXPECT_EQ(setIn({anna}).status, 0);
     const QMap<QString, QString> before = snapshot(home.path());
-    for (const QString &option : {u"--home="_qs, u"--homes-from="_qs, u"--group="_qs}) {
-        const Outcome outcome = varnelctl.run(
-            {u"reset"_qs, u"dock-size"_qs, option, u"--dry-run"_qs, u"--home"_qs, anna});
+    for (const QString &option : {u"--home="_s, u"--homes-from="_s, u"--group="_s}) {
+        const Outcome outcome =
+            varnelctl.run({u"reset"_s, u"dock-size"_s, option, u"--dry-run"_s, u"--home"_s, anna});
         EXPECT_EQ(outcome.status, 2) << option.toStdString();
         EXPECT_TRUE(outcome.out.isEmpty());
     }
@@ -293,7 +294,7 @@ TEST_F(HomesTest, anOptionFromAnEmptyVariableTakesNoOtherOptionWithIt)
 TEST_F(HomesTest, aHomeThatFailsIsNamedOnceAndHasNoHeading)
 {
     const QString none = home.path() + u"/none";
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const Outcome outcome = setIn({none, anna});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_EQ(outcome.err.count(none.toUtf8()), 1) << outcome.err.toStdString();
@@ -302,7 +303,7 @@ TEST_F(HomesTest, aHomeThatFailsIsNamedOnceAndHasNoHeading)
 
 TEST_F(HomesTest, commandsThatAreNotAboutHomesTakeNoList)
 {
-    const Outcome outcome = varnelctl.run({u"system"_qs, u"--homes-from"_qs, list("/x\n")});
+    const Outcome outcome = varnelctl.run({u"system"_s, u"--homes-from"_s, list("/x\n")});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(outcome.out.isEmpty());
 }
@@ -318,21 +319,21 @@ QByteArray recordOfRoot()
 
 TEST_F(HomesTest, aHomeWhoseUserIsLoggedInIsWarnedOfOnce)
 {
-    if (varnelctl.shell(u"unshare -m true && [ \"$(id -u)\" = 0 ]"_qs).status != 0)
+    if (varnelctl.shell(u"unshare -m true && [ \"$(id -u)\" = 0 ]"_s).status != 0)
         GTEST_SKIP() << "no right to make a mount namespace with a log-in record of its own";
-    const QString anna = make(u"anna"_qs);
+    const QString anna = make(u"anna"_s);
     const QString record = home.path() + u"/record";
     writeFile(record, recordOfRoot());
     const auto run = [&](const QString &command) {
         return varnelctl.shell(u"touch /run/utmp; unshare -m sh -c 'mount --bind \"$1\" /run/utmp; "
-                               u"\"$varnelctl\" "_qs
+                               u"\"$varnelctl\" "_s
                                + command + u" --home \"$2\"' sh '" + record + u"' '" + anna
                                + u'\'');
     };
     const QByteArray warning = "varnelctl: root has a session on this machine";
-    EXPECT_EQ(run(u"set dock-size=40 minimize-effect=1"_qs).err.count(warning), 1);
-    EXPECT_EQ(run(u"set dock-size=40"_qs).err.count(warning), 0) << "nothing was written";
-    EXPECT_EQ(run(u"get dock-size"_qs).err.count(warning), 0);
+    EXPECT_EQ(run(u"set dock-size=40 minimize-effect=1"_s).err.count(warning), 1);
+    EXPECT_EQ(run(u"set dock-size=40"_s).err.count(warning), 0) << "nothing was written";
+    EXPECT_EQ(run(u"get dock-size"_s).err.count(warning), 0);
 }
 
 TEST(ProgressLineTest, aLineStandsOnlyOnceTheWorkTakesLong)

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Registry.h"
 #include "cli/Varnelctl.h"
 
@@ -32,13 +33,13 @@ private:
 protected:
     void SetUp() override
     {
-        if (runProgram(python, {u"-c"_qs, u"import jsonschema"_qs}, varnelctl.environment).status
+        if (runProgram(python, {u"-c"_s, u"import jsonschema"_s}, varnelctl.environment).status
             != 0)
             GTEST_SKIP() << "python3-jsonschema is not installed";
-        installSamples(home, u"binary"_qs);
+        installSamples(home, u"binary"_s);
         anna = home.path() + u"/anna";
         QDir().mkpath(anna + u"/Library/Preferences");
-        varnelctl.environment.insert(u"XDG_CONFIG_HOME"_qs, home.path() + u"/.config");
+        varnelctl.environment.insert(u"XDG_CONFIG_HOME"_s, home.path() + u"/.config");
     }
 
     /// All at once: a validator takes longer to start than to validate.
@@ -48,8 +49,8 @@ protected:
             return;
         QJsonArray all;
         for (const Document &document : documents)
-            all.append(QJsonObject {{u"definition"_qs, QString(u"command " + document.command)},
-                                    {u"document"_qs, QString::fromUtf8(document.bytes)}});
+            all.append(QJsonObject {{u"definition"_s, QString(u"command " + document.command)},
+                                    {u"document"_s, QString::fromUtf8(document.bytes)}});
         QProcess process;
         process.setProcessEnvironment(varnelctl.environment);
         process.start(python, {QStringLiteral(CLI_TESTS) + u"/validate_json.py", schema});
@@ -84,7 +85,7 @@ protected:
     /// Runs the command, and notes what it printed.
     QJsonObject check(const QString &command, const QStringList &arguments, int status = 0)
     {
-        const QStringList all = command.split(u' ') + arguments + QStringList(u"--json"_qs);
+        const QStringList all = command.split(u' ') + arguments + QStringList(u"--json"_s);
         const Outcome outcome = varnelctl.run(all);
         const QString about = all.join(u' ');
         EXPECT_EQ(outcome.status, status)
@@ -95,7 +96,7 @@ protected:
 
     [[nodiscard]] QStringList inHomes(QStringList arguments) const
     {
-        return arguments << u"--home"_qs << home.path() << u"--home"_qs << anna << u"--home"_qs
+        return arguments << u"--home"_s << home.path() << u"--home"_s << anna << u"--home"_s
                          << home.path() + u"/none";
     }
 
@@ -115,57 +116,57 @@ TEST_F(JsonSchemaTest, everyCommandIsInTheSchema)
 
 TEST_F(JsonSchemaTest, settings)
 {
-    check(u"list"_qs, {});
-    check(u"list"_qs, inHomes({u"Dock"_qs}), 4);
+    check(u"list"_s, {});
+    check(u"list"_s, inHomes({u"Dock"_s}), 4);
     for (const char16_t *setting : {u"1004", u"1008", u"1200", u"1302", u"1403", u"1602", u"1804"})
-        check(u"show"_qs, {QString::fromUtf16(setting)});
-    check(u"show"_qs, inHomes({u"1004"_qs}), 4);
-    check(u"get"_qs, {u"1004"_qs});
-    check(u"get"_qs, inHomes({u"1004"_qs}), 4);
-    check(u"get"_qs, {u"1004"_qs, u"--key"_qs, u"tilesize"_qs});
-    check(u"get"_qs, {u"1400"_qs, u"--key"_qs, u"name"_qs}, 1);
-    check(u"search"_qs, {u"dock"_qs});
-    check(u"search"_qs, {u"no such words"_qs}, 1);
-    check(u"search"_qs, inHomes({u"dock"_qs}), 4);
+        check(u"show"_s, {QString::fromUtf16(setting)});
+    check(u"show"_s, inHomes({u"1004"_s}), 4);
+    check(u"get"_s, {u"1004"_s});
+    check(u"get"_s, inHomes({u"1004"_s}), 4);
+    check(u"get"_s, {u"1004"_s, u"--key"_s, u"tilesize"_s});
+    check(u"get"_s, {u"1400"_s, u"--key"_s, u"name"_s}, 1);
+    check(u"search"_s, {u"dock"_s});
+    check(u"search"_s, {u"no such words"_s}, 1);
+    check(u"search"_s, inHomes({u"dock"_s}), 4);
 }
 
 TEST_F(JsonSchemaTest, savesAndTheirBackups)
 {
-    check(u"set"_qs, {u"dock-size=40"_qs, u"screenshot-prefix=x"_qs, u"1302=shown"_qs});
-    check(u"set"_qs, {u"dock-size=40"_qs});
-    check(u"set"_qs, {u"dock-size=60"_qs, u"--dry-run"_qs, u"--end"_qs});
-    check(u"set"_qs, inHomes({u"dock-size=60"_qs, u"--dry-run"_qs, u"--end"_qs}), 4);
-    check(u"set"_qs, inHomes({u"dock-size=41"_qs}), 4);
-    check(u"reset"_qs, {u"1302"_qs});
-    check(u"reset"_qs, inHomes({u"--all"_qs, u"--dry-run"_qs}), 4);
+    check(u"set"_s, {u"dock-size=40"_s, u"screenshot-prefix=x"_s, u"1302=shown"_s});
+    check(u"set"_s, {u"dock-size=40"_s});
+    check(u"set"_s, {u"dock-size=60"_s, u"--dry-run"_s, u"--end"_s});
+    check(u"set"_s, inHomes({u"dock-size=60"_s, u"--dry-run"_s, u"--end"_s}), 4);
+    check(u"set"_s, inHomes({u"dock-size=41"_s}), 4);
+    check(u"reset"_s, {u"1302"_s});
+    check(u"reset"_s, inHomes({u"--all"_s, u"--dry-run"_s}), 4);
     // Its old text can't go into the backup file, so this save is a partial one.
-    ASSERT_EQ(varnelctl.run({u"set"_qs, u"screenshot-prefix=it's"_qs}).status, 0);
-    const QJsonObject failed = check(u"set"_qs, {u"screenshot-prefix=y"_qs}, 4);
+    ASSERT_EQ(varnelctl.run({u"set"_s, u"screenshot-prefix=it's"_s}).status, 0);
+    const QJsonObject failed = check(u"set"_s, {u"screenshot-prefix=y"_s}, 4);
     EXPECT_FALSE(failed[u"failures"].toArray().isEmpty());
 
-    check(u"backups list"_qs, {});
-    check(u"backups list"_qs, inHomes({}), 4);
-    check(u"backups show"_qs, {u"quillet1.sqlite"_qs});
-    check(u"backups show"_qs, inHomes({u"quillet1.sqlite"_qs}), 4);
-    check(u"backups restore"_qs, {u"quillet1.sqlite"_qs, u"--dry-run"_qs});
-    check(u"backups restore"_qs, inHomes({u"quillet1.sqlite"_qs}), 4);
-    check(u"backups delete"_qs, {u"quillet2.sqlite"_qs});
-    check(u"backups delete"_qs, inHomes({u"quillet3.sqlite"_qs}), 4);
+    check(u"backups list"_s, {});
+    check(u"backups list"_s, inHomes({}), 4);
+    check(u"backups show"_s, {u"quillet1.sqlite"_s});
+    check(u"backups show"_s, inHomes({u"quillet1.sqlite"_s}), 4);
+    check(u"backups restore"_s, {u"quillet1.sqlite"_s, u"--dry-run"_s});
+    check(u"backups restore"_s, inHomes({u"quillet1.sqlite"_s}), 4);
+    check(u"backups delete"_s, {u"quillet2.sqlite"_s});
+    check(u"backups delete"_s, inHomes({u"quillet3.sqlite"_s}), 4);
 }
 
 TEST_F(JsonSchemaTest, profiles)
 {
     const QString profile = QStringLiteral(DOCS) + u"/ansible/profile.json";
-    check(u"diff"_qs, {profile}, 1);
-    check(u"diff"_qs, inHomes({profile}), 4);
-    check(u"apply"_qs, {profile, u"--dry-run"_qs});
-    check(u"apply"_qs, {profile});
-    check(u"apply"_qs, {profile});
-    check(u"apply"_qs, inHomes({profile}), 4);
-    check(u"diff"_qs, {profile});
-    check(u"export"_qs, {});
-    check(u"export"_qs, {u"--all"_qs});
-    check(u"export"_qs, inHomes({}), 4);
+    check(u"diff"_s, {profile}, 1);
+    check(u"diff"_s, inHomes({profile}), 4);
+    check(u"apply"_s, {profile, u"--dry-run"_s});
+    check(u"apply"_s, {profile});
+    check(u"apply"_s, {profile});
+    check(u"apply"_s, inHomes({profile}), 4);
+    check(u"diff"_s, {profile});
+    check(u"export"_s, {});
+    check(u"export"_s, {u"--all"_s});
+    check(u"export"_s, inHomes({}), 4);
 }
 
 TEST_F(JsonSchemaTest, aBackupOfOtherThings)
@@ -175,37 +176,37 @@ TEST_F(JsonSchemaTest, aBackupOfOtherThings)
     for (const char16_t *sample : {u"plain.sqlite", u"odd-types.sqlite", u"not-utf8.sqlite"}) {
         const QString name = QString::fromUtf16(sample);
         writeFile(folder + name, fileBytes(QStringLiteral(TEST_DATA) + u"/backups/" + name));
-        check(u"backups show"_qs, {name});
+        check(u"backups show"_s, {name});
     }
-    check(u"backups list"_qs, {});
+    check(u"backups list"_s, {});
 }
 
 TEST_F(JsonSchemaTest, loginItems)
 {
-    const QString item = u"/Applications/Chess.app"_qs;
+    const QString item = u"/Applications/Chess.app"_s;
     for (const char16_t *verb : {u"add", u"enable", u"disable", u"remove"}) {
         const QString command = u"login-items " + QString::fromUtf16(verb);
-        check(command, {item, u"--home"_qs, home.path()});
-        check(u"login-items list"_qs, {u"--home"_qs, home.path()});
+        check(command, {item, u"--home"_s, home.path()});
+        check(u"login-items list"_s, {u"--home"_s, home.path()});
     }
-    check(u"login-items add"_qs, inHomes({item}), 4);
-    check(u"login-items add"_qs, {item, u"--home"_qs, anna});
-    check(u"login-items disable"_qs, inHomes({item}), 4);
-    check(u"login-items list"_qs, inHomes({}), 4);
-    check(u"backups restore"_qs, {u"quillet1.sqlite"_qs, u"--home"_qs, anna});
+    check(u"login-items add"_s, inHomes({item}), 4);
+    check(u"login-items add"_s, {item, u"--home"_s, anna});
+    check(u"login-items disable"_s, inHomes({item}), 4);
+    check(u"login-items list"_s, inHomes({}), 4);
+    check(u"backups restore"_s, {u"quillet1.sqlite"_s, u"--home"_s, anna});
 }
 
 TEST_F(JsonSchemaTest, whatIsAboutNoHome)
 {
-    check(u"system"_qs, {});
-    check(u"system"_qs, {u"memory"_qs});
-    check(u"completion"_qs, {u"fish"_qs});
+    check(u"system"_s, {});
+    check(u"system"_s, {u"memory"_s});
+    check(u"completion"_s, {u"fish"_s});
     // Ending applications for real is for a test that others do not run beside.
-    note(u"end"_qs, fileBytes(QStringLiteral(TEST_DATA) + u"/cli/end.json"));
+    note(u"end"_s, fileBytes(QStringLiteral(TEST_DATA) + u"/cli/end.json"));
     // Whether an application runs here is not this test's business.
     for (const char16_t *command : {u"processes", u"processes list"}) {
         const QString name = QString::fromUtf16(command);
-        note(name, varnelctl.run(name.split(u' ') + QStringList(u"--json"_qs)).out);
+        note(name, varnelctl.run(name.split(u' ') + QStringList(u"--json"_s)).out);
     }
 }
 
@@ -215,19 +216,19 @@ TEST_F(JsonSchemaTest, aProcess)
     const QString entry = home.path() + u"/clock.desktop";
     writeFile(entry, "[Desktop Entry]\nType=Application\nName=A Clock\nExec=clock\n");
     QProcessEnvironment environment = varnelctl.environment;
-    environment.insert(u"GIO_LAUNCHED_DESKTOP_FILE"_qs, entry);
+    environment.insert(u"GIO_LAUNCHED_DESKTOP_FILE"_s, entry);
     QProcess application;
     application.setProcessEnvironment(environment);
     application.start(
-        u"/bin/sh"_qs,
-        {u"-c"_qs, u"GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sh -c 'echo up; read line'"_qs});
+        u"/bin/sh"_s,
+        {u"-c"_s, u"GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sh -c 'echo up; read line'"_s});
     ASSERT_TRUE(application.waitForReadyRead(60000));
     QJsonObject object =
-        check(u"processes terminate"_qs, {QString::number(application.processId())});
+        check(u"processes terminate"_s, {QString::number(application.processId())});
     EXPECT_TRUE(application.waitForFinished(60000));
     // Revealing would start a file manager; it prints the same under another name.
-    object.insert(u"revealed"_qs, object.take(u"terminated"_qs));
-    note(u"processes reveal"_qs, QJsonDocument(object).toJson());
+    object.insert(u"revealed"_s, object.take(u"terminated"_s));
+    note(u"processes reveal"_s, QJsonDocument(object).toJson());
 }
 
 TEST_F(JsonSchemaTest, whatIsNotDocumentedIsFound)
@@ -237,12 +238,12 @@ TEST_F(JsonSchemaTest, whatIsNotDocumentedIsFound)
         QStringList arguments;
     };
     const QList<Case> cases {
-        {u"list"_qs, {u"Dock"_qs}},
-        {u"get"_qs, {u"1004"_qs}},
-        {u"set"_qs, {u"dock-size=44"_qs}},
-        {u"set"_qs, {u"dock-size=45"_qs, u"--home"_qs, anna, u"--home"_qs, home.path()}},
-        {u"backups list"_qs, {}},
-        {u"system"_qs, {u"memory"_qs}},
+        {u"list"_s, {u"Dock"_s}},
+        {u"get"_s, {u"1004"_s}},
+        {u"set"_s, {u"dock-size=44"_s}},
+        {u"set"_s, {u"dock-size=45"_s, u"--home"_s, anna, u"--home"_s, home.path()}},
+        {u"backups list"_s, {}},
+        {u"system"_s, {u"memory"_s}},
     };
     for (const Case &each : cases) {
         const QJsonObject object = check(each.command, each.arguments);
@@ -254,15 +255,15 @@ TEST_F(JsonSchemaTest, whatIsNotDocumentedIsFound)
             if (!elements.first().isObject())
                 continue;
             QJsonObject first = elements.first().toObject();
-            first.insert(u"news"_qs, 1);
+            first.insert(u"news"_s, 1);
             elements.replace(0, first);
             QJsonObject more = object;
             more.insert(member, elements);
             noteWrong(each.command, more, u"with news in " + member);
         }
         QJsonObject more = object;
-        more.insert(u"news"_qs, 1);
-        noteWrong(each.command, more, u"with news"_qs);
+        more.insert(u"news"_s, 1);
+        noteWrong(each.command, more, u"with news"_s);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -14,8 +15,8 @@ namespace {
 
 const QByteArray mailEntry = "[Desktop Entry]\nType=Application\nName=Mail\nName[de]=Post\n"
                              "Exec=/Applications/Mail.app/Contents/MacOS/Mail\n# kept\nX-A=b\n";
-const QString mail = u"/Applications/Mail.app"_qs;
-const QString clock = u"/Applications/Clock.app"_qs;
+const QString mail = u"/Applications/Mail.app"_s;
+const QString clock = u"/Applications/Clock.app"_s;
 
 class LoginItemsTest : public Test {
 protected:
@@ -23,36 +24,36 @@ protected:
     {
         QDir().mkpath(autostart);
         // One's own home would have the machine's system-wide entries above it.
-        varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_qs, home.path() + u"/none");
-        varnelctl.environment.insert(u"XDG_DATA_DIRS"_qs, home.path() + u"/none");
+        varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_s, home.path() + u"/none");
+        varnelctl.environment.insert(u"XDG_DATA_DIRS"_s, home.path() + u"/none");
     }
 
     Outcome run(const QStringList &words, bool named = true) const
     {
-        QStringList all = QStringList {u"login-items"_qs} + words;
+        QStringList all = QStringList {u"login-items"_s} + words;
         if (named)
-            all += {u"--home"_qs, home.path()};
+            all += {u"--home"_s, home.path()};
         return varnelctl.run(all);
     }
     [[nodiscard]] QStringList list() const
     {
         QStringList lines;
-        const QJsonObject object = run({u"list"_qs, u"--json"_qs}).json();
-        EXPECT_EQ(object.value(u"schemaVersion"_qs).toInt(), 1);
-        for (const QJsonValue &value : object.value(u"loginItems"_qs).toArray()) {
+        const QJsonObject object = run({u"list"_s, u"--json"_s}).json();
+        EXPECT_EQ(object.value(u"schemaVersion"_s).toInt(), 1);
+        for (const QJsonValue &value : object.value(u"loginItems"_s).toArray()) {
             const QJsonObject item = value.toObject();
-            EXPECT_EQ(item.keys(), (QStringList {u"enabled"_qs, u"name"_qs, u"path"_qs}));
-            lines.append((item.value(u"enabled"_qs).toBool() ? u"on "_qs : u"off "_qs)
-                         + item.value(u"name"_qs).toString() + u' '
-                         + item.value(u"path"_qs).toString());
+            EXPECT_EQ(item.keys(), (QStringList {u"enabled"_s, u"name"_s, u"path"_s}));
+            lines.append((item.value(u"enabled"_s).toBool() ? u"on "_s : u"off "_s)
+                         + item.value(u"name"_s).toString() + u' '
+                         + item.value(u"path"_s).toString());
         }
         return lines;
     }
     [[nodiscard]] QByteArray rows(int number) const
     {
-        return runProgram(u"sqlite3"_qs,
+        return runProgram(u"sqlite3"_s,
                           {support + u"Backup/quillet" + QString::number(number) + u".sqlite",
-                           u"SELECT * FROM users"_qs},
+                           u"SELECT * FROM users"_s},
                           varnelctl.environment)
             .out;
     }
@@ -68,14 +69,14 @@ TEST_F(LoginItemsTest, listingChangesAndMakesNothing)
 {
     putMail();
     const auto before = snapshot(home.path());
-    EXPECT_EQ(list(), QStringList {u"on Mail /Applications/Mail.app"_qs});
-    EXPECT_EQ(run({u"list"_qs}).out, "  on  Mail  /Applications/Mail.app\n");
+    EXPECT_EQ(list(), QStringList {u"on Mail /Applications/Mail.app"_s});
+    EXPECT_EQ(run({u"list"_s}).out, "  on  Mail  /Applications/Mail.app\n");
     EXPECT_EQ(snapshot(home.path()), before);
 }
 
 TEST_F(LoginItemsTest, anEmptyListIsDoneAllTheSame)
 {
-    const Outcome outcome = run({u"list"_qs});
+    const Outcome outcome = run({u"list"_s});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, "No login items.\n");
     EXPECT_TRUE(list().isEmpty());
@@ -83,25 +84,25 @@ TEST_F(LoginItemsTest, anEmptyListIsDoneAllTheSame)
 
 TEST_F(LoginItemsTest, anAddedApplicationIsOffUntilItIsEnabled)
 {
-    const Outcome added = run({u"add"_qs, clock});
+    const Outcome added = run({u"add"_s, clock});
     EXPECT_EQ(added.status, 0) << added.err.toStdString();
     EXPECT_TRUE(added.out.contains("'login-items enable' is the next step"));
-    EXPECT_EQ(list(), QStringList {u"off Clock.app /Applications/Clock.app"_qs});
+    EXPECT_EQ(list(), QStringList {u"off Clock.app /Applications/Clock.app"_s});
     EXPECT_EQ(rows(1), "250|/Applications/Clock.app|1|0\n");
     EXPECT_TRUE(QDir(autostart).isEmpty());
 
-    EXPECT_EQ(run({u"enable"_qs, clock}).status, 0);
-    EXPECT_EQ(list(), QStringList {u"on Clock /Applications/Clock.app"_qs});
+    EXPECT_EQ(run({u"enable"_s, clock}).status, 0);
+    EXPECT_EQ(list(), QStringList {u"on Clock /Applications/Clock.app"_s});
     EXPECT_EQ(rows(2), "250|/Applications/Clock.app|3|0\n") << "a save, a backup file";
 }
 
 TEST_F(LoginItemsTest, disabledAndEnabledAnEntryIsTheSameByteForByte)
 {
     putMail();
-    EXPECT_EQ(run({u"disable"_qs, mail}).status, 0);
+    EXPECT_EQ(run({u"disable"_s, mail}).status, 0);
     EXPECT_TRUE(QDir(autostart).isEmpty());
-    EXPECT_EQ(list(), QStringList {u"off Mail.app /Applications/Mail.app"_qs});
-    EXPECT_EQ(run({u"enable"_qs, mail}).status, 0);
+    EXPECT_EQ(list(), QStringList {u"off Mail.app /Applications/Mail.app"_s});
+    EXPECT_EQ(run({u"enable"_s, mail}).status, 0);
     EXPECT_EQ(fileBytes(autostart + u"/mail.desktop"), mailEntry);
     EXPECT_EQ(rows(1), "250|/Applications/Mail.app|2|0\n");
     EXPECT_EQ(rows(2), "250|/Applications/Mail.app|3|0\n");
@@ -110,14 +111,14 @@ TEST_F(LoginItemsTest, disabledAndEnabledAnEntryIsTheSameByteForByte)
 TEST_F(LoginItemsTest, aRemovedEntryIsGoneFromBothPlacesAndCanStillBeEnabled)
 {
     putMail();
-    EXPECT_EQ(run({u"remove"_qs, mail}).status, 0);
+    EXPECT_EQ(run({u"remove"_s, mail}).status, 0);
     EXPECT_TRUE(list().isEmpty());
     EXPECT_EQ(rows(1), "250|/Applications/Mail.app|0|1\n");
-    EXPECT_EQ(run({u"enable"_qs, mail}).status, 0);
+    EXPECT_EQ(run({u"enable"_s, mail}).status, 0);
     EXPECT_EQ(fileBytes(autostart + u"/mail.desktop"), mailEntry);
 
-    EXPECT_EQ(run({u"disable"_qs, mail}).status, 0);
-    EXPECT_EQ(run({u"remove"_qs, mail}).status, 0);
+    EXPECT_EQ(run({u"disable"_s, mail}).status, 0);
+    EXPECT_EQ(run({u"remove"_s, mail}).status, 0);
     EXPECT_EQ(rows(4), "250|/Applications/Mail.app|0|0\n");
     EXPECT_TRUE(list().isEmpty());
 }
@@ -125,12 +126,12 @@ TEST_F(LoginItemsTest, aRemovedEntryIsGoneFromBothPlacesAndCanStillBeEnabled)
 TEST_F(LoginItemsTest, whatIsSoAlreadyIsLeftAloneWithoutABackupFile)
 {
     putMail();
-    EXPECT_EQ(run({u"add"_qs, clock}).status, 0);
+    EXPECT_EQ(run({u"add"_s, clock}).status, 0);
     const auto before = snapshot(home.path());
-    for (const QStringList &words : {QStringList {u"add"_qs, clock},
-                                     {u"add"_qs, mail},
-                                     {u"enable"_qs, mail},
-                                     {u"disable"_qs, clock}}) {
+    for (const QStringList &words : {QStringList {u"add"_s, clock},
+                                     {u"add"_s, mail},
+                                     {u"enable"_s, mail},
+                                     {u"disable"_s, clock}}) {
         const Outcome outcome = run(words);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.out, "Nothing to change.\n");
@@ -153,25 +154,24 @@ TEST_F(LoginItemsTest, anUnknownItemIsANegativeAnswerAndMakesNothing)
 TEST_F(LoginItemsTest, wrongUsageWritesNothing)
 {
     const auto before = snapshot(home.path());
-    for (const QStringList &words : {QStringList {u"add"_qs},
-                                     {u"add"_qs, QString()},
-                                     {u"list"_qs, mail},
-                                     {u"add"_qs, mail, clock},
-                                     {u"toggle"_qs, mail},
+    for (const QStringList &words : {QStringList {u"add"_s},
+                                     {u"add"_s, QString()},
+                                     {u"list"_s, mail},
+                                     {u"add"_s, mail, clock},
+                                     {u"toggle"_s, mail},
                                      QStringList {}})
         EXPECT_EQ(run(words).status, 2) << words.join(u' ').toStdString();
     EXPECT_EQ(snapshot(home.path()), before);
-    EXPECT_EQ(
-        varnelctl.run({u"login-items"_qs, u"add"_qs, mail, u"--home"_qs, home.path() + u"/none"})
-            .status,
-        3);
+    EXPECT_EQ(varnelctl.run({u"login-items"_s, u"add"_s, mail, u"--home"_s, home.path() + u"/none"})
+                  .status,
+              3);
 }
 
 TEST_F(LoginItemsTest, aPathIsMadeAbsoluteUnlessItIsListedAsItIsTyped)
 {
-    EXPECT_EQ(run({u"add"_qs, u"/Applications//Clock.app/"_qs}).status, 0);
-    EXPECT_EQ(list(), QStringList {u"off Clock.app /Applications/Clock.app"_qs});
-    EXPECT_EQ(run({u"remove"_qs, u"/Applications/./Clock.app/"_qs}).status, 0);
+    EXPECT_EQ(run({u"add"_s, u"/Applications//Clock.app/"_s}).status, 0);
+    EXPECT_EQ(list(), QStringList {u"off Clock.app /Applications/Clock.app"_s});
+    EXPECT_EQ(run({u"remove"_s, u"/Applications/./Clock.app/"_s}).status, 0);
     EXPECT_TRUE(list().isEmpty());
 }
 
@@ -180,53 +180,53 @@ TEST_F(LoginItemsTest, whereStoringFailsTheItemIsKeptAndTheMessageSaysWhere)
     writeFile(autostart + u"/ann.desktop",
               "[Desktop Entry]\nType=Application\nName=Ann\nExec=\"/opt/ann's\"\n");
     const QByteArray before = fileBytes(autostart + u"/ann.desktop");
-    const Outcome outcome = run({u"disable"_qs, u"/opt/ann's"_qs, u"--json"_qs});
+    const Outcome outcome = run({u"disable"_s, u"/opt/ann's"_s, u"--json"_s});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_TRUE(outcome.err.contains("syntax error")) << outcome.err.toStdString();
     EXPECT_TRUE(
         QString::fromUtf8(outcome.err).contains(u"kept in " + support + u"RemovedLoginItems/"));
-    EXPECT_EQ(outcome.json().value(u"changed"_qs).toArray().size(), 0);
-    EXPECT_EQ(outcome.json().value(u"failures"_qs).toArray().size(), 1);
+    EXPECT_EQ(outcome.json().value(u"changed"_s).toArray().size(), 0);
+    EXPECT_EQ(outcome.json().value(u"failures"_s).toArray().size(), 1);
     EXPECT_TRUE(list().isEmpty());
-    EXPECT_EQ(run({u"enable"_qs, u"/opt/ann's"_qs}).status, 4) << "done, but without its row";
+    EXPECT_EQ(run({u"enable"_s, u"/opt/ann's"_s}).status, 4) << "done, but without its row";
     EXPECT_EQ(fileBytes(autostart + u"/ann.desktop"), before);
 }
 
 TEST_F(LoginItemsTest, whatCannotBeAddedChangesNothing)
 {
-    const Outcome outcome = run({u"add"_qs, u"/opt/ann's"_qs});
+    const Outcome outcome = run({u"add"_s, u"/opt/ann's"_s});
     EXPECT_EQ(outcome.status, 3);
     EXPECT_TRUE(list().isEmpty());
 }
 
 TEST_F(LoginItemsTest, jsonTellsTheBackupAndTheChange)
 {
-    const QJsonObject object = run({u"add"_qs, clock, u"--json"_qs}).json();
-    EXPECT_EQ(object.value(u"backup"_qs).toString(), support + u"Backup/quillet1.sqlite");
-    EXPECT_EQ(object.value(u"changed"_qs).toArray(),
-              (QJsonArray {QJsonObject {{u"path"_qs, clock},
-                                        {u"action"_qs, u"Add \"/Applications/Clock.app\""_qs}}}));
-    EXPECT_EQ(run({u"add"_qs, clock, u"--json"_qs}).json().value(u"backup"_qs), QJsonValue());
+    const QJsonObject object = run({u"add"_s, clock, u"--json"_s}).json();
+    EXPECT_EQ(object.value(u"backup"_s).toString(), support + u"Backup/quillet1.sqlite");
+    EXPECT_EQ(object.value(u"changed"_s).toArray(),
+              (QJsonArray {QJsonObject {{u"path"_s, clock},
+                                        {u"action"_s, u"Add \"/Applications/Clock.app\""_s}}}));
+    EXPECT_EQ(run({u"add"_s, clock, u"--json"_s}).json().value(u"backup"_s), QJsonValue());
 }
 
 TEST_F(LoginItemsTest, onesOwnHomeHasTheSessionsList)
 {
     const QString system = home.path() + u"/xdg/autostart";
     QDir().mkpath(system);
-    varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_qs, home.path() + u"/xdg");
+    varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_s, home.path() + u"/xdg");
     writeFile(system + u"/clock.desktop",
               "[Desktop Entry]\nType=Application\nName=Clock\nExec=/opt/clock\n");
-    EXPECT_EQ(run({u"list"_qs}, false).out, "  on  Clock  /opt/clock\n");
-    EXPECT_EQ(run({u"list"_qs}).out, "No login items.\n") << "but not one that is named";
-    EXPECT_EQ(run({u"disable"_qs, u"/opt/clock"_qs}, false).status, 0);
-    EXPECT_EQ(run({u"list"_qs}, false).out, "  off  clock  /opt/clock\n");
-    EXPECT_EQ(run({u"enable"_qs, u"/opt/clock"_qs}, false).status, 0);
+    EXPECT_EQ(run({u"list"_s}, false).out, "  on  Clock  /opt/clock\n");
+    EXPECT_EQ(run({u"list"_s}).out, "No login items.\n") << "but not one that is named";
+    EXPECT_EQ(run({u"disable"_s, u"/opt/clock"_s}, false).status, 0);
+    EXPECT_EQ(run({u"list"_s}, false).out, "  off  clock  /opt/clock\n");
+    EXPECT_EQ(run({u"enable"_s, u"/opt/clock"_s}, false).status, 0);
     EXPECT_TRUE(QDir(autostart).isEmpty());
 }
 
 TEST_F(LoginItemsTest, theHelpOfAddNamesTheNextStep)
 {
-    const QByteArray help = varnelctl.run({u"login-items"_qs, u"add"_qs, u"--help"_qs}).out;
+    const QByteArray help = varnelctl.run({u"login-items"_s, u"add"_s, u"--help"_s}).out;
     EXPECT_TRUE(help.contains("The next step is\n'varnelctl login-items enable PATH'"));
 }
 

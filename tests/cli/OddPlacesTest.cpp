@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
 
@@ -17,7 +18,7 @@ using namespace testing;
 
 namespace {
 
-const QString dock = u"com.apple.dock.plist"_qs;
+const QString dock = u"com.apple.dock.plist"_s;
 
 [[nodiscard]] bool says(const Outcome &outcome, const QByteArray &text)
 {
@@ -56,13 +57,13 @@ const Oddity oddities[] {
     {"deviceThatNeverEnds",
      [](const Places &at) {
          hide(at);
-         linkTo(u"/dev/zero"_qs, at.file);
+         linkTo(u"/dev/zero"_s, at.file);
      },
      3, 3},
     {"terminal",
      [](const Places &at) {
          hide(at);
-         linkTo(u"/dev/tty"_qs, at.file);
+         linkTo(u"/dev/tty"_s, at.file);
      },
      3, 3},
     {"linkLoop",
@@ -113,7 +114,7 @@ class OddPlaces : public TestWithParam<Oddity> {
 protected:
     void SetUp() override
     {
-        installSamples(home, u"binary"_qs);
+        installSamples(home, u"binary"_s);
         if (!GetParam().needsTwoUsers)
             return;
         VARNEL_NEEDS_ROOT();
@@ -123,7 +124,7 @@ protected:
     }
     [[nodiscard]] Outcome run(QStringList words) const
     {
-        words.prepend(u"--verbose"_qs);
+        words.prepend(u"--verbose"_s);
         return GetParam().needsTwoUsers ? varnelctl.runAs(stranger, words) : varnelctl.run(words);
     }
     void expectTold(const Outcome &outcome) const
@@ -150,7 +151,7 @@ TEST_P(OddPlaces, isReadOrRefusedToldAndNeverWaitedFor)
 {
     GetParam().make(places);
     const auto before = preferences();
-    const Outcome outcome = run({u"get"_qs, u"dock-size"_qs});
+    const Outcome outcome = run({u"get"_s, u"dock-size"_s});
     EXPECT_EQ(outcome.status, GetParam().get) << outcome.err.toStdString();
     expectTold(outcome);
     EXPECT_EQ(preferences(), before);
@@ -160,13 +161,13 @@ TEST_P(OddPlaces, isChangedOrLeftAsItIsAndTold)
 {
     GetParam().make(places);
     const auto before = preferences();
-    const Outcome outcome = run({u"set"_qs, u"dock-size=64"_qs});
+    const Outcome outcome = run({u"set"_s, u"dock-size=64"_s});
     EXPECT_EQ(outcome.status, GetParam().set) << outcome.err.toStdString();
     expectTold(outcome);
     if (outcome.status != 0)
         EXPECT_EQ(preferences(), before);
     else
-        EXPECT_EQ(run({u"get"_qs, u"dock-size"_qs}).out, "64\t64 pixels\n");
+        EXPECT_EQ(run({u"get"_s, u"dock-size"_s}).out, "64\t64 pixels\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Cli, OddPlaces, ValuesIn(oddities),
@@ -176,15 +177,15 @@ INSTANTIATE_TEST_SUITE_P(Cli, OddPlaces, ValuesIn(oddities),
 struct OddOwnFiles : Test {
     OddOwnFiles()
     {
-        installSamples(home, u"binary"_qs);
-        varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_qs, home.path() + u"/none");
-        varnelctl.environment.insert(u"XDG_DATA_DIRS"_qs, home.path() + u"/none");
+        installSamples(home, u"binary"_s);
+        varnelctl.environment.insert(u"XDG_CONFIG_DIRS"_s, home.path() + u"/none");
+        varnelctl.environment.insert(u"XDG_DATA_DIRS"_s, home.path() + u"/none");
         QDir().mkpath(support);
         QDir().mkpath(autostart);
     }
     [[nodiscard]] Outcome run(QStringList words) const
     {
-        words.prepend(u"--verbose"_qs);
+        words.prepend(u"--verbose"_s);
         return varnelctl.run(words);
     }
 
@@ -197,26 +198,26 @@ struct OddOwnFiles : Test {
 TEST_F(OddOwnFiles, aPipeInTheBackupFoldersPlaceKeepsNoSaveFromGoingOn)
 {
     ASSERT_EQ(::mkfifo(qPrintable(support + u"/Backup"), 0600), 0);
-    const Outcome outcome = run({u"set"_qs, u"dock-size=64"_qs});
+    const Outcome outcome = run({u"set"_s, u"dock-size=64"_s});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_TRUE(says(outcome, "varnel.io: " + support.toUtf8() + "/Backup/quillet1.sqlite"))
         << outcome.err.toStdString();
     EXPECT_TRUE(says(outcome, "varnelctl: dock-size: the old value is not in"))
         << outcome.err.toStdString();
-    EXPECT_EQ(run({u"get"_qs, u"dock-size"_qs}).out, "64\t64 pixels\n");
+    EXPECT_EQ(run({u"get"_s, u"dock-size"_s}).out, "64\t64 pixels\n");
 }
 
 TEST_F(OddOwnFiles, aPipeInABackupFilesPlaceIsRefusedAtOnce)
 {
     ASSERT_TRUE(QDir().mkpath(support + u"/Backup"));
     ASSERT_EQ(::mkfifo(qPrintable(support + u"/Backup/quillet1.sqlite"), 0600), 0);
-    for (const QString &verb : {u"show"_qs, u"restore"_qs}) {
-        const Outcome outcome = run({u"backups"_qs, verb, u"quillet1.sqlite"_qs});
+    for (const QString &verb : {u"show"_s, u"restore"_s}) {
+        const Outcome outcome = run({u"backups"_s, verb, u"quillet1.sqlite"_s});
         EXPECT_EQ(outcome.status, 3) << qPrintable(verb);
         EXPECT_TRUE(says(outcome, "varnel.io: " + support.toUtf8() + "/Backup/quillet1"))
             << outcome.err.toStdString();
     }
-    EXPECT_EQ(run({u"set"_qs, u"dock-size=64"_qs}).status, 0) << "the next name is free";
+    EXPECT_EQ(run({u"set"_s, u"dock-size=64"_s}).status, 0) << "the next name is free";
 }
 
 TEST_F(OddOwnFiles, aPipeInTheStoresPlaceIsRefusedAtOnceAndTold)
@@ -224,10 +225,10 @@ TEST_F(OddOwnFiles, aPipeInTheStoresPlaceIsRefusedAtOnceAndTold)
     const QString store = support + u"/disableLoginItems.sqlite";
     ASSERT_EQ(::mkfifo(qPrintable(store), 0600), 0);
     const QByteArray line = "disableLoginItems.sqlite: not a regular file";
-    const Outcome list = run({u"login-items"_qs, u"list"_qs});
+    const Outcome list = run({u"login-items"_s, u"list"_s});
     EXPECT_EQ(list.status, 0);
     EXPECT_TRUE(says(list, line)) << list.err.toStdString();
-    const Outcome added = run({u"login-items"_qs, u"add"_qs, u"/Applications/Mail.app"_qs});
+    const Outcome added = run({u"login-items"_s, u"add"_s, u"/Applications/Mail.app"_s});
     EXPECT_EQ(added.status, 3) << added.err.toStdString();
     EXPECT_TRUE(says(added, line)) << added.err.toStdString();
 }
@@ -237,12 +238,12 @@ TEST_F(OddOwnFiles, aPipeAmongTheSessionsEntriesHoldsNobodyUp)
     ASSERT_EQ(::mkfifo(qPrintable(autostart + u"/a.desktop"), 0600), 0);
     writeFile(autostart + u"/mail.desktop",
               "[Desktop Entry]\nType=Application\nName=Mail\nExec=/Applications/Mail.app/Mail\n");
-    const Outcome list = run({u"login-items"_qs, u"list"_qs});
+    const Outcome list = run({u"login-items"_s, u"list"_s});
     EXPECT_EQ(list.status, 0);
     EXPECT_TRUE(list.out.contains("/Applications/Mail.app")) << list.out.toStdString();
     EXPECT_TRUE(says(list, "varnel.io: " + autostart.toUtf8() + "/a.desktop"))
         << list.err.toStdString();
-    EXPECT_EQ(run({u"login-items"_qs, u"disable"_qs, u"/Applications/Mail.app"_qs}).status, 0);
+    EXPECT_EQ(run({u"login-items"_s, u"disable"_s, u"/Applications/Mail.app"_s}).status, 0);
 }
 
 TEST_F(OddOwnFiles, anEntryWhoseNameIsNotUtf8IsLeftOutAndTold)
@@ -250,7 +251,7 @@ TEST_F(OddOwnFiles, anEntryWhoseNameIsNotUtf8IsLeftOutAndTold)
     const Outcome outcome = varnelctl.shell(
         uR"sh(a="$HOME/.config/autostart"; mkdir -p "$a"; f="$a/$(printf 'b\377.desktop')"; )sh"
         uR"sh(printf '[Desktop Entry]\nType=Application\nName=b\nExec=/opt/b\n' >"$f"; )sh"
-        uR"sh("$varnelctl" --verbose login-items list; status=$?; rm "$f"; exit $status)sh"_qs);
+        uR"sh("$varnelctl" --verbose login-items list; status=$?; rm "$f"; exit $status)sh"_s);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(
         says(outcome,
@@ -270,8 +271,8 @@ TEST_F(OddOwnFiles, aFileOfTwoHundredMegabytesIsReadAndChanged)
     big.write("</string></dict></plist>\n");
     big.close();
     const qint64 size = big.size();
-    EXPECT_EQ(run({u"get"_qs, u"dock-size"_qs}).out, "48\t48 pixels\n");
-    const Outcome outcome = run({u"set"_qs, u"dock-size=64"_qs});
+    EXPECT_EQ(run({u"get"_s, u"dock-size"_s}).out, "48\t48 pixels\n");
+    const Outcome outcome = run({u"set"_s, u"dock-size=64"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     ASSERT_TRUE(big.open(QIODevice::ReadOnly));
     EXPECT_EQ(big.size(), size);
@@ -291,7 +292,7 @@ QString onAFullDisk(int freeBytes, const QString &line)
            "exit 77; }; "
            "mv \"$HOME/../$$.copy\" \"$HOME/Library\"; "
            "cp \"$HOME/Library/Preferences/com.apple.dock.plist\" \"$HOME/before\"; "
-           "dd if=/dev/zero of=\"$HOME/filler\" bs=4k 2>/dev/null; truncate -s -"_qs
+           "dd if=/dev/zero of=\"$HOME/filler\" bs=4k 2>/dev/null; truncate -s -"_s
         + QString::number(freeBytes)
         // Times are told in steps of some milliseconds, and the program may be as quick.
         + u" \"$HOME/filler\"; find \"$HOME\" -exec touch -d @1000000000 {} +; " + line + u'\'';
@@ -308,7 +309,7 @@ TEST_F(OddOwnFiles, onAFullDiskTheFileStandsAsItWasAndTheBackupFileStaysEmpty)
         0,
         u"\"$varnelctl\" --verbose set dock-size=64; status=$?; "
         "cmp \"$HOME/before\" \"$HOME/Library/Preferences/com.apple.dock.plist\" >&2 || exit 78; "
-        "cd \"$HOME\"; find Library -newer filler -type f -printf \"%p %s\\n\"; exit $status"_qs));
+        "cd \"$HOME\"; find Library -newer filler -type f -printf \"%p %s\\n\"; exit $status"_s));
     if (couldNotMount(outcome))
         GTEST_SKIP() << "needs the right to mount; Faults.save.errors has the injected form";
     EXPECT_EQ(outcome.status, 3) << outcome.err.toStdString();
@@ -322,13 +323,13 @@ TEST_F(OddOwnFiles, withRoomForTheFileAndNoneForARowItIsChangedAndNoBackupFileTo
     const Outcome outcome =
         varnelctl.shell(onAFullDisk(8192,
                                     u"\"$varnelctl\" set dock-size=64 --json; status=$?; "
-                                    "\"$varnelctl\" get dock-size >&2; exit $status"_qs));
+                                    "\"$varnelctl\" get dock-size >&2; exit $status"_s));
     if (couldNotMount(outcome))
         GTEST_SKIP() << "needs the right to mount; Faults.save.errors has the injected form";
     EXPECT_EQ(outcome.status, 4) << outcome.err.toStdString();
     EXPECT_TRUE(says(outcome, "64\t64 pixels\n")) << outcome.err.toStdString();
-    EXPECT_TRUE(outcome.json().value(u"backup"_qs).isNull()) << outcome.out.toStdString();
-    EXPECT_EQ(outcome.json().value(u"failures"_qs).toArray().size(), 1);
+    EXPECT_TRUE(outcome.json().value(u"backup"_s).isNull()) << outcome.out.toStdString();
+    EXPECT_EQ(outcome.json().value(u"failures"_s).toArray().size(), 1);
 }
 
 } // namespace

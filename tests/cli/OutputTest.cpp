@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/CommandTree.h"
 #include "cli/TextWidth.h"
 #include "cli/Varnelctl.h"
@@ -62,13 +63,13 @@ protected:
 
 TEST_F(OutputTest, aFullDiskBehindStandardOutputIsAFailure)
 {
-    const Outcome list = varnelctl.shell(u"\"$varnelctl\" list >/dev/full"_qs);
+    const Outcome list = varnelctl.shell(u"\"$varnelctl\" list >/dev/full"_s);
     EXPECT_EQ(list.status, 3);
     EXPECT_TRUE(list.err.contains("standard output"));
-    const Outcome set = varnelctl.shell(u"\"$varnelctl\" set 1004=64 >/dev/full"_qs);
+    const Outcome set = varnelctl.shell(u"\"$varnelctl\" set 1004=64 >/dev/full"_s);
     EXPECT_EQ(set.status, 4) << "it is done, but was not told";
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs}).out, "64\t64 pixels\n");
-    EXPECT_EQ(varnelctl.shell(u"\"$varnelctl\" set 1004=64 >/dev/full"_qs).status, 3)
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1004"_s}).out, "64\t64 pixels\n");
+    EXPECT_EQ(varnelctl.shell(u"\"$varnelctl\" set 1004=64 >/dev/full"_s).status, 3)
         << "nothing was changed";
 }
 
@@ -77,36 +78,36 @@ TEST_F(OutputTest, aReaderThatHasGoneIsAFailureWithoutAMessage)
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
     ::close(ends[0]);
-    EXPECT_EQ(runOn(ends[1], {u"list"_qs}), 3);
-    EXPECT_EQ(runOn(ends[1], {u"set"_qs, u"1004=64"_qs}), 4);
+    EXPECT_EQ(runOn(ends[1], {u"list"_s}), 3);
+    EXPECT_EQ(runOn(ends[1], {u"set"_s, u"1004=64"_s}), 4);
     ::close(ends[1]);
 }
 
 TEST_F(OutputTest, closedStreamsDoNotEndUpInFiles)
 {
     const Outcome set =
-        varnelctl.shell(u"\"$varnelctl\" set 1004=64 1400=x --verbose <&- >&- 2>&-"_qs);
+        varnelctl.shell(u"\"$varnelctl\" set 1004=64 1400=x --verbose <&- >&- 2>&-"_s);
     EXPECT_EQ(set.status, 4) << "done, but not told";
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs}).out, "64\t64 pixels\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out, "x\n");
-    EXPECT_EQ(varnelctl.shell(u"\"$varnelctl\" list >&-"_qs).status, 3);
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1004"_s}).out, "64\t64 pixels\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s}).out, "x\n");
+    EXPECT_EQ(varnelctl.shell(u"\"$varnelctl\" list >&-"_s).status, 3);
 }
 
 TEST_F(OutputTest, aTableFitsTheTerminal)
 {
-    varnelctl.environment.insert(u"NO_COLOR"_qs, u"1"_qs);
-    installSamples(home, u"binary"_qs);
-    const QString wide = onTerminal(200, {u"list"_qs, u"Dock"_qs});
-    EXPECT_EQ(wide, QString::fromUtf8(varnelctl.run({u"list"_qs, u"Dock"_qs}).out));
+    varnelctl.environment.insert(u"NO_COLOR"_s, u"1"_s);
+    installSamples(home, u"binary"_s);
+    const QString wide = onTerminal(200, {u"list"_s, u"Dock"_s});
+    EXPECT_EQ(wide, QString::fromUtf8(varnelctl.run({u"list"_s, u"Dock"_s}).out));
     for (const int columns : {60, 40, 35}) {
         const QString shown =
-            onTerminal(static_cast<unsigned short>(columns), {u"list"_qs, u"Dock"_qs});
+            onTerminal(static_cast<unsigned short>(columns), {u"list"_s, u"Dock"_s});
         for (const QString &line : shown.split(u'\n'))
             EXPECT_LE(varnel::cli::textWidth(line), columns) << line.toStdString();
         EXPECT_TRUE(shown.contains(u'…')) << shown.toStdString();
     }
-    varnelctl.environment.insert(u"LC_ALL"_qs, u"C"_qs);
-    EXPECT_TRUE(onTerminal(40, {u"list"_qs, u"Dock"_qs}).contains(u"..."));
+    varnelctl.environment.insert(u"LC_ALL"_s, u"C"_s);
+    EXPECT_TRUE(onTerminal(40, {u"list"_s, u"Dock"_s}).contains(u"..."));
 }
 
 TEST_F(OutputTest, everyHelpShowsAnExampleAndIsNeverColoured)
@@ -118,25 +119,25 @@ TEST_F(OutputTest, everyHelpShowsAnExampleAndIsNeverColoured)
         levels.append(command->info().name);
     for (const QString &level : levels) {
         const QString help =
-            onTerminal(80, level.split(u' ', Qt::SkipEmptyParts) + QStringList(u"--help"_qs));
-        const QString example = u"\n  varnelctl "_qs + level;
-        EXPECT_TRUE(help.section(u"Examples:"_qs, 1).contains(example)) << level.toStdString();
+            onTerminal(80, level.split(u' ', Qt::SkipEmptyParts) + QStringList(u"--help"_s));
+        const QString example = u"\n  varnelctl "_s + level;
+        EXPECT_TRUE(help.section(u"Examples:"_s, 1).contains(example)) << level.toStdString();
         EXPECT_FALSE(help.contains(u'\033')) << level.toStdString();
     }
 }
 
 TEST_F(OutputTest, colourIsForTerminalsThatWantIt)
 {
-    EXPECT_TRUE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u"\033["));
-    EXPECT_FALSE(varnelctl.run({u"list"_qs, u"Dock"_qs}).out.contains('\033'));
-    EXPECT_FALSE(onTerminal(80, {u"get"_qs, u"1004"_qs, u"--json"_qs}).contains(u'\033'));
-    varnelctl.environment.insert(u"TERM"_qs, u"dumb"_qs);
-    EXPECT_FALSE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u'\033'));
-    varnelctl.environment.remove(u"TERM"_qs);
-    varnelctl.environment.insert(u"NO_COLOR"_qs, u""_qs);
-    EXPECT_TRUE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u"\033[")) << "empty is not set";
-    varnelctl.environment.insert(u"NO_COLOR"_qs, u"1"_qs);
-    EXPECT_FALSE(onTerminal(80, {u"list"_qs, u"Dock"_qs}).contains(u'\033'));
+    EXPECT_TRUE(onTerminal(80, {u"list"_s, u"Dock"_s}).contains(u"\033["));
+    EXPECT_FALSE(varnelctl.run({u"list"_s, u"Dock"_s}).out.contains('\033'));
+    EXPECT_FALSE(onTerminal(80, {u"get"_s, u"1004"_s, u"--json"_s}).contains(u'\033'));
+    varnelctl.environment.insert(u"TERM"_s, u"dumb"_s);
+    EXPECT_FALSE(onTerminal(80, {u"list"_s, u"Dock"_s}).contains(u'\033'));
+    varnelctl.environment.remove(u"TERM"_s);
+    varnelctl.environment.insert(u"NO_COLOR"_s, u""_s);
+    EXPECT_TRUE(onTerminal(80, {u"list"_s, u"Dock"_s}).contains(u"\033[")) << "empty is not set";
+    varnelctl.environment.insert(u"NO_COLOR"_s, u"1"_s);
+    EXPECT_FALSE(onTerminal(80, {u"list"_s, u"Dock"_s}).contains(u'\033'));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cli/OwnWords.h"
+#include "base/Literals.h"
 #include "cli/PreferenceDomain.h"
 #include "cli/Varnelctl.h"
 #include "settings/Catalogue.h"
@@ -16,17 +17,17 @@ namespace {
 /// Command lines in the shape of the Mac's own preferences tool.
 class OwnWordsTest : public Test {
 protected:
-    OwnWordsTest() { installSamples(home, u"binary"_qs); }
+    OwnWordsTest() { installSamples(home, u"binary"_s); }
 
     /// Words with blanks between; a "_" stands for a blank in a word.
     [[nodiscard]] Outcome run(const QString &line) const
     {
         QStringList words = line.split(u' ');
-        words.replaceInStrings(u"_"_qs, u" "_qs);
+        words.replaceInStrings(u"_"_s, u" "_s);
         return varnelctl.run(words);
     }
     [[nodiscard]] QByteArray stored(const QString &key) const { return run(u"read " + key).out; }
-    [[nodiscard]] QString dock() const { return home.preference(u"com.apple.dock.plist"_qs); }
+    [[nodiscard]] QString dock() const { return home.preference(u"com.apple.dock.plist"_s); }
 
     TemporaryHome home;
     Varnelctl varnelctl {home};
@@ -34,45 +35,45 @@ protected:
 
 TEST_F(OwnWordsTest, readingPrintsWhatStandsInTheFile)
 {
-    EXPECT_EQ(run(u"get com.apple.dock tilesize"_qs).out, "48\n");
-    EXPECT_EQ(run(u"read com.apple.dock autohide"_qs).out, "0\n");
-    EXPECT_EQ(run(u"read com.apple.dock mineffect"_qs).out, "genie\n");
-    EXPECT_EQ(run(u"read com.apple.Safari ProxiesInBookmarksBar"_qs).out,
+    EXPECT_EQ(run(u"get com.apple.dock tilesize"_s).out, "48\n");
+    EXPECT_EQ(run(u"read com.apple.dock autohide"_s).out, "0\n");
+    EXPECT_EQ(run(u"read com.apple.dock mineffect"_s).out, "genie\n");
+    EXPECT_EQ(run(u"read com.apple.Safari ProxiesInBookmarksBar"_s).out,
               "(\n    \"Reading List\",\n    \"Top Sites\"\n)\n");
-    EXPECT_EQ(run(u"set 1200=bonjour"_qs).status, 0);
-    EXPECT_EQ(stored(u"com.apple.Safari ProxiesInBookmarksBar"_qs), "(\n    Bonjour\n)\n");
-    EXPECT_EQ(run(u"set 1200=none"_qs).status, 0);
-    EXPECT_EQ(stored(u"com.apple.Safari ProxiesInBookmarksBar"_qs), "(\n)\n");
+    EXPECT_EQ(run(u"set 1200=bonjour"_s).status, 0);
+    EXPECT_EQ(stored(u"com.apple.Safari ProxiesInBookmarksBar"_s), "(\n    Bonjour\n)\n");
+    EXPECT_EQ(run(u"set 1200=none"_s).status, 0);
+    EXPECT_EQ(stored(u"com.apple.Safari ProxiesInBookmarksBar"_s), "(\n)\n");
 }
 
 TEST_F(OwnWordsTest, aKeyThatIsNotThereIsANegativeAnswerWithoutData)
 {
-    const Outcome missing = run(u"read com.apple.dock no-glass"_qs);
+    const Outcome missing = run(u"read com.apple.dock no-glass"_s);
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.out, "");
     EXPECT_EQ(missing.err, "varnelctl: no-glass: not stored\n");
-    const Outcome json = run(u"read com.apple.dock no-glass --json"_qs);
+    const Outcome json = run(u"read com.apple.dock no-glass --json"_s);
     EXPECT_EQ(json.status, 1);
-    EXPECT_TRUE(json.json().value(u"stored"_qs).isNull());
-    EXPECT_EQ(run(u"read com.apple.Mail PreferPlainText"_qs).status, 1) << "no file at all";
+    EXPECT_TRUE(json.json().value(u"stored"_s).isNull());
+    EXPECT_EQ(run(u"read com.apple.Mail PreferPlainText"_s).status, 1) << "no file at all";
 }
 
 TEST_F(OwnWordsTest, aFileOrAValueThatCannotBeReadIsAFailure)
 {
     writeFile(dock(), "no property list");
-    EXPECT_EQ(run(u"read com.apple.dock tilesize"_qs).status, 3);
+    EXPECT_EQ(run(u"read com.apple.dock tilesize"_s).status, 3);
     writeFile(dock(),
               "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>tilesize</key><dict/>"
               "<key>largesize</key><real>64.5</real></dict></plist>");
-    EXPECT_EQ(run(u"read com.apple.dock tilesize"_qs).status, 3);
-    EXPECT_EQ(run(u"read com.apple.dock largesize"_qs).out, "64.5\n");
+    EXPECT_EQ(run(u"read com.apple.dock tilesize"_s).status, 3);
+    EXPECT_EQ(run(u"read com.apple.dock largesize"_s).out, "64.5\n");
 }
 
 TEST_F(OwnWordsTest, aDomainIsAFilesNameOrItsPathInAnyLetterCase)
 {
-    for (const QString &domain : {u"com.apple.dock"_qs, u"com.apple.dock.plist"_qs,
-                                  u"COM.Apple.Dock"_qs, dock(), dock().chopped(6)})
-        EXPECT_EQ(varnelctl.run({u"read"_qs, domain, u"tilesize"_qs}).out, "48\n")
+    for (const QString &domain : {u"com.apple.dock"_s, u"com.apple.dock.plist"_s,
+                                  u"COM.Apple.Dock"_s, dock(), dock().chopped(6)})
+        EXPECT_EQ(varnelctl.run({u"read"_s, domain, u"tilesize"_s}).out, "48\n")
             << domain.toStdString();
     for (const char16_t *domain : {u"NSGlobalDomain", u"-g", u"-globalDomain",
                                    u"Apple_Global_Domain", u".GlobalPreferences"})
@@ -84,41 +85,40 @@ TEST_F(OwnWordsTest, aPathMeansTheHomeThatItLeadsTo)
     TemporaryHome other;
     const QString path = other.path() + u"/Library/Preferences/com.apple.dock";
     const auto own = snapshot(home.path());
-    EXPECT_EQ(varnelctl.run({u"write"_qs, path, u"tilesize"_qs, u"-int"_qs, u"64"_qs}).status, 0);
+    EXPECT_EQ(varnelctl.run({u"write"_s, path, u"tilesize"_s, u"-int"_s, u"64"_s}).status, 0);
     EXPECT_EQ(snapshot(home.path()), own);
-    EXPECT_EQ(varnelctl.run({u"read"_qs, path, u"tilesize"_qs}).out, "64\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs, u"--home"_qs, other.path()}).out,
+    EXPECT_EQ(varnelctl.run({u"read"_s, path, u"tilesize"_s}).out, "64\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1004"_s, u"--home"_s, other.path()}).out,
               "64\t64 pixels\n");
-    EXPECT_EQ(varnelctl.run({u"read"_qs, path, u"tilesize"_qs, u"--home"_qs, other.path()}).status,
-              2);
-    EXPECT_EQ(
-        varnelctl.run({u"read"_qs, home.path() + u"/com.apple.dock"_qs, u"tilesize"_qs}).status, 2)
+    EXPECT_EQ(varnelctl.run({u"read"_s, path, u"tilesize"_s, u"--home"_s, other.path()}).status, 2);
+    EXPECT_EQ(varnelctl.run({u"read"_s, home.path() + u"/com.apple.dock"_s, u"tilesize"_s}).status,
+              2)
         << "not in a home's preferences";
 }
 
 TEST_F(OwnWordsTest, aValueIsMappedOntoTheChoiceThatStoresIt)
 {
     const QList<QStringList> good {
-        {u"com.apple.dock autohide"_qs, u"-bool true"_qs, u"1"_qs},
-        {u"com.apple.dock autohide"_qs, u"-bool NO"_qs, u"0"_qs},
-        {u"com.apple.dock autohide"_qs, u"-boolean 1"_qs, u"1"_qs},
-        {u"com.apple.dock autohide"_qs, u"-int 0"_qs, u"0"_qs},
-        {u"com.apple.dock autohide"_qs, u"yes"_qs, u"1"_qs},
-        {u"com.apple.dock autohide"_qs, u"false"_qs, u"0"_qs},
-        {u"com.apple.dock mineffect"_qs, u"-string scale"_qs, u"scale"_qs},
-        {u"com.apple.dock mineffect"_qs, u"genie"_qs, u"genie"_qs},
-        {u"com.apple.dock tilesize"_qs, u"-int 64"_qs, u"64"_qs},
-        {u"com.apple.dock tilesize"_qs, u"-float 32.0"_qs, u"32"_qs},
-        {u"com.apple.dock tilesize"_qs, u"40"_qs, u"40"_qs},
-        {u"com.apple.Safari IncludeDevelopMenu"_qs, u"-bool false"_qs, u"0"_qs},
-        {u"com.apple.Safari IncludeDebugMenu"_qs, u"-bool true"_qs, u"1"_qs},
-        {u"com.apple.iTunes show-library-playlist"_qs, u"-bool true"_qs, u"1"_qs},
-        {u"com.apple.iTunes show-library-playlist"_qs, u"-bool false"_qs, u"0"_qs},
-        {u"com.apple.iTunes hide-library-playlist"_qs, u"-bool false"_qs, u"0"_qs},
-        {u"com.apple.screencapture name"_qs, u"-string a=b_c"_qs, u"a=b c"_qs},
-        {u"com.apple.screencapture name"_qs, u"-string -5"_qs, u"-5"_qs},
-        {u"com.apple.screencapture location"_qs, u"/tmp/shots"_qs, u"/tmp/shots"_qs},
-        {u"NSGlobalDomain ApplePressAndHoldEnabled"_qs, u"-bool true"_qs, u"1"_qs},
+        {u"com.apple.dock autohide"_s, u"-bool true"_s, u"1"_s},
+        {u"com.apple.dock autohide"_s, u"-bool NO"_s, u"0"_s},
+        {u"com.apple.dock autohide"_s, u"-boolean 1"_s, u"1"_s},
+        {u"com.apple.dock autohide"_s, u"-int 0"_s, u"0"_s},
+        {u"com.apple.dock autohide"_s, u"yes"_s, u"1"_s},
+        {u"com.apple.dock autohide"_s, u"false"_s, u"0"_s},
+        {u"com.apple.dock mineffect"_s, u"-string scale"_s, u"scale"_s},
+        {u"com.apple.dock mineffect"_s, u"genie"_s, u"genie"_s},
+        {u"com.apple.dock tilesize"_s, u"-int 64"_s, u"64"_s},
+        {u"com.apple.dock tilesize"_s, u"-float 32.0"_s, u"32"_s},
+        {u"com.apple.dock tilesize"_s, u"40"_s, u"40"_s},
+        {u"com.apple.Safari IncludeDevelopMenu"_s, u"-bool false"_s, u"0"_s},
+        {u"com.apple.Safari IncludeDebugMenu"_s, u"-bool true"_s, u"1"_s},
+        {u"com.apple.iTunes show-library-playlist"_s, u"-bool true"_s, u"1"_s},
+        {u"com.apple.iTunes show-library-playlist"_s, u"-bool false"_s, u"0"_s},
+        {u"com.apple.iTunes hide-library-playlist"_s, u"-bool false"_s, u"0"_s},
+        {u"com.apple.screencapture name"_s, u"-string a=b_c"_s, u"a=b c"_s},
+        {u"com.apple.screencapture name"_s, u"-string -5"_s, u"-5"_s},
+        {u"com.apple.screencapture location"_s, u"/tmp/shots"_s, u"/tmp/shots"_s},
+        {u"NSGlobalDomain ApplePressAndHoldEnabled"_s, u"-bool true"_s, u"1"_s},
     };
     for (const QStringList &each : good) {
         const Outcome outcome = run(u"write " + each[0] + u' ' + each[1]);
@@ -126,9 +126,8 @@ TEST_F(OwnWordsTest, aValueIsMappedOntoTheChoiceThatStoresIt)
         EXPECT_EQ(stored(each[0]), QByteArray(each[2].toUtf8() + '\n'))
             << each.join(u' ').toStdString();
     }
-    EXPECT_EQ(stored(u"com.apple.iTunes show-library-playlist"_qs), "1\n")
-        << "the pair's other key";
-    EXPECT_EQ(stored(u"com.apple.Safari IncludeInternalDebugMenu"_qs), "1\n");
+    EXPECT_EQ(stored(u"com.apple.iTunes show-library-playlist"_s), "1\n") << "the pair's other key";
+    EXPECT_EQ(stored(u"com.apple.Safari IncludeInternalDebugMenu"_s), "1\n");
 }
 
 /// Type and value as one would type what a choice stores; empty for the removal of the key.
@@ -176,74 +175,74 @@ TEST(OwnWordsOfCatalogueTest, everyChoiceOfEverySettingIsFoundByWhatItStores)
 TEST_F(OwnWordsTest, anArrayIsTheWordsThatFollow)
 {
     const Outcome outcome =
-        run(u"set com.apple.Safari ProxiesInBookmarksBar -array bonjour Top_Sites --json"_qs);
+        run(u"set com.apple.Safari ProxiesInBookmarksBar -array bonjour Top_Sites --json"_s);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.json().value(u"changed"_qs)[0][u"id"], 1200);
-    EXPECT_EQ(run(u"get 1200"_qs).out, "0;1;0;1\tTop Sites, Bonjour\n");
-    EXPECT_EQ(run(u"set com.apple.Safari ProxiesInBookmarksBar -array"_qs).status, 0);
-    EXPECT_EQ(run(u"get 1200"_qs).out, "0;0;0;0\tnone\n");
+    EXPECT_EQ(outcome.json().value(u"changed"_s)[0][u"id"], 1200);
+    EXPECT_EQ(run(u"get 1200"_s).out, "0;1;0;1\tTop Sites, Bonjour\n");
+    EXPECT_EQ(run(u"set com.apple.Safari ProxiesInBookmarksBar -array"_s).status, 0);
+    EXPECT_EQ(run(u"get 1200"_s).out, "0;0;0;0\tnone\n");
 }
 
 TEST_F(OwnWordsTest, oneSaveWithItsBackupLikeAnyOtherAndOfTwoSettingsTheLowerNumber)
 {
     const Outcome outcome =
-        run(u"--json write com.apple.iTunes --verbose allow-half-stars -bool true"_qs);
+        run(u"--json write com.apple.iTunes --verbose allow-half-stars -bool true"_s);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.json().value(u"changed"_qs)[0][u"id"], 1600);
-    EXPECT_TRUE(outcome.json().value(u"backup"_qs).toString().endsWith(u"quillet1.sqlite"));
+    EXPECT_EQ(outcome.json().value(u"changed"_s)[0][u"id"], 1600);
+    EXPECT_TRUE(outcome.json().value(u"backup"_s).toString().endsWith(u"quillet1.sqlite"));
     EXPECT_TRUE(outcome.err.contains("addDataToBackupFile"));
 }
 
 TEST_F(OwnWordsTest, deletingTakesTheKeyOut)
 {
-    EXPECT_EQ(run(u"delete com.apple.dock tilesize"_qs).status, 0);
-    EXPECT_EQ(run(u"read com.apple.dock tilesize"_qs).status, 1);
-    EXPECT_EQ(run(u"delete -g AppleShowScrollBars"_qs).status, 0);
-    EXPECT_EQ(run(u"read -g AppleShowScrollBars"_qs).status, 1);
-    EXPECT_EQ(run(u"delete dock-size autohide"_qs).status, 0) << "two settings";
+    EXPECT_EQ(run(u"delete com.apple.dock tilesize"_s).status, 0);
+    EXPECT_EQ(run(u"read com.apple.dock tilesize"_s).status, 1);
+    EXPECT_EQ(run(u"delete -g AppleShowScrollBars"_s).status, 0);
+    EXPECT_EQ(run(u"read -g AppleShowScrollBars"_s).status, 1);
+    EXPECT_EQ(run(u"delete dock-size autohide"_s).status, 0) << "two settings";
 }
 
 TEST_F(OwnWordsTest, whatNoSettingStoresIsRefusedInWordsAndNothingIsWritten)
 {
     const auto before = snapshot(home.path());
     const QList<QStringList> bad {
-        {u"write com.apple.dock mineffect -string suck"_qs, u"genie (Genie effect)"_qs},
-        {u"write com.apple.dock autohide -string yes"_qs, u"true (yes), false (no)"_qs},
-        {u"write com.apple.dock autohide -bool maybe"_qs, u"true (yes)"_qs},
-        {u"write com.apple.dock autohide -int 2"_qs, u"true (yes)"_qs},
-        {u"write com.apple.iTunes show-library-playlist x"_qs, u"true (yes), false (no)"_qs},
-        {u"write com.apple.dock tilesize -int -1"_qs, u"from 16 to 128"_qs},
-        {u"write com.apple.dock tilesize -int 15"_qs, u"from 16 to 128"_qs},
-        {u"write com.apple.dock tilesize -float 48.5"_qs, u"from 16 to 128"_qs},
-        {u"write com.apple.dock tilesize -bool true"_qs, u"from 16 to 128"_qs},
-        {u"write com.apple.dock tilesize -string 48"_qs, u"integer"_qs},
-        {u"write com.apple.dock tilesize 48 49"_qs, u"one value"_qs},
-        {u"write com.apple.dock tilesize -array 48"_qs, u"integer"_qs},
-        {u"write com.apple.dock tilesize -data 48"_qs, u"'-data'"_qs},
-        {u"write com.apple.dock tilesize -int"_qs, u"a value is missing after -int"_qs},
-        {u"write com.apple.dock tilesize"_qs, u"a value is missing after tilesize"_qs},
-        {u"write com.apple.screencapture name -string -1"_qs, u"default"_qs},
-        {u"write com.apple.screencapture name -int 5"_qs, u"-string"_qs},
-        {u"write com.apple.Safari ProxiesInBookmarksBar -array News"_qs, u"Reading List"_qs},
-        {u"write com.apple.Safari ProxiesInBookmarksBar Bonjour"_qs, u"-array"_qs},
-        {u"write com.apple.Safari TB_Display_Mode -int 2"_qs, u"toolbar-text"_qs},
-        {u"write com.apple.dock nosuch 1"_qs, u"tilesize"_qs},
-        {u"read com.apple.dock Tilesize"_qs, u"tilesize"_qs},
-        {u"read com.apple.dock"_qs, u"a key is missing"_qs},
-        {u"read com.apple.dock tilesize autohide"_qs, u"not understood: autohide"_qs},
-        {u"read com.example.none key"_qs, u"NSGlobalDomain"_qs},
-        {u"read None key"_qs, u"NSGlobalDomain"_qs},
-        {u"write None key 1"_qs, u"NSGlobalDomain"_qs},
-        {u"set autohide yes"_qs, u"as in autohide=yes"_qs},
-        {u"set 1004 48"_qs, u"as in 1004=48"_qs},
-        {u"get autohide dock-size"_qs, u"'get' takes one"_qs},
-        {u"delete com.apple.dock"_qs, u"a key is missing"_qs},
-        {u"delete com.example.none key"_qs, u"NSGlobalDomain"_qs},
-        {u"read -currentHost com.apple.dock tilesize"_qs, u"-currentHost"_qs},
-        {u"read com.apple.dock tilesize --home"_qs, u"--home"_qs},
-        {u"-- read com.apple.dock tilesize"_qs, u"not understood"_qs},
-        {u"get 1004 --key largesize"_qs, u"'largesize'"_qs},
-        {u"get 1302 --key x"_qs, u"'x'"_qs},
+        {u"write com.apple.dock mineffect -string suck"_s, u"genie (Genie effect)"_s},
+        {u"write com.apple.dock autohide -string yes"_s, u"true (yes), false (no)"_s},
+        {u"write com.apple.dock autohide -bool maybe"_s, u"true (yes)"_s},
+        {u"write com.apple.dock autohide -int 2"_s, u"true (yes)"_s},
+        {u"write com.apple.iTunes show-library-playlist x"_s, u"true (yes), false (no)"_s},
+        {u"write com.apple.dock tilesize -int -1"_s, u"from 16 to 128"_s},
+        {u"write com.apple.dock tilesize -int 15"_s, u"from 16 to 128"_s},
+        {u"write com.apple.dock tilesize -float 48.5"_s, u"from 16 to 128"_s},
+        {u"write com.apple.dock tilesize -bool true"_s, u"from 16 to 128"_s},
+        {u"write com.apple.dock tilesize -string 48"_s, u"integer"_s},
+        {u"write com.apple.dock tilesize 48 49"_s, u"one value"_s},
+        {u"write com.apple.dock tilesize -array 48"_s, u"integer"_s},
+        {u"write com.apple.dock tilesize -data 48"_s, u"'-data'"_s},
+        {u"write com.apple.dock tilesize -int"_s, u"a value is missing after -int"_s},
+        {u"write com.apple.dock tilesize"_s, u"a value is missing after tilesize"_s},
+        {u"write com.apple.screencapture name -string -1"_s, u"default"_s},
+        {u"write com.apple.screencapture name -int 5"_s, u"-string"_s},
+        {u"write com.apple.Safari ProxiesInBookmarksBar -array News"_s, u"Reading List"_s},
+        {u"write com.apple.Safari ProxiesInBookmarksBar Bonjour"_s, u"-array"_s},
+        {u"write com.apple.Safari TB_Display_Mode -int 2"_s, u"toolbar-text"_s},
+        {u"write com.apple.dock nosuch 1"_s, u"tilesize"_s},
+        {u"read com.apple.dock Tilesize"_s, u"tilesize"_s},
+        {u"read com.apple.dock"_s, u"a key is missing"_s},
+        {u"read com.apple.dock tilesize autohide"_s, u"not understood: autohide"_s},
+        {u"read com.example.none key"_s, u"NSGlobalDomain"_s},
+        {u"read None key"_s, u"NSGlobalDomain"_s},
+        {u"write None key 1"_s, u"NSGlobalDomain"_s},
+        {u"set autohide yes"_s, u"as in autohide=yes"_s},
+        {u"set 1004 48"_s, u"as in 1004=48"_s},
+        {u"get autohide dock-size"_s, u"'get' takes one"_s},
+        {u"delete com.apple.dock"_s, u"a key is missing"_s},
+        {u"delete com.example.none key"_s, u"NSGlobalDomain"_s},
+        {u"read -currentHost com.apple.dock tilesize"_s, u"-currentHost"_s},
+        {u"read com.apple.dock tilesize --home"_s, u"--home"_s},
+        {u"-- read com.apple.dock tilesize"_s, u"not understood"_s},
+        {u"get 1004 --key largesize"_s, u"'largesize'"_s},
+        {u"get 1302 --key x"_s, u"'x'"_s},
     };
     for (const QStringList &each : bad) {
         const Outcome outcome = run(each[0]);
@@ -252,7 +251,7 @@ TEST_F(OwnWordsTest, whatNoSettingStoresIsRefusedInWordsAndNothingIsWritten)
         EXPECT_TRUE(outcome.err.contains(each[1].toUtf8())) << outcome.err.toStdString();
     }
     EXPECT_EQ(
-        varnelctl.shell(u"\"$varnelctl\" write com.apple.screencapture name $(printf '\\377')"_qs)
+        varnelctl.shell(u"\"$varnelctl\" write com.apple.screencapture name $(printf '\\377')"_s)
             .status,
         2);
     EXPECT_EQ(snapshot(home.path()), before);
@@ -260,12 +259,12 @@ TEST_F(OwnWordsTest, whatNoSettingStoresIsRefusedInWordsAndNothingIsWritten)
 
 TEST_F(OwnWordsTest, theOwnShapesStayWhatTheyAre)
 {
-    EXPECT_EQ(run(u"set 1403=/tmp/a.b 1004=64"_qs).status, 0);
-    EXPECT_EQ(run(u"get 1403"_qs).out, "/tmp/a.b\n");
-    EXPECT_EQ(run(u"get 1204 --key TB_Display_Mode"_qs).out, "2\n") << "inside a dictionary";
-    EXPECT_EQ(run(u"write com.apple.dock --help"_qs).status, 0);
-    EXPECT_EQ(run(u"write com.apple.screencapture name -- --odd"_qs).status, 0);
-    EXPECT_EQ(run(u"get 1400"_qs).out, "--odd\n");
+    EXPECT_EQ(run(u"set 1403=/tmp/a.b 1004=64"_s).status, 0);
+    EXPECT_EQ(run(u"get 1403"_s).out, "/tmp/a.b\n");
+    EXPECT_EQ(run(u"get 1204 --key TB_Display_Mode"_s).out, "2\n") << "inside a dictionary";
+    EXPECT_EQ(run(u"write com.apple.dock --help"_s).status, 0);
+    EXPECT_EQ(run(u"write com.apple.screencapture name -- --odd"_s).status, 0);
+    EXPECT_EQ(run(u"get 1400"_s).out, "--odd\n");
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -21,12 +22,12 @@ protected:
     {
         // The shell takes its own id into the environment, as the desktop's launcher does.
         QProcessEnvironment environment = varnelctl.environment;
-        environment.insert(u"GIO_LAUNCHED_DESKTOP_FILE"_qs, entry());
+        environment.insert(u"GIO_LAUNCHED_DESKTOP_FILE"_s, entry());
         writeFile(entry(), "[Desktop Entry]\nType=Application\nName=A Clock\nExec=clock\n");
         application.setProcessEnvironment(environment);
         application.start(
-            u"/bin/sh"_qs,
-            {u"-c"_qs, u"GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sh -c 'echo up; read line'"_qs});
+            u"/bin/sh"_s,
+            {u"-c"_s, u"GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sh -c 'echo up; read line'"_s});
         ASSERT_TRUE(application.waitForReadyRead(60000));
     }
 
@@ -41,9 +42,9 @@ protected:
 
     [[nodiscard]] QJsonObject listed() const
     {
-        const Outcome list = varnelctl.run({u"processes"_qs, u"list"_qs, u"--json"_qs});
+        const Outcome list = varnelctl.run({u"processes"_s, u"list"_s, u"--json"_s});
         EXPECT_LE(list.status, 1) << list.err.toStdString();
-        for (const QJsonValue process : list.json().value(u"processes"_qs).toArray())
+        for (const QJsonValue process : list.json().value(u"processes"_s).toArray())
             if (process[u"bundleLocation"].toString() == entry())
                 return process.toObject();
         return {};
@@ -58,27 +59,26 @@ TEST_F(ProcessesTest, aRunningApplicationIsListed)
 {
     const QJsonObject process = listed();
     EXPECT_EQ(process.keys(),
-              (QStringList {u"bundleLocation"_qs, u"icon"_qs, u"priority"_qs, u"process"_qs,
-                            u"processId"_qs}));
-    EXPECT_EQ(process[u"process"_qs].toString(), u"A Clock");
-    EXPECT_EQ(process[u"processId"_qs].toInt(), application.processId());
-    EXPECT_TRUE(process[u"priority"_qs].isDouble());
-    EXPECT_EQ(process[u"icon"_qs].toString(),
-              QString(entry() + u"/Contents/Resources/(null).icns"));
-    const Outcome text = varnelctl.run({u"processes"_qs});
+              (QStringList {u"bundleLocation"_s, u"icon"_s, u"priority"_s, u"process"_s,
+                            u"processId"_s}));
+    EXPECT_EQ(process[u"process"_s].toString(), u"A Clock");
+    EXPECT_EQ(process[u"processId"_s].toInt(), application.processId());
+    EXPECT_TRUE(process[u"priority"_s].isDouble());
+    EXPECT_EQ(process[u"icon"_s].toString(), QString(entry() + u"/Contents/Resources/(null).icns"));
+    const Outcome text = varnelctl.run({u"processes"_s});
     EXPECT_EQ(text.status, 0);
     EXPECT_TRUE(text.out.contains("A Clock")) << text.out.toStdString();
     // Other applications may come and go between the two.
-    const Outcome longForm = varnelctl.run({u"processes"_qs, u"list"_qs});
+    const Outcome longForm = varnelctl.run({u"processes"_s, u"list"_s});
     EXPECT_EQ(longForm.status, 0);
     EXPECT_TRUE(longForm.out.contains("A Clock")) << longForm.out.toStdString();
 }
 
 TEST_F(ProcessesTest, terminatingEndsItAndTellsWhichItWas)
 {
-    const Outcome outcome = varnelctl.run({u"processes"_qs, u"terminate"_qs, id(), u"--json"_qs});
+    const Outcome outcome = varnelctl.run({u"processes"_s, u"terminate"_s, id(), u"--json"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.json().value(u"terminated"_qs)[u"bundleLocation"].toString(), entry());
+    EXPECT_EQ(outcome.json().value(u"terminated"_s)[u"bundleLocation"].toString(), entry());
     ASSERT_TRUE(application.waitForFinished(60000));
     EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
     EXPECT_EQ(application.exitCode(), 15) << "the signal";
@@ -88,37 +88,36 @@ TEST_F(ProcessesTest, terminatingEndsItAndTellsWhichItWas)
 TEST_F(ProcessesTest, whatIsToldOfTheEndedProcessStaysAsItIs)
 {
     // The priority is the one that the tests themselves run with.
-    static const QRegularExpression priority(u"A Clock  -?\\d+"_qs);
-    const Outcome text = varnelctl.run({u"processes"_qs, u"terminate"_qs, id()});
+    static const QRegularExpression priority(u"A Clock  -?\\d+"_s);
+    const Outcome text = varnelctl.run({u"processes"_s, u"terminate"_s, id()});
     QString told = QString::fromUtf8(text.out);
-    told.replace(id(), u"ID"_qs).replace(priority, u"A Clock  PRIORITY"_qs);
-    expectGolden(u"processes-terminate.txt"_qs, told.toUtf8(), home);
+    told.replace(id(), u"ID"_s).replace(priority, u"A Clock  PRIORITY"_s);
+    expectGolden(u"processes-terminate.txt"_s, told.toUtf8(), home);
 }
 
 TEST_F(ProcessesTest, theJsonOfTheEndedProcessStaysAsItIs)
 {
-    static const QRegularExpression priority(u"\"priority\": -?\\d+"_qs);
-    const Outcome json = varnelctl.run({u"processes"_qs, u"terminate"_qs, id(), u"--json"_qs});
+    static const QRegularExpression priority(u"\"priority\": -?\\d+"_s);
+    const Outcome json = varnelctl.run({u"processes"_s, u"terminate"_s, id(), u"--json"_s});
     QString told = QString::fromUtf8(json.out);
-    told.replace(id(), u"ID"_qs).replace(priority, u"\"priority\": PRIORITY"_qs);
-    expectGolden(u"processes-terminate.json"_qs, told.toUtf8(), home);
+    told.replace(id(), u"ID"_s).replace(priority, u"\"priority\": PRIORITY"_s);
+    expectGolden(u"processes-terminate.json"_s, told.toUtf8(), home);
 }
 
 TEST_F(ProcessesTest, theResultOfTheSignalIsLogged)
 {
-    const Outcome outcome =
-        varnelctl.run({u"processes"_qs, u"terminate"_qs, id(), u"--verbose"_qs});
+    const Outcome outcome = varnelctl.run({u"processes"_s, u"terminate"_s, id(), u"--verbose"_s});
     EXPECT_TRUE(outcome.err.endsWith("varnel.sysinfo: 0\n")) << outcome.err.toStdString();
 }
 
 TEST_F(ProcessesTest, aProcessThatIsNotListedIsLeftAlone)
 {
     QProcess other;
-    other.start(u"/bin/sh"_qs, {u"-c"_qs, u"echo up; read line"_qs});
+    other.start(u"/bin/sh"_s, {u"-c"_s, u"echo up; read line"_s});
     ASSERT_TRUE(other.waitForReadyRead(60000));
-    for (const QString &command : {u"terminate"_qs, u"reveal"_qs}) {
+    for (const QString &command : {u"terminate"_s, u"reveal"_s}) {
         const Outcome outcome =
-            varnelctl.run({u"processes"_qs, command, QString::number(other.processId())});
+            varnelctl.run({u"processes"_s, command, QString::number(other.processId())});
         EXPECT_EQ(outcome.status, 1);
         EXPECT_TRUE(outcome.out.isEmpty());
     }
@@ -134,22 +133,22 @@ TEST_F(ProcessesTest, revealingCallsTheFileManagerAndEndsNothing)
     const QString tool = home.path() + u"/bin/gdbus";
     writeFile(tool, "#!/bin/sh\nexit 0\n");
     QFile(tool).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    varnelctl.environment.insert(u"PATH"_qs,
-                                 home.path() + u"/bin:" + varnelctl.environment.value(u"PATH"_qs));
-    const Outcome outcome = varnelctl.run({u"processes"_qs, u"reveal"_qs, id(), u"--json"_qs});
+    varnelctl.environment.insert(u"PATH"_s,
+                                 home.path() + u"/bin:" + varnelctl.environment.value(u"PATH"_s));
+    const Outcome outcome = varnelctl.run({u"processes"_s, u"reveal"_s, id(), u"--json"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.err.isEmpty()) << outcome.err.toStdString();
-    EXPECT_EQ(outcome.json().value(u"revealed"_qs)[u"processId"].toInt(), application.processId());
+    EXPECT_EQ(outcome.json().value(u"revealed"_s)[u"processId"].toInt(), application.processId());
     EXPECT_EQ(application.state(), QProcess::Running);
 }
 
 TEST_F(ProcessesTest, wrongUsagePrintsNoData)
 {
     for (const QStringList &wrong :
-         {QStringList {u"terminate"_qs}, QStringList {u"terminate"_qs, u"clock"_qs},
-          QStringList {u"terminate"_qs, id(), id()}, QStringList {u"reveal"_qs, u"12x"_qs},
-          QStringList {id()}, QStringList {u"list"_qs, id()}}) {
-        const Outcome outcome = varnelctl.run(QStringList {u"processes"_qs} + wrong);
+         {QStringList {u"terminate"_s}, QStringList {u"terminate"_s, u"clock"_s},
+          QStringList {u"terminate"_s, id(), id()}, QStringList {u"reveal"_s, u"12x"_s},
+          QStringList {id()}, QStringList {u"list"_s, id()}}) {
+        const Outcome outcome = varnelctl.run(QStringList {u"processes"_s} + wrong);
         EXPECT_EQ(outcome.status, 2) << wrong.join(u' ').toStdString();
         EXPECT_TRUE(outcome.out.isEmpty());
     }
@@ -158,9 +157,9 @@ TEST_F(ProcessesTest, wrongUsagePrintsNoData)
 
 TEST_F(ProcessesTest, theWindowLibrariesAreNotLoadedByOtherCommands)
 {
-    varnelctl.environment.insert(u"LD_DEBUG"_qs, u"libs"_qs);
-    EXPECT_FALSE(varnelctl.run({u"get"_qs, u"1300"_qs}).err.contains("libxcb"));
-    EXPECT_FALSE(varnelctl.run({u"processes"_qs}).err.contains("libxcb")) << "there is no display";
+    varnelctl.environment.insert(u"LD_DEBUG"_s, u"libs"_s);
+    EXPECT_FALSE(varnelctl.run({u"get"_s, u"1300"_s}).err.contains("libxcb"));
+    EXPECT_FALSE(varnelctl.run({u"processes"_s}).err.contains("libxcb")) << "there is no display";
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -20,20 +21,20 @@ protected:
 
 TEST_F(ReadingTest, allFiftySettingsAreListedOnceWithEveryField)
 {
-    const QJsonObject list = varnelctl.run({u"list"_qs, u"--json"_qs}).json();
-    EXPECT_EQ(list.value(u"schemaVersion"_qs).toInt(), 1);
-    const QJsonArray settings = list.value(u"settings"_qs).toArray();
+    const QJsonObject list = varnelctl.run({u"list"_s, u"--json"_s}).json();
+    EXPECT_EQ(list.value(u"schemaVersion"_s).toInt(), 1);
+    const QJsonArray settings = list.value(u"settings"_s).toArray();
     QSet<int> ids;
     QSet<QString> names;
     for (const QJsonValue &setting : settings) {
         const QJsonObject object = setting.toObject();
         EXPECT_EQ(object.keys(),
-                  (QStringList {u"action"_qs, u"choices"_qs, u"class"_qs, u"file"_qs, u"found"_qs,
-                                u"id"_qs, u"keys"_qs, u"keywords"_qs, u"kind"_qs, u"label"_qs,
-                                u"location"_qs, u"module"_qs, u"name"_qs, u"restarts"_qs,
-                                u"searchText"_qs, u"shortLocation"_qs, u"type"_qs, u"value"_qs}));
-        ids.insert(object.value(u"id"_qs).toInt());
-        names.insert(object.value(u"name"_qs).toString());
+                  (QStringList {u"action"_s, u"choices"_s, u"class"_s, u"file"_s, u"found"_s,
+                                u"id"_s, u"keys"_s, u"keywords"_s, u"kind"_s, u"label"_s,
+                                u"location"_s, u"module"_s, u"name"_s, u"restarts"_s,
+                                u"searchText"_s, u"shortLocation"_s, u"type"_s, u"value"_s}));
+        ids.insert(object.value(u"id"_s).toInt());
+        names.insert(object.value(u"name"_s).toString());
     }
     EXPECT_EQ(settings.size(), 50);
     EXPECT_EQ(ids.size(), 50);
@@ -44,10 +45,10 @@ TEST_F(ReadingTest, aGroupIsNamedByTitleShortLocationOrModuleInAnyLetterCase)
 {
     for (const char16_t *group : {u"QuickTime Player X", u"quicktime player",
                                   u"QuickTimePlayerModule", u"QUICKTIMEPLAYER"}) {
-        const Outcome list = varnelctl.run({u"list"_qs, u"--json"_qs, QString::fromUtf16(group)});
-        EXPECT_EQ(list.json().value(u"settings"_qs).toArray().size(), 5);
+        const Outcome list = varnelctl.run({u"list"_s, u"--json"_s, QString::fromUtf16(group)});
+        EXPECT_EQ(list.json().value(u"settings"_s).toArray().size(), 5);
     }
-    const Outcome unknown = varnelctl.run({u"list"_qs, u"Docks"_qs});
+    const Outcome unknown = varnelctl.run({u"list"_s, u"Docks"_s});
     EXPECT_EQ(unknown.status, 2);
     EXPECT_TRUE(unknown.err.contains("'Docks'"));
     EXPECT_TRUE(unknown.err.contains("QuickTime Player X")) << "the groups are named";
@@ -55,11 +56,11 @@ TEST_F(ReadingTest, aGroupIsNamedByTitleShortLocationOrModuleInAnyLetterCase)
 
 TEST_F(ReadingTest, aSettingIsNamedByNumberOrShortNameInAnyLetterCase)
 {
-    const QByteArray byNumber = varnelctl.run({u"show"_qs, u"1004"_qs, u"--json"_qs}).out;
-    EXPECT_EQ(varnelctl.run({u"show"_qs, u"dock-size"_qs, u"--json"_qs}).out, byNumber);
-    EXPECT_EQ(varnelctl.run({u"show"_qs, u"Dock-SIZE"_qs, u"--json"_qs}).out, byNumber);
+    const QByteArray byNumber = varnelctl.run({u"show"_s, u"1004"_s, u"--json"_s}).out;
+    EXPECT_EQ(varnelctl.run({u"show"_s, u"dock-size"_s, u"--json"_s}).out, byNumber);
+    EXPECT_EQ(varnelctl.run({u"show"_s, u"Dock-SIZE"_s, u"--json"_s}).out, byNumber);
     for (const char16_t *unknown : {u"dock", u"9999", u"", u"250", u"-1"}) {
-        const Outcome outcome = varnelctl.run({u"show"_qs, u"--"_qs, QString::fromUtf16(unknown)});
+        const Outcome outcome = varnelctl.run({u"show"_s, u"--"_s, QString::fromUtf16(unknown)});
         EXPECT_EQ(outcome.status, 2) << outcome.err.toStdString();
         EXPECT_TRUE(outcome.err.contains("unknown setting"));
     }
@@ -67,43 +68,43 @@ TEST_F(ReadingTest, aSettingIsNamedByNumberOrShortNameInAnyLetterCase)
 
 TEST_F(ReadingTest, anUnknownNameIsAnsweredWithTheOnesThatAreMeant)
 {
-    EXPECT_TRUE(varnelctl.run({u"get"_qs, u"dock-"_qs}).err.contains("dock-size"));
+    EXPECT_TRUE(varnelctl.run({u"get"_s, u"dock-"_s}).err.contains("dock-size"));
 }
 
 TEST_F(ReadingTest, getPrintsTheExchangedValueAndItsWordsBehindATabulator)
 {
-    installSamples(home, u"binary"_qs);
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1008"_qs}).out, "0\tGenie effect\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1004"_qs}).out, "48\t48 pixels\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1200"_qs}).out, "1;1;0;0\tReading List, Top Sites\n");
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out, "-1\tuse default value\n");
+    installSamples(home, u"binary"_s);
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1008"_s}).out, "0\tGenie effect\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1004"_s}).out, "48\t48 pixels\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1200"_s}).out, "1;1;0;0\tReading List, Top Sites\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s}).out, "-1\tuse default value\n");
 }
 
 TEST_F(ReadingTest, aSettingThatIsNotStoredIsAnsweredWithItsDefault)
 {
-    const Outcome get = varnelctl.run({u"get"_qs, u"1203"_qs});
+    const Outcome get = varnelctl.run({u"get"_s, u"1203"_s});
     EXPECT_EQ(get.status, 0);
     EXPECT_EQ(get.out, "-1\tuse default value\n");
-    const QJsonObject json = varnelctl.run({u"get"_qs, u"1203"_qs, u"--json"_qs}).json();
-    EXPECT_FALSE(json.value(u"found"_qs).toBool());
-    EXPECT_EQ(json.value(u"action"_qs).toString(),
+    const QJsonObject json = varnelctl.run({u"get"_s, u"1203"_s, u"--json"_s}).json();
+    EXPECT_FALSE(json.value(u"found"_s).toBool());
+    EXPECT_EQ(json.value(u"action"_s).toString(),
               u"Set maximum number of items in main history menu to -1");
 }
 
 TEST_F(ReadingTest, aSearchThatFindsNothingEndsWithOne)
 {
-    const Outcome nothing = varnelctl.run({u"search"_qs, u"automatically"_qs, u"--json"_qs});
+    const Outcome nothing = varnelctl.run({u"search"_s, u"automatically"_s, u"--json"_s});
     EXPECT_EQ(nothing.status, 1);
-    EXPECT_TRUE(nothing.json().value(u"results"_qs).toArray().isEmpty());
+    EXPECT_TRUE(nothing.json().value(u"results"_s).toArray().isEmpty());
     EXPECT_FALSE(nothing.err.isEmpty());
-    EXPECT_EQ(varnelctl.run({u"search"_qs, u"reading list"_qs}).status, 1);
+    EXPECT_EQ(varnelctl.run({u"search"_s, u"reading list"_s}).status, 1);
 }
 
 TEST_F(ReadingTest, aSearchInCapitalsFindsTheSameAsOneInSmallLetters)
 {
-    const Outcome small = varnelctl.run({u"search"_qs, u"lock size"_qs});
+    const Outcome small = varnelctl.run({u"search"_s, u"lock size"_s});
     EXPECT_EQ(small.status, 0);
-    EXPECT_EQ(small.out, varnelctl.run({u"search"_qs, u"LOCK SIZE"_qs}).out);
+    EXPECT_EQ(small.out, varnelctl.run({u"search"_s, u"LOCK SIZE"_s}).out);
     EXPECT_TRUE(small.out.contains("lock-dock-size"));
 }
 
@@ -113,9 +114,9 @@ TEST_F(ReadingTest, commandsThatReadMakeNothing)
     QDir(empty.path() + u"/Library").removeRecursively();
     Varnelctl there(empty);
     for (const QStringList &command :
-         {QStringList {u"list"_qs}, QStringList {u"show"_qs, u"1200"_qs},
-          QStringList {u"get"_qs, u"1302"_qs}, QStringList {u"search"_qs, u"dock"_qs},
-          QStringList {u"list"_qs, u"--new-home"_qs, u"--home"_qs, empty.path()}})
+         {QStringList {u"list"_s}, QStringList {u"show"_s, u"1200"_s},
+          QStringList {u"get"_s, u"1302"_s}, QStringList {u"search"_s, u"dock"_s},
+          QStringList {u"list"_s, u"--new-home"_s, u"--home"_s, empty.path()}})
         EXPECT_EQ(there.run(command).status, 0) << command.join(u' ').toStdString();
     EXPECT_TRUE(snapshot(empty.path()).isEmpty());
 }
@@ -125,11 +126,11 @@ TEST_F(ReadingTest, aFolderWithoutLibraryIsNoHome)
     TemporaryHome empty;
     QDir(empty.path() + u"/Library").removeRecursively();
     for (const QString &folder :
-         {empty.path(), QString(empty.path() + u"/nowhere"), u"/dev/null"_qs}) {
+         {empty.path(), QString(empty.path() + u"/nowhere"), u"/dev/null"_s}) {
         for (const QStringList &command :
-             {QStringList {u"list"_qs}, QStringList {u"get"_qs, u"1004"_qs},
-              QStringList {u"search"_qs, u"dock"_qs}, QStringList {u"set"_qs, u"1004=48"_qs}}) {
-            const Outcome outcome = varnelctl.run(command + QStringList {u"--home"_qs, folder});
+             {QStringList {u"list"_s}, QStringList {u"get"_s, u"1004"_s},
+              QStringList {u"search"_s, u"dock"_s}, QStringList {u"set"_s, u"1004=48"_s}}) {
+            const Outcome outcome = varnelctl.run(command + QStringList {u"--home"_s, folder});
             EXPECT_EQ(outcome.status, 3) << command.join(u' ').toStdString();
             EXPECT_TRUE(outcome.err.contains(folder.toUtf8())) << outcome.err.toStdString();
             EXPECT_TRUE(outcome.out.isEmpty());
@@ -140,46 +141,46 @@ TEST_F(ReadingTest, aFolderWithoutLibraryIsNoHome)
 
 TEST_F(ReadingTest, anotherHomeIsReadWhereItIsNamed)
 {
-    installSamples(home, u"xml"_qs);
+    installSamples(home, u"xml"_s);
     TemporaryHome own;
-    EXPECT_EQ(Varnelctl(own).run({u"get"_qs, u"1004"_qs, u"--home"_qs, home.path()}).out,
+    EXPECT_EQ(Varnelctl(own).run({u"get"_s, u"1004"_s, u"--home"_s, home.path()}).out,
               "48\t48 pixels\n");
     Varnelctl beside(own);
     const QString relative = QDir(QDir::currentPath()).relativeFilePath(home.path());
-    EXPECT_EQ(beside.run({u"get"_qs, u"1004"_qs, u"--home"_qs, QString(relative + u'/')}).out,
+    EXPECT_EQ(beside.run({u"get"_s, u"1004"_s, u"--home"_s, QString(relative + u'/')}).out,
               "48\t48 pixels\n");
 }
 
 TEST_F(ReadingTest, aFileThatCannotBeLoadedIsNamed)
 {
-    writeFile(home.preference(u"com.apple.dock.plist"_qs), "<plist><dict><key>tilesize</key>");
-    const Outcome get = varnelctl.run({u"get"_qs, u"1004"_qs});
+    writeFile(home.preference(u"com.apple.dock.plist"_s), "<plist><dict><key>tilesize</key>");
+    const Outcome get = varnelctl.run({u"get"_s, u"1004"_s});
     EXPECT_EQ(get.status, 3);
     EXPECT_EQ(get.out, "") << "what it holds is not known";
     EXPECT_TRUE(get.err.contains("com.apple.dock.plist")) << get.err.toStdString();
 
-    const Outcome list = varnelctl.run({u"list"_qs, u"--json"_qs});
+    const Outcome list = varnelctl.run({u"list"_s, u"--json"_s});
     EXPECT_EQ(list.status, 4) << "the others were read";
-    EXPECT_EQ(list.json().value(u"settings"_qs).toArray().size(), 50);
+    EXPECT_EQ(list.json().value(u"settings"_s).toArray().size(), 50);
     EXPECT_EQ(list.err.count("com.apple.dock.plist"), 1) << list.err.toStdString();
 }
 
 TEST_F(ReadingTest, logLinesAreShownOnlyWhenAskedFor)
 {
-    EXPECT_TRUE(varnelctl.run({u"get"_qs, u"1204"_qs}).err.isEmpty());
-    const Outcome verbose = varnelctl.run({u"get"_qs, u"1204"_qs, u"--verbose"_qs});
-    EXPECT_EQ(verbose.out, varnelctl.run({u"get"_qs, u"1204"_qs}).out);
+    EXPECT_TRUE(varnelctl.run({u"get"_s, u"1204"_s}).err.isEmpty());
+    const Outcome verbose = varnelctl.run({u"get"_s, u"1204"_s, u"--verbose"_s});
+    EXPECT_EQ(verbose.out, varnelctl.run({u"get"_s, u"1204"_s}).out);
     EXPECT_EQ(verbose.err, "varnel.settings: Value Not Found\n");
 }
 
 TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachThePeoplesTables)
 {
-    writeFile(home.preference(u"com.apple.screencapture.plist"_qs),
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
               "<key>name</key><string>a\xc2\x9b"
               "31mb\nc</string></dict></plist>");
-    EXPECT_TRUE(varnelctl.run({u"list"_qs}).out.contains("a\\u009b31mb\\nc\n"));
-    EXPECT_EQ(varnelctl.run({u"get"_qs, u"1400"_qs}).out,
+    EXPECT_TRUE(varnelctl.run({u"list"_s}).out.contains("a\\u009b31mb\\nc\n"));
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s}).out,
               "a\xc2\x9b"
               "31mb\nc\n")
         << "to a file or a pipe, the text as it is";

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/CommandLine.h"
 #include "cli/Help.h"
 
@@ -24,23 +25,18 @@ Commands fakes()
     using Count = ParameterInfo::Count;
     Commands commands;
     commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
-        u"plain"_qs, u"Plain"_qs, {}, {{u"WHAT"_qs, {}, Count::Optional}}, {}, {u"plain"_qs}}));
-    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {u"pick"_qs,
-                                                                  u"Picks"_qs,
-                                                                  {},
-                                                                  {{u"NUT"_qs, {}, Count::Any}},
-                                                                  {},
-                                                                  {u"pick"_qs},
-                                                                  {u"choose"_qs}}));
+        u"plain"_s, u"Plain"_s, {}, {{u"WHAT"_s, {}, Count::Optional}}, {}, {u"plain"_s}}));
+    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
+        u"pick"_s, u"Picks"_s, {}, {{u"NUT"_s, {}, Count::Any}}, {}, {u"pick"_s}, {u"choose"_s}}));
     commands.push_back(std::make_unique<FakeCommand>(
-        CommandInfo {u"boxes list"_qs, u"Lists the boxes"_qs, {}, {}, {}, {u"boxes list"_qs}}));
+        CommandInfo {u"boxes list"_s, u"Lists the boxes"_s, {}, {}, {}, {u"boxes list"_s}}));
     commands.push_back(std::make_unique<FakeCommand>(
-        CommandInfo {u"boxes show"_qs,
-                     u"Shows boxes"_qs,
+        CommandInfo {u"boxes show"_s,
+                     u"Shows boxes"_s,
                      {},
-                     {{u"BOX"_qs, {}, Count::OneOrMore}},
-                     {{u"lid"_qs, {}, u"with its lid"_qs}, {u"size"_qs, u"N"_qs, u"its size"_qs}},
-                     {u"boxes show 1"_qs, u"boxes show 2"_qs}}));
+                     {{u"BOX"_s, {}, Count::OneOrMore}},
+                     {{u"lid"_s, {}, u"with its lid"_s}, {u"size"_s, u"N"_s, u"its size"_s}},
+                     {u"boxes show 1"_s, u"boxes show 2"_s}}));
     return commands;
 }
 
@@ -56,10 +52,10 @@ TEST(RegistryTest, commandsMayStandBeneathAWord)
     const CommandLine show = parsed({"boxes", "--json", "show", "a", "--size", "5", "b", "--lid"});
     ASSERT_EQ(show.wish, CommandLine::Wish::Run) << show.problem.toStdString();
     EXPECT_EQ(show.command->info().name, u"boxes show");
-    EXPECT_EQ(show.request.arguments, (QStringList {u"a"_qs, u"b"_qs}));
-    EXPECT_TRUE(show.request.has(u"json"_qs));
-    EXPECT_TRUE(show.request.has(u"lid"_qs));
-    EXPECT_EQ(show.request.value(u"size"_qs), u"5");
+    EXPECT_EQ(show.request.arguments, (QStringList {u"a"_s, u"b"_s}));
+    EXPECT_TRUE(show.request.has(u"json"_s));
+    EXPECT_TRUE(show.request.has(u"lid"_s));
+    EXPECT_EQ(show.request.value(u"size"_s), u"5");
     EXPECT_EQ(parsed({"boxes", "list"}).command->info().name, u"boxes list");
 }
 
@@ -68,7 +64,7 @@ TEST(RegistryTest, aCommandAnswersToItsOtherNameAndSoDoesItsHelp)
     const CommandLine chosen = parsed({"--json", "choose", "a", "b"});
     ASSERT_EQ(chosen.wish, CommandLine::Wish::Run) << chosen.problem.toStdString();
     EXPECT_EQ(chosen.command->info().name, u"pick");
-    EXPECT_EQ(chosen.request.arguments, (QStringList {u"a"_qs, u"b"_qs}));
+    EXPECT_EQ(chosen.request.arguments, (QStringList {u"a"_s, u"b"_s}));
     EXPECT_EQ(parsed({"choose", "--help"}).command->info().name, u"pick");
     EXPECT_TRUE(commandHelp(chosen.command->info()).contains(u"Picks (also: choose)."));
     EXPECT_TRUE(programHelp(fakes()).contains(u"Picks (also: choose)\n"));
@@ -104,14 +100,14 @@ TEST(RegistryTest, anOptionBelongsToItsCommandOnly)
 TEST(RegistryTest, theLastOfSeveralValuesCountsAndAllAreKept)
 {
     const CommandLine line = parsed({"plain", "--home", "a", "--home=b c"});
-    EXPECT_EQ(line.request.value(u"home"_qs), u"b c");
-    EXPECT_EQ(line.request.options.value(u"home"_qs), (QStringList {u"a"_qs, u"b c"_qs}));
+    EXPECT_EQ(line.request.value(u"home"_s), u"b c");
+    EXPECT_EQ(line.request.options.value(u"home"_s), (QStringList {u"a"_s, u"b c"_s}));
 }
 
 TEST(RegistryTest, aValueInBracketsOrWithCommasIsOneValue)
 {
-    EXPECT_EQ(parsed({"plain", "[a,b]"}).request.arguments, QStringList {u"[a,b]"_qs});
-    EXPECT_EQ(parsed({"plain", "--home", "[a,b]"}).request.value(u"home"_qs), u"[a,b]");
+    EXPECT_EQ(parsed({"plain", "[a,b]"}).request.arguments, QStringList {u"[a,b]"_s});
+    EXPECT_EQ(parsed({"plain", "--home", "[a,b]"}).request.value(u"home"_s), u"[a,b]");
 }
 
 TEST(RegistryTest, everyCommandOfTheProgramIsDescribedAndNamedOnce)

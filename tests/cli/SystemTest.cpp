@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -40,7 +41,7 @@ protected:
         for (const QJsonValue row : category.toArray())
             if (row[u"name"].toString() == name)
                 return row[u"value"].toString();
-        return u"no such row"_qs;
+        return u"no such row"_s;
     }
 
     TemporaryHome home;
@@ -50,7 +51,7 @@ protected:
 TEST_F(SystemTest, theVersionComesFromTheNamedSystemDisk)
 {
     const QString root = putSystem("10.7.5");
-    const Outcome system = varnelctl.run({u"system"_qs, u"macosx"_qs, u"--system-root"_qs, root});
+    const Outcome system = varnelctl.run({u"system"_s, u"macosx"_s, u"--system-root"_s, root});
     EXPECT_EQ(system.status, 0) << system.err.toStdString();
     EXPECT_TRUE(system.out.startsWith("Mac OS X\n  Code Name            Mac OS X Lion\n"
                                       "  Version Number       10.7.5\n"
@@ -64,72 +65,71 @@ TEST_F(SystemTest, theVersionComesFromTheNamedSystemDisk)
 TEST_F(SystemTest, asJsonEachCategoryIsAListOfNamesAndValues)
 {
     const QString root = putSystem("10.6.8");
-    const Outcome system = varnelctl.run({u"system"_qs, u"--json"_qs, u"--system-root"_qs, root});
+    const Outcome system = varnelctl.run({u"system"_s, u"--json"_s, u"--system-root"_s, root});
     EXPECT_EQ(system.status, 0) << system.err.toStdString();
     const QJsonObject json = system.json();
     EXPECT_EQ(json.keys(),
-              (QStringList {u"macosx"_qs, u"memory"_qs, u"network"_qs, u"schemaVersion"_qs}));
+              (QStringList {u"macosx"_s, u"memory"_s, u"network"_s, u"schemaVersion"_s}));
+    EXPECT_EQ(names(json[u"macosx"_s]).mid(0, 7),
+              (QStringList {u"Code Name"_s, u"Version Number"_s, u"Build Number"_s, u"Copyright"_s,
+                            u"User Name"_s, u"Full User Name"_s, u"Home Directory"_s}));
+    EXPECT_EQ(value(json[u"macosx"_s], u"Code Name"_s), u"Mac OS X");
     EXPECT_EQ(
-        names(json[u"macosx"_qs]).mid(0, 7),
-        (QStringList {u"Code Name"_qs, u"Version Number"_qs, u"Build Number"_qs, u"Copyright"_qs,
-                      u"User Name"_qs, u"Full User Name"_qs, u"Home Directory"_qs}));
-    EXPECT_EQ(value(json[u"macosx"_qs], u"Code Name"_qs), u"Mac OS X");
-    EXPECT_EQ(
-        names(json[u"memory"_qs]),
-        (QStringList {u"Total Physical Memory"_qs, u"Wired: disabled for paging out"_qs,
-                      u"Active: recently referenced"_qs, u"Inactive: recently not referenced"_qs,
-                      u"Free: fully available for allocation"_qs}));
-    EXPECT_TRUE(value(json[u"memory"_qs], u"Total Physical Memory"_qs).endsWith(u" MB"));
-    EXPECT_EQ(json[u"network"_qs].toArray().size(), 5);
+        names(json[u"memory"_s]),
+        (QStringList {u"Total Physical Memory"_s, u"Wired: disabled for paging out"_s,
+                      u"Active: recently referenced"_s, u"Inactive: recently not referenced"_s,
+                      u"Free: fully available for allocation"_s}));
+    EXPECT_TRUE(value(json[u"memory"_s], u"Total Physical Memory"_s).endsWith(u" MB"));
+    EXPECT_EQ(json[u"network"_s].toArray().size(), 5);
 }
 
 /// The output without what is the machine's: who runs this.
 QByteArray withoutUser(const QByteArray &output)
 {
-    static const QRegularExpression text(u"(User Name +)[^\n]*"_qs);
-    static const QRegularExpression json(u"(User Name\",\n *\"value\": \")[^\n]*\""_qs);
+    static const QRegularExpression text(u"(User Name +)[^\n]*"_s);
+    static const QRegularExpression json(u"(User Name\",\n *\"value\": \")[^\n]*\""_s);
     QString told = QString::fromUtf8(output);
-    return told.replace(text, u"\\1USER"_qs).replace(json, u"\\1USER\""_qs).toUtf8();
+    return told.replace(text, u"\\1USER"_s).replace(json, u"\\1USER\""_s).toUtf8();
 }
 
 TEST_F(SystemTest, whatIsToldOfTheSystemStaysAsItIs)
 {
-    varnelctl.environment.insert(u"TMPDIR"_qs, u"/tmp"_qs);
-    const QStringList system {u"system"_qs, u"macosx"_qs, u"--system-root"_qs, putSystem("10.7.5")};
-    expectGolden(u"system-macosx.txt"_qs, withoutUser(varnelctl.run(system).out), home);
-    expectGolden(u"system-macosx.json"_qs,
-                 withoutUser(varnelctl.run(system + QStringList(u"--json"_qs)).out), home);
+    varnelctl.environment.insert(u"TMPDIR"_s, u"/tmp"_s);
+    const QStringList system {u"system"_s, u"macosx"_s, u"--system-root"_s, putSystem("10.7.5")};
+    expectGolden(u"system-macosx.txt"_s, withoutUser(varnelctl.run(system).out), home);
+    expectGolden(u"system-macosx.json"_s,
+                 withoutUser(varnelctl.run(system + QStringList(u"--json"_s)).out), home);
 }
 
 TEST_F(SystemTest, oneCategoryStandsAloneInAnyLetterCase)
 {
-    for (const QString &name : {u"memory"_qs, u"MEMORY"_qs}) {
-        const Outcome memory = varnelctl.run({u"system"_qs, name, u"--json"_qs});
+    for (const QString &name : {u"memory"_s, u"MEMORY"_s}) {
+        const Outcome memory = varnelctl.run({u"system"_s, name, u"--json"_s});
         EXPECT_EQ(memory.status, 0);
-        EXPECT_EQ(memory.json().keys(), (QStringList {u"memory"_qs, u"schemaVersion"_qs}));
+        EXPECT_EQ(memory.json().keys(), (QStringList {u"memory"_s, u"schemaVersion"_s}));
     }
-    EXPECT_TRUE(varnelctl.run({u"system"_qs, u"Mac OS X"_qs}).out.startsWith("Mac OS X\n"));
-    EXPECT_TRUE(varnelctl.run({u"system"_qs, u"network"_qs})
+    EXPECT_TRUE(varnelctl.run({u"system"_s, u"Mac OS X"_s}).out.startsWith("Mac OS X\n"));
+    EXPECT_TRUE(varnelctl.run({u"system"_s, u"network"_s})
                     .out.startsWith("Network\n  IP packets received"));
 }
 
 TEST_F(SystemTest, whatTheSystemDoesNotSayIsNull)
 {
     const Outcome system =
-        varnelctl.run({u"system"_qs, u"macosx"_qs, u"--json"_qs, u"--system-root"_qs, home.path()});
+        varnelctl.run({u"system"_s, u"macosx"_s, u"--json"_s, u"--system-root"_s, home.path()});
     EXPECT_EQ(system.status, 0);
-    const QJsonValue rows = system.json().value(u"macosx"_qs);
+    const QJsonValue rows = system.json().value(u"macosx"_s);
     EXPECT_EQ(names(rows)[0], u"Version Number");
-    EXPECT_EQ(value(rows, u"Version Number"_qs), u"(null)");
-    EXPECT_EQ(value(rows, u"Copyright"_qs), u"(null)");
+    EXPECT_EQ(value(rows, u"Version Number"_s), u"(null)");
+    EXPECT_EQ(value(rows, u"Copyright"_s), u"(null)");
 }
 
 TEST_F(SystemTest, wrongUsagePrintsNoData)
 {
     for (const QStringList &wrong :
-         {QStringList {u"disk"_qs}, QStringList {u"memory"_qs, u"network"_qs},
-          QStringList {u"--system-root"_qs}, QStringList {u"--system-root="_qs}}) {
-        const Outcome outcome = varnelctl.run(QStringList {u"system"_qs} + wrong);
+         {QStringList {u"disk"_s}, QStringList {u"memory"_s, u"network"_s},
+          QStringList {u"--system-root"_s}, QStringList {u"--system-root="_s}}) {
+        const Outcome outcome = varnelctl.run(QStringList {u"system"_s} + wrong);
         EXPECT_EQ(outcome.status, 2) << wrong.join(u' ').toStdString();
         EXPECT_TRUE(outcome.out.isEmpty());
         EXPECT_FALSE(outcome.err.isEmpty());
@@ -138,15 +138,15 @@ TEST_F(SystemTest, wrongUsagePrintsNoData)
 
 TEST_F(SystemTest, aSystemDiskThatIsNotThereIsAFailureOfThatCategoryOnly)
 {
-    const QStringList missing {u"--system-root"_qs, home.path() + u"/none", u"--json"_qs};
-    const Outcome one = varnelctl.run(QStringList {u"system"_qs, u"macosx"_qs} + missing);
+    const QStringList missing {u"--system-root"_s, home.path() + u"/none", u"--json"_s};
+    const Outcome one = varnelctl.run(QStringList {u"system"_s, u"macosx"_s} + missing);
     EXPECT_EQ(one.status, 3);
     EXPECT_TRUE(one.out.isEmpty());
     EXPECT_TRUE(one.err.contains("/none: no such folder"));
-    const Outcome all = varnelctl.run(QStringList {u"system"_qs} + missing);
+    const Outcome all = varnelctl.run(QStringList {u"system"_s} + missing);
     EXPECT_EQ(all.status, 4);
-    EXPECT_TRUE(all.json().value(u"macosx"_qs).isNull());
-    EXPECT_EQ(all.json().value(u"memory"_qs).toArray().size(), 5);
+    EXPECT_TRUE(all.json().value(u"macosx"_s).isNull());
+    EXPECT_EQ(all.json().value(u"memory"_s).toArray().size(), 5);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cli/Table.h"
+#include "base/Literals.h"
 
 #include "cli/TextWidth.h"
 
@@ -11,11 +12,11 @@ namespace {
 Table sample()
 {
     Table table;
-    table.addHeading(u"Dock"_qs);
-    table.addRow({{u"1"_qs, Table::Look::Quiet}, {u"short"_qs}, {u"a value that is long"_qs}});
-    table.addRow({{u"1004"_qs}, {u"a-longer-name"_qs}, {u"48 "_qs, Table::Look::Strong}});
-    table.addHeading(u"Finder"_qs);
-    table.addRow({{u"2"_qs}, {u"x"_qs}, {u"画像"_qs}});
+    table.addHeading(u"Dock"_s);
+    table.addRow({{u"1"_s, Table::Look::Quiet}, {u"short"_s}, {u"a value that is long"_s}});
+    table.addRow({{u"1004"_s}, {u"a-longer-name"_s}, {u"48 "_s, Table::Look::Strong}});
+    table.addHeading(u"Finder"_s);
+    table.addRow({{u"2"_s}, {u"x"_s}, {u"画像"_s}});
     return table;
 }
 

@@ -1,4 +1,5 @@
 #include "backup/BackupWriter.h"
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "settings/PendingChanges.h"
 #include "support/FileFacts.h"
@@ -34,22 +35,22 @@ struct Change {
     QString entry; ///< as the independent reader prints it
 };
 
-const QString dock = u"com.apple.dock.plist"_qs;
-const QString finder = u"com.apple.finder.plist"_qs;
-const QString capture = u"com.apple.screencapture.plist"_qs;
+const QString dock = u"com.apple.dock.plist"_s;
+const QString finder = u"com.apple.finder.plist"_s;
+const QString capture = u"com.apple.screencapture.plist"_s;
 
 /// Seven of one file, two of another, one of a file that is not there yet.
 const QList<Change> changes {
-    {1000, u"yes"_qs, u"'contents-immutable': True"_qs},
-    {1001, u"yes"_qs, u"'position-immutable': True"_qs},
-    {1002, u"yes"_qs, u"'size-immutable': True"_qs},
-    {1003, u"100"_qs, u"'largesize': 100"_qs},
-    {1004, u"64"_qs, u"'tilesize': 64"_qs},
-    {1008, u"Scale effect"_qs, u"'mineffect': 'scale'"_qs},
-    {1009, u"yes"_qs, u"'autohide': True"_qs},
-    {1100, u"yes"_qs, u"'QuitMenuItem': True"_qs},
-    {1101, u"no"_qs, u"'AppleShowAllFiles': False"_qs},
-    {1400, u"shot"_qs, u"'name': 'shot'"_qs},
+    {1000, u"yes"_s, u"'contents-immutable': True"_s},
+    {1001, u"yes"_s, u"'position-immutable': True"_s},
+    {1002, u"yes"_s, u"'size-immutable': True"_s},
+    {1003, u"100"_s, u"'largesize': 100"_s},
+    {1004, u"64"_s, u"'tilesize': 64"_s},
+    {1008, u"Scale effect"_s, u"'mineffect': 'scale'"_s},
+    {1009, u"yes"_s, u"'autohide': True"_s},
+    {1100, u"yes"_s, u"'QuitMenuItem': True"_s},
+    {1101, u"no"_s, u"'AppleShowAllFiles': False"_s},
+    {1400, u"shot"_s, u"'name': 'shot'"_s},
 };
 
 /// Several runs of the program on one home.
@@ -59,7 +60,7 @@ protected:
     {
         if (!PlistReferee::isHere())
             GTEST_SKIP() << "no python3";
-        installSamples(home.home, u"binary"_qs);
+        installSamples(home.home, u"binary"_s);
     }
 
     [[nodiscard]] std::unique_ptr<QProcess> start(const Change &change) const
@@ -67,7 +68,7 @@ protected:
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(varnelctl.environment);
         process->start(QStringLiteral(VARNELCTL),
-                       {u"set"_qs, QString::number(change.id) + u'=' + change.value},
+                       {u"set"_s, QString::number(change.id) + u'=' + change.value},
                        QIODevice::ReadOnly);
         return process;
     }
@@ -89,8 +90,8 @@ protected:
     {
         const QDir folder(home.home.path() + u"/Library/Application Support/Varnel/Backup");
         QByteArrayList ids;
-        for (const QString &file : folder.entryList({u"*.sqlite"_qs}, QDir::Files))
-            ids += runProgram(u"sqlite3"_qs, {folder.filePath(file), u"SELECT id FROM users"_qs},
+        for (const QString &file : folder.entryList({u"*.sqlite"_s}, QDir::Files))
+            ids += runProgram(u"sqlite3"_s, {folder.filePath(file), u"SELECT id FROM users"_s},
                               varnelctl.environment)
                        .out.split('\n');
         for (const Change &change : changes)
@@ -134,8 +135,8 @@ TEST_F(TogetherTest, theWindowsOwnSaveAndTheTerminalsDoNotLoseEachOthersChanges)
     PendingChanges window(pendingChanges, backups, home.flags, home.access, keeper);
     constexpr qsizetype ofTheWindow = 3; // locks, whose first choice is "yes"
     for (const Change &change : changes.first(ofTheWindow)) {
-        window.addDataToBackupDataList(change.id, home.read(change.id).value.number, u""_qs);
-        window.addDataToChangeDataList(change.id, 0, u""_qs);
+        window.addDataToBackupDataList(change.id, home.read(change.id).value.number, u""_s);
+        window.addDataToChangeDataList(change.id, 0, u""_s);
     }
     std::vector<std::unique_ptr<QProcess>> runs;
     for (const Change &change : changes.mid(ofTheWindow))
@@ -153,7 +154,7 @@ TEST_F(TogetherTest, aLockThatIsNotGivenUpIsWaitedForInBoundsAndTheStatusIsFour)
     const int lock = ::open(qPrintable(home.home.path() + u"/Library/Preferences"),
                             O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     ASSERT_EQ(::flock(lock, LOCK_EX | LOCK_NB), 0);
-    const Outcome outcome = varnelctl.run({u"--verbose"_qs, u"set"_qs, u"1004=64"_qs});
+    const Outcome outcome = varnelctl.run({u"--verbose"_s, u"set"_s, u"1004=64"_s});
     ::close(lock);
     EXPECT_EQ(outcome.status, 4) << outcome.err.toStdString();
     const QByteArray file = home.path(dock).toUtf8();

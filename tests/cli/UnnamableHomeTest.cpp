@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -20,7 +21,7 @@ protected:
     [[nodiscard]] Outcome shell(const QString &line) const
     {
         return varnelctl.shell(
-            uR"sh(d=$(printf '%s/hc\377' "$HOME"); mkdir -p "$d/Library/Preferences" && ln -s "$d" "$HOME/l"; )sh"_qs
+            uR"sh(d=$(printf '%s/hc\377' "$HOME"); mkdir -p "$d/Library/Preferences" && ln -s "$d" "$HOME/l"; )sh"_s
             + line + uR"(; status=$?; rm -r "$d"; exit $status)");
     }
 
@@ -33,10 +34,10 @@ TEST_F(UnnamableHome, isRefusedAndTheOneOfTheLeftoverNameStaysAsItIs)
 {
     const auto before = snapshot(lookalike);
     for (const QString &line : {
-             uR"sh((env HOME="$d" "$varnelctl" set autohide=yes))sh"_qs,
-             uR"sh((cd "$d" && exec "$varnelctl" --home . set autohide=yes))sh"_qs,
-             uR"sh("$varnelctl" --home "$HOME/l" set autohide=yes)sh"_qs,
-             uR"sh(echo "$HOME/l" | "$varnelctl" --homes-from - set autohide=yes)sh"_qs,
+             uR"sh((env HOME="$d" "$varnelctl" set autohide=yes))sh"_s,
+             uR"sh((cd "$d" && exec "$varnelctl" --home . set autohide=yes))sh"_s,
+             uR"sh("$varnelctl" --home "$HOME/l" set autohide=yes)sh"_s,
+             uR"sh(echo "$HOME/l" | "$varnelctl" --homes-from - set autohide=yes)sh"_s,
          }) {
         const Outcome outcome = shell(line);
         EXPECT_EQ(outcome.status, 3) << qPrintable(line);
@@ -49,7 +50,7 @@ TEST_F(UnnamableHome, isRefusedAndTheOneOfTheLeftoverNameStaysAsItIs)
 
 TEST_F(UnnamableHome, isNoArgument)
 {
-    const Outcome outcome = shell(uR"sh("$varnelctl" --home "$d" set autohide=yes)sh"_qs);
+    const Outcome outcome = shell(uR"sh("$varnelctl" --home "$d" set autohide=yes)sh"_s);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(outcome.err.startsWith("varnelctl: an argument is not UTF-8 text\n"))
         << outcome.err.toStdString();
@@ -57,7 +58,7 @@ TEST_F(UnnamableHome, isNoArgument)
 
 TEST_F(UnnamableHome, takesTheOneOfTheLeftoverNameFromNoList)
 {
-    const Outcome outcome = shell(uR"sh("$varnelctl" --home "$HOME/l" --home "$HOME/hc)sh"_qs
+    const Outcome outcome = shell(uR"sh("$varnelctl" --home "$HOME/l" --home "$HOME/hc)sh"_s
                                   + QChar(0xfffd) + u"\" set autohide=yes");
     EXPECT_EQ(outcome.status, 4);
     EXPECT_TRUE(QFile::exists(lookalike + u"/Library/Preferences/com.apple.dock.plist"));
@@ -67,7 +68,7 @@ TEST_F(UnnamableHome, aMarkAtTheStartOfANameIsPartOfIt)
 {
     const Outcome outcome = varnelctl.shell(
         uR"sh(cd "$HOME" && mkdir x && "$varnelctl" --home "$(printf '\357\273\277x')" )sh"
-        u"--new-home set autohide=yes"_qs);
+        u"--new-home set autohide=yes"_s);
     EXPECT_EQ(outcome.status, 3);
     EXPECT_TRUE(QDir(home.path() + u"/x").isEmpty());
 }
@@ -75,7 +76,7 @@ TEST_F(UnnamableHome, aMarkAtTheStartOfANameIsPartOfIt)
 TEST_F(UnnamableHome, aRelativeVariableIsNoHomeAndNoOtherIsTaken)
 {
     for (const QByteArray &command : {QByteArray("set autohide=yes"), QByteArray("list")}) {
-        const Outcome outcome = varnelctl.shell(uR"sh(cd "$HOME" && env HOME=hc "$varnelctl" )sh"_qs
+        const Outcome outcome = varnelctl.shell(uR"sh(cd "$HOME" && env HOME=hc "$varnelctl" )sh"_s
                                                 + QString::fromUtf8(command));
         EXPECT_EQ(outcome.status, 3);
         EXPECT_EQ(outcome.err, "varnelctl: HOME is hc: not an absolute path\n");

@@ -1,5 +1,7 @@
 #include "cli/Varnelctl.h"
 
+#include "base/Literals.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDirIterator>
@@ -49,8 +51,7 @@ Outcome runProgramAs(uid_t user, const QStringList &words, const QProcessEnviron
 {
     const QString id = QString::number(user);
     return runProgram(QStringLiteral("setpriv"),
-                      QStringList {u"--reuid"_qs, id, u"--regid"_qs, id, u"--clear-groups"_qs}
-                          + words,
+                      QStringList {u"--reuid"_s, id, u"--regid"_s, id, u"--clear-groups"_s} + words,
                       environment);
 }
 
@@ -64,8 +65,7 @@ Outcome Varnelctl::runAs(uid_t user, const QStringList &arguments) const
 bool Varnelctl::canRunAs(uid_t user) const
 {
     return !QStandardPaths::findExecutable(QStringLiteral("setpriv")).isEmpty()
-        && runProgramAs(user, {u"/usr/bin/test"_qs, u"-x"_qs, QStringLiteral(VARNELCTL)},
-                        environment)
+        && runProgramAs(user, {u"/usr/bin/test"_s, u"-x"_s, QStringLiteral(VARNELCTL)}, environment)
                .status
         == 0;
 }

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "shell/views/ShortcutsSheet.h"
 #include "support/gui/ProgramFixture.h"
@@ -80,10 +81,10 @@ TEST_F(AccessibilityTest, TheColumnOfAnOutlineIsCalledByItsContents)
     QStringList headings;
     for (const int tab : {systemTab, settingsTab}) {
         const QAbstractItemModel &outline =
-            *go(tab).findChild<QTreeView *>(u"menuOutlineVew"_qs)->model();
+            *go(tab).findChild<QTreeView *>(u"menuOutlineVew"_s)->model();
         headings += outline.headerData(0, Qt::Horizontal).toString();
     }
-    EXPECT_EQ(headings, (QStringList {u"Categories"_qs, u"Groups of settings"_qs}));
+    EXPECT_EQ(headings, (QStringList {u"Categories"_s, u"Groups of settings"_s}));
 }
 
 TEST_F(AccessibilityTest, NoTwoControlsOfAGroupShareAName)
@@ -141,8 +142,8 @@ TEST_F(AccessibilityTest, TheTabKeyGoesDownTheWelcomePage)
     QStringList names;
     for (const QWidget *control : tabRound(window->tabView()->tabBar()))
         names += control->objectName();
-    EXPECT_EQ(names[1], u"openCommand1"_qs);
-    EXPECT_EQ(names.indexOf(u"websiteButton"_qs), names.indexOf(u"openCommand10"_qs) + 1);
+    EXPECT_EQ(names[1], u"openCommand1"_s);
+    EXPECT_EQ(names.indexOf(u"websiteButton"_s), names.indexOf(u"openCommand10"_s) + 1);
 }
 
 TEST_F(AccessibilityTest, TheTabKeyGoesDownTheRowsOfAGroup)
@@ -152,9 +153,9 @@ TEST_F(AccessibilityTest, TheTabKeyGoesDownTheRowsOfAGroup)
     for (int group = 0; group < 9; ++group) {
         selectGroup(page, group);
         int above = -1;
-        for (QWidget *control : tabRound(page.findChild<QLineEdit *>(u"searchField"_qs))) {
+        for (QWidget *control : tabRound(page.findChild<QLineEdit *>(u"searchField"_s))) {
             if (!control->parentWidget() || !page.isAncestorOf(control)
-                || !page.findChild<QWidget *>(u"mainView"_qs)->isAncestorOf(control))
+                || !page.findChild<QWidget *>(u"mainView"_s)->isAncestorOf(control))
                 continue;
             const int y = control->mapTo(page.window(), QPoint()).y()
                 + page.findChild<QScrollArea *>()->verticalScrollBar()->value();

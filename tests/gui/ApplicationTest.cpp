@@ -1,4 +1,5 @@
 #include "shell/views/Application.h"
+#include "base/Literals.h"
 #include "shell/SharedObject.h"
 #include "shell/StartOptions.h"
 #include "shell/views/VarnelAppDelegate.h"
@@ -102,7 +103,7 @@ TEST(VarnelAppDelegate, ItKnowsItsWindow)
 TEST(ApplicationStart, RemovesWhatARunThatDiedLeftAmongThePreferences)
 {
     const TemporaryHome home;
-    const QString left = home.preference(u".a.plist.varnel-12-0123456789abcdef"_qs);
+    const QString left = home.preference(u".a.plist.varnel-12-0123456789abcdef"_s);
     QFile file(left);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();

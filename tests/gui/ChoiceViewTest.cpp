@@ -1,4 +1,5 @@
 #include "settings/views/ChoiceView.h"
+#include "base/Literals.h"
 
 #include "support/gui/SettingViewFixture.h"
 #include "support/LogCapture.h"
@@ -35,62 +36,62 @@ QString boolEntry(const QString &key, bool value)
 
 TEST_F(ChoiceViews, ATextIsFoundInAnyLetterCase)
 {
-    putFile(u".GlobalPreferences.plist"_qs, stringEntry(u"AppleShowScrollBars"_qs, u"aLWAYS"_qs));
-    open(u"ScrollbarView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"always"_qs);
+    putFile(u".GlobalPreferences.plist"_s, stringEntry(u"AppleShowScrollBars"_s, u"aLWAYS"_s));
+    open(u"ScrollbarView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"always"_s);
 }
 
 TEST_F(ChoiceViews, TheFileFormatIsFoundInItsOwnLetterCaseOnly)
 {
-    putFile(u"com.apple.screencapture.plist"_qs, stringEntry(u"type"_qs, u"png"_qs));
-    open(u"ScreenCaptureFileFormatView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"PNG"_qs);
-    putFile(u"com.apple.screencapture.plist"_qs, stringEntry(u"type"_qs, u"PNG"_qs));
+    putFile(u"com.apple.screencapture.plist"_s, stringEntry(u"type"_s, u"png"_s));
+    open(u"ScreenCaptureFileFormatView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"PNG"_s);
+    putFile(u"com.apple.screencapture.plist"_s, stringEntry(u"type"_s, u"PNG"_s));
     view->readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
 }
 
 TEST_F(ChoiceViews, AMissingFileFormatLeavesTheListAsItWas)
 {
-    putFile(u"com.apple.screencapture.plist"_qs, stringEntry(u"type"_qs, u"gif"_qs));
-    auto &format = openAs<ChoiceView>(u"ScreenCaptureFileFormatView"_qs);
-    putFile(u"com.apple.screencapture.plist"_qs, QString());
+    putFile(u"com.apple.screencapture.plist"_s, stringEntry(u"type"_s, u"gif"_s));
+    auto &format = openAs<ChoiceView>(u"ScreenCaptureFileFormatView"_s);
+    putFile(u"com.apple.screencapture.plist"_s, QString());
     format.readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"GIF"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"GIF"_s);
     EXPECT_EQ(format.currentComboBoxValue(), 1);
     EXPECT_EQ(format.backupValueInt(), 1);
 }
 
 TEST_F(ChoiceViews, AMissingFileFormatShowsTheDefaultAtFirst)
 {
-    open(u"ScreenCaptureFileFormatView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    open(u"ScreenCaptureFileFormatView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
 }
 
 TEST_F(ChoiceViews, AStoredValueOutsideTheListShowsTheDefaultAndSavingItRemovesTheKey)
 {
-    putFile(u".GlobalPreferences.plist"_qs,
-            stringEntry(u"AppleShowScrollBars"_qs, u"Sometimes"_qs) + numberEntry(u"Other"_qs, 3));
-    open(u"ScrollbarView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    putFile(u".GlobalPreferences.plist"_s,
+            stringEntry(u"AppleShowScrollBars"_s, u"Sometimes"_s) + numberEntry(u"Other"_s, 3));
+    open(u"ScrollbarView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
     view->writeData();
-    EXPECT_EQ(stored(u".GlobalPreferences.plist"_qs, {u"AppleShowScrollBars"_qs}).kind,
+    EXPECT_EQ(stored(u".GlobalPreferences.plist"_s, {u"AppleShowScrollBars"_s}).kind,
               plist::Kind::Missing);
-    EXPECT_EQ(stored(u".GlobalPreferences.plist"_qs, {u"Other"_qs}).integer, 3);
+    EXPECT_EQ(stored(u".GlobalPreferences.plist"_s, {u"Other"_s}).integer, 3);
 }
 
 TEST_F(ChoiceViews, ANumberThatIsNeitherYesNorNoShowsTheDefault)
 {
-    putFile(u"com.apple.dock.plist"_qs, numberEntry(u"autohide"_qs, 5));
-    open(u"HideDockView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
-    EXPECT_EQ(view->getActionString(1009, {7}), u"Use default value on the Dock visibility"_qs);
+    putFile(u"com.apple.dock.plist"_s, numberEntry(u"autohide"_s, 5));
+    open(u"HideDockView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
+    EXPECT_EQ(view->getActionString(1009, {7}), u"Use default value on the Dock visibility"_s);
 }
 
 TEST_F(ChoiceViews, ReadingReportsNothing)
 {
-    open(u"HideDockView"_qs);
-    putFile(u"com.apple.dock.plist"_qs, boolEntry(u"autohide"_qs, true));
+    open(u"HideDockView"_s);
+    putFile(u"com.apple.dock.plist"_s, boolEntry(u"autohide"_s, true));
     view->readData(true);
     EXPECT_EQ(comboBox().currentIndex(), 0);
     EXPECT_TRUE(reports.reports.isEmpty());
@@ -98,8 +99,8 @@ TEST_F(ChoiceViews, ReadingReportsNothing)
 
 TEST_F(ChoiceViews, TheOldValueIsReportedBeforeTheNewOneAndNeverItself)
 {
-    putFile(u"com.apple.dock.plist"_qs, boolEntry(u"autohide"_qs, true));
-    open(u"HideDockView"_qs);
+    putFile(u"com.apple.dock.plist"_s, boolEntry(u"autohide"_s, true));
+    open(u"HideDockView"_s);
     choose(comboBox(), 1);
     EXPECT_EQ(reports.take(), editReports(1009, 0, 1));
     choose(comboBox(), 1);
@@ -110,7 +111,7 @@ TEST_F(ChoiceViews, TheOldValueIsReportedBeforeTheNewOneAndNeverItself)
 
 TEST_F(ChoiceViews, GoingBackToTheValueOnDiskIsReportedToo)
 {
-    open(u"HideDockView"_qs);
+    open(u"HideDockView"_s);
     choose(comboBox(), 0);
     reports.take();
     choose(comboBox(), 2);
@@ -119,8 +120,8 @@ TEST_F(ChoiceViews, GoingBackToTheValueOnDiskIsReportedToo)
 
 TEST_F(ChoiceViews, ReadingWithoutTheControlTakesWhatTheListShows)
 {
-    putFile(u"com.apple.dock.plist"_qs, boolEntry(u"autohide"_qs, true));
-    auto &choice = openAs<ChoiceView>(u"HideDockView"_qs);
+    putFile(u"com.apple.dock.plist"_s, boolEntry(u"autohide"_s, true));
+    auto &choice = openAs<ChoiceView>(u"HideDockView"_s);
     choose(comboBox(), 1);
     choice.readData(false);
     EXPECT_EQ(comboBox().currentIndex(), 1);
@@ -130,7 +131,7 @@ TEST_F(ChoiceViews, ReadingWithoutTheControlTakesWhatTheListShows)
 
 TEST_F(ChoiceViews, WithoutAParentReportsAreDropped)
 {
-    open(u"HideDockView"_qs);
+    open(u"HideDockView"_s);
     view->setParentView(nullptr);
     choose(comboBox(), 0);
     EXPECT_TRUE(reports.reports.isEmpty());
@@ -138,19 +139,18 @@ TEST_F(ChoiceViews, WithoutAParentReportsAreDropped)
 
 TEST_F(ChoiceViews, TheStateIsThereBeforeTheWidgets)
 {
-    putFile(u"com.apple.dock.plist"_qs, boolEntry(u"autohide"_qs, false));
-    const auto light =
-        makeSettingView(u"HideDockView"_qs, {access, shared.restartFlags(), dialogs});
+    putFile(u"com.apple.dock.plist"_s, boolEntry(u"autohide"_s, false));
+    const auto light = makeSettingView(u"HideDockView"_s, {access, shared.restartFlags(), dialogs});
     light->awakeFromNib();
     EXPECT_TRUE(light->children().isEmpty());
     EXPECT_EQ(light->backupValueInt(), 1);
     light->makeControls();
-    EXPECT_EQ(light->findChild<QComboBox *>(u"comboBox"_qs)->currentIndex(), 1);
+    EXPECT_EQ(light->findChild<QComboBox *>(u"comboBox"_s)->currentIndex(), 1);
 }
 
 TEST_F(ChoiceViews, WritingRaisesTheFlagAndReadingDoesNot)
 {
-    open(u"HideDockView"_qs);
+    open(u"HideDockView"_s);
     choose(comboBox(), 0);
     EXPECT_FALSE(shared.needToKillDock());
     view->writeData(1009, {0});
@@ -159,98 +159,98 @@ TEST_F(ChoiceViews, WritingRaisesTheFlagAndReadingDoesNot)
 
 TEST_F(ChoiceViews, BothDebugMenuKeysAreWrittenButOnlyTheInternalOneIsRead)
 {
-    putFile(u"com.apple.Safari.plist"_qs, numberEntry(u"IncludeDebugMenu"_qs, 1));
-    open(u"DebugMenuView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    putFile(u"com.apple.Safari.plist"_s, numberEntry(u"IncludeDebugMenu"_s, 1));
+    open(u"DebugMenuView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
     view->writeData(1201, {0});
-    for (const QString &key : {u"IncludeDebugMenu"_qs, u"IncludeInternalDebugMenu"_qs}) {
-        EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {key}).kind, plist::Kind::Integer);
-        EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {key}).integer, 1);
+    for (const QString &key : {u"IncludeDebugMenu"_s, u"IncludeInternalDebugMenu"_s}) {
+        EXPECT_EQ(stored(u"com.apple.Safari.plist"_s, {key}).kind, plist::Kind::Integer);
+        EXPECT_EQ(stored(u"com.apple.Safari.plist"_s, {key}).integer, 1);
     }
 }
 
 TEST_F(ChoiceViews, TheLibraryPlaylistNeedsBothKeys)
 {
-    const QString hide = u"hide-library-playlist"_qs;
-    const QString show = u"show-library-playlist"_qs;
-    putFile(u"com.apple.iTunes.plist"_qs, numberEntry(hide, 1) + numberEntry(show, 1));
-    open(u"LibraryPlaylistView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"yes"_qs);
-    putFile(u"com.apple.iTunes.plist"_qs, numberEntry(hide, 1) + numberEntry(show, 0));
+    const QString hide = u"hide-library-playlist"_s;
+    const QString show = u"show-library-playlist"_s;
+    putFile(u"com.apple.iTunes.plist"_s, numberEntry(hide, 1) + numberEntry(show, 1));
+    open(u"LibraryPlaylistView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"yes"_s);
+    putFile(u"com.apple.iTunes.plist"_s, numberEntry(hide, 1) + numberEntry(show, 0));
     view->readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"no"_qs);
-    putFile(u"com.apple.iTunes.plist"_qs, numberEntry(hide, 1));
+    EXPECT_EQ(comboBox().currentText(), u"no"_s);
+    putFile(u"com.apple.iTunes.plist"_s, numberEntry(hide, 1));
     view->readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
 }
 
 TEST_F(ChoiceViews, AnUnknownToolbarModeShowsTheDefaultAndNoStoresTwo)
 {
-    const QString outer = u"NSToolbar Configuration BrowserWindowToolbarIdentifier"_qs;
-    const QString inner = u"TB Display Mode"_qs;
-    putFile(u"com.apple.Safari.plist"_qs,
+    const QString outer = u"NSToolbar Configuration BrowserWindowToolbarIdentifier"_s;
+    const QString inner = u"TB Display Mode"_s;
+    putFile(u"com.apple.Safari.plist"_s,
             u"<key>" + outer + u"</key><dict>" + numberEntry(inner, 1) + u"</dict>");
-    open(u"TextOnIconView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"use default value"_qs);
+    open(u"TextOnIconView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"use default value"_s);
     view->writeData(1204, {1});
-    EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {outer, inner}).integer, 2);
+    EXPECT_EQ(stored(u"com.apple.Safari.plist"_s, {outer, inner}).integer, 2);
 }
 
 TEST_F(ChoiceViews, TheThumbnailCacheKnowsTwoItemsAndItsDefaultRemovesTheKey)
 {
-    putFile(u"com.apple.Safari.plist"_qs, numberEntry(u"DebugSnapshotsUpdatePolicy"_qs, 1));
-    open(u"SaveThumbnailImageView"_qs);
+    putFile(u"com.apple.Safari.plist"_s, numberEntry(u"DebugSnapshotsUpdatePolicy"_s, 1));
+    open(u"SaveThumbnailImageView"_s);
     EXPECT_EQ(comboBox().count(), 2);
-    EXPECT_EQ(comboBox().currentText(), u"no (default)"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"no (default)"_s);
     view->writeData();
-    EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {u"DebugSnapshotsUpdatePolicy"_qs}).kind,
+    EXPECT_EQ(stored(u"com.apple.Safari.plist"_s, {u"DebugSnapshotsUpdatePolicy"_s}).kind,
               plist::Kind::Missing);
 }
 
 TEST_F(ChoiceViews, TheLibraryFolderIsReadEvenWhenItsControlIsToStayAlone)
 {
-    auto &folder = openAs<ChoiceView>(u"UserLibraryFolderView"_qs);
-    EXPECT_EQ(comboBox().currentText(), u"shown"_qs);
+    auto &folder = openAs<ChoiceView>(u"UserLibraryFolderView"_s);
+    EXPECT_EQ(comboBox().currentText(), u"shown"_s);
     choose(comboBox(), 2);
     EXPECT_EQ(reports.take(), editReports(1302, 1, 2));
     folder.readData(false);
-    EXPECT_EQ(comboBox().currentText(), u"shown"_qs) << "never the default item";
+    EXPECT_EQ(comboBox().currentText(), u"shown"_s) << "never the default item";
     EXPECT_EQ(folder.backupValueInt(), 1);
 }
 
 TEST_F(ChoiceViews, TheLibraryFolderIsHiddenByItsDefault)
 {
-    open(u"UserLibraryFolderView"_qs);
+    open(u"UserLibraryFolderView"_s);
     view->writeData(1302, {2});
     view->readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"hidden"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"hidden"_s);
     view->writeData(1302, {1});
     view->readData(true);
-    EXPECT_EQ(comboBox().currentText(), u"shown"_qs);
+    EXPECT_EQ(comboBox().currentText(), u"shown"_s);
 }
 
 TEST_F(ChoiceViews, EachLockListReportsUnderItsOwnNumber)
 {
-    putFile(u"com.apple.dock.plist"_qs,
-            boolEntry(u"contents-immutable"_qs, true) + boolEntry(u"size-immutable"_qs, false));
-    open(u"LockDockView"_qs);
-    choose(control<QComboBox>(u"contentsComboBox"_qs), 1);
+    putFile(u"com.apple.dock.plist"_s,
+            boolEntry(u"contents-immutable"_s, true) + boolEntry(u"size-immutable"_s, false));
+    open(u"LockDockView"_s);
+    choose(control<QComboBox>(u"contentsComboBox"_s), 1);
     EXPECT_EQ(reports.take(), editReports(1000, 0, 1));
-    choose(control<QComboBox>(u"posComboBox"_qs), 0);
+    choose(control<QComboBox>(u"posComboBox"_s), 0);
     EXPECT_EQ(reports.take(), editReports(1001, 2, 0));
-    choose(control<QComboBox>(u"sizeComboBox"_qs), 2);
+    choose(control<QComboBox>(u"sizeComboBox"_s), 2);
     EXPECT_EQ(reports.take(), editReports(1002, 1, 2));
 }
 
 TEST_F(ChoiceViews, WritingTheLockViewWritesAllThreeKeys)
 {
-    open(u"LockDockView"_qs);
-    choose(control<QComboBox>(u"posComboBox"_qs), 0);
-    putFile(u"com.apple.dock.plist"_qs, boolEntry(u"contents-immutable"_qs, true));
+    open(u"LockDockView"_s);
+    choose(control<QComboBox>(u"posComboBox"_s), 0);
+    putFile(u"com.apple.dock.plist"_s, boolEntry(u"contents-immutable"_s, true));
     view->writeData();
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"contents-immutable"_qs}).kind,
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"contents-immutable"_s}).kind,
               plist::Kind::Missing);
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"position-immutable"_qs}).boolean);
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"position-immutable"_s}).boolean);
     EXPECT_TRUE(shared.needToKillDock());
     shared.setNeedToKillDock(false);
     view->writeData();
@@ -259,28 +259,28 @@ TEST_F(ChoiceViews, WritingTheLockViewWritesAllThreeKeys)
 
 TEST_F(ChoiceViews, OneSettingOfTheLockViewIsWrittenAlone)
 {
-    open(u"LockDockView"_qs);
-    choose(control<QComboBox>(u"contentsComboBox"_qs), 0);
+    open(u"LockDockView"_s);
+    choose(control<QComboBox>(u"contentsComboBox"_s), 0);
     view->writeData(1002, {0});
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"contents-immutable"_qs}).kind,
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"contents-immutable"_s}).kind,
               plist::Kind::Missing);
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"size-immutable"_qs}).boolean);
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"size-immutable"_s}).boolean);
 }
 
 TEST_F(ChoiceViews, EachDisplayControlListReportsUnderItsOwnNumber)
 {
-    open(u"DisplayControlView"_qs);
-    choose(control<QComboBox>(u"displayControlHiddenComboBox"_qs), 0);
+    open(u"DisplayControlView"_s);
+    choose(control<QComboBox>(u"displayControlHiddenComboBox"_s), 0);
     EXPECT_EQ(reports.take(), editReports(1801, 2, 0));
-    choose(control<QComboBox>(u"displayControlVisibleComboBox"_qs), 1);
+    choose(control<QComboBox>(u"displayControlVisibleComboBox"_s), 1);
     EXPECT_EQ(reports.take(), editReports(1802, 2, 1));
-    choose(control<QComboBox>(u"titleBarComboBox"_qs), 0);
+    choose(control<QComboBox>(u"titleBarComboBox"_s), 0);
     EXPECT_EQ(reports.take(), editReports(1803, 2, 0));
 }
 
 TEST_F(ChoiceViews, TheWheelScrollsThePageAndNotTheList)
 {
-    open(u"HideDockView"_qs);
+    open(u"HideDockView"_s);
     comboBox().setFocus();
     QWheelEvent wheel(QPointF(5, 5), comboBox().mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -292,7 +292,7 @@ TEST_F(ChoiceViews, TheWheelScrollsThePageAndNotTheList)
 
 TEST_F(ChoiceViews, ListsAreNotEditableAndWideEnoughForTheirItems)
 {
-    open(u"MinModeView"_qs);
+    open(u"MinModeView"_s);
     EXPECT_FALSE(comboBox().isEditable());
     const int longest = comboBox().fontMetrics().horizontalAdvance(comboBox().itemText(1));
     EXPECT_GT(comboBox().minimumSizeHint().width(), longest);
@@ -301,8 +301,8 @@ TEST_F(ChoiceViews, ListsAreNotEditableAndWideEnoughForTheirItems)
 
 TEST_F(ChoiceViews, TheTitleIsTheListsBuddyAndTheTipNamesFileAndKey)
 {
-    open(u"HideDockView"_qs);
-    EXPECT_EQ(control<QLabel>(u"titleLabel"_qs).buddy(), &comboBox());
+    open(u"HideDockView"_s);
+    EXPECT_EQ(control<QLabel>(u"titleLabel"_s).buddy(), &comboBox());
     EXPECT_FALSE(comboBox().accessibleName().isEmpty());
     EXPECT_TRUE(view->toolTip().contains(u"com.apple.dock.plist"));
     EXPECT_TRUE(view->toolTip().contains(u"autohide"));

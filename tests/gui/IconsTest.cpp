@@ -1,4 +1,5 @@
 #include "ui/Icons.h"
+#include "base/Literals.h"
 
 #include "ui/Theme.h"
 
@@ -14,16 +15,16 @@ using namespace varnel;
 namespace {
 
 const QStringList allNames {
-    u"General"_qs,       u"Dock"_qs,
-    u"Finder"_qs,        u"iTunes"_qs,
-    u"mail"_qs,          u"QuickTimePlayerX"_qs,
-    u"compass"_qs,       u"ScreenCapture"_qs,
-    u"backup"_qs,        u"MacOSX"_qs,
-    u"Connected"_qs,     u"HardwareMemoryCard"_qs,
-    u"New"_qs,           u"Welcome"_qs,
-    u"varnel"_qs,        u"SystemInformation"_qs,
-    u"LoginItems"_qs,    u"HiddenSettings"_qs,
-    u"RestoreBackup"_qs,
+    u"General"_s,       u"Dock"_s,
+    u"Finder"_s,        u"iTunes"_s,
+    u"mail"_s,          u"QuickTimePlayerX"_s,
+    u"compass"_s,       u"ScreenCapture"_s,
+    u"backup"_s,        u"MacOSX"_s,
+    u"Connected"_s,     u"HardwareMemoryCard"_s,
+    u"New"_s,           u"Welcome"_s,
+    u"varnel"_s,        u"SystemInformation"_s,
+    u"LoginItems"_s,    u"HiddenSettings"_s,
+    u"RestoreBackup"_s,
 };
 
 QImage pictureOf(const QString &name, int pixels, QIcon::Mode mode = QIcon::Normal)
@@ -101,15 +102,15 @@ TEST_F(IconsTest, noTwoNamesShareAPicture)
 
 TEST_F(IconsTest, anUnknownNameGivesANullIcon)
 {
-    EXPECT_TRUE(Icons::icon(u"dock"_qs).isNull());
-    EXPECT_TRUE(Icons::icon(u"NoSuchDrawing"_qs).isNull());
+    EXPECT_TRUE(Icons::icon(u"dock"_s).isNull());
+    EXPECT_TRUE(Icons::icon(u"NoSuchDrawing"_s).isNull());
     EXPECT_TRUE(Icons::icon({}).isNull());
 }
 
 TEST_F(IconsTest, aScaledScreenGetsAsManyPixelsAsItShows)
 {
     for (const double scale : {1.0, 1.5, 2.0}) {
-        const QPixmap picture = Icons::icon(u"Dock"_qs).pixmap(QSize(16, 16), scale);
+        const QPixmap picture = Icons::icon(u"Dock"_s).pixmap(QSize(16, 16), scale);
         EXPECT_EQ(picture.width(), qRound(16 * scale));
         EXPECT_DOUBLE_EQ(picture.devicePixelRatio(), scale);
     }
@@ -118,7 +119,7 @@ TEST_F(IconsTest, aScaledScreenGetsAsManyPixelsAsItShows)
 TEST_F(IconsTest, anIconThatIsAlreadyInUseFollowsThePalette)
 {
     QGuiApplication::setPalette(Theme::lightPalette());
-    const QIcon icon = Icons::icon(u"mail"_qs);
+    const QIcon icon = Icons::icon(u"mail"_s);
     const QImage light = icon.pixmap(QSize(32, 32), 1.0).toImage();
     QGuiApplication::setPalette(Theme::darkPalette());
     EXPECT_NE(icon.pixmap(QSize(32, 32), 1.0).toImage(), light);
@@ -142,6 +143,6 @@ TEST_F(IconsTest, everyLineStandsOutFromItsGround)
 
 TEST_F(IconsTest, aDisabledIconIsFainter)
 {
-    EXPECT_LT(coverage(pictureOf(u"General"_qs, 32, QIcon::Disabled)),
-              coverage(pictureOf(u"General"_qs, 32)) / 2);
+    EXPECT_LT(coverage(pictureOf(u"General"_s, 32, QIcon::Disabled)),
+              coverage(pictureOf(u"General"_s, 32)) / 2);
 }

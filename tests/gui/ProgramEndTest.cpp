@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "shell/SharedObject.h"
 #include "shell/views/Application.h"
 #include "support/gui/Input.h"
@@ -25,7 +26,7 @@ class ProgramEnd : public testing::Test {
 protected:
     void SetUp() override
     {
-        SharedObject::getSharedObject().setQuilletCommands({{1009, 0, u""_qs}});
+        SharedObject::getSharedObject().setQuilletCommands({{1009, 0, u""_s}});
         SharedObject::getSharedObject().restartFlags() = {};
         window().show();
     }
@@ -33,7 +34,7 @@ protected:
     void TearDown() override { SharedObject::getSharedObject().doTerminate(); }
 
     [[nodiscard]] MainWindow &window() { return application.window(); }
-    [[nodiscard]] QDialog *prompt() { return window().findChild<QDialog *>(u"alert"_qs); }
+    [[nodiscard]] QDialog *prompt() { return window().findChild<QDialog *>(u"alert"_s); }
 
     /// The exit status of a run in which this is all that happens.
     int run(const std::function<void()> &event)
@@ -49,7 +50,7 @@ protected:
 /// Whether the process has a way of its own to end at SIGTERM.
 bool catchesTermination(qint64 processId)
 {
-    QFile status(u"/proc/%1/status"_qs.arg(processId));
+    QFile status(u"/proc/%1/status"_s.arg(processId));
     if (!status.open(QIODevice::ReadOnly))
         return false;
     for (const QByteArray &line : status.readAll().split('\n')) {
@@ -79,7 +80,7 @@ TEST_F(ProgramEnd, ATerminationSignalEndsItWhileThePromptIsUp)
 TEST_F(ProgramEnd, TheMenusQuitEndsItAtOnceWhateverIsPending)
 {
     SharedObject::getSharedObject().setNeedToKillDock(true);
-    auto *quit = window().findChild<QAction *>(u"quitAction"_qs);
+    auto *quit = window().findChild<QAction *>(u"quitAction"_s);
     EXPECT_EQ(run([quit] { quit->trigger(); }), 0);
     EXPECT_EQ(window().findChild<QDialog *>(), nullptr) << "neither prompt nor sheet";
 }
@@ -95,9 +96,9 @@ TEST_F(ProgramEnd, DontSaveEndsItAndAsksNothingMore)
 {
     window().close();
     ASSERT_NE(prompt(), nullptr);
-    auto *dontSave = prompt()->findChild<QPushButton *>(u"alertButton1002"_qs);
+    auto *dontSave = prompt()->findChild<QPushButton *>(u"alertButton1002"_s);
     EXPECT_EQ(run([dontSave] { click(*dontSave); }), 0);
-    EXPECT_FALSE(QFile::exists(home.preference(u"com.apple.dock.plist"_qs)));
+    EXPECT_FALSE(QFile::exists(home.preference(u"com.apple.dock.plist"_s)));
 }
 
 TEST_F(ProgramEnd, EscapeInThePromptKeepsItRunning)
@@ -125,11 +126,11 @@ TEST(Program, ATerminationSignalEndsTheRunningProgramWithSuccess)
     const QTemporaryDir runtime(QDir::tempPath() + u"/varnel-XXXXXX"); // short, for a socket
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_RUNTIME_DIR"_qs, runtime.path());
+    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::ForwardedChannels);
     program.start(QStringLiteral(VARNEL_PROGRAM),
-                  {u"-platform"_qs, u"offscreen"_qs, u"--home"_qs, home.path()});
+                  {u"-platform"_s, u"offscreen"_s, u"--home"_s, home.path()});
     ASSERT_TRUE(program.waitForStarted(-1));
     ASSERT_TRUE(QTest::qWaitFor([&] { return catchesTermination(program.processId()); }, 60000));
     ::kill(static_cast<pid_t>(program.processId()), SIGTERM);

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "support/TemporaryHome.h"
 
 #include <QDir>
@@ -19,11 +20,11 @@ protected:
     [[nodiscard]] Outcome shell(const QString &line) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_qs, home.path());
-        environment.insert(u"varnel"_qs, QStringLiteral(VARNEL_PROGRAM));
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"varnel"_s, QStringLiteral(VARNEL_PROGRAM));
         QProcess program;
         program.setProcessEnvironment(environment);
-        program.start(u"/bin/sh"_qs, {u"-c"_qs, line});
+        program.start(u"/bin/sh"_s, {u"-c"_s, line});
         EXPECT_TRUE(program.waitForFinished(60000));
         return {program.exitCode(), program.readAllStandardError()};
     }
@@ -33,9 +34,9 @@ protected:
 
 TEST_F(ProgramStart, AnAnswerThatCannotBeWrittenIsAFailure)
 {
-    for (const QString &option : {u"--help"_qs, u"--version"_qs}) {
-        EXPECT_EQ(shell(u"\"$varnel\" "_qs + option + u" >/dev/null").status, 0);
-        const Outcome full = shell(u"\"$varnel\" "_qs + option + u" >/dev/full");
+    for (const QString &option : {u"--help"_s, u"--version"_s}) {
+        EXPECT_EQ(shell(u"\"$varnel\" "_s + option + u" >/dev/null").status, 0);
+        const Outcome full = shell(u"\"$varnel\" "_s + option + u" >/dev/full");
         EXPECT_EQ(full.status, 3);
         EXPECT_TRUE(full.err.startsWith("varnel: standard output: ")) << full.err.toStdString();
     }
@@ -43,20 +44,20 @@ TEST_F(ProgramStart, AnAnswerThatCannotBeWrittenIsAFailure)
 
 TEST_F(ProgramStart, AHomeWhoseNameIsNotUtf8IsRefusedAndNoOtherTaken)
 {
-    ASSERT_TRUE(QDir(home.path()).mkpath(u"hc\ufffd/Library"_qs));
+    ASSERT_TRUE(QDir(home.path()).mkpath(u"hc\ufffd/Library"_s));
     const QString made =
         uR"sh(d=$(printf '%s/hc\377' "$HOME"); mkdir -p "$d/Library"; ln -s "$d" "$HOME/l"; )sh"
-        uR"sh(export QT_QPA_PLATFORM=offscreen; )sh"_qs;
-    const QString gone = uR"sh(; status=$?; rm -r "$d" "$HOME/l"; exit $status)sh"_qs;
+        uR"sh(export QT_QPA_PLATFORM=offscreen; )sh"_s;
+    const QString gone = uR"sh(; status=$?; rm -r "$d" "$HOME/l"; exit $status)sh"_s;
     for (const QString &start :
-         {uR"sh((env HOME="$d" "$varnel"))sh"_qs, uR"sh((cd "$d" && exec "$varnel" --home .))sh"_qs,
-          uR"sh("$varnel" --home "$HOME/l")sh"_qs}) {
+         {uR"sh((env HOME="$d" "$varnel"))sh"_s, uR"sh((cd "$d" && exec "$varnel" --home .))sh"_s,
+          uR"sh("$varnel" --home "$HOME/l")sh"_s}) {
         const Outcome outcome = shell(made + start + gone);
         EXPECT_EQ(outcome.status, 3) << qPrintable(start);
         EXPECT_TRUE(outcome.err.contains("/hc\\xff: its name is not UTF-8 text"))
             << outcome.err.toStdString();
     }
-    const Outcome typed = shell(made + uR"sh("$varnel" --home "$d")sh"_qs + gone);
+    const Outcome typed = shell(made + uR"sh("$varnel" --home "$d")sh"_s + gone);
     EXPECT_EQ(typed.status, 2);
     EXPECT_EQ(typed.err, "varnel: an argument is not UTF-8 text\n");
     EXPECT_TRUE(QDir(home.path() + u"/hc\ufffd/Library").isEmpty());

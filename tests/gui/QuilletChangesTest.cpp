@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/views/Quillet.h"
 
 #include "backup/BackupReader.h"
@@ -56,12 +57,12 @@ protected:
     void choosePending(int index = 0)
     {
         clickGroup(dockRow);
-        choose(comboBoxOf(u"HideDockView"_qs), index);
+        choose(comboBoxOf(u"HideDockView"_s), index);
     }
 
     QuilletChangesInfoWindow &openSheet()
     {
-        click(button(u"viewButton"_qs));
+        click(button(u"viewButton"_s));
         return dynamic_cast<QuilletChangesInfoWindow &>(*dialogs.sheets.last());
     }
 
@@ -73,7 +74,7 @@ protected:
 
     void expectButtons(bool enabled) const
     {
-        for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs})
+        for (const QString &name : {u"saveButton"_s, u"cancelButton"_s, u"viewButton"_s})
             EXPECT_EQ(button(name).isEnabled(), enabled) << name.toStdString();
     }
 };
@@ -92,57 +93,57 @@ TEST_F(QuilletChanges, AnEditIsPendingAndEnablesTheButtons)
     start();
     choosePending();
     expectButtons(true);
-    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
-    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
-    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_qs));
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_s}}));
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_s}}));
+    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_s));
 }
 
 TEST_F(QuilletChanges, ChangingTwiceLeavesOneRecordWithTheSecondValueAndTheValueOnDisk)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     start();
     choosePending(1);
-    choose(comboBoxOf(u"HideDockView"_qs), 2);
-    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
-    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
+    choose(comboBoxOf(u"HideDockView"_s), 2);
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 2, u""_s}}));
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 0, u""_s}}));
 }
 
 TEST_F(QuilletChanges, SavingKeepsTheOldValueAndWritesTheNewOne)
 {
-    putFile(u"com.apple.dock.plist"_qs,
-            u"<key>autohide</key><true/><key>other</key><real>1.5</real>"_qs);
+    putFile(u"com.apple.dock.plist"_s,
+            u"<key>autohide</key><true/><key>other</key><real>1.5</real>"_s);
     start();
     choosePending(1);
-    click(button(u"saveButton"_qs));
-    EXPECT_FALSE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"other"_qs}).real, 1.5);
+    click(button(u"saveButton"_s));
+    EXPECT_FALSE(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"other"_s}).real, 1.5);
     EXPECT_EQ(shared.restartFlags(), RestartFlags(RestartFlag::Dock));
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_EQ(shared.quilletBackupCommands().size(), 1) << "kept for the whole run";
     expectButtons(false);
-    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_s, u""_s, u""_s}}));
 }
 
 TEST_F(QuilletChanges, SavingTwiceLeavesOneBackupRowWithTheOldestValue)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     start();
     choosePending(1);
-    click(button(u"saveButton"_qs));
+    click(button(u"saveButton"_s));
     clickGroup(dockRow);
-    choose(comboBoxOf(u"HideDockView"_qs), 2);
-    click(button(u"saveButton"_qs));
-    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_qs, u""_qs, u""_qs}}));
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).kind, plist::Kind::Missing);
+    choose(comboBoxOf(u"HideDockView"_s), 2);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_s, u""_s, u""_s}}));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).kind, plist::Kind::Missing);
 }
 
 TEST_F(QuilletChanges, SavingDoesNotReadAgain)
 {
     start();
     choosePending(0);
-    click(button(u"saveButton"_qs));
-    choose(comboBoxOf(u"HideDockView"_qs), 1);
-    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_qs}}));
+    click(button(u"saveButton"_s));
+    choose(comboBoxOf(u"HideDockView"_s), 1);
+    EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({{1009, 2, u""_s}}));
 }
 
 TEST_F(QuilletChanges, SavingKeepsTheFocusAndTheRows)
@@ -152,11 +153,11 @@ TEST_F(QuilletChanges, SavingKeepsTheFocusAndTheRows)
     const QStringList before = rowNames();
     page().activateWindow();
     QApplication::processEvents();
-    comboBoxOf(u"HideDockView"_qs).setFocus();
-    click(button(u"saveButton"_qs));
+    comboBoxOf(u"HideDockView"_s).setFocus();
+    click(button(u"saveButton"_s));
     EXPECT_EQ(rowNames(), before);
-    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
-    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_s).currentIndex(), 0);
+    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_s));
 }
 
 TEST_F(QuilletChanges, SavingByTheKeyboardGivesTheFocusBackToTheRow)
@@ -165,11 +166,11 @@ TEST_F(QuilletChanges, SavingByTheKeyboardGivesTheFocusBackToTheRow)
     choosePending(0);
     page().activateWindow();
     QApplication::processEvents();
-    comboBoxOf(u"HideDockView"_qs).setFocus();
-    button(u"saveButton"_qs).setFocus();
-    QTest::keyClick(&button(u"saveButton"_qs), Qt::Key_Space);
+    comboBoxOf(u"HideDockView"_s).setFocus();
+    button(u"saveButton"_s).setFocus();
+    QTest::keyClick(&button(u"saveButton"_s), Qt::Key_Space);
     expectButtons(false);
-    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_qs));
+    EXPECT_EQ(page().focusWidget(), &comboBoxOf(u"HideDockView"_s));
 }
 
 TEST_F(QuilletChanges, APendingChoiceIsNotShownAgainOnItsRebuiltPageButStaysPending)
@@ -178,7 +179,7 @@ TEST_F(QuilletChanges, APendingChoiceIsNotShownAgainOnItsRebuiltPageButStaysPend
     choosePending(0);
     clickGroup(safariRow);
     clickGroup(dockRow);
-    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 2);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_s).currentIndex(), 2);
     EXPECT_EQ(shared.quilletCommands().size(), 1);
     expectButtons(true);
 }
@@ -187,26 +188,26 @@ TEST_F(QuilletChanges, CancellingAsksFirst)
 {
     start();
     choosePending(0);
-    click(button(u"cancelButton"_qs));
+    click(button(u"cancelButton"_s));
     ASSERT_EQ(dialogs.alerts.size(), 1);
     const FakeDialogs::ShownAlert &shown = dialogs.alerts.first();
-    EXPECT_EQ(shown.alert.message, u"Cancel All Latest Changes"_qs);
+    EXPECT_EQ(shown.alert.message, u"Cancel All Latest Changes"_s);
     EXPECT_EQ(
         shown.alert.informative,
-        u"Are you sure you want to cancel all latest changes you've made with this program"_qs);
-    EXPECT_EQ(shown.alert.buttons, QStringList({u"Cancel Changes"_qs, u"Continue"_qs}));
+        u"Are you sure you want to cancel all latest changes you've made with this program"_s);
+    EXPECT_EQ(shown.alert.buttons, QStringList({u"Cancel Changes"_s, u"Continue"_s}));
     EXPECT_EQ(shown.parent, &page());
     EXPECT_EQ(shared.quilletCommands().size(), 1);
 }
 
 TEST_F(QuilletChanges, CancellingShowsWhatIsOnDiskAndDropsThePendingListOnly)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     start();
     choosePending(1);
-    click(button(u"cancelButton"_qs));
+    click(button(u"cancelButton"_s));
     dialogs.answer(FirstButton);
-    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_s).currentIndex(), 0);
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_EQ(shared.quilletBackupCommands().size(), 1);
     expectButtons(false);
@@ -217,48 +218,48 @@ TEST_F(QuilletChanges, EveryOtherAnswerLeavesAllAsItIs)
     start();
     choosePending(0);
     for (const int code : {int(SecondButton), int(ThirdButton), 0}) {
-        click(button(u"cancelButton"_qs));
+        click(button(u"cancelButton"_s));
         dialogs.answer(code);
         EXPECT_EQ(shared.quilletCommands().size(), 1);
-        EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+        EXPECT_EQ(comboBoxOf(u"HideDockView"_s).currentIndex(), 0);
         expectButtons(true);
     }
 }
 
 TEST_F(QuilletChanges, ASettingChangedAndCancelledStillGetsItsBackupRowAtTheNextSave)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     start();
     choosePending(1);
     controller->cancelAlertDidEnd(FirstButton);
-    choose(comboBoxOf(u"DockStyleView"_qs), 0);
-    click(button(u"saveButton"_qs));
+    choose(comboBoxOf(u"DockStyleView"_s), 0);
+    click(button(u"saveButton"_s));
     EXPECT_EQ(shared.quilletBackupCommands(),
-              QList<ChangeRecord>({{1009, 0, u""_qs}, {1010, 2, u""_qs}}));
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+              QList<ChangeRecord>({{1009, 0, u""_s}, {1010, 2, u""_s}}));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).boolean);
 }
 
 TEST_F(QuilletChanges, CancellingReadsTheListedViewsOnly)
 {
     start();
     clickGroup(generalRow);
-    choose(comboBoxOf(u"SpellCheckView"_qs), 0);
-    choose(comboBoxOf(u"ZoomAnimationView"_qs), 0);
+    choose(comboBoxOf(u"SpellCheckView"_s), 0);
+    choose(comboBoxOf(u"ZoomAnimationView"_s), 0);
     controller->cancelAlertDidEnd(FirstButton);
-    EXPECT_EQ(comboBoxOf(u"ZoomAnimationView"_qs).currentIndex(), 2);
-    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 0) << "read with its page only";
+    EXPECT_EQ(comboBoxOf(u"ZoomAnimationView"_s).currentIndex(), 2);
+    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_s).currentIndex(), 0) << "read with its page only";
     clickGroup(generalRow);
-    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_qs).currentIndex(), 2);
+    EXPECT_EQ(comboBoxOf(u"SpellCheckView"_s).currentIndex(), 2);
 }
 
 TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
 {
     const CountedReads counted(*this);
-    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 1);
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_s)), 1);
 
     counted.store.calls.clear();
     counted.hiddenSettings->readData();
-    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_qs)), 11)
+    EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_s)), 11)
         << "once for each of the group's settings";
 }
 
@@ -266,99 +267,99 @@ TEST_F(QuilletChanges, TheModulesReadAtFirstAndAgainInTheirTwoOrders)
 {
     const CountedReads counted(*this);
     EXPECT_EQ(counted.files(),
-              QStringList({u"QuickTimePlayerX"_qs, u"TimeMachine"_qs, u"iTunes"_qs, u"Mail"_qs,
-                           u"screencapture"_qs, u"finder"_qs, u"desktopservices"_qs, u"Safari"_qs,
-                           u"dock"_qs, u"GlobalPreferences"_qs}));
+              QStringList({u"QuickTimePlayerX"_s, u"TimeMachine"_s, u"iTunes"_s, u"Mail"_s,
+                           u"screencapture"_s, u"finder"_s, u"desktopservices"_s, u"Safari"_s,
+                           u"dock"_s, u"GlobalPreferences"_s}));
     counted.store.calls.clear();
     counted.hiddenSettings->readData();
     EXPECT_EQ(counted.files(),
-              QStringList({u"GlobalPreferences"_qs, u"Safari"_qs, u"finder"_qs,
-                           u"desktopservices"_qs, u"dock"_qs, u"screencapture"_qs, u"Mail"_qs,
-                           u"iTunes"_qs, u"TimeMachine"_qs, u"QuickTimePlayerX"_qs}));
+              QStringList({u"GlobalPreferences"_s, u"Safari"_s, u"finder"_s, u"desktopservices"_s,
+                           u"dock"_s, u"screencapture"_s, u"Mail"_s, u"iTunes"_s, u"TimeMachine"_s,
+                           u"QuickTimePlayerX"_s}));
 }
 
 TEST_F(QuilletChanges, ARowThatIsSavedDescribedOrWrittenLosesItsShadingUntilItsPageIsBuiltAgain)
 {
     start();
     clickGroup(dockRow);
-    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
-    EXPECT_TRUE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
-    EXPECT_TRUE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"DockStyleView"_s).needToDrawBackground());
+    EXPECT_TRUE(row(u"MinWindowEffectView"_s).needToDrawBackground());
+    EXPECT_TRUE(row(u"AnimOpenAppView"_s).needToDrawBackground());
 
-    choose(comboBoxOf(u"DockStyleView"_qs), 0);
-    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
-    click(button(u"saveButton"_qs));
-    EXPECT_FALSE(row(u"DockStyleView"_qs).needToDrawBackground());
+    choose(comboBoxOf(u"DockStyleView"_s), 0);
+    EXPECT_TRUE(row(u"DockStyleView"_s).needToDrawBackground());
+    click(button(u"saveButton"_s));
+    EXPECT_FALSE(row(u"DockStyleView"_s).needToDrawBackground());
 
-    EXPECT_FALSE(controller->actionString(1008, 0, u""_qs).isEmpty());
-    EXPECT_FALSE(row(u"MinWindowEffectView"_qs).needToDrawBackground());
+    EXPECT_FALSE(controller->actionString(1008, 0, u""_s).isEmpty());
+    EXPECT_FALSE(row(u"MinWindowEffectView"_s).needToDrawBackground());
 
-    EXPECT_TRUE(controller->writeData(1006, 2, u""_qs).ok());
-    EXPECT_FALSE(row(u"AnimOpenAppView"_qs).needToDrawBackground());
+    EXPECT_TRUE(controller->writeData(1006, 2, u""_s).ok());
+    EXPECT_FALSE(row(u"AnimOpenAppView"_s).needToDrawBackground());
 
     clickGroup(dockRow);
-    EXPECT_TRUE(row(u"DockStyleView"_qs).needToDrawBackground());
+    EXPECT_TRUE(row(u"DockStyleView"_s).needToDrawBackground());
 }
 
 TEST_F(QuilletChanges, TwoSettingsOfOneKeyAreWrittenInTheOrderOfTheirLastChange)
 {
     start();
     clickGroup(3);
-    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 0);
-    choose(comboBoxOf(u"HalfStarsView"_qs), 1);
-    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 2);
-    choose(comboBoxOf(u"PreloadSongPreviewView"_qs), 0);
-    click(button(u"saveButton"_qs));
-    EXPECT_TRUE(stored(u"com.apple.iTunes.plist"_qs, {u"allow-half-stars"_qs}).boolean);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_s), 0);
+    choose(comboBoxOf(u"HalfStarsView"_s), 1);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_s), 2);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_s), 0);
+    click(button(u"saveButton"_s));
+    EXPECT_TRUE(stored(u"com.apple.iTunes.plist"_s, {u"allow-half-stars"_s}).boolean);
 }
 
 TEST_F(QuilletChanges, OneLockSettingIsSavedWithoutTheOthers)
 {
     start();
     clickGroup(dockRow);
-    choose(comboBoxOf(u"LockDockView"_qs, u"posComboBox"_qs), 0);
-    putFile(u"com.apple.dock.plist"_qs, u"<key>contents-immutable</key><true/>"_qs);
-    click(button(u"saveButton"_qs));
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"contents-immutable"_qs}).boolean);
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"position-immutable"_qs}).boolean);
+    choose(comboBoxOf(u"LockDockView"_s, u"posComboBox"_s), 0);
+    putFile(u"com.apple.dock.plist"_s, u"<key>contents-immutable</key><true/>"_s);
+    click(button(u"saveButton"_s));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"contents-immutable"_s}).boolean);
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"position-immutable"_s}).boolean);
 }
 
 TEST_F(QuilletChanges, TurningASlidersBoxOffAndSavingWritesNothing)
 {
     start();
     clickGroup(dockRow);
-    click(*row(u"DockSizeView"_qs).findChild<QCheckBox *>(u"checkBox"_qs));
+    click(*row(u"DockSizeView"_s).findChild<QCheckBox *>(u"checkBox"_s));
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     controller->saveChanges();
-    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_qs));
+    EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_s));
 }
 
 TEST_F(QuilletChanges, AnUnknownNumberWritesAndDescribesNothing)
 {
     start();
-    EXPECT_TRUE(controller->writeData(4711, 0, u""_qs).ok());
-    EXPECT_TRUE(controller->actionString(4711, 0, u""_qs).isEmpty());
+    EXPECT_TRUE(controller->writeData(4711, 0, u""_s).ok());
+    EXPECT_TRUE(controller->actionString(4711, 0, u""_s).isEmpty());
     EXPECT_FALSE(shared.restartFlags());
 }
 
 TEST_F(QuilletChanges, AChangeIsDescribedByItsPlaceAndItsSentence)
 {
     start();
-    EXPECT_EQ(controller->actionString(1009, 1, u""_qs),
-              QStringList({u"Quillet -> Dock"_qs, u"Dock"_qs, u"Allways show the Dock"_qs}));
+    EXPECT_EQ(controller->actionString(1009, 1, u""_s),
+              QStringList({u"Quillet -> Dock"_s, u"Dock"_s, u"Allways show the Dock"_s}));
 }
 
 TEST_F(QuilletChanges, TheSheetListsWhatIsPendingInItsOrder)
 {
     start();
     choosePending(0);
-    choose(comboBoxOf(u"DockStyleView"_qs), 1);
+    choose(comboBoxOf(u"DockStyleView"_s), 1);
     const LogCapture log;
     QuilletChangesInfoWindow &sheet = openSheet();
     EXPECT_EQ(sheet.rows(),
-              QList<QStringList>({{u"Dock"_qs, u"Automatically hide and show the Dock"_qs},
-                                  {u"Dock"_qs, u"Display Dock in modern 3D style"_qs}}));
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"readChangesData 2"_qs));
+              QList<QStringList>({{u"Dock"_s, u"Automatically hide and show the Dock"_s},
+                                  {u"Dock"_s, u"Display Dock in modern 3D style"_s}}));
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), QStringList(u"readChangesData 2"_s));
     EXPECT_TRUE(sheet.isVisible());
 }
 
@@ -367,15 +368,15 @@ TEST_F(QuilletChanges, TheSheetSortsDescendingFirstAndForgetsItWhenOpenedAgain)
     start();
     choosePending(0);
     clickGroup(safariRow);
-    choose(comboBoxOf(u"DebugMenuView"_qs), 0);
+    choose(comboBoxOf(u"DebugMenuView"_s), 0);
     QuilletChangesInfoWindow &sheet = openSheet();
     const QList<QStringList> pending = sheet.rows();
     sheet.didClickTableColumn(0);
-    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_qs);
+    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_s);
     sheet.didClickTableColumn(0);
-    EXPECT_EQ(sheet.rows().first().first(), u"Dock"_qs);
+    EXPECT_EQ(sheet.rows().first().first(), u"Dock"_s);
     sheet.didClickTableColumn(1);
-    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_qs) << "a new column starts descending";
+    EXPECT_EQ(sheet.rows().first().first(), u"Safari"_s) << "a new column starts descending";
     sheet.closeWindow();
     EXPECT_EQ(&openSheet(), &sheet);
     EXPECT_EQ(sheet.rows(), pending);
@@ -386,23 +387,23 @@ TEST_F(QuilletChanges, AnEmptySheetCountsZero)
     start();
     const LogCapture log;
     controller->viewChanges();
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"readChangesData 0"_qs));
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), QStringList(u"readChangesData 0"_s));
 }
 
 TEST_F(QuilletChanges, AFileThatCannotBeLoadedIsLeftAloneAndTheSaveGoesOn)
 {
-    QFile file(home.preference(u"com.apple.dock.plist"_qs));
+    QFile file(home.preference(u"com.apple.dock.plist"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("not a property list");
     file.close();
     start();
     choosePending(0);
     clickGroup(safariRow);
-    choose(comboBoxOf(u"DevelopMenuView"_qs), 0);
-    click(button(u"saveButton"_qs));
+    choose(comboBoxOf(u"DevelopMenuView"_s), 0);
+    click(button(u"saveButton"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), QByteArray("not a property list"));
-    EXPECT_EQ(stored(u"com.apple.Safari.plist"_qs, {u"IncludeDevelopMenu"_qs}).integer, 1);
+    EXPECT_EQ(stored(u"com.apple.Safari.plist"_s, {u"IncludeDevelopMenu"_s}).integer, 1);
     EXPECT_TRUE(shared.needToKillDock());
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
 }

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/views/Quillet.h"
 
 #include "settings/views/Modules.h"
@@ -155,10 +156,10 @@ TEST_F(QuilletPage, ClickingTheSelectedGroupAgainBuildsItsPageAgainWithoutDuplic
 {
     start();
     clickGroup(1);
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     clickGroup(1);
     EXPECT_EQ(rowNames(), moduleRow(ModuleId::Dock).pageOrder);
-    EXPECT_EQ(comboBoxOf(u"HideDockView"_qs).currentIndex(), 0);
+    EXPECT_EQ(comboBoxOf(u"HideDockView"_s).currentIndex(), 0);
 }
 
 TEST_F(QuilletPage, TheKeyboardMovesThroughTheGroups)
@@ -172,16 +173,16 @@ TEST_F(QuilletPage, AMultiSettingViewStandsOnceOnItsPage)
 {
     start();
     clickGroup(1);
-    EXPECT_EQ(rowNames().count(u"LockDockView"_qs), 1);
+    EXPECT_EQ(rowNames().count(u"LockDockView"_s), 1);
     clickGroup(5);
-    EXPECT_EQ(rowNames().count(u"DisplayControlView"_qs), 1);
+    EXPECT_EQ(rowNames().count(u"DisplayControlView"_s), 1);
 }
 
 TEST_F(QuilletPage, ANewPageStartsAtItsTop)
 {
     start();
     clickGroup(1);
-    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_s);
     scroll.verticalScrollBar()->setValue(scroll.verticalScrollBar()->maximum());
     ASSERT_GT(scroll.verticalScrollBar()->value(), 0);
     clickGroup(2);
@@ -191,7 +192,7 @@ TEST_F(QuilletPage, ANewPageStartsAtItsTop)
 TEST_F(QuilletPage, RowsAreAsWideAsTheWindowLeavesThem)
 {
     start();
-    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    auto &scroll = *page().findChild<QScrollArea *>(u"mainScrollView"_s);
     for (const int width : {820, 1200}) {
         page().resize(width, 700);
         QApplication::processEvents();
@@ -224,7 +225,7 @@ TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
 {
     startEmpty();
     controller->showDockModules(1001, total, top, false, shading);
-    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_qs));
+    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_s));
     EXPECT_GT(total, 0);
     EXPECT_EQ(top, -1 - total);
     EXPECT_FALSE(shading);
@@ -232,7 +233,7 @@ TEST_F(QuilletPage, APageBuilderWithASettingAddsItsRowBelow)
     controller->showMailModules(1001, total, top, false, shading);
     EXPECT_EQ(total, afterOne) << "the mail module has no such setting";
     controller->showFinderModules(1100, total, top, false, shading);
-    EXPECT_EQ(rowNames(), QStringList({u"LockDockView"_qs, u"QuitFinderMenuView"_qs}));
+    EXPECT_EQ(rowNames(), QStringList({u"LockDockView"_s, u"QuitFinderMenuView"_s}));
     EXPECT_FALSE(rows().last()->needToDrawBackground());
     EXPECT_TRUE(shading);
 }
@@ -243,7 +244,7 @@ TEST_F(QuilletPage, AMultiSettingViewAskedForBySeveralOfItsSettingsStandsOnceAnd
     controller->showDockModules(1001, total, top, false, shading);
     controller->showFinderModules(1100, total, top, false, shading);
     controller->showDockModules(1002, total, top, false, shading);
-    EXPECT_EQ(rowNames(), QStringList({u"QuitFinderMenuView"_qs, u"LockDockView"_qs}));
+    EXPECT_EQ(rowNames(), QStringList({u"QuitFinderMenuView"_s, u"LockDockView"_s}));
     EXPECT_EQ(rows().first()->y(), 0) << "no gap where it stood";
     EXPECT_EQ(page().mainView()->height(), rows().first()->height() + rows().last()->height());
 }
@@ -261,24 +262,24 @@ TEST_F(QuilletPage, AWholePageBuiltOnANonemptyTotalKeepsWhatStands)
 TEST_F(QuilletPage, AskingAModuleForAViewClearsItsShading)
 {
     start();
-    GenericView *view = shared.generalModule()->getView(u"ScrollbarView"_qs, false);
+    GenericView *view = shared.generalModule()->getView(u"ScrollbarView"_s, false);
     EXPECT_EQ(view, rows().first());
     EXPECT_FALSE(view->needToDrawBackground());
-    EXPECT_EQ(shared.generalModule()->getView(u"DockStyleView"_qs, true), nullptr);
+    EXPECT_EQ(shared.generalModule()->getView(u"DockStyleView"_s, true), nullptr);
 }
 
 TEST_F(QuilletPage, EveryModuleIsInTheSharedState)
 {
     start();
-    EXPECT_EQ(shared.finderModule()->row().moduleClass, u"FinderModule"_qs);
-    EXPECT_EQ(shared.dockModule()->row().moduleClass, u"DockModule"_qs);
-    EXPECT_EQ(shared.generalModule()->row().moduleClass, u"GeneralModule"_qs);
-    EXPECT_EQ(shared.safariModule()->row().moduleClass, u"SafariModule"_qs);
-    EXPECT_EQ(shared.screenCaptureModule()->row().moduleClass, u"ScreenCaptureModule"_qs);
-    EXPECT_EQ(shared.mailModule()->row().moduleClass, u"MailModule"_qs);
-    EXPECT_EQ(shared.itunesModule()->row().moduleClass, u"iTunesModule"_qs);
-    EXPECT_EQ(shared.timeMachineModule()->row().moduleClass, u"TimeMachineModule"_qs);
-    EXPECT_EQ(shared.quickTimePlayerModule()->row().moduleClass, u"QuickTimePlayerModule"_qs);
+    EXPECT_EQ(shared.finderModule()->row().moduleClass, u"FinderModule"_s);
+    EXPECT_EQ(shared.dockModule()->row().moduleClass, u"DockModule"_s);
+    EXPECT_EQ(shared.generalModule()->row().moduleClass, u"GeneralModule"_s);
+    EXPECT_EQ(shared.safariModule()->row().moduleClass, u"SafariModule"_s);
+    EXPECT_EQ(shared.screenCaptureModule()->row().moduleClass, u"ScreenCaptureModule"_s);
+    EXPECT_EQ(shared.mailModule()->row().moduleClass, u"MailModule"_s);
+    EXPECT_EQ(shared.itunesModule()->row().moduleClass, u"iTunesModule"_s);
+    EXPECT_EQ(shared.timeMachineModule()->row().moduleClass, u"TimeMachineModule"_s);
+    EXPECT_EQ(shared.quickTimePlayerModule()->row().moduleClass, u"QuickTimePlayerModule"_s);
 }
 
 TEST_F(QuilletPage, ModulesLoadInTheirOrderAndEachFailureIsLogged)
@@ -291,13 +292,13 @@ TEST_F(QuilletPage, ModulesLoadInTheirOrderAndEachFailureIsLogged)
     const LogCapture log;
     start();
     EXPECT_EQ(asked.mid(1),
-              QStringList({u"QuickTimePlayerView"_qs, u"TimeMachineView"_qs, u"iTunesView"_qs,
-                           u"MailView"_qs, u"ScreenCaptureView"_qs, u"FinderView"_qs,
-                           u"SafariView"_qs, u"DockView"_qs, u"GeneralView"_qs}));
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs).first(),
-              u"Error loading Nib for QuickTimePlayerView!"_qs);
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs).last(), u"Error loading Nib for GeneralView!"_qs);
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs).size(), 9);
+              QStringList({u"QuickTimePlayerView"_s, u"TimeMachineView"_s, u"iTunesView"_s,
+                           u"MailView"_s, u"ScreenCaptureView"_s, u"FinderView"_s, u"SafariView"_s,
+                           u"DockView"_s, u"GeneralView"_s}));
+    EXPECT_EQ(log.texts(u"varnel.settings"_s).first(),
+              u"Error loading Nib for QuickTimePlayerView!"_s);
+    EXPECT_EQ(log.texts(u"varnel.settings"_s).last(), u"Error loading Nib for GeneralView!"_s);
+    EXPECT_EQ(log.texts(u"varnel.settings"_s).size(), 9);
     EXPECT_TRUE(rows().isEmpty());
 }
 
@@ -340,14 +341,14 @@ TEST_F(QuilletPage, TheFootersCaptionsAreSetOffByTheirOwnWidths)
 {
     start();
     const auto label = [this](const QString &name) { return page().findChild<QLabel *>(name); };
-    label(u"changes1Label"_qs)->setText(u"a good deal wider"_qs);
-    label(u"changes3Label"_qs)->setText(u"wide too"_qs);
+    label(u"changes1Label"_s)->setText(u"a good deal wider"_s);
+    label(u"changes3Label"_s)->setText(u"wide too"_s);
     page().resize(page().width() + 1, page().height());
     QApplication::processEvents();
-    const QLabel &first = *label(u"changes1Label"_qs);
-    const QLabel &second = *label(u"changes2Label"_qs);
-    const QLabel &third = *label(u"changes3Label"_qs);
-    const auto *scroll = page().findChild<QScrollArea *>(u"mainScrollView"_qs);
+    const QLabel &first = *label(u"changes1Label"_s);
+    const QLabel &second = *label(u"changes2Label"_s);
+    const QLabel &third = *label(u"changes3Label"_s);
+    const auto *scroll = page().findChild<QScrollArea *>(u"mainScrollView"_s);
     EXPECT_EQ(first.mapTo(&page(), QPoint()).x(), scroll->x());
     EXPECT_EQ(second.x(), first.x() + second.width() + 15);
     EXPECT_EQ(third.x(), second.x() + third.width() + 15);
@@ -356,9 +357,9 @@ TEST_F(QuilletPage, TheFootersCaptionsAreSetOffByTheirOwnWidths)
 TEST_F(QuilletPage, TheFootersButtonsStandCentredOverTheirCaptions)
 {
     start();
-    const QStringList names {u"save"_qs, u"cancel"_qs, u"view"_qs};
+    const QStringList names {u"save"_s, u"cancel"_s, u"view"_s};
     for (int i = 0; i < 3; ++i) {
-        const auto *caption = page().findChild<QLabel *>(u"changes%1Label"_qs.arg(i + 1));
+        const auto *caption = page().findChild<QLabel *>(u"changes%1Label"_s.arg(i + 1));
         const int middle = caption->geometry().center().x();
         EXPECT_NEAR(page().findChild<QLabel *>(names.at(i) + u"Label")->geometry().center().x(),
                     middle, 1);
@@ -372,10 +373,10 @@ TEST_F(QuilletPage, KeepsTheGlobalBackupFileNameAndLogsIt)
 {
     start();
     const LogCapture log;
-    page().setGlobalBackupFileName(u"/a/b.sqlite"_qs);
-    EXPECT_EQ(page().globalBackupFileName(), u"/a/b.sqlite"_qs);
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs),
-              QStringList(u"setGlobalBackupFileName (LoginItemsView): /a/b.sqlite"_qs));
+    page().setGlobalBackupFileName(u"/a/b.sqlite"_s);
+    EXPECT_EQ(page().globalBackupFileName(), u"/a/b.sqlite"_s);
+    EXPECT_EQ(log.texts(u"varnel.settings"_s),
+              QStringList(u"setGlobalBackupFileName (LoginItemsView): /a/b.sqlite"_s));
 }
 
 TEST_F(QuilletPage, EveryControlHasAnAccessibleName)
@@ -407,7 +408,7 @@ TEST_F(QuilletPage, TheTabKeyGoesThroughTheRowsAndThenToTheFooter)
         QTest::keyClick(page().focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(page().focusWidget(), row->findChild<QComboBox *>());
     }
-    for (const QString &name : {u"saveButton"_qs, u"cancelButton"_qs, u"viewButton"_qs}) {
+    for (const QString &name : {u"saveButton"_s, u"cancelButton"_s, u"viewButton"_s}) {
         QTest::keyClick(page().focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(page().focusWidget(), &button(name));
     }

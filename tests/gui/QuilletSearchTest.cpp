@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/SearchIndex.h"
 
 #include "settings/views/Modules.h"
@@ -19,7 +20,7 @@ protected:
         QTest::keyClicks(&searchField(), text);
         QApplication::processEvents();
     }
-    QLabel &overlay() const { return *page().findChild<QLabel *>(u"emptyLabel"_qs); }
+    QLabel &overlay() const { return *page().findChild<QLabel *>(u"emptyLabel"_s); }
 };
 
 } // namespace
@@ -27,8 +28,8 @@ protected:
 TEST_F(QuilletSearch, ResultsReplaceThePageWhileOneTypes)
 {
     start();
-    type(u"bookmarks"_qs);
-    EXPECT_EQ(rowNames(), QStringList(u"BookmarkBarView"_qs));
+    type(u"bookmarks"_s);
+    EXPECT_EQ(rowNames(), QStringList(u"BookmarkBarView"_s));
     EXPECT_FALSE(overlay().isVisible());
 }
 
@@ -36,11 +37,11 @@ TEST_F(QuilletSearch, TheFieldsOwnButtonLeavesTheSearch)
 {
     start();
     const QStringList before = rowNames();
-    type(u"bookmarks"_qs);
+    type(u"bookmarks"_s);
     ASSERT_NE(rowNames(), before);
-    auto *clear = searchField().findChild<QAction *>(u"_q_qlineeditclearaction"_qs);
+    auto *clear = searchField().findChild<QAction *>(u"_q_qlineeditclearaction"_s);
     ASSERT_NE(clear, nullptr);
-    EXPECT_EQ(clear->text(), u"Leave the search"_qs) << "a screen reader says it";
+    EXPECT_EQ(clear->text(), u"Leave the search"_s) << "a screen reader says it";
     clear->trigger();
     QApplication::processEvents();
     EXPECT_TRUE(searchField().text().isEmpty());
@@ -50,24 +51,24 @@ TEST_F(QuilletSearch, TheFieldsOwnButtonLeavesTheSearch)
 TEST_F(QuilletSearch, LetterCaseDoesNotMatter)
 {
     start();
-    type(u"SCROLLING"_qs);
-    EXPECT_EQ(rowNames(), QStringList(u"ScrollbarView"_qs));
+    type(u"SCROLLING"_s);
+    EXPECT_EQ(rowNames(), QStringList(u"ScrollbarView"_s));
 }
 
 TEST_F(QuilletSearch, AViewOfSeveralSettingsIsFoundOnceWithAllItsControls)
 {
     start();
-    type(u"lock"_qs);
-    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_qs));
+    type(u"lock"_s);
+    EXPECT_EQ(rowNames(), QStringList(u"LockDockView"_s));
     EXPECT_EQ(rows().first()->findChildren<QComboBox *>().size(), 3);
 }
 
 TEST_F(QuilletSearch, ResultsStandInIndexOrderAndAreShadedAcrossGroups)
 {
     start();
-    type(u"animation"_qs);
+    type(u"animation"_s);
     QStringList expected;
-    for (const SearchResult &result : findViews(u"animation"_qs))
+    for (const SearchResult &result : findViews(u"animation"_s))
         expected += findSetting(result.id)->viewClass;
     ASSERT_GT(expected.size(), 5);
     EXPECT_EQ(rowNames(), expected);
@@ -84,7 +85,7 @@ TEST_F(QuilletSearch, ResultsStandInIndexOrderAndAreShadedAcrossGroups)
 TEST_F(QuilletSearch, TheOverwrittenAndTheLeftOutTextsAreNotFound)
 {
     start();
-    for (const QString &text : {u"reading list"_qs, u"automatically"_qs}) {
+    for (const QString &text : {u"reading list"_s, u"automatically"_s}) {
         searchField().clear();
         type(text);
         EXPECT_TRUE(rows().isEmpty()) << text.toStdString();
@@ -96,7 +97,7 @@ TEST_F(QuilletSearch, TheOverwrittenAndTheLeftOutTextsAreNotFound)
 TEST_F(QuilletSearch, AnEmptyFieldShowsAnEmptyColumn)
 {
     start();
-    type(u"x"_qs);
+    type(u"x"_s);
     QTest::keyClick(&searchField(), Qt::Key_Backspace);
     EXPECT_TRUE(rows().isEmpty());
 }
@@ -105,7 +106,7 @@ TEST_F(QuilletSearch, EscapeClearsTheFieldAndBringsThePageBack)
 {
     start();
     clickGroup(2);
-    type(u"lock"_qs);
+    type(u"lock"_s);
     QTest::keyClick(&searchField(), Qt::Key_Escape);
     EXPECT_EQ(searchField().text(), QString());
     EXPECT_EQ(rowNames(), moduleRow(ModuleId::Finder).pageOrder);
@@ -115,7 +116,7 @@ TEST_F(QuilletSearch, EscapeClearsTheFieldAndBringsThePageBack)
 TEST_F(QuilletSearch, TheFieldsOwnButtonBringsThePageBackToo)
 {
     start();
-    type(u"nothing like it"_qs);
+    type(u"nothing like it"_s);
     searchField().findChild<QAction *>()->trigger();
     for (QAction *action : searchField().findChildren<QAction *>())
         action->trigger();
@@ -125,11 +126,11 @@ TEST_F(QuilletSearch, TheFieldsOwnButtonBringsThePageBackToo)
 TEST_F(QuilletSearch, ChoosingAGroupAfterASearchShowsItsWholePage)
 {
     start();
-    type(u"lock"_qs);
+    type(u"lock"_s);
     clickGroup(0);
     EXPECT_EQ(rowNames(), moduleRow(ModuleId::General).pageOrder);
     EXPECT_EQ(searchField().text(), QString());
-    type(u"lock"_qs);
+    type(u"lock"_s);
     controller->selectMailMenu();
     EXPECT_EQ(rowNames(), moduleRow(ModuleId::Mail).pageOrder);
 }
@@ -138,16 +139,16 @@ TEST_F(QuilletSearch, EachResultIsLoggedWithTheRunningTop)
 {
     start();
     const LogCapture log;
-    searchField().setText(u"new disk"_qs);
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs), QStringList(u"new disk backup 8 1700 -1"_qs));
+    searchField().setText(u"new disk"_s);
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), QStringList(u"new disk backup 8 1700 -1"_s));
 }
 
 TEST_F(QuilletSearch, AFoundSettingIsChangedLikeAnyOther)
 {
     start();
-    type(u"autohide"_qs);
-    choose(comboBoxOf(u"HideDockView"_qs), 0);
-    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_qs}}));
+    type(u"autohide"_s);
+    choose(comboBoxOf(u"HideDockView"_s), 0);
+    EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({{1009, 0, u""_s}}));
 }
 
 TEST_F(QuilletSearch, TheShortcutPutsTheCursorIntoTheField)
@@ -164,14 +165,14 @@ TEST_F(QuilletSearch, WhatIsFoundNamesItsGroupAndNoGroupIsSelected)
     start();
     const QItemSelectionModel &chosen = *groupList().selectionModel();
     const auto helpOf = [this] {
-        return rows().first()->findChild<QLabel *>(u"helpLabel"_qs)->text();
+        return rows().first()->findChild<QLabel *>(u"helpLabel"_s)->text();
     };
-    type(u"autohide"_qs);
+    type(u"autohide"_s);
     EXPECT_FALSE(chosen.hasSelection());
-    EXPECT_TRUE(helpOf().startsWith(u"Dock · "_qs)) << helpOf().toStdString();
+    EXPECT_TRUE(helpOf().startsWith(u"Dock · "_s)) << helpOf().toStdString();
     QTest::keyClick(&searchField(), Qt::Key_Escape);
     EXPECT_TRUE(chosen.isRowSelected(0, {}));
     clickGroup(1);
-    for (const QLabel *help : page().findChildren<QLabel *>(u"helpLabel"_qs))
-        EXPECT_FALSE(help->text().contains(u"Dock · "_qs)) << help->text().toStdString();
+    for (const QLabel *help : page().findChildren<QLabel *>(u"helpLabel"_s))
+        EXPECT_FALSE(help->text().contains(u"Dock · "_s)) << help->text().toStdString();
 }

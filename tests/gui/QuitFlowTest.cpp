@@ -1,4 +1,5 @@
 #include "backup/BackupReader.h"
+#include "base/Literals.h"
 #include "support/gui/QuitFixture.h"
 #include "support/LogCapture.h"
 
@@ -21,7 +22,7 @@ protected:
     {
         QStringList names;
         for (const FakeCommandRunner::Call &call : runner.calls) {
-            EXPECT_EQ(call.launchPath, u"/usr/bin/killall"_qs);
+            EXPECT_EQ(call.launchPath, u"/usr/bin/killall"_s);
             names << call.arguments;
         }
         return names;
@@ -30,8 +31,8 @@ protected:
     [[nodiscard]] bool settingIsWritten() const
     {
         return files
-                   .readValue(home.preference(u"com.apple.dock.plist"_qs),
-                              QStringList(u"autohide"_qs))
+                   .readValue(home.preference(u"com.apple.dock.plist"_s),
+                              QStringList(u"autohide"_s))
                    .kind
             != plist::Kind::Missing;
     }
@@ -65,10 +66,10 @@ TEST_F(QuitFlowTest, APendingSettingIsAskedForByTheNameOfItsModule)
     changeASetting();
     EXPECT_FALSE(window.close());
     ASSERT_EQ(dialogs.alerts.size(), 1);
-    EXPECT_EQ(prompt().message, u"Save Changes"_qs);
+    EXPECT_EQ(prompt().message, u"Save Changes"_s);
     EXPECT_EQ(prompt().informative,
-              u"Do you want to save the changes you made in the Quillet module"_qs);
-    EXPECT_EQ(prompt().buttons, QStringList({u"Save"_qs, u"Cancel"_qs, u"Don't Save"_qs}));
+              u"Do you want to save the changes you made in the Quillet module"_s);
+    EXPECT_EQ(prompt().buttons, QStringList({u"Save"_s, u"Cancel"_s, u"Don't Save"_s}));
     EXPECT_EQ(dialogs.alerts.last().parent, &window);
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(flow.killAppWindow(), nullptr) << "not before the answer";
@@ -79,7 +80,7 @@ TEST_F(QuitFlowTest, APendingLoginItemIsNamedInTheSingular)
     changeALoginItem();
     EXPECT_FALSE(window.close());
     EXPECT_EQ(prompt().informative,
-              u"Do you want to save the changes you made in the Login Item module"_qs);
+              u"Do you want to save the changes you made in the Login Item module"_s);
 }
 
 TEST_F(QuitFlowTest, BothKindsAreNamedTogether)
@@ -88,7 +89,7 @@ TEST_F(QuitFlowTest, BothKindsAreNamedTogether)
     changeALoginItem();
     EXPECT_FALSE(window.close());
     EXPECT_EQ(prompt().informative,
-              u"Do you want to save the changes you made in the Quillet and Login Items module"_qs);
+              u"Do you want to save the changes you made in the Quillet and Login Items module"_s);
 }
 
 TEST_F(QuitFlowTest, CancelChangesNothingAndClosingAgainAsksAgain)
@@ -115,7 +116,7 @@ TEST_F(QuitFlowTest, SaveWritesTheSettingThenOffersToEndItsApplication)
     EXPECT_TRUE(settingIsWritten());
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_TRUE(sheetIsUp());
-    EXPECT_EQ(rowNames(), QStringList(u"Dock"_qs));
+    EXPECT_EQ(rowNames(), QStringList(u"Dock"_s));
     EXPECT_TRUE(runner.calls.isEmpty()) << "nothing ends before the sheet is answered";
     EXPECT_EQ(terminations, 0);
 }
@@ -145,7 +146,7 @@ TEST_F(QuitFlowTest, LoginItemsAreSavedBeforeTheSettings)
     QStringList ids;
     for (const BackupRow &row : rows.value())
         ids << QString::number(row.id);
-    EXPECT_EQ(ids, QStringList({u"250"_qs, u"1009"_qs}));
+    EXPECT_EQ(ids, QStringList({u"250"_s, u"1009"_s}));
 }
 
 TEST_F(QuitFlowTest, DontSaveWritesNothingLeavesTheListsAndEndsTheProgram)
@@ -171,7 +172,7 @@ TEST_F(QuitFlowTest, DontSaveStillOffersToEndWhatWasChangedEarlier)
     EXPECT_EQ(flow.killAppWindow(), nullptr);
     dialogs.answer(ThirdButton);
     EXPECT_TRUE(sheetIsUp());
-    EXPECT_EQ(rowNames(), QStringList(u"Safari"_qs));
+    EXPECT_EQ(rowNames(), QStringList(u"Safari"_s));
     EXPECT_EQ(terminations, 0);
 }
 
@@ -191,10 +192,10 @@ TEST_F(QuitFlowTest, ConfirmingEndsTheTickedApplicationsInRowOrderAndTheSystemsI
         | RestartFlag::Safari | RestartFlag::ITunes | RestartFlag::QuickTimePlayer
         | RestartFlag::TimeMachine;
     window.close();
-    press(u"appCloseNowButton"_qs);
+    press(u"appCloseNowButton"_s);
     EXPECT_EQ(ended(),
-              QStringList({u"Dock"_qs, u"Finder"_qs, u"Mail"_qs, u"Safari"_qs, u"iTunes"_qs,
-                           u"QuickTime Player"_qs, u"Time Machine"_qs, u"SystemUIServer"_qs}));
+              QStringList({u"Dock"_s, u"Finder"_s, u"Mail"_s, u"Safari"_s, u"iTunes"_s,
+                           u"QuickTime Player"_s, u"Time Machine"_s, u"SystemUIServer"_s}));
     EXPECT_FALSE(sheetIsUp());
     EXPECT_EQ(terminations, 1);
 }
@@ -203,7 +204,7 @@ TEST_F(QuitFlowTest, RowsStandTickedWithTheirIconsAndNames)
 {
     shared.restartFlags() = RestartFlag::Dock | RestartFlag::QuickTimePlayer;
     window.close();
-    EXPECT_EQ(rowNames(), QStringList({u"Dock"_qs, u"QuickTime Player X"_qs}));
+    EXPECT_EQ(rowNames(), QStringList({u"Dock"_s, u"QuickTime Player X"_s}));
     const QAbstractItemModel &model = *table().model();
     for (int row = 0; row < 2; ++row) {
         const QModelIndex box = model.index(row, CloseRowsModel::Close);
@@ -219,10 +220,10 @@ TEST_F(QuitFlowTest, RowsStandTickedWithTheirIconsAndNames)
 TEST_F(QuitFlowTest, AMissingIconLeavesARowThatIsActedOnAllTheSame)
 {
     CloseRowsModel model;
-    model.appendRows({{u"Mail"_qs, u"no such drawing"_qs, true}});
+    model.appendRows({{u"Mail"_s, u"no such drawing"_s, true}});
     EXPECT_TRUE(
         model.index(0, CloseRowsModel::Name).data(Qt::DecorationRole).value<QIcon>().isNull());
-    EXPECT_EQ(processesToEnd(model.rows()), QStringList(u"Mail"_qs));
+    EXPECT_EQ(processesToEnd(model.rows()), QStringList(u"Mail"_s));
 }
 
 TEST_F(QuitFlowTest, AClickUnticksARowAndTicksItAgain)
@@ -235,8 +236,8 @@ TEST_F(QuitFlowTest, AClickUnticksARowAndTicksItAgain)
     clickBox(0);
     EXPECT_TRUE(sheet().rows()->rows()[0].close);
     clickBox(0);
-    press(u"appCloseNowButton"_qs);
-    EXPECT_EQ(ended(), QStringList({u"Finder"_qs, u"SystemUIServer"_qs}));
+    press(u"appCloseNowButton"_s);
+    EXPECT_EQ(ended(), QStringList({u"Finder"_s, u"SystemUIServer"_s}));
 }
 
 TEST_F(QuitFlowTest, TheSpaceBarTicksTheCurrentRow)
@@ -253,7 +254,7 @@ TEST_F(QuitFlowTest, TheSpaceBarTicksTheCurrentRow)
     QTest::keyClick(&table(), Qt::Key_Space);
     EXPECT_TRUE(sheet().rows()->rows()[1].close);
     QTest::keyClick(&table(), Qt::Key_Return);
-    EXPECT_EQ(ended(), QStringList({u"Finder"_qs, u"SystemUIServer"_qs}));
+    EXPECT_EQ(ended(), QStringList({u"Finder"_s, u"SystemUIServer"_s}));
 }
 
 TEST_F(QuitFlowTest, WithEveryRowUntickedOnlyTheSystemsInterfaceEnds)
@@ -262,8 +263,8 @@ TEST_F(QuitFlowTest, WithEveryRowUntickedOnlyTheSystemsInterfaceEnds)
     window.close();
     clickBox(0);
     clickBox(1);
-    press(u"appCloseNowButton"_qs);
-    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_qs));
+    press(u"appCloseNowButton"_s);
+    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_s));
     EXPECT_EQ(terminations, 1);
 }
 
@@ -271,8 +272,8 @@ TEST_F(QuitFlowTest, SkipEndsNoneOfTheTickedApplications)
 {
     shared.setNeedToKillDock(true);
     window.close();
-    press(u"skipButton"_qs);
-    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_qs));
+    press(u"skipButton"_s);
+    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_s));
     EXPECT_FALSE(sheetIsUp());
     EXPECT_EQ(terminations, 1);
 }
@@ -282,7 +283,7 @@ TEST_F(QuitFlowTest, EscapeInTheSheetIsSkip)
     shared.setNeedToKillDock(true);
     window.close();
     QTest::keyClick(&sheet(), Qt::Key_Escape);
-    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_qs));
+    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_s));
     EXPECT_FALSE(sheetIsUp());
     EXPECT_EQ(terminations, 1);
 }
@@ -292,7 +293,7 @@ TEST_F(QuitFlowTest, TheSheetsOwnCloseButtonIsSkip)
     shared.setNeedToKillDock(true);
     window.close();
     sheet().close();
-    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_qs));
+    EXPECT_EQ(ended(), QStringList(u"SystemUIServer"_s));
     EXPECT_EQ(terminations, 1);
 }
 
@@ -309,7 +310,7 @@ TEST_F(QuitFlowTest, ClosingAgainWhileTheSheetIsUpAddsNoRows)
     shared.setNeedToKillDock(true);
     EXPECT_FALSE(window.close());
     EXPECT_FALSE(window.close());
-    EXPECT_EQ(rowNames(), QStringList(u"Dock"_qs));
+    EXPECT_EQ(rowNames(), QStringList(u"Dock"_s));
     EXPECT_EQ(dialogs.sheets.size(), 1);
     EXPECT_TRUE(window.isVisible());
 }
@@ -331,7 +332,7 @@ TEST_F(QuitFlowTest, RowsAreAppendedToThoseThatStandInTheSheetAlready)
     EXPECT_TRUE(flow.checkKillAppStatus());
     shared.setNeedToKillMail(true);
     EXPECT_TRUE(flow.checkKillAppStatus());
-    EXPECT_EQ(rowNames(), QStringList({u"Dock"_qs, u"Dock"_qs, u"Mail"_qs}));
+    EXPECT_EQ(rowNames(), QStringList({u"Dock"_s, u"Dock"_s, u"Mail"_s}));
 }
 
 TEST_F(QuitFlowTest, TheFlowsOwnEndAsksNothingWhereWindowsAreClosedOnTheWay)
@@ -356,7 +357,7 @@ TEST_F(QuitFlowTest, TheSystemsInterfaceEndsBeforeTheSheetGoesAndTheProgramLast)
         return Result<QString>(QString());
     };
     onTerminate = [&] { EXPECT_FALSE(sheetIsUp()); };
-    press(u"appCloseNowButton"_qs);
+    press(u"appCloseNowButton"_s);
     EXPECT_EQ(upWhileEnding, QList<bool>({true, true}));
     EXPECT_EQ(terminations, 1);
 }
@@ -369,10 +370,10 @@ TEST_F(QuitFlowTest, AProgramThatCannotBeStartedIsLoggedOnceForEachNameAndTheFlo
         return Error {ErrorCode::Failed, call.launchPath + u": not there"};
     };
     LogCapture log;
-    press(u"appCloseNowButton"_qs);
+    press(u"appCloseNowButton"_s);
     EXPECT_EQ(log.texts(),
-              QStringList({u"/usr/bin/killall: not there"_qs, u"/usr/bin/killall: not there"_qs}));
-    EXPECT_EQ(log.texts(u"varnel.io"_qs).size(), 2);
+              QStringList({u"/usr/bin/killall: not there"_s, u"/usr/bin/killall: not there"_s}));
+    EXPECT_EQ(log.texts(u"varnel.io"_s).size(), 2);
     EXPECT_EQ(terminations, 1);
 }
 

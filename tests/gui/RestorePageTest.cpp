@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "support/FileFacts.h"
 #include "support/gui/RestoreFixture.h"
 #include "support/LogCapture.h"
@@ -14,14 +15,14 @@ class RestorePage : public RestoreFixture {
 protected:
     void putThree() const
     {
-        for (const QString &name : {u"quillet2.sqlite"_qs, u"quillet10.sqlite"_qs, u"a.sqlite"_qs})
+        for (const QString &name : {u"quillet2.sqlite"_s, u"quillet10.sqlite"_s, u"a.sqlite"_s})
             putBackup(name, {});
     }
     /// Dates that no run of the test could give them; the page goes by the birth time, where there
     /// is one, so the entries are told apart by what it shows.
     void expectButtons(bool enabled) const
     {
-        for (const QString &name : {u"restoreButton"_qs, u"deleteButton"_qs, u"infoButton"_qs})
+        for (const QString &name : {u"restoreButton"_s, u"deleteButton"_s, u"infoButton"_s})
             EXPECT_EQ(button(name).isEnabled(), enabled) << name.toStdString();
     }
     [[nodiscard]] Qt::SortOrder indicator() const
@@ -41,7 +42,7 @@ TEST_F(RestorePage, AnEmptyFolderIsAnEmptyTableWithAllButtonsDisabled)
     start();
     EXPECT_EQ(table().model()->rowCount(), 0);
     expectButtons(false);
-    EXPECT_TRUE(page().findChild<QLabel *>(u"emptyLabel"_qs)->isVisible());
+    EXPECT_TRUE(page().findChild<QLabel *>(u"emptyLabel"_s)->isVisible());
 }
 
 TEST_F(RestorePage, AMissingFolderIsAnEmptyTable)
@@ -56,12 +57,12 @@ TEST_F(RestorePage, AMissingFolderIsAnEmptyTable)
 
 TEST_F(RestorePage, TheExtensionCountsByLetterCaseAndTheNameDoesNot)
 {
-    putWords(u"quillet1.SQLITE"_qs);
-    putWords(u"notes.txt"_qs);
-    putWords(u"holiday.sqlite"_qs);
-    putWords(u".hidden.sqlite"_qs);
+    putWords(u"quillet1.SQLITE"_s);
+    putWords(u"notes.txt"_s);
+    putWords(u"holiday.sqlite"_s);
+    putWords(u".hidden.sqlite"_s);
     start();
-    EXPECT_EQ(column(0), (QStringList {u".hidden.sqlite"_qs, u"holiday.sqlite"_qs}));
+    EXPECT_EQ(column(0), (QStringList {u".hidden.sqlite"_s, u"holiday.sqlite"_s}));
 }
 
 TEST_F(RestorePage, NamesSortPlainlyUnderAnIndicatorFromTheStart)
@@ -69,7 +70,7 @@ TEST_F(RestorePage, NamesSortPlainlyUnderAnIndicatorFromTheStart)
     putThree();
     start();
     EXPECT_EQ(column(0),
-              (QStringList {u"a.sqlite"_qs, u"quillet10.sqlite"_qs, u"quillet2.sqlite"_qs}));
+              (QStringList {u"a.sqlite"_s, u"quillet10.sqlite"_s, u"quillet2.sqlite"_s}));
     EXPECT_EQ(indicatedColumn(), 0);
     EXPECT_EQ(indicator(), Qt::DescendingOrder) << "the reverse image";
 }
@@ -81,9 +82,9 @@ TEST_F(RestorePage, TheFirstClickOnTheNameSortsDescendingTheSecondAscending)
     const LogCapture log;
     clickHeader(0);
     EXPECT_EQ(column(0),
-              (QStringList {u"quillet2.sqlite"_qs, u"quillet10.sqlite"_qs, u"a.sqlite"_qs}));
+              (QStringList {u"quillet2.sqlite"_s, u"quillet10.sqlite"_s, u"a.sqlite"_s}));
     EXPECT_EQ(indicator(), Qt::AscendingOrder);
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs), QStringList {u"didClickTableColumn"_qs});
+    EXPECT_EQ(log.texts(u"varnel.backup"_s), QStringList {u"didClickTableColumn"_s});
     clickHeader(0);
     EXPECT_EQ(column(0).first(), u"a.sqlite");
     EXPECT_EQ(indicator(), Qt::DescendingOrder);
@@ -125,15 +126,15 @@ TEST_F(RestorePage, SelectionFollowsTheFileWhenTheListIsSortedOrReread)
     start();
     clickRow(0);
     expectButtons(true);
-    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_s});
     clickHeader(0);
-    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_s});
     EXPECT_EQ(table().currentIndex().row(), 2);
-    putBackup(u"0.sqlite"_qs, {});
+    putBackup(u"0.sqlite"_s, {});
     const LogCapture log;
     restore->reloadData();
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs), QStringList {u"Path = "_qs + backups});
-    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_qs});
+    EXPECT_EQ(log.texts(u"varnel.backup"_s), QStringList {u"Path = "_s + backups});
+    EXPECT_EQ(selectedNames(), QStringList {u"a.sqlite"_s});
     EXPECT_EQ(table().currentIndex().row(), 1);
     ASSERT_TRUE(QFile::remove(backups + u"a.sqlite"));
     restore->reloadData();
@@ -143,36 +144,35 @@ TEST_F(RestorePage, SelectionFollowsTheFileWhenTheListIsSortedOrReread)
 
 TEST_F(RestorePage, RestoringWritesTheValuesRaisesTheFlagsAndDeletesTheFile)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>mineffect</key><string>scale</string>"_qs);
-    putBackup(u"quillet1.sqlite"_qs,
-              {u"1008,'0','',''"_qs, u"77,'1','',''"_qs, u"1009,'0','',''"_qs});
+    putFile(u"com.apple.dock.plist"_s, u"<key>mineffect</key><string>scale</string>"_s);
+    putBackup(u"quillet1.sqlite"_s, {u"1008,'0','',''"_s, u"77,'1','',''"_s, u"1009,'0','',''"_s});
     start();
     clickRow(0);
     const LogCapture log;
-    click(button(u"restoreButton"_qs));
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).string, u"genie");
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
+    click(button(u"restoreButton"_s));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"mineffect"_s}).string, u"genie");
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).boolean);
     EXPECT_EQ(shared.restartFlags(), RestartFlags(RestartFlag::Dock));
     EXPECT_TRUE(filesInFolder().isEmpty()) << "and no backup of the restore is made";
     EXPECT_TRUE(shared.quilletCommands().isEmpty());
     EXPECT_EQ(table().model()->rowCount(), 0);
     expectButtons(false);
     EXPECT_TRUE(dialogs.alerts.isEmpty());
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
-              (QStringList {u"filePath: "_qs + backups + u"quillet1.sqlite", u"0"_qs,
+    EXPECT_EQ(log.texts(u"varnel.backup"_s),
+              (QStringList {u"filePath: "_s + backups + u"quillet1.sqlite", u"0"_s,
                             backups + u"quillet1.sqlite"}));
 }
 
 TEST_F(RestorePage, AfterARestoreTheKeyboardIsInTheList)
 {
-    putBackup(u"quillet1.sqlite"_qs, {u"1008,'0','',''"_qs});
+    putBackup(u"quillet1.sqlite"_s, {u"1008,'0','',''"_s});
     putThree();
     start();
     QPushButton next(page().window()); // as in the window, where more can have the focus
     next.show();
     clickRow(1);
-    button(u"restoreButton"_qs).setFocus();
-    QTest::keyClick(&button(u"restoreButton"_qs), Qt::Key_Space);
+    button(u"restoreButton"_s).setFocus();
+    QTest::keyClick(&button(u"restoreButton"_s), Qt::Key_Space);
     EXPECT_EQ(table().model()->rowCount(), 3);
     EXPECT_FALSE(next.hasFocus());
     EXPECT_EQ(page().focusWidget(), &table());
@@ -180,79 +180,79 @@ TEST_F(RestorePage, AfterARestoreTheKeyboardIsInTheList)
 
 TEST_F(RestorePage, OfSeveralOnlyTheCurrentOneIsPlayedAndAllAreDeleted)
 {
-    putBackup(u"quillet1.sqlite"_qs, {u"1009,'0','',''"_qs});
-    putBackup(u"quillet2.sqlite"_qs, {u"1100,'0','',''"_qs});
-    putBackup(u"quillet3.sqlite"_qs, {u"1008,'0','',''"_qs});
+    putBackup(u"quillet1.sqlite"_s, {u"1009,'0','',''"_s});
+    putBackup(u"quillet2.sqlite"_s, {u"1100,'0','',''"_s});
+    putBackup(u"quillet3.sqlite"_s, {u"1008,'0','',''"_s});
     start();
     clickRow(0);
     clickRow(2, Qt::ControlModifier);
     const LogCapture log;
-    click(button(u"restoreButton"_qs));
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).string, u"genie");
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).kind, plist::Kind::Missing);
-    EXPECT_EQ(filesInFolder(), QStringList {u"quillet2.sqlite"_qs});
-    EXPECT_EQ(column(0), QStringList {u"quillet2.sqlite"_qs});
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
-              (QStringList {u"filePath: "_qs + backups + u"quillet3.sqlite", u"2"_qs,
-                            backups + u"quillet3.sqlite", u"0"_qs, backups + u"quillet1.sqlite"}));
+    click(button(u"restoreButton"_s));
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"mineffect"_s}).string, u"genie");
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).kind, plist::Kind::Missing);
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet2.sqlite"_s});
+    EXPECT_EQ(column(0), QStringList {u"quillet2.sqlite"_s});
+    EXPECT_EQ(log.texts(u"varnel.backup"_s),
+              (QStringList {u"filePath: "_s + backups + u"quillet3.sqlite", u"2"_s,
+                            backups + u"quillet3.sqlite", u"0"_s, backups + u"quillet1.sqlite"}));
 }
 
 TEST_F(RestorePage, WhenTheCurrentRowIsNotSelectedTheLowestIsPlayed)
 {
-    putBackup(u"quillet1.sqlite"_qs, {u"1009,'0','',''"_qs});
-    putBackup(u"quillet2.sqlite"_qs, {u"1008,'0','',''"_qs});
-    putBackup(u"quillet3.sqlite"_qs, {});
+    putBackup(u"quillet1.sqlite"_s, {u"1009,'0','',''"_s});
+    putBackup(u"quillet2.sqlite"_s, {u"1008,'0','',''"_s});
+    putBackup(u"quillet3.sqlite"_s, {});
     start();
     clickRow(0);
     clickRow(1, Qt::ControlModifier);
     clickRow(2, Qt::ControlModifier);
     clickRow(2, Qt::ControlModifier); // current, but no longer selected
-    click(button(u"restoreButton"_qs));
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).kind, plist::Kind::Missing);
-    EXPECT_EQ(filesInFolder(), QStringList {u"quillet3.sqlite"_qs});
+    click(button(u"restoreButton"_s));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"mineffect"_s}).kind, plist::Kind::Missing);
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet3.sqlite"_s});
 }
 
 TEST_F(RestorePage, AFileThatIsNoBackupStaysAndNothingIsPlayed)
 {
-    putWords(u"quillet1.sqlite"_qs);
+    putWords(u"quillet1.sqlite"_s);
     start();
     clickRow(0);
-    click(button(u"restoreButton"_qs));
+    click(button(u"restoreButton"_s));
     EXPECT_EQ(readRaw(backups + u"quillet1.sqlite"), "words");
-    EXPECT_EQ(column(0), QStringList {u"quillet1.sqlite"_qs});
+    EXPECT_EQ(column(0), QStringList {u"quillet1.sqlite"_s});
     EXPECT_FALSE(shared.restartFlags());
 }
 
 TEST_F(RestorePage, ARowThatCannotBeWrittenStopsThePlaybackAndTheFileStays)
 {
-    writeRaw(home.preference(u"com.apple.finder.plist"_qs), "no property list");
-    putBackup(u"quillet1.sqlite"_qs,
-              {u"1009,'0','',''"_qs, u"1100,'0','',''"_qs, u"1008,'0','',''"_qs});
+    writeRaw(home.preference(u"com.apple.finder.plist"_s), "no property list");
+    putBackup(u"quillet1.sqlite"_s,
+              {u"1009,'0','',''"_s, u"1100,'0','',''"_s, u"1008,'0','',''"_s});
     start();
     clickRow(0);
-    click(button(u"restoreButton"_qs));
-    EXPECT_TRUE(stored(u"com.apple.dock.plist"_qs, {u"autohide"_qs}).boolean);
-    EXPECT_EQ(stored(u"com.apple.dock.plist"_qs, {u"mineffect"_qs}).kind, plist::Kind::Missing);
-    EXPECT_EQ(readRaw(home.preference(u"com.apple.finder.plist"_qs)), "no property list");
-    EXPECT_EQ(filesInFolder(), QStringList {u"quillet1.sqlite"_qs});
+    click(button(u"restoreButton"_s));
+    EXPECT_TRUE(stored(u"com.apple.dock.plist"_s, {u"autohide"_s}).boolean);
+    EXPECT_EQ(stored(u"com.apple.dock.plist"_s, {u"mineffect"_s}).kind, plist::Kind::Missing);
+    EXPECT_EQ(readRaw(home.preference(u"com.apple.finder.plist"_s)), "no property list");
+    EXPECT_EQ(filesInFolder(), QStringList {u"quillet1.sqlite"_s});
     expectButtons(true);
 }
 
 TEST_F(RestorePage, LoginItemRowsGoThroughTheLoginItemsPage)
 {
-    putBackup(u"quillet1.sqlite"_qs,
-              {u"250,'/Apps/One.app','0','0'"_qs, u"250,'/Apps/Two.app','0','1'"_qs,
-               u"250,'/Apps/Two.app','3','0'"_qs});
+    putBackup(u"quillet1.sqlite"_s,
+              {u"250,'/Apps/One.app','0','0'"_s, u"250,'/Apps/Two.app','0','1'"_s,
+               u"250,'/Apps/Two.app','3','0'"_s});
     start();
     clickRow(0);
     const LogCapture log;
-    click(button(u"restoreButton"_qs));
-    QStringList lines = log.texts(u"varnel.backup"_qs);
+    click(button(u"restoreButton"_s));
+    QStringList lines = log.texts(u"varnel.backup"_s);
     EXPECT_EQ(lines.mid(1, 3),
-              (QStringList {u"0, /Apps/One.app, 0"_qs, u"0, /Apps/Two.app, 1"_qs,
-                            u"3, /Apps/Two.app, 0"_qs}));
-    auto *list = loginItems->getLoginItemsView()->findChild<QTableView *>(u"tableView"_qs);
+              (QStringList {u"0, /Apps/One.app, 0"_s, u"0, /Apps/Two.app, 1"_s,
+                            u"3, /Apps/Two.app, 0"_s}));
+    auto *list = loginItems->getLoginItemsView()->findChild<QTableView *>(u"tableView"_s);
     EXPECT_EQ(list->model()->rowCount(), 2) << "both stand in the store, and are shown at once";
     EXPECT_TRUE(filesInFolder().isEmpty());
 }
@@ -262,21 +262,20 @@ TEST_F(RestorePage, DeletingOneNamesItInTheQuestion)
     putThree();
     start();
     clickRow(1);
-    click(button(u"deleteButton"_qs));
+    click(button(u"deleteButton"_s));
     ASSERT_EQ(dialogs.alerts.size(), 1);
     const Alert &alert = dialogs.alerts.first().alert;
     EXPECT_EQ(alert.message, u"Delete Backup File");
     EXPECT_EQ(alert.informative, u"Are you sure you want to delete quillet10.sqlite?");
-    EXPECT_EQ(alert.buttons, (QStringList {u"Delete"_qs, u"Cancel"_qs}));
+    EXPECT_EQ(alert.buttons, (QStringList {u"Delete"_s, u"Cancel"_s}));
     dialogs.answer(SecondButton);
     EXPECT_EQ(filesInFolder().size(), 3);
-    click(button(u"deleteButton"_qs));
+    click(button(u"deleteButton"_s));
     const LogCapture log;
     dialogs.answer(FirstButton);
-    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_qs, u"quillet2.sqlite"_qs}));
+    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_s, u"quillet2.sqlite"_s}));
     EXPECT_EQ(column(0), filesInFolder());
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
-              (QStringList {u"1"_qs, backups + u"quillet10.sqlite"}));
+    EXPECT_EQ(log.texts(u"varnel.backup"_s), (QStringList {u"1"_s, backups + u"quillet10.sqlite"}));
 }
 
 TEST_F(RestorePage, WhatAKilledSaveLeftBesideAFileGoesWithIt)
@@ -286,10 +285,10 @@ TEST_F(RestorePage, WhatAKilledSaveLeftBesideAFileGoesWithIt)
     writeRaw(journal, "left");
     start();
     clickRow(1);
-    click(button(u"deleteButton"_qs));
+    click(button(u"deleteButton"_s));
     dialogs.answer(FirstButton);
     EXPECT_FALSE(QFile::exists(journal));
-    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_qs, u"quillet2.sqlite"_qs}));
+    EXPECT_EQ(filesInFolder(), (QStringList {u"a.sqlite"_s, u"quillet2.sqlite"_s}));
 }
 
 TEST_F(RestorePage, DeletingSeveralAsksInGeneralAndDeletesFromTheHighestRow)
@@ -304,10 +303,9 @@ TEST_F(RestorePage, DeletingSeveralAsksInGeneralAndDeletesFromTheHighestRow)
               u"Are you sure you want to delete selected backup files");
     const LogCapture log;
     dialogs.answer(FirstButton);
-    EXPECT_EQ(
-        log.texts(u"varnel.backup"_qs),
-        (QStringList {u"2"_qs, backups + u"quillet2.sqlite", u"0"_qs, backups + u"a.sqlite"}));
-    EXPECT_EQ(column(0), QStringList {u"quillet10.sqlite"_qs});
+    EXPECT_EQ(log.texts(u"varnel.backup"_s),
+              (QStringList {u"2"_s, backups + u"quillet2.sqlite", u"0"_s, backups + u"a.sqlite"}));
+    EXPECT_EQ(column(0), QStringList {u"quillet10.sqlite"_s});
     expectButtons(false);
 }
 
@@ -329,13 +327,12 @@ TEST_F(RestorePage, CaptionsStandInARowAtTheListsEdgeUnderTheirButtons)
     const auto at = [this](const QString &name) {
         return page().findChild<QWidget *>(name)->geometry();
     };
-    EXPECT_EQ(page().findChild<QLabel *>(u"restoreLabel"_qs)->mapTo(&page(), QPoint()).x(),
+    EXPECT_EQ(page().findChild<QLabel *>(u"restoreLabel"_s)->mapTo(&page(), QPoint()).x(),
               table().x());
-    EXPECT_EQ(at(u"deleteLabel"_qs).x(),
-              at(u"restoreLabel"_qs).x() + at(u"restoreLabel"_qs).width() + 15);
-    EXPECT_EQ(at(u"infoLabel"_qs).x(),
-              at(u"deleteLabel"_qs).x() + at(u"deleteLabel"_qs).width() + 15);
-    for (const QString &name : {u"restore"_qs, u"delete"_qs, u"info"_qs}) {
+    EXPECT_EQ(at(u"deleteLabel"_s).x(),
+              at(u"restoreLabel"_s).x() + at(u"restoreLabel"_s).width() + 15);
+    EXPECT_EQ(at(u"infoLabel"_s).x(), at(u"deleteLabel"_s).x() + at(u"deleteLabel"_s).width() + 15);
+    for (const QString &name : {u"restore"_s, u"delete"_s, u"info"_s}) {
         const QRect label = at(name + u"Label");
         const QRect knob = at(name + u"Button");
         EXPECT_EQ(knob.x(), label.x() + (label.width() - knob.width()) / 2) << qPrintable(name);

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "support/FakeDesktop.h"
 #include "support/gui/SettingViewFixture.h"
 
@@ -46,83 +47,83 @@ protected:
     FakeDesktop fileManager;
 };
 
-const QString useDefault = u"Use Default Value"_qs;
-const QString copyKey = u"Copy Key"_qs;
-const QString showFile = u"Show File in File Manager"_qs;
+const QString useDefault = u"Use Default Value"_s;
+const QString copyKey = u"Copy Key"_s;
+const QString showFile = u"Show File in File Manager"_s;
 
 } // namespace
 
 TEST_F(RowMenuTest, UsingTheDefaultIsAnEditLikeAnyOther)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
-    open(u"HideDockView"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
+    open(u"HideDockView"_s);
     take(menuAt(*view), useDefault);
-    EXPECT_EQ(control<QComboBox>(u"comboBox"_qs).currentIndex(), 2);
+    EXPECT_EQ(control<QComboBox>(u"comboBox"_s).currentIndex(), 2);
     EXPECT_EQ(reports.take(), editReports(1009, 0, 2));
     EXPECT_FALSE(item(menuAt(*view), useDefault).isEnabled()) << "it is shown already";
 }
 
 TEST_F(RowMenuTest, ANumbersDefaultIsItsBox)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>tilesize</key><integer>48</integer>"_qs);
-    open(u"DockSizeView"_qs);
-    take(menuAt(control<QSlider>(u"slider"_qs)), useDefault);
-    EXPECT_TRUE(control<QCheckBox>(u"checkBox"_qs).isChecked());
-    EXPECT_FALSE(control<QSlider>(u"slider"_qs).isEnabled());
+    putFile(u"com.apple.dock.plist"_s, u"<key>tilesize</key><integer>48</integer>"_s);
+    open(u"DockSizeView"_s);
+    take(menuAt(control<QSlider>(u"slider"_s)), useDefault);
+    EXPECT_TRUE(control<QCheckBox>(u"checkBox"_s).isChecked());
+    EXPECT_FALSE(control<QSlider>(u"slider"_s).isEnabled());
     EXPECT_EQ(reports.take(), editReports(1004, 48, -1));
 }
 
 TEST_F(RowMenuTest, TheItemsDefaultIsTheirBox)
 {
-    putFile(u"com.apple.Safari.plist"_qs,
-            u"<key>ProxiesInBookmarksBar</key><array><string>Bonjour</string></array>"_qs);
-    open(u"BookmarkBarView"_qs);
+    putFile(u"com.apple.Safari.plist"_s,
+            u"<key>ProxiesInBookmarksBar</key><array><string>Bonjour</string></array>"_s);
+    open(u"BookmarkBarView"_s);
     take(menuAt(*view), useDefault);
-    EXPECT_TRUE(control<QCheckBox>(u"defaultCheckBox"_qs).isChecked());
-    EXPECT_EQ(reports.take(), editReports(1200, u"0;0;0;1"_qs, u"-1"_qs));
+    EXPECT_TRUE(control<QCheckBox>(u"defaultCheckBox"_s).isChecked());
+    EXPECT_EQ(reports.take(), editReports(1200, u"0;0;0;1"_s, u"-1"_s));
 }
 
 TEST_F(RowMenuTest, OnAListOfAGroupTheMenuIsThatListsElsewhereItIsForAll)
 {
-    putFile(u"com.apple.dock.plist"_qs,
-            u"<key>contents-immutable</key><true/><key>position-immutable</key><true/>"_qs);
-    open(u"LockDockView"_qs);
-    take(menuAt(control<QComboBox>(u"posComboBox"_qs)), copyKey);
-    EXPECT_EQ(QApplication::clipboard()->text(), u"position-immutable"_qs);
-    take(menuAt(control<QComboBox>(u"posComboBox"_qs)), useDefault);
+    putFile(u"com.apple.dock.plist"_s,
+            u"<key>contents-immutable</key><true/><key>position-immutable</key><true/>"_s);
+    open(u"LockDockView"_s);
+    take(menuAt(control<QComboBox>(u"posComboBox"_s)), copyKey);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"position-immutable"_s);
+    take(menuAt(control<QComboBox>(u"posComboBox"_s)), useDefault);
     EXPECT_EQ(reports.take(), editReports(1001, 0, 2));
 
-    QMenu &ofAll = menuAt(control<QLabel>(u"titleLabel"_qs));
-    take(ofAll, u"Copy Keys"_qs);
+    QMenu &ofAll = menuAt(control<QLabel>(u"titleLabel"_s));
+    take(ofAll, u"Copy Keys"_s);
     EXPECT_EQ(QApplication::clipboard()->text(),
-              u"contents-immutable\nposition-immutable\nsize-immutable"_qs);
-    take(menuAt(control<QLabel>(u"titleLabel"_qs)), useDefault);
+              u"contents-immutable\nposition-immutable\nsize-immutable"_s);
+    take(menuAt(control<QLabel>(u"titleLabel"_s)), useDefault);
     EXPECT_EQ(reports.take(), editReports(1000, 0, 2));
 }
 
 TEST_F(RowMenuTest, TheKeyOfADictionaryInsideTheFileTellsItsWay)
 {
-    open(u"TextOnIconView"_qs);
+    open(u"TextOnIconView"_s);
     take(menuAt(*view), copyKey);
     EXPECT_EQ(QApplication::clipboard()->text(),
-              u"NSToolbar Configuration BrowserWindowToolbarIdentifier → TB Display Mode"_qs);
+              u"NSToolbar Configuration BrowserWindowToolbarIdentifier → TB Display Mode"_s);
 }
 
 TEST_F(RowMenuTest, TheFileIsShownOnceThereIsOne)
 {
-    open(u"HideDockView"_qs);
+    open(u"HideDockView"_s);
     EXPECT_FALSE(item(menuAt(*view), showFile).isEnabled());
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
     take(menuAt(*view), showFile);
-    const QString file = home.preference(u"com.apple.dock.plist"_qs);
+    const QString file = home.preference(u"com.apple.dock.plist"_s);
     ASSERT_EQ(fileManager.launches.size(), 1);
-    EXPECT_EQ(fileManager.launches[0].program, u"/usr/bin/open"_qs);
-    EXPECT_EQ(fileManager.launches[0].arguments, (QStringList {u"-R"_qs, file}));
+    EXPECT_EQ(fileManager.launches[0].program, u"/usr/bin/open"_s);
+    EXPECT_EQ(fileManager.launches[0].arguments, (QStringList {u"-R"_s, file}));
 }
 
 TEST_F(RowMenuTest, TheLibraryFolderHasNoKeyAndIsShownItself)
 {
-    open(u"UserLibraryFolderView"_qs);
+    open(u"UserLibraryFolderView"_s);
     QMenu &menu = menuAt(*view);
     EXPECT_FALSE(item(menu, copyKey).isEnabled());
     take(menu, showFile);
@@ -131,19 +132,19 @@ TEST_F(RowMenuTest, TheLibraryFolderHasNoKeyAndIsShownItself)
 
 TEST_F(RowMenuTest, AFieldKeepsItsOwnMenuAboveTheRows)
 {
-    putFile(u"com.apple.screencapture.plist"_qs, u"<key>name</key><string>Shot</string>"_qs);
-    open(u"ScreenCaptureFilePrefixView"_qs);
-    QMenu &menu = menuAt(control<QLineEdit>(u"textField"_qs), QContextMenuEvent::Keyboard);
+    putFile(u"com.apple.screencapture.plist"_s, u"<key>name</key><string>Shot</string>"_s);
+    open(u"ScreenCaptureFilePrefixView"_s);
+    QMenu &menu = menuAt(control<QLineEdit>(u"textField"_s), QContextMenuEvent::Keyboard);
     EXPECT_GT(menu.actions().size(), 6);
     take(menu, useDefault);
-    EXPECT_EQ(reports.take(), editReports(1400, u"Shot"_qs, u"-1"_qs));
+    EXPECT_EQ(reports.take(), editReports(1400, u"Shot"_s, u"-1"_s));
 }
 
 TEST_F(RowMenuTest, ShiftAndF10OpenItToo)
 {
-    putFile(u"com.apple.dock.plist"_qs, u"<key>autohide</key><true/>"_qs);
-    open(u"HideDockView"_qs);
-    QTest::keyClick(&control<QComboBox>(u"comboBox"_qs), Qt::Key_F10, Qt::ShiftModifier);
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
+    open(u"HideDockView"_s);
+    QTest::keyClick(&control<QComboBox>(u"comboBox"_s), Qt::Key_F10, Qt::ShiftModifier);
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
     take(*menu, useDefault);
@@ -152,9 +153,9 @@ TEST_F(RowMenuTest, ShiftAndF10OpenItToo)
 
 TEST_F(RowMenuTest, AStepperHasTheRowsMenuToo)
 {
-    putFile(u"com.apple.Safari.plist"_qs,
-            u"<key>RecentHistoryMenuItemsLimit</key><integer>30</integer>"_qs);
-    open(u"ItemsOnHistoryView"_qs);
-    take(menuAt(control<QSpinBox>(u"stepper"_qs), QContextMenuEvent::Keyboard), useDefault);
+    putFile(u"com.apple.Safari.plist"_s,
+            u"<key>RecentHistoryMenuItemsLimit</key><integer>30</integer>"_s);
+    open(u"ItemsOnHistoryView"_s);
+    take(menuAt(control<QSpinBox>(u"stepper"_s), QContextMenuEvent::Keyboard), useDefault);
     EXPECT_EQ(reports.take(), editReports(1203, 30, -1));
 }

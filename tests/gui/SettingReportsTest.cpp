@@ -1,5 +1,6 @@
 // Every setting of the catalogue, edited through its control on its page.
 
+#include "base/Literals.h"
 #include "settings/SettingAccess.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/gui/ReportRecorder.h"
@@ -37,21 +38,21 @@ protected:
             return {index};
         }
         case ControlKind::Slider:
-            click(*view.findChild<QCheckBox *>(u"checkBox"_qs));
-            QTest::keyClick(view.findChild<QAbstractSlider *>(u"slider"_qs), Qt::Key_Right);
+            click(*view.findChild<QCheckBox *>(u"checkBox"_s));
+            QTest::keyClick(view.findChild<QAbstractSlider *>(u"slider"_s), Qt::Key_Right);
             return {setting().minimum + 1};
         case ControlKind::Stepper:
-            click(*view.findChild<QCheckBox *>(u"checkBox"_qs));
-            QTest::keyClick(view.findChild<QSpinBox *>(u"stepper"_qs), Qt::Key_Down);
+            click(*view.findChild<QCheckBox *>(u"checkBox"_s));
+            QTest::keyClick(view.findChild<QSpinBox *>(u"stepper"_s), Qt::Key_Down);
             return {setting().shownWhenMissing - 1};
         case ControlKind::TextField:
         case ControlKind::FolderField:
-            QTest::keyClicks(view.findChild<QLineEdit *>(u"textField"_qs), u"a'b"_qs);
-            return {0, u"a'b"_qs};
+            QTest::keyClicks(view.findChild<QLineEdit *>(u"textField"_s), u"a'b"_s);
+            return {0, u"a'b"_s};
         case ControlKind::CheckBoxes:
-            click(*view.findChild<QCheckBox *>(u"defaultCheckBox"_qs));
-            click(*view.findChild<QCheckBox *>(u"bonjourCheckBox"_qs));
-            return {0, u"0;0;0;1"_qs};
+            click(*view.findChild<QCheckBox *>(u"defaultCheckBox"_s));
+            click(*view.findChild<QCheckBox *>(u"bonjourCheckBox"_s));
+            return {0, u"0;0;0;1"_s};
         }
         return {};
     }
@@ -76,7 +77,7 @@ protected:
         case ValueKind::Number:
             return {-1};
         case ValueKind::String:
-            return {0, u"-1"_qs};
+            return {0, u"-1"_s};
         }
         return {};
     }
@@ -131,14 +132,14 @@ TEST_P(EverySetting, ReportsNothingWhileItsPageIsBuiltOrRead)
 TEST_P(EverySetting, IsOnDiskAfterASaveAsTheUserChoseIt)
 {
     // The one setting that only edits a file that is there.
-    putFile(u"com.apple.Safari.plist"_qs,
-            u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key><dict/>"_qs);
+    putFile(u"com.apple.Safari.plist"_s,
+            u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key><dict/>"_s);
     start();
     showItsPage();
     const SettingValue value = edit();
     EXPECT_EQ(shared.quilletCommands(), QList<ChangeRecord>({record(value)}));
     EXPECT_EQ(shared.quilletBackupCommands(), QList<ChangeRecord>({record(oldValue())}));
-    click(button(u"saveButton"_qs));
+    click(button(u"saveButton"_s));
     const SettingAccess access(home.home(), files, finderInfo);
     EXPECT_EQ(access.read(setting()).value, value);
     EXPECT_TRUE(QFile::exists(shared.backupFileName()));

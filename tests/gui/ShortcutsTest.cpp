@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "shell/views/ShortcutsSheet.h"
 
 #include "support/gui/ProgramFixture.h"
@@ -20,7 +21,7 @@ protected:
     }
     static QPushButton &saveButton(const QWidget &page)
     {
-        return *page.findChild<QPushButton *>(u"saveButton"_qs);
+        return *page.findChild<QPushButton *>(u"saveButton"_s);
     }
 };
 
@@ -33,7 +34,7 @@ TEST_F(ShortcutsTest, ControlFLeadsToTheSearchFieldFromEveryPage)
         go(tab);
         press(Qt::Key_F, Qt::ControlModifier);
         EXPECT_EQ(window->tabView()->currentIndex(), settingsTab) << tab;
-        auto &field = *window->findChild<QLineEdit *>(u"searchField"_qs);
+        auto &field = *window->findChild<QLineEdit *>(u"searchField"_s);
         EXPECT_TRUE(field.hasFocus()) << tab;
         field.clearFocus();
     }
@@ -42,7 +43,7 @@ TEST_F(ShortcutsTest, ControlFLeadsToTheSearchFieldFromEveryPage)
 TEST_F(ShortcutsTest, TheKeyOfAPageTakesTheKeyboardIntoIt)
 {
     start();
-    window->findChild<QToolButton *>(u"menuButton"_qs)->setFocus();
+    window->findChild<QToolButton *>(u"menuButton"_s)->setFocus();
     for (const int tab : {systemTab, loginTab, settingsTab, restoreTab, welcomeTab}) {
         press(Qt::Key(Qt::Key_1 + tab), Qt::ControlModifier);
         ASSERT_EQ(window->tabView()->currentIndex(), tab);
@@ -64,36 +65,36 @@ TEST_F(ShortcutsTest, F1AndTheMenuShowTheKeysEachTime)
     }
     QStringList texts;
     for (const QAction *action :
-         window->findChild<QToolButton *>(u"menuButton"_qs)->menu()->actions())
+         window->findChild<QToolButton *>(u"menuButton"_s)->menu()->actions())
         texts += action->text();
-    EXPECT_TRUE(texts.contains(u"Keyboard Shortcuts"_qs)) << texts.join(u'|').toStdString();
+    EXPECT_TRUE(texts.contains(u"Keyboard Shortcuts"_s)) << texts.join(u'|').toStdString();
 }
 
 TEST_F(ShortcutsTest, ControlSSavesTheHiddenSettings)
 {
     start();
     const QWidget &page = go(settingsTab);
-    const QString file = u".GlobalPreferences.plist"_qs;
+    const QString file = u".GlobalPreferences.plist"_s;
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_FALSE(fileExists(file));
-    choose(*page.findChild<QWidget *>(u"ScrollbarView"_qs)->findChild<QComboBox *>(), 2);
+    choose(*page.findChild<QWidget *>(u"ScrollbarView"_s)->findChild<QComboBox *>(), 2);
     ASSERT_TRUE(saveButton(page).isEnabled());
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_FALSE(saveButton(page).isEnabled());
-    EXPECT_EQ(stored(file, {u"AppleShowScrollBars"_qs}).string, u"Always"_qs);
+    EXPECT_EQ(stored(file, {u"AppleShowScrollBars"_s}).string, u"Always"_s);
 }
 
 TEST_F(ShortcutsTest, ControlSSavesTheLoginItems)
 {
-    loginItems.items = {{u"Clock"_qs, u"/Applications/Clock.app"_qs, {}}};
+    loginItems.items = {{u"Clock"_s, u"/Applications/Clock.app"_s, {}}};
     start();
     const QWidget &page = go(loginTab);
-    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_s);
     table.selectRow(0);
     table.setFocus();
     QTest::keyClick(&table, Qt::Key_Delete);
     EXPECT_EQ(loginItems.items.size(), 1) << "pending";
-    EXPECT_EQ(saveButton(page).accessibleDescription(), u"Save 1 change"_qs);
+    EXPECT_EQ(saveButton(page).accessibleDescription(), u"Save 1 change"_s);
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(loginItems.items.isEmpty());
     EXPECT_FALSE(saveButton(page).isEnabled());

@@ -1,4 +1,5 @@
 #include "ui/VarnelStyle.h"
+#include "base/Literals.h"
 
 #include "ui/StyleDrawing.h"
 #include "ui/Theme.h"
@@ -66,7 +67,7 @@ template <typename Field> void expectFocusOnTheEdge()
 
 TEST_F(VarnelStyleTest, anAccentButtonIsFilledOnlyWhileItIsEnabled)
 {
-    QPushButton save(u"Save"_qs);
+    QPushButton save(u"Save"_s);
     const QColor plain = groundOf(save);
     EXPECT_NE(plain, Theme::accentFill());
     Theme::makeAccentButton(&save);
@@ -78,14 +79,14 @@ TEST_F(VarnelStyleTest, anAccentButtonIsFilledOnlyWhileItIsEnabled)
 TEST_F(VarnelStyleTest, aDialogsDefaultButtonIsFilledWithTheAccent)
 {
     QDialog dialog;
-    auto *button = new QPushButton(u"Save"_qs, &dialog);
+    auto *button = new QPushButton(u"Save"_s, &dialog);
     button->setDefault(true);
     EXPECT_EQ(groundOf(*button), Theme::accentFill());
 }
 
 TEST_F(VarnelStyleTest, aDisabledButtonIsMoreThanHalfwayToItsGround)
 {
-    QPushButton button(u"Save"_qs);
+    QPushButton button(u"Save"_s);
     const QPalette palette = button.palette();
     const QColor ground = palette.color(QPalette::Base);
     const QColor quiet = palette.color(QPalette::Disabled, QPalette::ButtonText);
@@ -98,7 +99,7 @@ TEST_F(VarnelStyleTest, aSourceListsSelectionIsARoundedBarClearOfBothEdges)
     QTreeWidget list;
     Theme::makeSourceList(&list);
     list.resize(200, 200);
-    auto *item = new QTreeWidgetItem(&list, {u"Dock"_qs});
+    auto *item = new QTreeWidgetItem(&list, {u"Dock"_s});
     list.setCurrentItem(item);
     const QRect row(0, list.visualItemRect(item).top(), 200, list.visualItemRect(item).height());
     EXPECT_EQ(row.height(), Theme::sourceListRowHeight);
@@ -116,7 +117,7 @@ TEST_F(VarnelStyleTest, aListsRowsAreHighEnoughToHit)
 {
     QListWidget list;
     Theme::makeList(&list);
-    list.addItem(u"Some.app"_qs);
+    list.addItem(u"Some.app"_s);
     EXPECT_GE(list.sizeHintForRow(0), Theme::listRowHeight);
 }
 

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "settings/views/GenericView.h"
 #include "settings/views/Quillet.h"
@@ -40,7 +41,7 @@ protected:
 
     [[nodiscard]] QAbstractButton &link(int number) const
     {
-        return *window.findChild<QAbstractButton *>(u"openCommand"_qs + QString::number(number));
+        return *window.findChild<QAbstractButton *>(u"openCommand"_s + QString::number(number));
     }
     [[nodiscard]] QuilletView &settingsPage() const { return *window.findChild<QuilletView *>(); }
     [[nodiscard]] ModuleId selectedGroup() const
@@ -100,7 +101,7 @@ TEST_F(WelcomePage, NoLinkLeadsToTheDockSafariITunesOrScreenCapture)
     for (const ModuleId left :
          {ModuleId::Dock, ModuleId::Safari, ModuleId::ITunes, ModuleId::ScreenCapture})
         EXPECT_FALSE(targets.contains(left));
-    EXPECT_EQ(window.findChild<QAbstractButton *>(u"openCommand11"_qs), nullptr);
+    EXPECT_EQ(window.findChild<QAbstractButton *>(u"openCommand11"_s), nullptr);
 }
 
 TEST_F(WelcomePage, TheTabIsSwitchedBeforeTheGroupIsSelected)
@@ -123,15 +124,15 @@ TEST_F(WelcomePage, AJumpLogsTheTabsLabelLikeAUsersSwitch)
 {
     LogCapture log;
     click(link(9));
-    EXPECT_EQ(log.texts(u"varnel.shell"_qs), QStringList(u"Hidden Settings"_qs));
+    EXPECT_EQ(log.texts(u"varnel.shell"_s), QStringList(u"Hidden Settings"_s));
 }
 
 TEST_F(WelcomePage, AJumpEndsASearchThatWasLeftStanding)
 {
-    auto *field = settingsPage().findChild<QLineEdit *>(u"searchField"_qs);
-    field->setText(u"lock"_qs);
+    auto *field = settingsPage().findChild<QLineEdit *>(u"searchField"_s);
+    field->setText(u"lock"_s);
     shared.quillet()->selectGeneralMenu();
-    field->setText(u"lock"_qs);
+    field->setText(u"lock"_s);
     click(link(2));
     EXPECT_EQ(rowNames(), moduleRow(ModuleId::General).pageOrder);
 }
@@ -155,8 +156,8 @@ TEST_F(WelcomePage, LinksWorkFromTheKeyboardInTheirOrder)
 
 TEST_F(WelcomePage, TheWebSitesButtonHandsItsAddressToTheDesktop)
 {
-    click(*window.findChild<QAbstractButton *>(u"websiteButton"_qs));
-    EXPECT_EQ(desktop.addresses, QStringList(u"https://varnel.example/"_qs));
+    click(*window.findChild<QAbstractButton *>(u"websiteButton"_s));
+    EXPECT_EQ(desktop.addresses, QStringList(u"https://varnel.example/"_s));
     EXPECT_EQ(window.tabView()->currentIndex(), 0);
 }
 
@@ -164,7 +165,7 @@ TEST_F(WelcomePage, TheTitleIsAsWideAsItsTextAndNothingIsCutInTheSmallestWindow)
 {
     window.resize(window.minimumSize());
     QApplication::processEvents();
-    auto *title = window.findChild<QLabel *>(u"titleLabel"_qs);
+    auto *title = window.findChild<QLabel *>(u"titleLabel"_s);
     EXPECT_GE(title->width(), title->sizeHint().width());
     for (int number = 1; number <= 10; ++number) {
         EXPECT_GE(link(number).height(), link(number).minimumSizeHint().height()) << number;

@@ -1,5 +1,7 @@
 #include "support/SettingsHome.h"
 
+#include "base/Literals.h"
+
 #include <QFile>
 
 #include <stdexcept>
@@ -44,8 +46,8 @@ Result<void> SettingsHome::write(int id, const SettingValue &value)
 QByteArray xmlPlist(const QString &entries)
 {
     const QString text =
-        u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n<plist version=\"1.0\">\n<dict>\n"_qs
-        + entries + u"\n</dict>\n</plist>\n"_qs;
+        u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n<plist version=\"1.0\">\n<dict>\n"_s
+        + entries + u"\n</dict>\n</plist>\n"_s;
     return text.toUtf8();
 }
 

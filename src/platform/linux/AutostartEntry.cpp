@@ -1,5 +1,7 @@
 #include "platform/linux/AutostartEntry.h"
 
+#include "base/Literals.h"
+
 #include <QFileInfo>
 
 #include <climits>
@@ -107,7 +109,7 @@ QStringList commandWords(const QString &command)
         QString text = QString::fromUtf8(*word);
         const bool isFieldCode = text.size() == 2 && text[0] == u'%' && text[1] != u'%';
         if (!isFieldCode)
-            list.append(text.replace(u"%%"_qs, u"%"_qs));
+            list.append(text.replace(u"%%"_s, u"%"_s));
     }
     return list;
 }

@@ -1,5 +1,6 @@
 #include "settings/Catalogue.h"
 
+#include "base/Literals.h"
 #include "settings/catalogue/Rows.h"
 
 #include <algorithm>
@@ -69,7 +70,7 @@ QList<const SettingRow *> rowsOfView(QStringView viewClass)
 
 QString locationString(const SettingRow &row)
 {
-    return u"Quillet -> "_qs + shortLocationString(row);
+    return u"Quillet -> "_s + shortLocationString(row);
 }
 
 QString shortLocationString(const SettingRow &row)

@@ -1,5 +1,7 @@
 #include "settings/catalogue/Rows.h"
 
+#include "base/Literals.h"
+
 namespace varnel::rows {
 
 Rows inGroup(const Group &group, Rows rows)
@@ -15,27 +17,27 @@ Rows inGroup(const Group &group, Rows rows)
 
 Choice yes(const StoredValue &writes, const QString &action)
 {
-    return {u"yes"_qs, writes, action};
+    return {u"yes"_s, writes, action};
 }
 
 Choice no(const StoredValue &writes, const QString &action)
 {
-    return {u"no"_qs, writes, action};
+    return {u"no"_s, writes, action};
 }
 
 Choice enable(const StoredValue &writes, const QString &action)
 {
-    return {u"enable"_qs, writes, action};
+    return {u"enable"_s, writes, action};
 }
 
 Choice disable(const StoredValue &writes, const QString &action)
 {
-    return {u"disable"_qs, writes, action};
+    return {u"disable"_s, writes, action};
 }
 
 Choice useDefault()
 {
-    return {u"use default value"_qs, {}, {}};
+    return {u"use default value"_s, {}, {}};
 }
 
 } // namespace varnel::rows

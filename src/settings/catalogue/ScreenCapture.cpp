@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "settings/catalogue/Rows.h"
 
 namespace varnel::rows {
@@ -7,7 +8,7 @@ namespace {
 Choice format(const QString &label, const QString &stored)
 {
     return {label, stored,
-            u"Save newly created screenshot image in "_qs + stored + u" file format"_qs};
+            u"Save newly created screenshot image in "_s + stored + u" file format"_s};
 }
 
 } // namespace
@@ -16,72 +17,72 @@ Choice format(const QString &label, const QString &stored)
 Rows screenCaptureRows()
 {
     return inGroup(
-        {ModuleId::ScreenCapture, u"/com.apple.screencapture.plist"_qs, std::nullopt},
+        {ModuleId::ScreenCapture, u"/com.apple.screencapture.plist"_s, std::nullopt},
         {
             {
                 .id = 1400,
-                .name = u"screenshot-prefix"_qs,
-                .viewClass = u"ScreenCaptureFilePrefixView"_qs,
-                .keys = {u"name"_qs},
+                .name = u"screenshot-prefix"_s,
+                .viewClass = u"ScreenCaptureFilePrefixView"_s,
+                .keys = {u"name"_s},
                 .mechanism = Mechanism::Text,
                 .kind = ValueKind::String,
                 .control = ControlKind::TextField,
                 .type = string(),
-                .otherAction = u"Add %@ prefix to a newly created screenshot file name"_qs,
-                .keywords = {u"screen capture prefix screenshot file names image"_qs},
-                .label = u"File name prefix"_qs,
-                .help = u"How the name of a new screenshot begins"_qs,
+                .otherAction = u"Add %@ prefix to a newly created screenshot file name"_s,
+                .keywords = {u"screen capture prefix screenshot file names image"_s},
+                .label = u"File name prefix"_s,
+                .help = u"How the name of a new screenshot begins"_s,
             },
             {
                 .id = 1401,
-                .name = u"screenshot-shadow"_qs,
-                .viewClass = u"ScreenCaptureShadowView"_qs,
-                .keys = {u"disable-shadow"_qs},
+                .name = u"screenshot-shadow"_s,
+                .viewClass = u"ScreenCaptureShadowView"_s,
+                .keys = {u"disable-shadow"_s},
                 .type = integer(),
-                .choices = {enable(1, u"Add drop shadow to newly created screenshot images"_qs),
-                            disable(
-                                0, u"Do not add drop shadow to newly created screenshot images"_qs),
+                .choices = {enable(1, u"Add drop shadow to newly created screenshot images"_s),
+                            disable(0,
+                                    u"Do not add drop shadow to newly created screenshot images"_s),
                             useDefault()},
                 .initialIndex = 2,
                 .otherAction =
-                    u"Use default value on adding drop shadow to newly created screenshot images"_qs,
-                .keywords = {u"screen capture drop shadow screenshot image"_qs},
-                .label = u"Drop shadow"_qs,
+                    u"Use default value on adding drop shadow to newly created screenshot images"_s,
+                .keywords = {u"screen capture drop shadow screenshot image"_s},
+                .label = u"Drop shadow"_s,
                 .help =
-                    u"Stored under the key that turns the shadow off: enable leaves it out, disable keeps it"_qs,
+                    u"Stored under the key that turns the shadow off: enable leaves it out, disable keeps it"_s,
             },
             {
                 .id = 1402,
-                .name = u"screenshot-format"_qs,
-                .viewClass = u"ScreenCaptureFileFormatView"_qs,
-                .keys = {u"type"_qs},
+                .name = u"screenshot-format"_s,
+                .viewClass = u"ScreenCaptureFileFormatView"_s,
+                .keys = {u"type"_s},
                 .type = string(),
-                .choices = {format(u"BMP"_qs, u"bmp"_qs), format(u"GIF"_qs, u"gif"_qs),
-                            format(u"JPG"_qs, u"jpg"_qs), format(u"PDF"_qs, u"pdf"_qs),
-                            format(u"PNG"_qs, u"png"_qs), format(u"PSD"_qs, u"psd"_qs),
-                            format(u"TIFF"_qs, u"tiff"_qs), useDefault()},
+                .choices = {format(u"BMP"_s, u"bmp"_s), format(u"GIF"_s, u"gif"_s),
+                            format(u"JPG"_s, u"jpg"_s), format(u"PDF"_s, u"pdf"_s),
+                            format(u"PNG"_s, u"png"_s), format(u"PSD"_s, u"psd"_s),
+                            format(u"TIFF"_s, u"tiff"_s), useDefault()},
                 .initialIndex = 7,
                 .caseSensitive = true,
                 .missingKeepsChoice = true,
-                .otherAction = u"Save newly created screenshot image in default file format"_qs,
-                .keywords = {u"screen capture save file format screenshot image"_qs},
-                .label = u"File format"_qs,
-                .help = u"The format in which new screenshots are saved"_qs,
+                .otherAction = u"Save newly created screenshot image in default file format"_s,
+                .keywords = {u"screen capture save file format screenshot image"_s},
+                .label = u"File format"_s,
+                .help = u"The format in which new screenshots are saved"_s,
             },
             {
                 .id = 1403,
-                .name = u"screenshot-folder"_qs,
-                .viewClass = u"ScreenCaptureLocationView"_qs,
-                .keys = {u"location"_qs},
+                .name = u"screenshot-folder"_s,
+                .viewClass = u"ScreenCaptureLocationView"_s,
+                .keys = {u"location"_s},
                 .mechanism = Mechanism::Text,
                 .kind = ValueKind::String,
                 .control = ControlKind::FolderField,
                 .type = string(),
-                .otherAction = u"Save newly created screenshot files to %@"_qs,
+                .otherAction = u"Save newly created screenshot files to %@"_s,
                 .keywords =
-                    {u"screen capture save file location folder directory screenshot image"_qs},
-                .label = u"Folder"_qs,
-                .help = u"The folder in which new screenshots are saved"_qs,
+                    {u"screen capture save file location folder directory screenshot image"_s},
+                .label = u"Folder"_s,
+                .help = u"The folder in which new screenshots are saved"_s,
             },
         });
 }

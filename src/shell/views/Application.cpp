@@ -1,5 +1,6 @@
 #include "shell/views/Application.h"
 
+#include "base/Literals.h"
 #include "platform/linux/EarlyFonts.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxInstanceGuard.h"
@@ -111,7 +112,7 @@ int runApplication(int argc, char **argv)
         arguments << QString::fromLocal8Bit(argv[i]);
         // Read otherwise than typed, it could name another's home.
         if (i > 0 && arguments.last().toLocal8Bit() != argv[i])
-            return refuse(Usage, u"an argument is not UTF-8 text"_qs);
+            return refuse(Usage, u"an argument is not UTF-8 text"_s);
     }
     if (const StartOptions early = parseStartOptions(arguments); !early.answer.isEmpty())
         return answer(early.answer);

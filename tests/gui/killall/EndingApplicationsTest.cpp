@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "platform/linux/LinuxCommandRunner.h"
 #include "support/gui/QuitFixture.h"
 #include "support/LogCapture.h"
@@ -22,7 +23,7 @@ protected:
     {
         if (!QFileInfo(killall).isExecutable())
             GTEST_SKIP() << "no killall on this machine";
-        const QStringList names {u"Dock"_qs, u"Finder"_qs, u"SystemUIServer"_qs};
+        const QStringList names {u"Dock"_s, u"Finder"_s, u"SystemUIServer"_s};
         if (const QString running = runningOneOf(names); !running.isNull())
             GTEST_SKIP() << "somebody's " << qPrintable(running) << " runs here";
         runner.answer = [this](const FakeCommandRunner::Call &call) {
@@ -31,7 +32,7 @@ protected:
         shared.restartFlags() = RestartFlag::Dock | RestartFlag::Finder;
     }
 
-    const QString killall = u"/usr/bin/killall"_qs;
+    const QString killall = u"/usr/bin/killall"_s;
     QString program = killall;
     LinuxCommandRunner real {HomeFolder {}};
     QTemporaryDir folder;
@@ -41,14 +42,14 @@ protected:
 
 TEST_F(EndingApplications, TheTickedOnesAndTheSystemsInterfaceEndAndNothingElse)
 {
-    NamedProcess dock(folder.path(), u"Dock"_qs);
-    NamedProcess finder(folder.path(), u"Finder"_qs);
-    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
-    NamedProcess alike(folder.path(), u"Docks"_qs);
-    NamedProcess unnamed(folder.path(), u"UnnamedByTheSheet"_qs);
+    NamedProcess dock(folder.path(), u"Dock"_s);
+    NamedProcess finder(folder.path(), u"Finder"_s);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_s);
+    NamedProcess alike(folder.path(), u"Docks"_s);
+    NamedProcess unnamed(folder.path(), u"UnnamedByTheSheet"_s);
     window.close();
     clickBox(1);
-    press(u"appCloseNowButton"_qs);
+    press(u"appCloseNowButton"_s);
     EXPECT_EQ(dock.endSignal(), SIGTERM);
     EXPECT_EQ(systemInterface.endSignal(), SIGTERM);
     EXPECT_TRUE(finder.killed()) << "it was unticked, so the test had to end it";
@@ -59,10 +60,10 @@ TEST_F(EndingApplications, TheTickedOnesAndTheSystemsInterfaceEndAndNothingElse)
 
 TEST_F(EndingApplications, SkippedTheSystemsInterfaceEndsAlone)
 {
-    NamedProcess dock(folder.path(), u"Dock"_qs);
-    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
+    NamedProcess dock(folder.path(), u"Dock"_s);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_s);
     window.close();
-    press(u"skipButton"_qs);
+    press(u"skipButton"_s);
     EXPECT_EQ(systemInterface.endSignal(), SIGTERM);
     EXPECT_TRUE(dock.killed());
 }
@@ -71,20 +72,20 @@ TEST_F(EndingApplications, NamesThatNoProcessHasAreNoMatterAndSaidToNobody)
 {
     LogCapture log;
     window.close();
-    press(u"appCloseNowButton"_qs);
+    press(u"appCloseNowButton"_s);
     EXPECT_EQ(log.texts(), QStringList());
     EXPECT_EQ(terminations, 1);
 }
 
 TEST_F(EndingApplications, AKillallThatCannotBeStartedEndsNothingAndIsLogged)
 {
-    NamedProcess dock(folder.path(), u"Dock"_qs);
-    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_qs);
+    NamedProcess dock(folder.path(), u"Dock"_s);
+    NamedProcess systemInterface(folder.path(), u"SystemUIServer"_s);
     program = folder.path() + u"/killall";
     window.close();
     LogCapture log;
-    press(u"appCloseNowButton"_qs);
-    ASSERT_EQ(log.texts(u"varnel.io"_qs).size(), 3) << "one for each name";
+    press(u"appCloseNowButton"_s);
+    ASSERT_EQ(log.texts(u"varnel.io"_s).size(), 3) << "one for each name";
     EXPECT_EQ(log.texts().size(), 3);
     EXPECT_TRUE(log.texts().first().startsWith(program + u": "));
     EXPECT_TRUE(dock.killed());

@@ -1,6 +1,7 @@
 #include "support/gui/Pictures.h"
 #include "backup/BackupWriter.h"
 #include "backup/views/BackupModel.h"
+#include "base/Literals.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
 #include "shell/QuitDecision.h"
 #include "shell/views/CloseApplicationsSheet.h"
@@ -29,9 +30,9 @@ protected:
         makeUpHost();
         // The test's folder has another name each time: the pictures show one beneath it.
         QDir::setCurrent(home.path());
-        QDir().mkpath(u"Users/ann/Library/Preferences"_qs);
-        QDir().mkpath(u"Users/ann/Library/Application Support"_qs);
-        context.home = {u"Users/ann"_qs, false};
+        QDir().mkpath(u"Users/ann/Library/Preferences"_s);
+        QDir().mkpath(u"Users/ann/Library/Application Support"_s);
+        context.home = {u"Users/ann"_s, false};
     }
     ~PicturesTest() override { QDir::setCurrent(before); }
 
@@ -45,17 +46,17 @@ protected:
     {
         facts.memoryFacts =
             MemoryFacts {17'179'869'184U, 4096, 256'000, 512'000, 768'000, 1'024'000};
-        facts.temporary = u"/tmp"_qs;
+        facts.temporary = u"/tmp"_s;
         int id = 4711;
-        for (const QString &name : {u"Clock"_qs, u"Editor"_qs, u"Painter"_qs}) {
+        for (const QString &name : {u"Clock"_s, u"Editor"_s, u"Painter"_s}) {
             processTable.add(id, std::int8_t(id % 7));
             processes.processes[id] = {u"/Applications/" + name + u".app", name};
             id += 101;
         }
         loginItems.items = {
-            {u"Clock"_qs, u"/Applications/Clock.app"_qs, {}},
-            {u"Painter"_qs,
-             u"/Applications/Pictures and more/A folder with a long name/Painter.app"_qs,
+            {u"Clock"_s, u"/Applications/Clock.app"_s, {}},
+            {u"Painter"_s,
+             u"/Applications/Pictures and more/A folder with a long name/Painter.app"_s,
              {}},
         };
         host.systemRoot = home.path();
@@ -73,7 +74,7 @@ protected:
     void expect(QWidget &widget, const QString &name)
     {
         QApplication::processEvents();
-        expectPicture(widget, name + (GetParam() ? u"-dark"_qs : u""_qs));
+        expectPicture(widget, name + (GetParam() ? u"-dark"_s : u""_s));
     }
     /// As the window manager shows a sheet, without its frame.
     void expectSheet(QWidget &sheet, const QString &name)
@@ -85,10 +86,10 @@ protected:
     void putBackup(const QString &name)
     {
         const QDir folder(home.path() + u"/Users/ann/Library/Application Support/Varnel/Backup");
-        ASSERT_TRUE(folder.mkpath(u"."_qs));
+        ASSERT_TRUE(folder.mkpath(u"."_s));
         BackupWriter writer(folder.filePath(name), store);
-        ASSERT_TRUE(writer.addDataToBackupFile({1300, 3, u""_qs}).ok());
-        ASSERT_TRUE(writer.addDataToBackupFile({1009, 1, u""_qs}).ok());
+        ASSERT_TRUE(writer.addDataToBackupFile({1300, 3, u""_s}).ok());
+        ASSERT_TRUE(writer.addDataToBackupFile({1009, 1, u""_s}).ok());
     }
     void choosePending(const QWidget &page, const QString &viewClass, int index)
     {
@@ -107,16 +108,16 @@ class LightPicturesTest : public PicturesTest { };
 TEST_P(PicturesTest, Welcome)
 {
     open();
-    expect(*window, u"welcome"_qs);
+    expect(*window, u"welcome"_s);
 }
 
 TEST_P(PicturesTest, System)
 {
     open();
     const QWidget &page = go(systemTab);
-    expect(*window, u"system"_qs);
+    expect(*window, u"system"_s);
     selectGroup(page, 1);
-    expect(*window, u"memory"_qs);
+    expect(*window, u"memory"_s);
 }
 
 TEST_P(PicturesTest, Processes)
@@ -124,10 +125,10 @@ TEST_P(PicturesTest, Processes)
     open();
     const QWidget &page = go(systemTab);
     selectGroup(page, 3);
-    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_s);
     table.selectRow(1);
     table.setFocus();
-    expect(*window, u"processes"_qs);
+    expect(*window, u"processes"_s);
 }
 
 TEST_P(PicturesTest, NoProcesses)
@@ -135,17 +136,17 @@ TEST_P(PicturesTest, NoProcesses)
     processTable.records.clear();
     open();
     selectGroup(go(systemTab), 3);
-    expect(*window, u"processes-none"_qs);
+    expect(*window, u"processes-none"_s);
 }
 
 TEST_P(PicturesTest, LoginItems)
 {
     open();
-    auto &table = *go(loginTab).findChild<QTableView *>(u"tableView"_qs);
+    auto &table = *go(loginTab).findChild<QTableView *>(u"tableView"_s);
     table.setFocus();
     QTest::keyClick(&table, Qt::Key_Down);
     table.clearSelection(); // the keyboard's row, not a chosen one
-    expect(*window, u"login-items"_qs);
+    expect(*window, u"login-items"_s);
 }
 
 TEST_P(PicturesTest, NoLoginItems)
@@ -153,29 +154,29 @@ TEST_P(PicturesTest, NoLoginItems)
     loginItems.items.clear();
     open();
     go(loginTab);
-    expect(*window, u"login-items-none"_qs);
+    expect(*window, u"login-items-none"_s);
 }
 
 TEST_P(PicturesTest, PendingSettings)
 {
     open();
     const QWidget &page = go(settingsTab);
-    choosePending(page, u"KeyAutorepeatView"_qs, 0);
+    choosePending(page, u"KeyAutorepeatView"_s, 0);
     selectGroup(page, 1);
     selectGroup(page, 0);
-    choosePending(page, u"ScrollbarView"_qs, 2);
-    page.findChild<QPushButton *>(u"saveButton"_qs)->setFocus();
-    expect(*window, u"settings"_qs);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    page.findChild<QPushButton *>(u"saveButton"_s)->setFocus();
+    expect(*window, u"settings"_s);
 }
 
 TEST_P(LightPicturesTest, EveryGroup)
 {
     open();
     const QWidget &page = go(settingsTab);
-    auto &column = *page.findChild<QWidget *>(u"mainView"_qs);
+    auto &column = *page.findChild<QWidget *>(u"mainView"_s);
     for (int group = 0; group < 9; ++group) {
         selectGroup(page, group);
-        expect(column, u"group-"_qs + QString::number(group));
+        expect(column, u"group-"_s + QString::number(group));
     }
 }
 
@@ -183,70 +184,69 @@ TEST_P(PicturesTest, Search)
 {
     open();
     const QWidget &page = go(settingsTab);
-    auto &field = *page.findChild<QLineEdit *>(u"searchField"_qs);
+    auto &field = *page.findChild<QLineEdit *>(u"searchField"_s);
     field.setFocus();
-    QTest::keyClicks(&field, u"animation"_qs);
-    expect(*window, u"search"_qs);
+    QTest::keyClicks(&field, u"animation"_s);
+    expect(*window, u"search"_s);
     field.selectAll();
-    QTest::keyClicks(&field, u"nothing of the kind"_qs);
-    expect(*window, u"search-none"_qs);
+    QTest::keyClicks(&field, u"nothing of the kind"_s);
+    expect(*window, u"search-none"_s);
 }
 
 TEST_P(PicturesTest, NoBackups)
 {
     open();
     go(restoreTab);
-    expect(*window, u"restore-none"_qs);
+    expect(*window, u"restore-none"_s);
 }
 
 TEST_P(PicturesTest, Backups)
 {
-    putBackup(u"quillet1.sqlite"_qs);
+    putBackup(u"quillet1.sqlite"_s);
     open();
     const QWidget &page = go(restoreTab);
-    auto &table = *page.findChild<QTableView *>(u"tableView"_qs);
+    auto &table = *page.findChild<QTableView *>(u"tableView"_s);
     const auto made = [](int day) { return QDateTime({2024, 3, day}, {9, 41, 26}, Qt::UTC); };
     dynamic_cast<BackupModel &>(*table.model())
-        .setEntries({{u"quillet1.sqlite"_qs, made(4)},
-                     {u"quillet2.sqlite"_qs, made(5)},
-                     {u"quillet3.sqlite"_qs, made(18)}});
+        .setEntries({{u"quillet1.sqlite"_s, made(4)},
+                     {u"quillet2.sqlite"_s, made(5)},
+                     {u"quillet3.sqlite"_s, made(18)}});
     table.setFocus();
     table.selectRow(0);
-    expect(*window, u"restore"_qs);
-    click(*page.findChild<QPushButton *>(u"infoButton"_qs));
-    expectSheet(*dialogs.sheets.last(), u"sheet-contents"_qs);
+    expect(*window, u"restore"_s);
+    click(*page.findChild<QPushButton *>(u"infoButton"_s));
+    expectSheet(*dialogs.sheets.last(), u"sheet-contents"_s);
 }
 
 TEST_P(PicturesTest, Sheets)
 {
     open();
     const QWidget &page = go(settingsTab);
-    choosePending(page, u"ScrollbarView"_qs, 2);
-    choosePending(page, u"KeyAutorepeatView"_qs, 0);
-    click(*page.findChild<QPushButton *>(u"viewButton"_qs));
-    expectSheet(*dialogs.sheets.last(), u"sheet-changes"_qs);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    choosePending(page, u"KeyAutorepeatView"_s, 0);
+    click(*page.findChild<QPushButton *>(u"viewButton"_s));
+    expectSheet(*dialogs.sheets.last(), u"sheet-changes"_s);
     controller->showShortcuts();
-    expectSheet(*dialogs.sheets.last(), u"sheet-keys"_qs);
+    expectSheet(*dialogs.sheets.last(), u"sheet-keys"_s);
 
     CloseApplicationsSheet close(window.get());
     close.rows()->appendRows(
         closeRows(RestartFlag::Dock | RestartFlag::Mail | RestartFlag::QuickTimePlayer));
     close.fitRows();
-    expectSheet(close, u"sheet-close"_qs);
+    expectSheet(close, u"sheet-close"_s);
 
     AlertSheet alert(
         window.get(),
-        {u"Save Changes"_qs, savePromptText(1, 1), {u"Save"_qs, u"Cancel"_qs, u"Don't Save"_qs}},
-        {});
-    expectSheet(alert, u"sheet-alert"_qs);
+        {u"Save Changes"_s, savePromptText(1, 1), {u"Save"_s, u"Cancel"_s, u"Don't Save"_s}}, {});
+    expectSheet(alert, u"sheet-alert"_s);
 
     AlertSheet deleting(window.get(),
-                        {u"Delete Backup File"_qs,
-                         u"Are you sure you want to delete quillet1.sqlite?"_qs,
-                         {u"Delete"_qs, u"Cancel"_qs},
+                        {u"Delete Backup File"_s,
+                         u"Are you sure you want to delete quillet1.sqlite?"_s,
+                         {u"Delete"_s, u"Cancel"_s},
                          true},
                         {});
-    expectSheet(deleting, u"sheet-delete"_qs);
+    expectSheet(deleting, u"sheet-delete"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));

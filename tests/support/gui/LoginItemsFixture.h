@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Literals.h"
 #include "loginitems/views/LoginItems.h"
 #include "loginitems/views/LoginItemsModel.h"
 #include "loginitems/views/LoginItemsView.h"
@@ -45,7 +46,7 @@ protected:
     {
         return *page().findChild<Widget *>(name);
     }
-    [[nodiscard]] QTableView &table() const { return child<QTableView>(u"tableView"_qs); }
+    [[nodiscard]] QTableView &table() const { return child<QTableView>(u"tableView"_s); }
     [[nodiscard]] QPushButton &button(const QString &name) const
     {
         return child<QPushButton>(name);
@@ -59,7 +60,7 @@ protected:
     {
         QStringList lines;
         for (const LoginItemRow &row : page().data()->rows())
-            lines.append((row.enabled ? u"on "_qs : u"off "_qs) + row.path);
+            lines.append((row.enabled ? u"on "_s : u"off "_s) + row.path);
         return lines;
     }
 

@@ -2,6 +2,7 @@
 
 #include "backup/views/RestoreBackup.h"
 #include "backup/views/RestoreBackupView.h"
+#include "base/Literals.h"
 #include "loginitems/views/LoginItems.h"
 #include "settings/views/Quillet.h"
 #include "shell/Tools.h"
@@ -25,7 +26,7 @@ protected:
 
     void SetUp() override
     {
-        if (QStandardPaths::findExecutable(u"sqlite3"_qs).isEmpty())
+        if (QStandardPaths::findExecutable(u"sqlite3"_s).isEmpty())
             GTEST_SKIP() << "no sqlite3 tool";
         const Tools tools(context.home, folders, runner);
         (void)tools.pathForSupportFolder();
@@ -58,11 +59,11 @@ protected:
     void putBackup(const QString &name, const QStringList &rows) const
     {
         QString sql = u"CREATE TABLE users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 "
-                      u"TEXT);"_qs;
+                      u"TEXT);"_s;
         for (const QString &row : rows)
             sql += u"INSERT INTO users VALUES(" + row + u");";
         QProcess process;
-        process.start(u"sqlite3"_qs, {u"-batch"_qs, backups + name, sql});
+        process.start(u"sqlite3"_s, {u"-batch"_s, backups + name, sql});
         ASSERT_TRUE(process.waitForFinished());
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     }
@@ -80,7 +81,7 @@ protected:
     }
     [[nodiscard]] QTableView &table() const
     {
-        return *page().findChild<QTableView *>(u"tableView"_qs);
+        return *page().findChild<QTableView *>(u"tableView"_s);
     }
     [[nodiscard]] QPushButton &button(const QString &name) const
     {
@@ -116,7 +117,7 @@ protected:
         return QDir(backups).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
-    HostServices host {home.home(), u"/"_qs, store, folders};
+    HostServices host {home.home(), u"/"_s, store, folders};
     QString backups; ///< ends in a slash
     std::shared_ptr<LoginItems> loginItems;
     std::shared_ptr<RestoreBackup> restore;

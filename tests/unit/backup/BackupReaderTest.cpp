@@ -1,4 +1,5 @@
 #include "backup/BackupReader.h"
+#include "base/Literals.h"
 
 #include "backup/BackupWriter.h"
 #include "base/Sqlite.h"
@@ -65,7 +66,7 @@ protected:
     {
         take(name);
         const Result<QList<BackupRow>> rows = read(name + u".sqlite");
-        EXPECT_TRUE(rows.ok()) << qPrintable(name + u": " + (rows ? u""_qs : rows.error().text));
+        EXPECT_TRUE(rows.ok()) << qPrintable(name + u": " + (rows ? u""_s : rows.error().text));
         return rows ? rows.value() : QList<BackupRow>();
     }
 
@@ -73,15 +74,15 @@ protected:
 };
 
 const QList<BackupRow> plainRows {
-    {1008, u"2"_qs, u""_qs, u""_qs},
-    {1400, u"0"_qs, u"Größe"_qs, u""_qs},
-    {250, u"/Applications/Mail.app"_qs, u"1"_qs, u"0"_qs},
+    {1008, u"2"_s, u""_s, u""_s},
+    {1400, u"0"_s, u"Größe"_s, u""_s},
+    {250, u"/Applications/Mail.app"_s, u"1"_s, u"0"_s},
 };
 
 void sqlite3Tool(const QString &path, const QString &sql)
 {
     QProcess process;
-    process.start(u"sqlite3"_qs, {u"-batch"_qs, path, sql});
+    process.start(u"sqlite3"_s, {u"-batch"_s, path, sql});
     ASSERT_TRUE(process.waitForFinished());
     ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
 }
@@ -90,37 +91,37 @@ void sqlite3Tool(const QString &path, const QString &sql)
 
 TEST_F(BackupReaderTest, RowsComeInFileOrder)
 {
-    EXPECT_EQ(rowsOf(u"plain"_qs), plainRows);
-    EXPECT_EQ(rowsOf(u"no-rows"_qs), QList<BackupRow>());
+    EXPECT_EQ(rowsOf(u"plain"_s), plainRows);
+    EXPECT_EQ(rowsOf(u"no-rows"_s), QList<BackupRow>());
 }
 
 TEST_F(BackupReaderTest, TheNameOfTheTableMayBeInOtherLetterCase)
 {
-    EXPECT_EQ(rowsOf(u"other-case"_qs), plainRows);
+    EXPECT_EQ(rowsOf(u"other-case"_s), plainRows);
 }
 
 TEST_F(BackupReaderTest, TriggersStandAsleep)
 {
-    EXPECT_EQ(rowsOf(u"trigger"_qs), QList<BackupRow>());
+    EXPECT_EQ(rowsOf(u"trigger"_s), QList<BackupRow>());
 }
 
 TEST_F(BackupReaderTest, OfManyColumnsTheFirstFourCount)
 {
-    EXPECT_EQ(rowsOf(u"sixteen-columns"_qs),
-              (QList<BackupRow> {{1000, u"1001"_qs, u"1002"_qs, u"1003"_qs}}));
+    EXPECT_EQ(rowsOf(u"sixteen-columns"_s),
+              (QList<BackupRow> {{1000, u"1001"_s, u"1002"_s, u"1003"_s}}));
 }
 
 TEST_F(BackupReaderTest, ANumberInTextIsItsLeadingDigits)
 {
-    EXPECT_EQ(rowsOf(u"text-id"_qs),
-              (QList<BackupRow> {{1009, u"1"_qs, u""_qs, u""_qs},
-                                 {1010, u"1"_qs, u""_qs, u""_qs},
-                                 {0, u"1"_qs, u""_qs, u""_qs}}));
+    EXPECT_EQ(rowsOf(u"text-id"_s),
+              (QList<BackupRow> {{1009, u"1"_s, u""_s, u""_s},
+                                 {1010, u"1"_s, u""_s, u""_s},
+                                 {0, u"1"_s, u""_s, u""_s}}));
 }
 
 TEST_F(BackupReaderTest, OddTypesAreReadAsTextAndNullsAsEmpty)
 {
-    const QList<BackupRow> rows = rowsOf(u"odd-types"_qs);
+    const QList<BackupRow> rows = rowsOf(u"odd-types"_s);
     ASSERT_EQ(rows.size(), 5);
     EXPECT_EQ(rows[0].id, 1008);
     EXPECT_EQ(rows[0].settingAction(), 2);
@@ -135,8 +136,8 @@ TEST_F(BackupReaderTest, OddTypesAreReadAsTextAndNullsAsEmpty)
 
 TEST_F(BackupReaderTest, TextEndsAtANulAndBytesThatAreNoTextAreReplaced)
 {
-    EXPECT_EQ(rowsOf(u"nul"_qs)[0].extraData(), u"a");
-    EXPECT_EQ(rowsOf(u"not-utf8"_qs)[0].extraData(), u"a\uFFFDb\uFFFD");
+    EXPECT_EQ(rowsOf(u"nul"_s)[0].extraData(), u"a");
+    EXPECT_EQ(rowsOf(u"not-utf8"_s)[0].extraData(), u"a\uFFFDb\uFFFD");
 }
 
 TEST_F(BackupReaderTest, WhatIsNoBackupFileIsAnError)
@@ -156,85 +157,85 @@ TEST_F(BackupReaderTest, WhatIsNoBackupFileIsAnError)
 
 TEST_F(BackupReaderTest, ASearchThatFindsNothingInATreeWithoutEndIsGivenUp)
 {
-    take(u"endless-tree"_qs);
+    take(u"endless-tree"_s);
     Result<Sqlite> database =
-        Sqlite::open(path(u"endless-tree.sqlite"_qs), Sqlite::Access::ReadOnly);
+        Sqlite::open(path(u"endless-tree.sqlite"_s), Sqlite::Access::ReadOnly);
     ASSERT_TRUE(database.ok());
     int rows = 0;
     const Result<void> searched = database.value().select(
-        u"SELECT * FROM users WHERE value1='no such value'"_qs, 4, [&](const QStringList &) {
+        u"SELECT * FROM users WHERE value1='no such value'"_s, 4, [&](const QStringList &) {
             ++rows;
             return true;
         });
     ASSERT_FALSE(searched.ok());
-    EXPECT_EQ(searched.error().text, u"interrupted"_qs);
+    EXPECT_EQ(searched.error().text, u"interrupted"_s);
     EXPECT_EQ(rows, 0);
 }
 
 TEST_F(BackupReaderTest, ASaveThatWasKilledReadsAsBeforeItAndStaysAsItWasLeft)
 {
-    EXPECT_EQ(rowsOf(u"killed-save"_qs), plainRows);
+    EXPECT_EQ(rowsOf(u"killed-save"_s), plainRows);
 }
 
 TEST_F(BackupReaderTest, AWriteAheadLogIsReadAndNothingIsMadeBesideIt)
 {
-    EXPECT_EQ(rowsOf(u"with-log"_qs), plainRows);
-    EXPECT_EQ(rowsOf(u"log-lost"_qs), plainRows.first(2));
+    EXPECT_EQ(rowsOf(u"with-log"_s), plainRows);
+    EXPECT_EQ(rowsOf(u"log-lost"_s), plainRows.first(2));
 }
 
 TEST_F(BackupReaderTest, AValueLargerThanAnyOfOursMakesTheFileUnreadable)
 {
-    if (QStandardPaths::findExecutable(u"sqlite3"_qs).isEmpty())
+    if (QStandardPaths::findExecutable(u"sqlite3"_s).isEmpty())
         GTEST_SKIP() << "no sqlite3 tool";
-    take(u"plain"_qs);
-    sqlite3Tool(path(u"plain.sqlite"_qs),
-                u"INSERT INTO users VALUES(1400,'0',hex(zeroblob(1000000)),'')"_qs);
-    EXPECT_FALSE(read(u"plain.sqlite"_qs).ok());
+    take(u"plain"_s);
+    sqlite3Tool(path(u"plain.sqlite"_s),
+                u"INSERT INTO users VALUES(1400,'0',hex(zeroblob(1000000)),'')"_s);
+    EXPECT_FALSE(read(u"plain.sqlite"_s).ok());
 }
 
 TEST_F(BackupReaderTest, WhatTheStandardToolWroteIsRead)
 {
-    if (QStandardPaths::findExecutable(u"sqlite3"_qs).isEmpty())
+    if (QStandardPaths::findExecutable(u"sqlite3"_s).isEmpty())
         GTEST_SKIP() << "no sqlite3 tool";
-    sqlite3Tool(path(u"tool.sqlite"_qs),
+    sqlite3Tool(path(u"tool.sqlite"_s),
                 u"CREATE TABLE users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT);"
                 u"INSERT INTO users VALUES('1008','2','','');"
-                u"INSERT INTO users VALUES('250','/a ''b''.app','0','1');"_qs);
-    const Result<QList<BackupRow>> rows = read(u"tool.sqlite"_qs);
+                u"INSERT INTO users VALUES('250','/a ''b''.app','0','1');"_s);
+    const Result<QList<BackupRow>> rows = read(u"tool.sqlite"_s);
     ASSERT_TRUE(rows.ok());
-    EXPECT_EQ(rows.value(),
-              (QList<BackupRow> {{1008, u"2"_qs, u""_qs, u""_qs},
-                                 {250, u"/a 'b'.app"_qs, u"0"_qs, u"1"_qs}}));
+    EXPECT_EQ(
+        rows.value(),
+        (QList<BackupRow> {{1008, u"2"_s, u""_s, u""_s}, {250, u"/a 'b'.app"_s, u"0"_s, u"1"_s}}));
 }
 
 TEST_F(BackupReaderTest, ALockedFileIsAnErrorAtOnce)
 {
-    if (QStandardPaths::findExecutable(u"sqlite3"_qs).isEmpty())
+    if (QStandardPaths::findExecutable(u"sqlite3"_s).isEmpty())
         GTEST_SKIP() << "no sqlite3 tool";
-    take(u"plain"_qs);
+    take(u"plain"_s);
     QProcess other;
-    other.start(u"sqlite3"_qs, {u"-batch"_qs, path(u"plain.sqlite"_qs)});
+    other.start(u"sqlite3"_s, {u"-batch"_s, path(u"plain.sqlite"_s)});
     other.write("BEGIN EXCLUSIVE;\n.print locked\n");
     ASSERT_TRUE(other.waitForReadyRead());
-    EXPECT_FALSE(read(u"plain.sqlite"_qs).ok());
+    EXPECT_FALSE(read(u"plain.sqlite"_s).ok());
     other.write("ROLLBACK;\n.quit\n");
     ASSERT_TRUE(other.waitForFinished());
-    EXPECT_EQ(read(u"plain.sqlite"_qs).value(), plainRows);
+    EXPECT_EQ(read(u"plain.sqlite"_s).value(), plainRows);
 }
 
 TEST_F(BackupReaderTest, ReadingMakesNoFile)
 {
-    const Result<QList<BackupRow>> rows = read(u"none.sqlite"_qs);
+    const Result<QList<BackupRow>> rows = read(u"none.sqlite"_s);
     ASSERT_FALSE(rows.ok());
     EXPECT_EQ(rows.error().code, ErrorCode::NotFound);
 }
 
 TEST_F(BackupReaderTest, FoldersPipesAndLinksThatLeadNowhereAreErrorsAndNeverWaitedFor)
 {
-    ASSERT_TRUE(QDir(home.path()).mkdir(u"folder.sqlite"_qs));
-    ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe.sqlite"_qs)).constData(), 0600), 0);
-    linkTo(u"nowhere"_qs, path(u"dangling.sqlite"_qs));
-    for (const QString &name : {u"folder.sqlite"_qs, u"pipe.sqlite"_qs, u"dangling.sqlite"_qs})
+    ASSERT_TRUE(QDir(home.path()).mkdir(u"folder.sqlite"_s));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe.sqlite"_s)).constData(), 0600), 0);
+    linkTo(u"nowhere"_s, path(u"dangling.sqlite"_s));
+    for (const QString &name : {u"folder.sqlite"_s, u"pipe.sqlite"_s, u"dangling.sqlite"_s})
         EXPECT_FALSE(read(name).ok()) << qPrintable(name);
 }
 
@@ -242,21 +243,21 @@ TEST_F(BackupReaderTest, APipeOrLinkInTheJournalsPlaceIsNotFollowed)
 {
     for (const char16_t *ending : {u"-journal", u"-wal"}) {
         const QString companion = path(u"plain.sqlite" + QString::fromUtf16(ending));
-        take(u"plain"_qs);
+        take(u"plain"_s);
         ASSERT_EQ(::mkfifo(QFile::encodeName(companion).constData(), 0600), 0);
-        EXPECT_FALSE(read(u"plain.sqlite"_qs).ok());
+        EXPECT_FALSE(read(u"plain.sqlite"_s).ok());
         ASSERT_TRUE(QFile::remove(companion));
-        linkTo(u"elsewhere"_qs, companion);
-        EXPECT_FALSE(read(u"plain.sqlite"_qs).ok());
+        linkTo(u"elsewhere"_s, companion);
+        EXPECT_FALSE(read(u"plain.sqlite"_s).ok());
         ASSERT_TRUE(QFile::remove(companion));
     }
 }
 
 TEST_F(BackupReaderTest, ALinkIsReadWithWhatStandsBesideItsTarget)
 {
-    take(u"killed-save"_qs);
-    linkTo(u"killed-save.sqlite"_qs, path(u"link.sqlite"_qs));
-    const Result<QList<BackupRow>> rows = read(u"link.sqlite"_qs);
+    take(u"killed-save"_s);
+    linkTo(u"killed-save.sqlite"_s, path(u"link.sqlite"_s));
+    const Result<QList<BackupRow>> rows = read(u"link.sqlite"_s);
     ASSERT_TRUE(rows.ok());
     EXPECT_EQ(rows.value(), plainRows);
 }
@@ -277,11 +278,11 @@ TEST_F(BackupReaderTest, DamagedFilesAreReadToTheEndOrNotAtAll)
             hit(bytes);
             hit(left);
         }
-        writeRaw(path(u"damaged.sqlite"_qs), bytes);
+        writeRaw(path(u"damaged.sqlite"_s), bytes);
         if (round % 2 == 1)
-            writeRaw(path(u"damaged.sqlite-journal"_qs), left);
-        const Result<QList<BackupRow>> rows = read(u"damaged.sqlite"_qs);
+            writeRaw(path(u"damaged.sqlite-journal"_s), left);
+        const Result<QList<BackupRow>> rows = read(u"damaged.sqlite"_s);
         EXPECT_LE(rows ? rows.value().size() : 0, 100);
-        (void)QFile::remove(path(u"damaged.sqlite-journal"_qs));
+        (void)QFile::remove(path(u"damaged.sqlite-journal"_s));
     }
 }

@@ -1,4 +1,5 @@
 #include "backup/Playback.h"
+#include "base/Literals.h"
 
 #include "support/LogCapture.h"
 
@@ -15,7 +16,7 @@ public:
     Result<void> writeSetting(int settingId, int value, const QString &extra) override
     {
         calls.append(QString::number(settingId) + u' ' + QString::number(value) + u' ' + extra);
-        return settingId == failing ? Error {ErrorCode::Failed, u"full"_qs} : Result<void>();
+        return settingId == failing ? Error {ErrorCode::Failed, u"full"_s} : Result<void>();
     }
     void writeLoginItem(int actionId, const QString &path, bool enabled) override
     {
@@ -37,25 +38,23 @@ TEST(Playback, RowsArePlayedInFileOrderEachByItsKind)
 {
     NotingTarget target;
     const LogCapture log;
-    EXPECT_TRUE(playBack({{1008, u"2"_qs, u"x"_qs, u"9"_qs},
-                          {250, u"/a.app"_qs, u"0"_qs, u"1"_qs},
-                          {1400, u"-1"_qs, u"-1"_qs, u""_qs},
-                          {250, u"/b.app"_qs, u"3"_qs, u"0"_qs}},
+    EXPECT_TRUE(playBack({{1008, u"2"_s, u"x"_s, u"9"_s},
+                          {250, u"/a.app"_s, u"0"_s, u"1"_s},
+                          {1400, u"-1"_s, u"-1"_s, u""_s},
+                          {250, u"/b.app"_s, u"3"_s, u"0"_s}},
                          target));
-    EXPECT_EQ(
-        target.calls,
-        (QStringList {u"1008 2 x"_qs, u"0 /a.app on"_qs, u"1400 -1 -1"_qs, u"3 /b.app off"_qs}));
-    EXPECT_EQ(log.texts(u"varnel.backup"_qs),
-              (QStringList {u"0, /a.app, 1"_qs, u"3, /b.app, 0"_qs}));
+    EXPECT_EQ(target.calls,
+              (QStringList {u"1008 2 x"_s, u"0 /a.app on"_s, u"1400 -1 -1"_s, u"3 /b.app off"_s}));
+    EXPECT_EQ(log.texts(u"varnel.backup"_s), (QStringList {u"0, /a.app, 1"_s, u"3, /b.app, 0"_s}));
 }
 
 TEST(Playback, TheFirstRowThatFailsIsTheLast)
 {
     NotingTarget target;
     target.failing = 1009;
-    const Result<void> played = playBack({{1008, u"0"_qs, u""_qs, u""_qs},
-                                          {1009, u"0"_qs, u""_qs, u""_qs},
-                                          {250, u"/a.app"_qs, u"0"_qs, u"1"_qs}},
+    const Result<void> played = playBack({{1008, u"0"_s, u""_s, u""_s},
+                                          {1009, u"0"_s, u""_s, u""_s},
+                                          {250, u"/a.app"_s, u"0"_s, u"1"_s}},
                                          target);
     ASSERT_FALSE(played);
     EXPECT_EQ(played.error().text, u"full");
@@ -65,26 +64,26 @@ TEST(Playback, TheFirstRowThatFailsIsTheLast)
 TEST(Playback, NumbersInTextAreTheirLeadingDigits)
 {
     NotingTarget target;
-    EXPECT_TRUE(playBack({{1004, u" 48 pixels"_qs, u""_qs, u""_qs},
-                          {1004, u"many"_qs, u""_qs, u""_qs},
-                          {250, u"/%@/%d"_qs, u"2x"_qs, u"yes"_qs}},
+    EXPECT_TRUE(playBack({{1004, u" 48 pixels"_s, u""_s, u""_s},
+                          {1004, u"many"_s, u""_s, u""_s},
+                          {250, u"/%@/%d"_s, u"2x"_s, u"yes"_s}},
                          target));
-    EXPECT_EQ(target.calls, (QStringList {u"1004 48 "_qs, u"1004 0 "_qs, u"2 /%@/%d off"_qs}));
+    EXPECT_EQ(target.calls, (QStringList {u"1004 48 "_s, u"1004 0 "_s, u"2 /%@/%d off"_s}));
 }
 
 TEST(Playback, ARowIsDescribedAsListsOfChangesDo)
 {
     const auto words = [](int settingId, int value, const QString &extra) {
-        return QStringList {u"long"_qs, u"Dock"_qs,
+        return QStringList {u"long"_s, u"Dock"_s,
                             QString::number(settingId + value) + u' ' + extra};
     };
-    const BackupLine setting = describeRow({1000, u"7"_qs, u"x"_qs, u""_qs}, words);
+    const BackupLine setting = describeRow({1000, u"7"_s, u"x"_s, u""_s}, words);
     EXPECT_EQ(setting.location, u"Dock");
     EXPECT_EQ(setting.description, u"1007 x");
-    const BackupLine item = describeRow({250, u"/a.app"_qs, u"1"_qs, u"0"_qs}, words);
+    const BackupLine item = describeRow({250, u"/a.app"_s, u"1"_s, u"0"_s}, words);
     EXPECT_EQ(item.location, u"Login Items");
     EXPECT_EQ(item.description, u"Remove \"/a.app\"");
-    const BackupLine unknown = describeRow({77, u"1"_qs, u""_qs, u""_qs}, noWords);
+    const BackupLine unknown = describeRow({77, u"1"_s, u""_s, u""_s}, noWords);
     EXPECT_TRUE(unknown.location.isEmpty());
     EXPECT_TRUE(unknown.description.isEmpty());
 }

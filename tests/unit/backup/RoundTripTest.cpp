@@ -3,6 +3,7 @@
 #include "backup/BackupReader.h"
 #include "backup/BackupWriter.h"
 #include "backup/Playback.h"
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
@@ -28,10 +29,10 @@ SettingValue valueOf(const SettingRow &row, int number)
     case ValueKind::String:
         break;
     }
-    static const QStringList items {u"1;0;0;1"_qs, u"0;1;0;0"_qs, u"1;1;1;1"_qs, u"0;0;1;0"_qs};
+    static const QStringList items {u"1;0;0;1"_s, u"0;1;0;0"_s, u"1;1;1;1"_s, u"0;0;1;0"_s};
     return row.mechanism == Mechanism::BarItems
         ? SettingValue {0, items[number]}
-        : SettingValue {0, u"Größe %1 %@ \U0001F600 "_qs + QString::number(number)};
+        : SettingValue {0, u"Größe %1 %@ \U0001F600 "_s + QString::number(number)};
 }
 
 class AccessTarget : public PlaybackTarget {
@@ -79,7 +80,7 @@ protected:
         QStringList files = PlistReferee::read(paths);
         // A file that was not there may stay behind empty.
         if (start() == Start::NoFiles)
-            files.replaceInStrings(u"missing"_qs, u"{}"_qs);
+            files.replaceInStrings(u"missing"_s, u"{}"_s);
         files.append(QString::number(home.read(1302).value.number));
         return files;
     }
@@ -99,7 +100,7 @@ protected:
     /// What a setting must leave alone, and the nested dictionary that one of them looks for.
     const QString otherKeys =
         u"{'zz-kept': [1.5, True, b'\\x00', date(2020, 1, 2), {'deep': 2 ** 63}],"
-        u" 'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Icon Size Mode': 1}}"_qs;
+        u" 'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Icon Size Mode': 1}}"_s;
     SettingsHome home;
     QStringList names;
 };
@@ -127,7 +128,7 @@ TEST_P(RoundTrip, EveryFileIsAsItWasBeforeTheFirstSave)
 std::string nameOf(const testing::TestParamInfo<RoundTrip::ParamType> &values)
 {
     const auto &[start, form] = values.param;
-    const QStringList starts {u"NoFiles"_qs, u"NoKeys"_qs, u"FirstChoices"_qs, u"SecondChoices"_qs};
+    const QStringList starts {u"NoFiles"_s, u"NoKeys"_s, u"FirstChoices"_s, u"SecondChoices"_s};
     const QString name =
         u"From" + starts[int(start)] + (form == Form::Xml ? u"AsXml" : u"AsBinary");
     return name.toStdString();

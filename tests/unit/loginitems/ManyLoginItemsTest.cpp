@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "support/FailingFileStore.h"
 #include "support/LoginItemsHome.h"
 
@@ -25,11 +26,11 @@ class ManyLoginItems : public testing::Test {
 protected:
     static QString application(int number)
     {
-        return u"/Applications/Sample"_qs + QString::number(number) + u".app"_qs;
+        return u"/Applications/Sample"_s + QString::number(number) + u".app"_s;
     }
     [[nodiscard]] QString entry(int number) const
     {
-        return home.userFile(u"sample"_qs + QString::number(number) + u".desktop"_qs);
+        return home.userFile(u"sample"_s + QString::number(number) + u".desktop"_s);
     }
     static QByteArray entryFor(int number, const QByteArray &name = "Sample")
     {

@@ -1,4 +1,5 @@
 #include "platform/linux/LinuxHome.h"
+#include "base/Literals.h"
 
 #include "support/FileFacts.h"
 #include "support/TemporaryHome.h"
@@ -72,7 +73,7 @@ struct UnnamableFolder {
 TEST_F(LinuxHomeTest, AFolderThatTextCannotNameIsRefusedThoughTheTextNamesAnother)
 {
     const QByteArray here = home.path().toUtf8();
-    ASSERT_TRUE(QDir(home.path()).mkdir(u"a\ufffd"_qs));
+    ASSERT_TRUE(QDir(home.path()).mkdir(u"a\ufffd"_s));
     const UnnamableFolder folder(here + "/a\xff");
     const QByteArray link = here + "/link";
     ASSERT_EQ(::symlink(folder.path.constData(), link.constData()), 0);

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "BinaryDump.h"
 #include "Opened.h"
@@ -32,8 +33,8 @@ QByteArray everything()
         {"uid", b.uid(1, 7)},
         {"wideuid", b.uid(4, 70000)},
         {"nul", b.ascii(QByteArray("a\0b", 3))},
-        {"nul16", b.utf16(u"ä"_qs + QChar(0) + u"b"_qs)},
-        {"lone", b.utf16(QString(QString(QChar(0xd83d)) + u"x"_qs + QChar(0xde00)))},
+        {"nul16", b.utf16(u"ä"_s + QChar(0) + u"b"_s)},
+        {"lone", b.utf16(QString(QString(QChar(0xd83d)) + u"x"_s + QChar(0xde00)))},
         {"emoji", b.utf16(QStringLiteral("\U0001f600"))},
         {"empty", b.ascii({})},
         {"set", b.set({b.integer(1, 1), b.ascii("in a set")})},
@@ -60,9 +61,9 @@ QByteArray manyObjects(int count)
 TEST(BinaryEdit, KeepsEveryOtherObjectByteForByte)
 {
     const auto before = BinaryDump(everything()).root();
-    for (const NewValue &value : {NewValue(true), NewValue(qint64 {-3}), NewValue(u"tëxt"_qs),
-                                  NewValue(QStringList {u"x"_qs, u"ÿ"_qs})}) {
-        for (const QString &key : {u"old"_qs, u"new"_qs}) {
+    for (const NewValue &value : {NewValue(true), NewValue(qint64 {-3}), NewValue(u"tëxt"_s),
+                                  NewValue(QStringList {u"x"_s, u"ÿ"_s})}) {
+        for (const QString &key : {u"old"_s, u"new"_s}) {
             PropertyList list = opened(everything());
             ASSERT_TRUE(list.set({key}, value).ok());
             auto after = BinaryDump(list.bytes()).root();
@@ -91,9 +92,9 @@ TEST(BinaryEdit, WritesIntegersInTheLeastWidthThatReadersTakeRight)
 {
     const auto written = [](qint64 number) {
         PropertyList list = opened(everything());
-        EXPECT_TRUE(list.set({u"k"_qs}, number).ok());
-        EXPECT_EQ(list.value({u"k"_qs}).integer, number);
-        return BinaryDump(list.bytes()).root().value(u"k"_qs);
+        EXPECT_TRUE(list.set({u"k"_s}, number).ok());
+        EXPECT_EQ(list.value({u"k"_s}).integer, number);
+        return BinaryDump(list.bytes()).root().value(u"k"_s);
     };
     EXPECT_EQ(written(0), "1000");
     EXPECT_EQ(written(255), "10ff");
@@ -106,8 +107,8 @@ TEST(BinaryEdit, WritesIntegersInTheLeastWidthThatReadersTakeRight)
 TEST(BinaryEdit, WritesStringsOfAnyLengthAndContent)
 {
     for (const QString &text :
-         {u""_qs, u"ascii"_qs, QString(300, u'x'), QString(70000, u'é'), QString(QChar(0xd800)),
-          QString(QString(QChar(0)) + u"é"_qs), u"\U0001f600"_qs}) {
+         {u""_s, u"ascii"_s, QString(300, u'x'), QString(70000, u'é'), QString(QChar(0xd800)),
+          QString(QString(QChar(0)) + u"é"_s), u"\U0001f600"_s}) {
         PropertyList list = opened(everything());
         ASSERT_TRUE(list.set({text}, text).ok());
         const Value read = opened(list.bytes()).value({text});
@@ -120,12 +121,12 @@ TEST(BinaryEdit, LeavesTheBytesWhereTheValueIsAlreadyThere)
 {
     const QByteArray before = everything();
     PropertyList list = opened(before);
-    EXPECT_TRUE(list.set({u"one"_qs}, qint64 {200}).ok());
-    EXPECT_TRUE(list.set({u"yes"_qs}, true).ok());
-    EXPECT_TRUE(list.set({u"empty"_qs}, QString()).ok());
-    EXPECT_TRUE(list.set({u"array"_qs}, QStringList()).ok());
-    EXPECT_TRUE(list.remove({u"no such key"_qs}).ok());
-    EXPECT_TRUE(list.remove({u"one"_qs, u"no such key"_qs}).ok());
+    EXPECT_TRUE(list.set({u"one"_s}, qint64 {200}).ok());
+    EXPECT_TRUE(list.set({u"yes"_s}, true).ok());
+    EXPECT_TRUE(list.set({u"empty"_s}, QString()).ok());
+    EXPECT_TRUE(list.set({u"array"_s}, QStringList()).ok());
+    EXPECT_TRUE(list.remove({u"no such key"_s}).ok());
+    EXPECT_TRUE(list.remove({u"one"_s, u"no such key"_s}).ok());
     EXPECT_EQ(list.bytes(), before);
 }
 
@@ -136,19 +137,19 @@ TEST(BinaryEdit, TellsAValueOfAnotherTypeOrACutIntegerFromTheSame)
         EXPECT_TRUE(list.set({key}, value).ok());
         return list.bytes() != everything();
     };
-    EXPECT_TRUE(changes(u"yes"_qs, qint64 {1}));
-    EXPECT_TRUE(changes(u"old"_qs, true));
-    EXPECT_TRUE(changes(u"real"_qs, qint64 {0}));
+    EXPECT_TRUE(changes(u"yes"_s, qint64 {1}));
+    EXPECT_TRUE(changes(u"old"_s, true));
+    EXPECT_TRUE(changes(u"real"_s, qint64 {0}));
     // Low 64 bits alone would be the same.
-    EXPECT_TRUE(changes(u"unsigned"_qs, qint64 {-1}));
-    EXPECT_TRUE(changes(u"huge"_qs, static_cast<qint64>(0xfedcba9876543210)));
+    EXPECT_TRUE(changes(u"unsigned"_s, qint64 {-1}));
+    EXPECT_TRUE(changes(u"huge"_s, static_cast<qint64>(0xfedcba9876543210)));
 }
 
 TEST(BinaryEdit, AnswersNotFoundWhenADictionaryOnTheWayIsMissing)
 {
     PropertyList list = opened(everything());
     for (const QStringList &path :
-         {QStringList {u"nowhere"_qs, u"k"_qs}, QStringList {u"one"_qs, u"k"_qs}}) {
+         {QStringList {u"nowhere"_s, u"k"_s}, QStringList {u"one"_s, u"k"_s}}) {
         const auto result = list.set(path, true);
         ASSERT_FALSE(result.ok());
         EXPECT_EQ(result.error().code, ErrorCode::NotFound);
@@ -161,22 +162,22 @@ TEST(BinaryEdit, AnswersNotFoundWhenADictionaryOnTheWayIsMissing)
 TEST(BinaryEdit, EditsANestedDictionary)
 {
     PropertyList list = opened(everything());
-    ASSERT_TRUE(list.set({u"dict"_qs, u"k"_qs}, u"v"_qs).ok());
+    ASSERT_TRUE(list.set({u"dict"_s, u"k"_s}, u"v"_s).ok());
     auto after = BinaryDump(list.bytes()).root();
-    EXPECT_EQ(after.take(u"dict"_qs), "d(516b,5176,)");
+    EXPECT_EQ(after.take(u"dict"_s), "d(516b,5176,)");
     auto before = BinaryDump(everything()).root();
-    before.remove(u"dict"_qs);
+    before.remove(u"dict"_s);
     EXPECT_EQ(after, before);
-    ASSERT_TRUE(list.remove({u"dict"_qs, u"k"_qs}).ok());
+    ASSERT_TRUE(list.remove({u"dict"_s, u"k"_s}).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).root(), BinaryDump(everything()).root());
 }
 
 TEST(BinaryEdit, KeepsSharedObjectsShared)
 {
     PropertyList list = opened(everything());
-    ASSERT_TRUE(list.set({u"new"_qs}, true).ok());
+    ASSERT_TRUE(list.set({u"new"_s}, true).ok());
     const BinaryDump dump(list.bytes());
-    EXPECT_EQ(dump.objectOf(u"a"_qs), dump.objectOf(u"b"_qs));
+    EXPECT_EQ(dump.objectOf(u"a"_s), dump.objectOf(u"b"_s));
     EXPECT_EQ(dump.objectCount(), BinaryDump(everything()).objectCount() + 2);
 }
 
@@ -189,17 +190,17 @@ TEST(BinaryEdit, ChangesASharedDictionaryOnlyWhereItWasAskedTo)
     const auto before = BinaryDump(b.build(root)).root();
 
     PropertyList list = opened(b.build(root));
-    ASSERT_TRUE(list.set({u"left"_qs, u"in"_qs, u"x"_qs}, qint64 {2}).ok());
-    EXPECT_EQ(list.value({u"left"_qs, u"in"_qs, u"x"_qs}).integer, 2);
+    ASSERT_TRUE(list.set({u"left"_s, u"in"_s, u"x"_s}, qint64 {2}).ok());
+    EXPECT_EQ(list.value({u"left"_s, u"in"_s, u"x"_s}).integer, 2);
     auto after = BinaryDump(list.bytes()).root();
-    EXPECT_EQ(after.value(u"right"_qs), before.value(u"right"_qs));
-    EXPECT_EQ(after.value(u"third"_qs), before.value(u"third"_qs));
+    EXPECT_EQ(after.value(u"right"_s), before.value(u"right"_s));
+    EXPECT_EQ(after.value(u"third"_s), before.value(u"third"_s));
 
-    ASSERT_TRUE(list.remove({u"right"_qs, u"in"_qs}).ok());
+    ASSERT_TRUE(list.remove({u"right"_s, u"in"_s}).ok());
     after = BinaryDump(list.bytes()).root();
-    EXPECT_EQ(after.value(u"right"_qs), "d()");
-    EXPECT_EQ(after.value(u"third"_qs), before.value(u"third"_qs));
-    EXPECT_EQ(list.value({u"left"_qs, u"in"_qs, u"x"_qs}).integer, 2);
+    EXPECT_EQ(after.value(u"right"_s), "d()");
+    EXPECT_EQ(after.value(u"third"_s), before.value(u"third"_s));
+    EXPECT_EQ(list.value({u"left"_s, u"in"_s, u"x"_s}).integer, 2);
 }
 
 TEST(BinaryEdit, ReplacesAValueThatStandsAloneWhereItLies)
@@ -211,9 +212,9 @@ TEST(BinaryEdit, ReplacesAValueThatStandsAloneWhereItLies)
         return b.build(b.dictionaryOf({{"a", before}, {"b", value}, {"c", b.ascii("behind")}}));
     };
     PropertyList list = opened(fileWith([](BinaryBuilder &b) { return b.integer(1, 200); }));
-    ASSERT_TRUE(list.set({u"b"_qs}, u"a longer one"_qs).ok());
+    ASSERT_TRUE(list.set({u"b"_s}, u"a longer one"_s).ok());
     EXPECT_EQ(list.bytes(), fileWith([](BinaryBuilder &b) { return b.ascii("a longer one"); }));
-    ASSERT_TRUE(list.set({u"b"_qs}, true).ok());
+    ASSERT_TRUE(list.set({u"b"_s}, true).ok());
     EXPECT_EQ(list.bytes(), fileWith([](BinaryBuilder &b) { return b.boolean(true); }));
 }
 
@@ -222,9 +223,9 @@ TEST(BinaryEdit, ChangesASharedValueOnlyWhereItWasAskedTo)
     BinaryBuilder b;
     const auto shared = b.integer(1, 7);
     PropertyList list = opened(b.build(b.dictionaryOf({{"a", shared}, {"b", shared}})));
-    ASSERT_TRUE(list.set({u"a"_qs}, qint64 {8}).ok());
-    EXPECT_EQ(list.value({u"a"_qs}).integer, 8);
-    EXPECT_EQ(list.value({u"b"_qs}).integer, 7);
+    ASSERT_TRUE(list.set({u"a"_s}, qint64 {8}).ok());
+    EXPECT_EQ(list.value({u"a"_s}).integer, 8);
+    EXPECT_EQ(list.value({u"b"_s}).integer, 7);
 }
 
 TEST(BinaryEdit, KeepsAnObjectThatLiesInsideTheReplacedOne)
@@ -237,19 +238,19 @@ TEST(BinaryEdit, KeepsAnObjectThatLiesInsideTheReplacedOne)
     const char bodyOfOuter = 9;
     file[table + static_cast<int>(number)] = bodyOfOuter;
     PropertyList list = opened(file);
-    ASSERT_EQ(list.value({u"b"_qs}).integer, 5);
-    ASSERT_TRUE(list.set({u"a"_qs}, true).ok());
-    EXPECT_TRUE(list.value({u"a"_qs}).boolean);
-    EXPECT_EQ(list.value({u"b"_qs}).integer, 5);
+    ASSERT_EQ(list.value({u"b"_s}).integer, 5);
+    ASSERT_TRUE(list.set({u"a"_s}, true).ok());
+    EXPECT_TRUE(list.value({u"a"_s}).boolean);
+    EXPECT_EQ(list.value({u"b"_s}).integer, 5);
 }
 
 TEST(BinaryEdit, DropsWhatNothingRefersToAnyLonger)
 {
     PropertyList list = opened(everything());
     const auto count = BinaryDump(list.bytes()).objectCount();
-    ASSERT_TRUE(list.remove({u"a"_qs}).ok());
+    ASSERT_TRUE(list.remove({u"a"_s}).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).objectCount(), count - 1); // only the key
-    ASSERT_TRUE(list.remove({u"b"_qs}).ok());
+    ASSERT_TRUE(list.remove({u"b"_s}).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).objectCount(), count - 5); // key, array, two elements
 }
 
@@ -258,11 +259,11 @@ TEST(BinaryEdit, WidensReferencesPastTwoHundredFiftySixObjects)
     const QByteArray file = manyObjects(254);
     ASSERT_EQ(BinaryDump(file).referenceWidth(), 1U);
     PropertyList list = opened(file);
-    ASSERT_TRUE(list.set({u"new"_qs}, QStringList {u"a"_qs, u"b"_qs}).ok());
+    ASSERT_TRUE(list.set({u"new"_s}, QStringList {u"a"_s, u"b"_s}).ok());
     const BinaryDump after(list.bytes());
     EXPECT_EQ(after.referenceWidth(), 2U);
     auto entries = after.root();
-    entries.remove(u"new"_qs);
+    entries.remove(u"new"_s);
     EXPECT_EQ(entries, BinaryDump(file).root());
 }
 
@@ -271,11 +272,11 @@ TEST(BinaryEdit, WidensReferencesPastSixtyFiveThousandObjects)
     const QByteArray file = manyObjects(65534);
     ASSERT_EQ(BinaryDump(file).referenceWidth(), 2U);
     PropertyList list = opened(file);
-    ASSERT_TRUE(list.set({u"new"_qs}, u"value"_qs).ok());
+    ASSERT_TRUE(list.set({u"new"_s}, u"value"_s).ok());
     const BinaryDump after(list.bytes());
     EXPECT_EQ(after.referenceWidth(), 4U);
     auto entries = after.root();
-    entries.remove(u"new"_qs);
+    entries.remove(u"new"_s);
     EXPECT_EQ(entries, BinaryDump(file).root());
 }
 
@@ -284,11 +285,11 @@ TEST(BinaryEdit, WidensOffsetsWhenTheFileGrows)
     BinaryBuilder b;
     PropertyList list = opened(b.build(b.dictionaryOf({{"k", b.ascii("v")}})));
     ASSERT_EQ(BinaryDump(list.bytes()).offsetWidth(), 1U);
-    ASSERT_TRUE(list.set({u"long"_qs}, QString(300, u'x')).ok());
+    ASSERT_TRUE(list.set({u"long"_s}, QString(300, u'x')).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).offsetWidth(), 2U);
-    ASSERT_TRUE(list.set({u"longer"_qs}, QString(70000, u'x')).ok());
+    ASSERT_TRUE(list.set({u"longer"_s}, QString(70000, u'x')).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).offsetWidth(), 4U);
-    EXPECT_EQ(list.value({u"long"_qs}).string.size(), 300);
+    EXPECT_EQ(list.value({u"long"_s}).string.size(), 300);
 }
 
 TEST(BinaryEdit, EditsFilesWithWiderReferencesThanNeeded)
@@ -297,8 +298,8 @@ TEST(BinaryEdit, EditsFilesWithWiderReferencesThanNeeded)
     const auto root = b.dictionaryOf({{"k", b.ascii("v")}, {"l", b.integer(1, 4)}});
     for (unsigned width = 1; width <= 8; ++width) {
         PropertyList list = opened(b.build(root, width, 9 - width));
-        ASSERT_TRUE(list.set({u"k"_qs}, true).ok());
-        EXPECT_EQ(list.value({u"l"_qs}).integer, 4);
+        ASSERT_TRUE(list.set({u"k"_s}, true).ok());
+        EXPECT_EQ(list.value({u"l"_s}).integer, 4);
     }
 }
 
@@ -308,12 +309,12 @@ TEST(BinaryEdit, EditsEveryEntryOfAKeyThatStandsTwice)
     const auto root =
         b.dictionaryOf({{"k", b.integer(1, 1)}, {"m", b.integer(1, 5)}, {"k", b.integer(1, 2)}});
     PropertyList list = opened(b.build(root));
-    ASSERT_TRUE(list.set({u"k"_qs}, qint64 {2}).ok());
+    ASSERT_TRUE(list.set({u"k"_s}, qint64 {2}).ok());
     const BinaryDump both(list.bytes());
-    EXPECT_EQ(both.objectOf(u"k"_qs), 3U + 3U - 1U); // the first entry is the new value as well
-    EXPECT_EQ(both.root().value(u"k"_qs), "1002");
-    ASSERT_TRUE(list.remove({u"k"_qs}).ok());
-    EXPECT_EQ(BinaryDump(list.bytes()).root().keys(), QStringList(u"m"_qs));
+    EXPECT_EQ(both.objectOf(u"k"_s), 3U + 3U - 1U); // the first entry is the new value as well
+    EXPECT_EQ(both.root().value(u"k"_s), "1002");
+    ASSERT_TRUE(list.remove({u"k"_s}).ok());
+    EXPECT_EQ(BinaryDump(list.bytes()).root().keys(), QStringList(u"m"_s));
 }
 
 TEST(BinaryEdit, KeepsAFileOfSharedReferencesSmall)
@@ -324,9 +325,9 @@ TEST(BinaryEdit, KeepsAFileOfSharedReferencesSmall)
         bomb = b.array(QList<BinaryBuilder::Index>(10, bomb));
     PropertyList list = opened(b.build(b.dictionaryOf({{"bomb", bomb}})));
     const auto size = list.bytes().size();
-    ASSERT_TRUE(list.set({u"k"_qs}, true).ok());
+    ASSERT_TRUE(list.set({u"k"_s}, true).ok());
     EXPECT_LT(list.bytes().size(), size + 20);
-    EXPECT_EQ(list.value({u"bomb"_qs}).kind, Kind::Array);
+    EXPECT_EQ(list.value({u"bomb"_s}).kind, Kind::Array);
 }
 
 TEST(BinaryEdit, CopiesAMillionLevelsOfNesting)
@@ -337,8 +338,8 @@ TEST(BinaryEdit, CopiesAMillionLevelsOfNesting)
         nested = b.array({nested});
     const auto root = b.dictionaryOf({{"deep", nested}});
     PropertyList list = opened(b.build(root));
-    ASSERT_TRUE(list.set({u"k"_qs}, true).ok());
-    EXPECT_TRUE(opened(list.bytes()).value({u"k"_qs}).boolean);
+    ASSERT_TRUE(list.set({u"k"_s}, true).ok());
+    EXPECT_TRUE(opened(list.bytes()).value({u"k"_s}).boolean);
     EXPECT_EQ(BinaryDump(list.bytes()).objectCount(), 1000001U + 2 + 2);
 }
 
@@ -346,9 +347,9 @@ TEST(BinaryEdit, AnEditAndItsInverseGiveTheSameObjects)
 {
     const auto before = BinaryDump(everything()).root();
     PropertyList list = opened(everything());
-    ASSERT_TRUE(list.set({u"old"_qs}, u"other"_qs).ok());
-    ASSERT_TRUE(list.set({u"fresh"_qs}, true).ok());
-    ASSERT_TRUE(list.set({u"old"_qs}, qint64 {1}).ok());
-    ASSERT_TRUE(list.remove({u"fresh"_qs}).ok());
+    ASSERT_TRUE(list.set({u"old"_s}, u"other"_s).ok());
+    ASSERT_TRUE(list.set({u"fresh"_s}, true).ok());
+    ASSERT_TRUE(list.set({u"old"_s}, qint64 {1}).ok());
+    ASSERT_TRUE(list.remove({u"fresh"_s}).ok());
     EXPECT_EQ(BinaryDump(list.bytes()).root(), before);
 }

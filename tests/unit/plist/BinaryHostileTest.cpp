@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Opened.h"
 
@@ -26,13 +27,13 @@ void tryAll(const QByteArray &bytes)
     if (!opened)
         return;
     PropertyList list = std::move(opened).value();
-    for (const QString &key : {u"list"_qs, u"dict"_qs, u"text"_qs}) {
+    for (const QString &key : {u"list"_s, u"dict"_s, u"text"_s}) {
         if (list.value({key}).kind != Kind::Dictionary) {
-            EXPECT_EQ(list.value({key, u"k"_qs}).kind, Kind::Missing);
+            EXPECT_EQ(list.value({key, u"k"_s}).kind, Kind::Missing);
         }
     }
-    if (list.set({u"text"_qs}, u"new"_qs)) {
-        EXPECT_EQ(list.value({u"text"_qs}).string, u"new"_qs);
+    if (list.set({u"text"_s}, u"new"_s)) {
+        EXPECT_EQ(list.value({u"text"_s}).string, u"new"_s);
     } else {
         EXPECT_EQ(list.bytes(), bytes);
     }
@@ -113,13 +114,13 @@ TEST(BinaryHostile, AcceptsParentsBeforeAndAfterTheirChildren)
     const auto inner = before.array({});
     before.setReferences(outer, {inner, inner});
     before.setReferences(root, {key, outer});
-    EXPECT_EQ(opened(before.build(root)).value({u"k"_qs}).kind, Kind::Array);
+    EXPECT_EQ(opened(before.build(root)).value({u"k"_s}).kind, Kind::Array);
 
     BinaryBuilder after;
     const auto child = after.array({});
     const auto parent = after.array({child, child});
     const auto top = after.dictionaryOf({{"k", parent}});
-    EXPECT_EQ(opened(after.build(top)).value({u"k"_qs}).kind, Kind::Array);
+    EXPECT_EQ(opened(after.build(top)).value({u"k"_s}).kind, Kind::Array);
 }
 
 TEST(BinaryHostile, RefusesCountsThatTheFileDoesNotHold)

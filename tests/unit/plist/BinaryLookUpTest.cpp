@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Opened.h"
 
@@ -75,7 +76,7 @@ TEST(BinaryLookUp, ReadsStringsUnitByUnit)
     const auto utf16 = [](const QString &text) {
         return valueOf([&](BinaryBuilder &b) { return b.utf16(text); }).string;
     };
-    const QString odd = QString(QChar(0xd800)) + QChar(0) + u"\U0001f600é"_qs + QChar(0xdc00);
+    const QString odd = QString(QChar(0xd800)) + QChar(0) + u"\U0001f600é"_s + QChar(0xdc00);
     EXPECT_EQ(utf16(odd), odd);
     EXPECT_EQ(utf16(QString()), QString());
     const Value ascii = valueOf([](BinaryBuilder &b) { return b.ascii(QByteArray("a\0b", 3)); });
@@ -90,13 +91,13 @@ TEST(BinaryLookUp, TellsArraysOfStringsFromOtherArrays)
         return b.array({shared, b.utf16(QStringLiteral("ü")), shared});
     });
     EXPECT_EQ(strings.kind, Kind::StringArray);
-    EXPECT_EQ(strings.strings, QStringList({u"s"_qs, u"ü"_qs, u"s"_qs}));
+    EXPECT_EQ(strings.strings, QStringList({u"s"_s, u"ü"_s, u"s"_s}));
 
     const Value mixed = valueOf([](BinaryBuilder &b) {
         return b.array({b.integer(1, 3), b.ascii("t")});
     });
     EXPECT_EQ(mixed.kind, Kind::Array);
-    EXPECT_EQ(mixed.strings, QStringList(u"t"_qs));
+    EXPECT_EQ(mixed.strings, QStringList(u"t"_s));
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.array({}); }).kind, Kind::StringArray);
 }
 
@@ -119,21 +120,21 @@ TEST(BinaryLookUp, FollowsAPathOfDictionaries)
     const PropertyList list = opened(builder.build(root));
     EXPECT_EQ(list.format(), Format::Binary);
     EXPECT_EQ(list.value({}).kind, Kind::Dictionary);
-    EXPECT_EQ(list.value({u"outer"_qs, u"deep"_qs}).integer, 5);
-    EXPECT_EQ(list.value({u"outer"_qs, u"none"_qs}).kind, Kind::Missing);
-    EXPECT_EQ(list.value({u"n"_qs, u"deep"_qs}).kind, Kind::Missing);
-    EXPECT_EQ(list.value({u"none"_qs}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"outer"_s, u"deep"_s}).integer, 5);
+    EXPECT_EQ(list.value({u"outer"_s, u"none"_s}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"n"_s, u"deep"_s}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"none"_s}).kind, Kind::Missing);
 }
 
 TEST(BinaryLookUp, FindsAKeyWhicheverWayItIsStored)
 {
     BinaryBuilder builder;
-    const auto root = builder.dictionary({{builder.utf16(u"plain"_qs), builder.integer(1, 1)},
-                                          {builder.utf16(u"größe"_qs), builder.integer(1, 2)},
+    const auto root = builder.dictionary({{builder.utf16(u"plain"_s), builder.integer(1, 1)},
+                                          {builder.utf16(u"größe"_s), builder.integer(1, 2)},
                                           {builder.ascii(""), builder.integer(1, 3)}});
     const PropertyList list = opened(builder.build(root));
-    EXPECT_EQ(list.value({u"plain"_qs}).integer, 1);
-    EXPECT_EQ(list.value({u"größe"_qs}).integer, 2);
+    EXPECT_EQ(list.value({u"plain"_s}).integer, 1);
+    EXPECT_EQ(list.value({u"größe"_s}).integer, 2);
     EXPECT_EQ(list.value({QString()}).integer, 3);
 }
 
@@ -142,7 +143,7 @@ TEST(BinaryLookUp, TakesTheLastOfSeveralEntriesWithOneKey)
     BinaryBuilder builder;
     const auto root =
         builder.dictionaryOf({{"k", builder.integer(1, 1)}, {"k", builder.integer(1, 2)}});
-    EXPECT_EQ(opened(builder.build(root)).value({u"k"_qs}).integer, 2);
+    EXPECT_EQ(opened(builder.build(root)).value({u"k"_s}).integer, 2);
 }
 
 TEST(BinaryLookUp, DecodesALongStringThatAnArraySharesOnlyOnce)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Literals.h"
 #include "plist/PropertyList.h"
 
 #include <random>
@@ -20,7 +21,7 @@ public:
         for (unsigned i = below(20); i > 0; --i)
             text += QChar(letters[below(sizeof letters / 2 - 1)]);
         if (below(8) == 0)
-            text += u"\U0001f600"_qs;
+            text += u"\U0001f600"_s;
         return text;
     }
 

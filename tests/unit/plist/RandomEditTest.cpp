@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "BinaryDump.h"
 #include "Chance.h"
@@ -116,7 +117,7 @@ TEST(RandomEdits, InBinaryFilesLeaveEveryOtherObjectAsItWas)
         auto expected = BinaryDump(file).root();
         PropertyList list = opened(file);
         for (int step = 0; step < 6; ++step) {
-            const QString key = u"k%1"_qs.arg(chance.below(30));
+            const QString key = u"k%1"_s.arg(chance.below(30));
             if (chance.below(3) == 0) {
                 ASSERT_TRUE(list.remove({key}).ok()) << seed;
                 EXPECT_EQ(list.value({key}).kind, Kind::Missing);
@@ -178,9 +179,9 @@ TEST(RandomEdits, AddedAndRemovedInXmlFilesGiveBackTheSameBytes)
         const QByteArray before = joined(entries);
         PropertyList list = opened(before);
         const NewValue value = chance.newValue();
-        ASSERT_TRUE(list.set({u"new"_qs}, value).ok()) << seed;
-        EXPECT_TRUE(holds(list, u"new"_qs, value));
-        ASSERT_TRUE(list.remove({u"new"_qs}).ok()) << seed;
+        ASSERT_TRUE(list.set({u"new"_s}, value).ok()) << seed;
+        EXPECT_TRUE(holds(list, u"new"_s, value));
+        ASSERT_TRUE(list.remove({u"new"_s}).ok()) << seed;
         ASSERT_EQ(list.bytes(), before) << seed;
     }
 }

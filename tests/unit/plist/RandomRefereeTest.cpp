@@ -1,5 +1,6 @@
 // Random documents, each in both formats at once, and random edits of both: what two readers that
 // are not ours see of them.
+#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Chance.h"
 #include "Opened.h"
@@ -16,7 +17,7 @@ constexpr int editsOfEach = 4;
 
 QByteArray xmlText(const QString &text)
 {
-    return text.toHtmlEscaped().replace(u"\r"_qs, u"&#13;"_qs).toUtf8();
+    return text.toHtmlEscaped().replace(u"\r"_s, u"&#13;"_s).toUtf8();
 }
 
 /// The same value as an object and as markup, put together without the program's own writers.
@@ -128,7 +129,7 @@ QList<Case> randomCases()
         PropertyList binary = opened(document.binary);
         PropertyList xml = opened(document.xml);
         for (int step = 0; step < editsOfEach; ++step) {
-            const QString key = u"k%1"_qs.arg(chance.below(10));
+            const QString key = u"k%1"_s.arg(chance.below(10));
             const bool removes = chance.below(3) == 0;
             const NewValue value = chance.newValue();
             for (PropertyList *list : {&binary, &xml}) {
@@ -207,19 +208,19 @@ TEST(RandomReferees, AnEditAndItsInverseGiveBackTheSameDocument)
         const NewValue value = chance.newValue();
         for (const QByteArray &file : {document.binary, document.xml}) {
             PropertyList list = opened(file);
-            ASSERT_TRUE(list.set({u"k0"_qs}, old).ok());
+            ASSERT_TRUE(list.set({u"k0"_s}, old).ok());
             const auto before = readByLibplist(list.bytes());
             const QByteArray bytes = list.bytes();
-            ASSERT_TRUE(list.set({u"k0"_qs}, value).ok());
-            EXPECT_TRUE(holds(list, u"k0"_qs, value));
-            ASSERT_TRUE(list.set({u"k0"_qs}, old).ok());
+            ASSERT_TRUE(list.set({u"k0"_s}, value).ok());
+            EXPECT_TRUE(holds(list, u"k0"_s, value));
+            ASSERT_TRUE(list.set({u"k0"_s}, old).ok());
             EXPECT_EQ(readByLibplist(list.bytes()), before);
             // What said the same before may have said it in other words than ours.
             if (list.format() == Format::Xml && bytes != file) {
                 EXPECT_EQ(list.bytes(), bytes);
             }
-            ASSERT_TRUE(list.set({u"new"_qs}, value).ok());
-            ASSERT_TRUE(list.remove({u"new"_qs}).ok());
+            ASSERT_TRUE(list.set({u"new"_s}, value).ok());
+            ASSERT_TRUE(list.remove({u"new"_s}).ok());
             EXPECT_EQ(readByLibplist(list.bytes()), before);
         }
     }

@@ -1,4 +1,5 @@
 #include "plist/XmlComposer.h"
+#include "base/Literals.h"
 #include "Opened.h"
 #include "Referees.h"
 
@@ -9,17 +10,17 @@ using namespace varnel::test;
 TEST(XmlComposer, WritesWhatOtherReadersRead)
 {
     XmlComposer composer;
-    composer.add(u"yes"_qs, true);
-    composer.add(u"<number>"_qs, qint64(-5));
-    composer.add(u"list"_qs, QStringList {u"a & b"_qs, u""_qs});
-    composer.beginArray(u"array"_qs);
+    composer.add(u"yes"_s, true);
+    composer.add(u"<number>"_s, qint64(-5));
+    composer.add(u"list"_s, QStringList {u"a & b"_s, u""_s});
+    composer.beginArray(u"array"_s);
     composer.beginDictionary();
-    composer.add(u"text"_qs, u" \r\n é\U0001f4f7 "_qs);
+    composer.add(u"text"_s, u" \r\n é\U0001f4f7 "_s);
     composer.end();
     composer.end();
-    composer.beginDictionary(u"empty"_qs);
+    composer.beginDictionary(u"empty"_s);
     composer.end();
-    composer.add(u"since"_qs, QDateTime::fromString(u"2001-01-01T01:01:00+01:00"_qs, Qt::ISODate));
+    composer.add(u"since"_s, QDateTime::fromString(u"2001-01-01T01:01:00+01:00"_s, Qt::ISODate));
     const Result<QByteArray> bytes = composer.finish();
     ASSERT_TRUE(bytes);
 
@@ -31,24 +32,24 @@ TEST(XmlComposer, WritesWhatOtherReadersRead)
         {"empty", "{}"},
         {"since", "date 60 0"}};
     EXPECT_EQ(readByLibplist(bytes.value()), expected) << bytes.value().toStdString();
-    EXPECT_EQ(opened(bytes.value()).value({u"<number>"_qs}).integer, -5);
+    EXPECT_EQ(opened(bytes.value()).value({u"<number>"_s}).integer, -5);
     EXPECT_TRUE(bytes.value().contains("\n\t<key>list</key>\n\t<array>\n\t\t<string>"));
 }
 
 TEST(XmlComposer, EndsWhatWasBegun)
 {
     XmlComposer composer;
-    composer.beginDictionary(u"a"_qs);
-    composer.beginArray(u"b"_qs);
+    composer.beginDictionary(u"a"_s);
+    composer.beginArray(u"b"_s);
     const Result<QByteArray> bytes = composer.finish();
     ASSERT_TRUE(bytes);
-    EXPECT_EQ(opened(bytes.value()).value({u"a"_qs, u"b"_qs}).kind, Kind::StringArray);
+    EXPECT_EQ(opened(bytes.value()).value({u"a"_s, u"b"_s}).kind, Kind::StringArray);
 }
 
 TEST(XmlComposer, RefusesWhatXmlCannotHold)
 {
     XmlComposer inValue;
-    inValue.add(u"a"_qs, QString(QChar(1)));
+    inValue.add(u"a"_s, QString(QChar(1)));
     EXPECT_EQ(inValue.finish().error().code, ErrorCode::Invalid);
     XmlComposer inKey;
     inKey.beginDictionary(QString(QChar(0xd800)));

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "Opened.h"
 
 #include "plist/XmlScan.h"
@@ -18,9 +19,9 @@ void tryAll(const QByteArray &bytes)
     if (!opened)
         return;
     PropertyList list = std::move(opened).value();
-    (void)list.value({u"a"_qs, u"b"_qs});
-    if (list.set({u"a"_qs}, u"new"_qs)) {
-        EXPECT_EQ(list.value({u"a"_qs}).string, u"new"_qs);
+    (void)list.value({u"a"_s, u"b"_s});
+    if (list.set({u"a"_s}, u"new"_s)) {
+        EXPECT_EQ(list.value({u"a"_s}).string, u"new"_s);
     } else {
         EXPECT_EQ(list.bytes(), bytes);
     }
@@ -90,7 +91,7 @@ TEST(XmlHostile, RefusesDeclarationsOfEntitiesAndAttributes)
     EXPECT_TRUE(isUnloadable("<!DOCTYPE plist SYSTEM \"x.dtd\"><dict><key>k</key>"
                              "<string>&a;</string></dict>"));
     EXPECT_TRUE(isUnloadable(withSubset("<!ATTLIST key a CDATA 'x'>", "y")));
-    EXPECT_EQ(opened(withSubset("<!ELEMENT key (#PCDATA)>", "y")).value({u"k"_qs}).string, u"y"_qs);
+    EXPECT_EQ(opened(withSubset("<!ELEMENT key (#PCDATA)>", "y")).value({u"k"_s}).string, u"y"_s);
 }
 
 TEST(XmlHostile, HandlesAMillionLevelsOfNesting)
@@ -99,8 +100,8 @@ TEST(XmlHostile, HandlesAMillionLevelsOfNesting)
     const QByteArray arrays =
         xmlWith("<key>k</key>" + repeated("<array>", depth) + repeated("</array>", depth));
     PropertyList list = opened(arrays);
-    EXPECT_EQ(list.value({u"k"_qs}).kind, Kind::Array);
-    ASSERT_TRUE(list.set({u"k"_qs}, true).ok());
+    EXPECT_EQ(list.value({u"k"_s}).kind, Kind::Array);
+    ASSERT_TRUE(list.set({u"k"_s}, true).ok());
     EXPECT_EQ(list.bytes(), xmlWith("<key>k</key><true/>"));
     EXPECT_TRUE(isUnloadable(xmlWith("<key>k</key>" + repeated("<array>", depth))));
 }
@@ -110,11 +111,11 @@ TEST(XmlHostile, ReadsALongCommentStringOrTagInTimeThatGrowsWithItsLength)
     // Sixteen megabytes in small pieces, each read again from the start, would take minutes.
     const QByteArray filler(16 << 20, 'x');
     EXPECT_TRUE(
-        opened(xmlWith("<!--" + filler + "--><key>k</key><true/>")).value({u"k"_qs}).boolean);
+        opened(xmlWith("<!--" + filler + "--><key>k</key><true/>")).value({u"k"_s}).boolean);
     EXPECT_TRUE(
-        opened(xmlWith("<key a=\"" + filler + "\">k</key><true/>")).value({u"k"_qs}).boolean);
+        opened(xmlWith("<key a=\"" + filler + "\">k</key><true/>")).value({u"k"_s}).boolean);
     EXPECT_EQ(opened(xmlWith("<key>k</key><string>" + filler + "</string>"))
-                  .value({u"k"_qs})
+                  .value({u"k"_s})
                   .string.size(),
               filler.size());
 }

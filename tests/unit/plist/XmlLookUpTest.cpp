@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "Opened.h"
 
 #include <cmath>
@@ -11,7 +12,7 @@ namespace {
 
 Value valueOf(const QByteArray &element)
 {
-    return opened(xmlWith("\t<key>k</key>\n\t" + element + "\n")).value({u"k"_qs});
+    return opened(xmlWith("\t<key>k</key>\n\t" + element + "\n")).value({u"k"_s});
 }
 
 bool refuses(const QByteArray &element)
@@ -83,14 +84,14 @@ TEST(XmlLookUp, RefusesNumbersThatNoReaderReads)
 
 TEST(XmlLookUp, ReadsStringsWithEntitiesReferencesAndCdata)
 {
-    EXPECT_EQ(valueOf("<string>a&lt;b&gt;&amp;&apos;&quot;</string>").string, u"a<b>&'\""_qs);
-    EXPECT_EQ(valueOf("<string>&#65;&#x1F600;&#13;</string>").string, u"A\U0001f600\r"_qs);
-    EXPECT_EQ(valueOf("<string>x<![CDATA[<a>&amp;]]>y</string>").string, u"x<a>&amp;y"_qs);
-    EXPECT_EQ(valueOf("<string>one<!-- no -->two</string>").string, u"onetwo"_qs);
-    EXPECT_EQ(valueOf("<string>  \r\n </string>").string, u"  \n "_qs);
+    EXPECT_EQ(valueOf("<string>a&lt;b&gt;&amp;&apos;&quot;</string>").string, u"a<b>&'\""_s);
+    EXPECT_EQ(valueOf("<string>&#65;&#x1F600;&#13;</string>").string, u"A\U0001f600\r"_s);
+    EXPECT_EQ(valueOf("<string>x<![CDATA[<a>&amp;]]>y</string>").string, u"x<a>&amp;y"_s);
+    EXPECT_EQ(valueOf("<string>one<!-- no -->two</string>").string, u"onetwo"_s);
+    EXPECT_EQ(valueOf("<string>  \r\n </string>").string, u"  \n "_s);
     EXPECT_EQ(valueOf("<string/>").string, QString());
     EXPECT_EQ(valueOf("<string/>").kind, Kind::String);
-    EXPECT_EQ(valueOf("<string>\xef\xbb\xbfx</string>").string, u"\ufeffx"_qs);
+    EXPECT_EQ(valueOf("<string>\xef\xbb\xbfx</string>").string, u"\ufeffx"_s);
 }
 
 TEST(XmlLookUp, TellsTheOtherKinds)
@@ -103,11 +104,11 @@ TEST(XmlLookUp, TellsTheOtherKinds)
     EXPECT_EQ(valueOf("<date>2011-07-20T12:00:00Z</date>").kind, Kind::Other);
     EXPECT_EQ(valueOf("<array/>").kind, Kind::StringArray);
     EXPECT_EQ(valueOf("<array> <string>a</string><string/></array>").strings,
-              QStringList({u"a"_qs, QString()}));
+              QStringList({u"a"_s, QString()}));
     const Value mixed =
         valueOf("<array><string>a</string><array><string>b</string></array></array>");
     EXPECT_EQ(mixed.kind, Kind::Array);
-    EXPECT_EQ(mixed.strings, QStringList(u"a"_qs));
+    EXPECT_EQ(mixed.strings, QStringList(u"a"_s));
 }
 
 TEST(XmlLookUp, FindsKeysHoweverTheyAreWritten)
@@ -118,13 +119,13 @@ TEST(XmlLookUp, FindsKeysHoweverTheyAreWritten)
                                      "<key/><integer>4</integer>"
                                      "<key>gr\xc3\xb6\xc3\x9f"
                                      "e</key><integer>5</integer>"));
-    EXPECT_EQ(list.value({u"a&b"_qs}).integer, 1);
-    EXPECT_EQ(list.value({u"<c>"_qs}).integer, 2);
-    EXPECT_EQ(list.value({u"d"_qs}).integer, 3);
+    EXPECT_EQ(list.value({u"a&b"_s}).integer, 1);
+    EXPECT_EQ(list.value({u"<c>"_s}).integer, 2);
+    EXPECT_EQ(list.value({u"d"_s}).integer, 3);
     EXPECT_EQ(list.value({QString()}).integer, 4);
-    EXPECT_EQ(list.value({u"größe"_qs}).integer, 5);
+    EXPECT_EQ(list.value({u"größe"_s}).integer, 5);
     EXPECT_EQ(list.value({QString(QChar(0xd800))}).kind, Kind::Missing);
-    EXPECT_EQ(list.value({u"?"_qs}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"?"_s}).kind, Kind::Missing);
 }
 
 TEST(XmlLookUp, FollowsAPathOfDictionaries)
@@ -134,21 +135,21 @@ TEST(XmlLookUp, FollowsAPathOfDictionaries)
         "<string>deep</string></dict><key>z</key><true/></dict><key>z</key><false/>"));
     EXPECT_EQ(list.format(), Format::Xml);
     EXPECT_EQ(list.value({}).kind, Kind::Dictionary);
-    EXPECT_EQ(list.value({u"outer"_qs, u"k"_qs, u"k"_qs}).string, u"deep"_qs);
-    EXPECT_TRUE(list.value({u"outer"_qs, u"z"_qs}).boolean);
-    EXPECT_EQ(list.value({u"outer"_qs, u"y"_qs}).kind, Kind::Missing);
-    EXPECT_EQ(list.value({u"k"_qs, u"k"_qs}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"outer"_s, u"k"_s, u"k"_s}).string, u"deep"_s);
+    EXPECT_TRUE(list.value({u"outer"_s, u"z"_s}).boolean);
+    EXPECT_EQ(list.value({u"outer"_s, u"y"_s}).kind, Kind::Missing);
+    EXPECT_EQ(list.value({u"k"_s, u"k"_s}).kind, Kind::Missing);
 }
 
 TEST(XmlLookUp, TakesTheLastOfSeveralEntriesWithOneKey)
 {
     EXPECT_EQ(opened(xmlWith("<key>k</key><integer>1</integer><key>k</key><integer>2</integer>"))
-                  .value({u"k"_qs})
+                  .value({u"k"_s})
                   .integer,
               2);
 }
 
 TEST(XmlLookUp, ToleratesAMissingWrapper)
 {
-    EXPECT_TRUE(opened("<dict><key>k</key><true/></dict>").value({u"k"_qs}).boolean);
+    EXPECT_TRUE(opened("<dict><key>k</key><true/></dict>").value({u"k"_s}).boolean);
 }

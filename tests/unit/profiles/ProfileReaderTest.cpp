@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "profiles/Profile.h"
 #include "settings/Catalogue.h"
 #include "support/PlistReferee.h"
@@ -22,7 +23,7 @@ QByteArray json(const QByteArray &settings)
 QByteArray propertyList(const QString &settings)
 {
     return xmlPlist(u"<key>schemaVersion</key><integer>1</integer>"
-                    u"<key>settings</key><dict>"_qs
+                    u"<key>settings</key><dict>"_s
                     + settings + u"</dict>");
 }
 
@@ -49,7 +50,7 @@ QList<std::pair<int, SettingValue>> values(const QByteArray &bytes)
 }
 
 const QList<std::pair<int, SettingValue>> lab {
-    {1004, {64}}, {1008, {1}}, {1200, {0, u"1;0;0;1"_qs}}, {1400, {0, u"shot"_qs}}};
+    {1004, {64}}, {1008, {1}}, {1200, {0, u"1;0;0;1"_s}}, {1400, {0, u"shot"_s}}};
 
 } // namespace
 
@@ -63,7 +64,7 @@ TEST(ProfileReader, settingsAreNamedByNumberOrNameAndValuesByLabelOrAsExchanged)
               lab);
     EXPECT_EQ(values(json(R"("1008": -1, "1004": -1, "1400": -1, "1200": "default")")),
               (QList<std::pair<int, SettingValue>> {
-                  {1004, {-1}}, {1008, {2}}, {1200, {0, u"-1"_qs}}, {1400, {0, u"-1"_qs}}}));
+                  {1004, {-1}}, {1008, {2}}, {1200, {0, u"-1"_s}}, {1400, {0, u"-1"_s}}}));
     EXPECT_TRUE(values(json("")).isEmpty());
 }
 
@@ -72,7 +73,7 @@ TEST(ProfileReader, theBytesTellTheFormat)
     const QString settings = u"<key>1004</key><integer>64</integer>"
                              u"<key>minimize-effect</key><string>Scale effect</string>"
                              u"<key>1200</key><string>1;0;0;1</string>"
-                             u"<key>1400</key><string>shot</string>"_qs;
+                             u"<key>1400</key><string>shot</string>"_s;
     EXPECT_EQ(values(propertyList(settings)), lab);
     EXPECT_EQ(values("\xef\xbb\xbf \n\t"
                      + json(R"("1004": 64.0, "1008": 1, "1200": "1;0;0;1", "1400": "shot")")),
@@ -80,10 +81,10 @@ TEST(ProfileReader, theBytesTellTheFormat)
     if (!PlistReferee::isHere())
         GTEST_SKIP() << "no python3";
     const QTemporaryDir folder;
-    QFile file(folder.filePath(u"binary"_qs));
+    QFile file(folder.filePath(u"binary"_s));
     PlistReferee::write(file.fileName(),
                         u"{'schemaVersion': 1, 'settings': {'1004': 64, '1008': 'Scale effect', "
-                        u"'1200': '1;0;0;1', '1400': 'shot'}}"_qs,
+                        u"'1200': '1;0;0;1', '1400': 'shot'}}"_s,
                         PlistReferee::Format::Binary);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(values(file.readAll()), lab);
@@ -102,7 +103,7 @@ TEST(ProfileReader, aWrongValueIsToldWithTheSettingsName)
     for (const char16_t *bad :
          {u"<true/>", u"<real>48.5</real>", u"<array><integer>48</integer></array>", u"<dict/>",
           u"<data>QQ==</data>", u"<date>2020-01-01T00:00:00Z</date>"})
-        EXPECT_EQ(complaint(propertyList(u"<key>1004</key>"_qs + QString::fromUtf16(bad))),
+        EXPECT_EQ(complaint(propertyList(u"<key>1004</key>"_s + QString::fromUtf16(bad))),
                   notOfTheKind);
     EXPECT_EQ(complaint(json(R"("1400": 5)")), "screenshot-prefix: its value must be a text");
     EXPECT_EQ(complaint(json(R"("1004": 99999999999)")).substr(0, 14), "'99999999999' ");
@@ -135,11 +136,11 @@ TEST(ProfileReader, aSettingStandsInAProfileOnce)
                                 : 48)")),
               twice);
     EXPECT_EQ(complaint(propertyList(u"<key>1004</key><integer>48</integer>"
-                                     u"<key>1004</key><integer>64</integer>"_qs)),
+                                     u"<key>1004</key><integer>64</integer>"_s)),
               twice);
     EXPECT_EQ(complaint(R"({"schemaVersion": 1, "settings": {"1004": 48}, "settings": {}})"),
               "'settings' stands there twice");
-    EXPECT_EQ(complaint(xmlPlist(u"<key>settings</key><dict/><key>settings</key><dict/>"_qs)),
+    EXPECT_EQ(complaint(xmlPlist(u"<key>settings</key><dict/><key>settings</key><dict/>"_s)),
               "'settings' stands there twice");
     EXPECT_EQ(complaint(json(R"("1400": "\"1400\": {[", "1403": "a\\")")), "none")
         << "what stands in a text is no member";
@@ -187,7 +188,7 @@ TEST(ProfileReader, whatIsBuiltToOverwhelmIsRefused)
               "dock-size stands there twice");
     QString many;
     for (int number = 0; number < 5000; ++number)
-        many += u"<key>k"_qs + QString::number(number) + u"</key><true/>";
+        many += u"<key>k"_s + QString::number(number) + u"</key><true/>";
     EXPECT_EQ(complaint(propertyList(many)), "more than 200 members");
 }
 

@@ -1,4 +1,5 @@
 #include "profiles/ProfileWriter.h"
+#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 #include "support/PlistReferee.h"
@@ -26,13 +27,13 @@ QList<SettingValue> valuesOf(const SettingRow &row)
     if (row.kind == ValueKind::Number)
         return {{row.minimum}, {row.maximum}, {-1}};
     if (row.mechanism == Mechanism::BarItems)
-        return {{0, u"1;0;0;1"_qs}, {0, u"0;0;0;0"_qs}, {0, u"1;1;1;1"_qs}, {0, u"-1"_qs}};
-    return {{0, u""_qs},
-            {0, u"default"_qs},
-            {0, u" <&>\"'\\ \r\n\t/~ "_qs},
-            {0, u"画像 \U0001f4f7 \u00e9"_qs},
-            {0, u"48"_qs},
-            {0, u"-1"_qs}};
+        return {{0, u"1;0;0;1"_s}, {0, u"0;0;0;0"_s}, {0, u"1;1;1;1"_s}, {0, u"-1"_s}};
+    return {{0, u""_s},
+            {0, u"default"_s},
+            {0, u" <&>\"'\\ \r\n\t/~ "_s},
+            {0, u"画像 \U0001f4f7 \u00e9"_s},
+            {0, u"48"_s},
+            {0, u"-1"_s}};
 }
 
 Profile one(const SettingRow &row, const SettingValue &value)
@@ -93,11 +94,11 @@ TEST(ProfileWriter, allSettingsReadBackTogetherAlsoThroughOtherPrograms)
         expectReadAs(list.value(), profile, "XML");
         EXPECT_TRUE(readByLibplist(list.value()));
 
-        QFile xml(folder.filePath(u"xml"_qs));
+        QFile xml(folder.filePath(u"xml"_s));
         ASSERT_TRUE(xml.open(QIODevice::WriteOnly | QIODevice::Truncate));
         xml.write(list.value());
         xml.close();
-        QFile binary(folder.filePath(u"binary"_qs));
+        QFile binary(folder.filePath(u"binary"_s));
         PlistReferee::write(binary.fileName(), PlistReferee::read(xml.fileName()),
                             PlistReferee::Format::Binary);
         ASSERT_TRUE(binary.open(QIODevice::ReadOnly));
@@ -109,9 +110,9 @@ TEST(ProfileWriter, valuesAreWrittenAsAPersonWouldWriteThem)
 {
     const Profile profile {{{findSetting(1004), {-1}},
                             {findSetting(1007), {0}},
-                            {findSetting(1200), {0, u"1;0;0;1"_qs}},
+                            {findSetting(1200), {0, u"1;0;0;1"_s}},
                             {findSetting(1203), {18}},
-                            {findSetting(1400), {0, u"a \"b\""_qs}}}};
+                            {findSetting(1400), {0, u"a \"b\""_s}}}};
     EXPECT_EQ(profileJson(profile).toStdString(), R"({
     "schemaVersion": 1,
     "settings": {

@@ -1,3 +1,4 @@
+#include "base/Literals.h"
 #include "profiles/ConfigurationProfile.h"
 #include "profiles/DefaultsScript.h"
 #include "settings/Catalogue.h"
@@ -35,27 +36,27 @@ QByteArray configuration(const Profile &profile, const std::optional<QDateTime> 
 TEST(DefaultsScript, everyKindOfValueHasItsOwnType)
 {
     EXPECT_EQ(commands({{setting(1004, {48}), setting(1008, {1}), setting(1009, {0})}}),
-              (QStringList {u"defaults write com.apple.dock tilesize -int 48 || failed=1"_qs,
-                            u"defaults write com.apple.dock mineffect -string scale || failed=1"_qs,
-                            u"defaults write com.apple.dock autohide -bool true || failed=1"_qs,
-                            u"killall Dock 2>/dev/null || :"_qs,
-                            u"killall SystemUIServer 2>/dev/null || :"_qs}));
+              (QStringList {u"defaults write com.apple.dock tilesize -int 48 || failed=1"_s,
+                            u"defaults write com.apple.dock mineffect -string scale || failed=1"_s,
+                            u"defaults write com.apple.dock autohide -bool true || failed=1"_s,
+                            u"killall Dock 2>/dev/null || :"_s,
+                            u"killall SystemUIServer 2>/dev/null || :"_s}));
     EXPECT_EQ(commands({{setting(1300, {2})}}),
               QStringList {u"defaults write NSGlobalDomain AppleShowScrollBars -string Always"
-                           u" || failed=1"_qs})
+                           u" || failed=1"_s})
         << "no application takes it up by a restart";
     EXPECT_EQ(commands({{setting(1004, {-1})}}).first(),
               u"defaults delete com.apple.dock tilesize 2>/dev/null || :");
     EXPECT_EQ(
         commands({{setting(1602, {0})}}).mid(0, 2),
         (QStringList {
-            u"defaults write com.apple.iTunes hide-library-playlist -bool false || failed=1"_qs,
-            u"defaults write com.apple.iTunes show-library-playlist -bool true || failed=1"_qs}));
+            u"defaults write com.apple.iTunes hide-library-playlist -bool false || failed=1"_s,
+            u"defaults write com.apple.iTunes show-library-playlist -bool true || failed=1"_s}));
 }
 
 TEST(DefaultsScript, whatNeverMakesAFileAsksFirst)
 {
-    EXPECT_EQ(commands({{setting(1200, {0, u"1;0;0;1"_qs})}}).first(),
+    EXPECT_EQ(commands({{setting(1200, {0, u"1;0;0;1"_s})}}).first(),
               u"! defaults read com.apple.Safari >/dev/null 2>&1 || defaults write "
               u"com.apple.Safari ProxiesInBookmarksBar -array -string 'Reading List' "
               u"-string Bonjour || failed=1");
@@ -72,8 +73,8 @@ TEST(DefaultsScript, whatTheToolHasNoWordsForIsAComment)
     const Translation script = defaultsScript(
         {{setting(1204, {2}), setting(1302, {1}), setting(1400, {0, QString(QChar(u'\0'))})}});
     EXPECT_EQ(script.leftOut,
-              (QStringList {u"toolbar-text: 'defaults' takes no key out of a dictionary"_qs,
-                            u"screenshot-prefix: its text can't stand in a command"_qs}));
+              (QStringList {u"toolbar-text: 'defaults' takes no key out of a dictionary"_s,
+                            u"screenshot-prefix: its text can't stand in a command"_s}));
     for (const QString &line : script.leftOut)
         EXPECT_TRUE(script.bytes.contains(QString(u"\n# " + line + u'\n').toUtf8()));
     EXPECT_TRUE(script.bytes.contains("\nchflags nohidden \"$HOME/Library\" || failed=1\n"));
@@ -96,7 +97,7 @@ TEST(ConfigurationProfileTest, theSameSettingsGetTheSameIdentifiers)
 TEST(ConfigurationProfileTest, anIndependentReaderFindsAPayloadForEachDomain)
 {
     const QByteArray bytes = configuration({{setting(1004, {48}), setting(1009, {1}),
-                                             setting(1300, {2}), setting(1400, {0, u"<a&b>"_qs})}},
+                                             setting(1300, {2}), setting(1400, {0, u"<a&b>"_s})}},
                                            QDateTime::fromSecsSinceEpoch(978307200 + 60, Qt::UTC));
     const auto root = readByLibplist(bytes);
     ASSERT_TRUE(root) << bytes.toStdString();
@@ -122,8 +123,8 @@ TEST(ConfigurationProfileTest, whatNoPayloadCanDoIsLeftOut)
     EXPECT_EQ(
         translation.value().leftOut,
         (QStringList {u"toolbar-text: a configuration profile would replace the whole "
-                      u"dictionary that it stands in"_qs,
-                      u"library-folder: no preference, so no configuration profile holds it"_qs,
-                      u"dock-size: a configuration profile takes no key out"_qs}));
+                      u"dictionary that it stands in"_s,
+                      u"library-folder: no preference, so no configuration profile holds it"_s,
+                      u"dock-size: a configuration profile takes no key out"_s}));
     EXPECT_FALSE(configurationProfile({{setting(1400, {0, QString(QChar(1))})}}, {}));
 }

@@ -1,4 +1,5 @@
 #include "settings/Catalogue.h"
+#include "base/Literals.h"
 
 #include <QMap>
 #include <QSet>
@@ -50,7 +51,7 @@ TEST(Catalogue, KeepsTheNumberOfLoginItemRowsFree)
 
 TEST(Catalogue, FindsASettingByItsNumberOrItsShortName)
 {
-    EXPECT_EQ(findSetting(1009)->viewClass, u"HideDockView"_qs);
+    EXPECT_EQ(findSetting(1009)->viewClass, u"HideDockView"_s);
     EXPECT_EQ(findSetting(u"1009"), findSetting(1009));
     EXPECT_EQ(findSetting(u"autohide"), findSetting(1009));
     EXPECT_EQ(findSetting(u"scroll-bars"), findSetting(1300));
@@ -60,7 +61,7 @@ TEST(Catalogue, FindsNothingForUnknownNumbersAndNames)
 {
     for (const int id : {0, 999, 1011, 1099, 1207, 1805, -1})
         EXPECT_EQ(findSetting(id), nullptr) << id;
-    for (const QString &name : {u""_qs, u"Autohide "_qs, u"1009x"_qs, u"dock"_qs})
+    for (const QString &name : {u""_s, u"Autohide "_s, u"1009x"_s, u"dock"_s})
         EXPECT_EQ(findSetting(name), nullptr) << name.toStdString();
 }
 
@@ -159,13 +160,12 @@ TEST(Catalogue, TheModulesStandInTheOrderOfTheOutline)
         icons.append(module.icon);
     }
     EXPECT_EQ(titles,
-              (QStringList {u"General"_qs, u"Dock"_qs, u"Finder"_qs, u"iTunes"_qs, u"Mail"_qs,
-                            u"QuickTime Player X"_qs, u"Safari"_qs, u"Screen Capture"_qs,
-                            u"Time Machine"_qs}));
-    EXPECT_EQ(
-        icons,
-        (QStringList {u"General"_qs, u"Dock"_qs, u"Finder"_qs, u"iTunes"_qs, u"mail"_qs,
-                      u"QuickTimePlayerX"_qs, u"compass"_qs, u"ScreenCapture"_qs, u"backup"_qs}));
+              (QStringList {u"General"_s, u"Dock"_s, u"Finder"_s, u"iTunes"_s, u"Mail"_s,
+                            u"QuickTime Player X"_s, u"Safari"_s, u"Screen Capture"_s,
+                            u"Time Machine"_s}));
+    EXPECT_EQ(icons,
+              (QStringList {u"General"_s, u"Dock"_s, u"Finder"_s, u"iTunes"_s, u"mail"_s,
+                            u"QuickTimePlayerX"_s, u"compass"_s, u"ScreenCapture"_s, u"backup"_s}));
 }
 
 TEST(Catalogue, EachModuleShowsAllItsViewsAndReadsSomeOfThem)
@@ -178,10 +178,10 @@ TEST(Catalogue, EachModuleShowsAllItsViewsAndReadsSomeOfThem)
             EXPECT_TRUE(page.contains(view)) << view.toStdString();
     }
     EXPECT_EQ(moduleRow(ModuleId::General).readOrder,
-              (QStringList {u"ZoomAnimationView"_qs, u"ScrollbarView"_qs, u"KeyAutorepeatView"_qs,
-                            u"UserLibraryFolderView"_qs}));
+              (QStringList {u"ZoomAnimationView"_s, u"ScrollbarView"_s, u"KeyAutorepeatView"_s,
+                            u"UserLibraryFolderView"_s}));
     EXPECT_EQ(moduleRow(ModuleId::Safari).readOrder,
-              (QStringList {u"BookmarkBarView"_qs, u"DebugMenuView"_qs, u"DevelopMenuView"_qs}));
+              (QStringList {u"BookmarkBarView"_s, u"DebugMenuView"_s, u"DevelopMenuView"_s}));
 }
 
 TEST(Catalogue, TheLockAndDisplayControlViewsCarryThreeRowsEach)

@@ -1,4 +1,5 @@
 #include "settings/EditDrafts.h"
+#include "base/Literals.h"
 
 #include "settings/Rehearsal.h"
 #include "support/SettingsHome.h"
@@ -17,7 +18,7 @@ const QList<KeyChange> bigger {{{QStringLiteral("tilesize")}, qint64(64)}};
 
 QByteArray sizeOf(int size)
 {
-    return xmlPlist(u"<key>tilesize</key><integer>%1</integer>"_qs.arg(size));
+    return xmlPlist(u"<key>tilesize</key><integer>%1</integer>"_s.arg(size));
 }
 
 qint64 sizeIn(const Result<plist::PropertyList> &list)
@@ -76,15 +77,15 @@ TEST(EditDrafts, AWriteAfterItsTrialKeepsWhatAnotherProgramWroteInBetween)
     EditDrafts drafts;
     LinuxFileStore store(home.home.home());
     PreferenceFiles files(store, &drafts);
-    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_qs);
+    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_s);
     Rehearsal rehearsal(home.home.home(), home.store, home.finderInfo, &drafts);
     const Result<bool> trial = rehearsal.wouldChange(*findSetting(1004), {64});
     ASSERT_TRUE(trial.ok() && trial.value());
 
-    home.put(dock, u"<key>tilesize</key><integer>48</integer><key>loc</key><true/>"_qs);
-    ASSERT_TRUE(files.writeNumberPlistValue(home.path(dock), u"tilesize"_qs, 64).ok());
+    home.put(dock, u"<key>tilesize</key><integer>48</integer><key>loc</key><true/>"_s);
+    ASSERT_TRUE(files.writeNumberPlistValue(home.path(dock), u"tilesize"_s, 64).ok());
     EXPECT_EQ(home.read(1004).value.number, 64);
-    EXPECT_EQ(home.files.readNumberPlistValue(home.path(dock), u"loc"_qs), 1);
+    EXPECT_EQ(home.files.readNumberPlistValue(home.path(dock), u"loc"_s), 1);
 }
 
 TEST(EditDrafts, AWriteAfterItsTrialWritesWhatWasTried)
@@ -93,12 +94,12 @@ TEST(EditDrafts, AWriteAfterItsTrialWritesWhatWasTried)
     EditDrafts drafts;
     LinuxFileStore store(home.home.home());
     PreferenceFiles files(store, &drafts);
-    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_qs);
+    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_s);
     const QByteArray before = home.bytes(dock);
     Rehearsal rehearsal(home.home.home(), home.store, home.finderInfo, &drafts);
     ASSERT_TRUE(rehearsal.wouldChange(*findSetting(1004), {64}).ok());
     const auto tried = drafts.edited(before, bigger);
     ASSERT_TRUE(tried.has_value());
-    ASSERT_TRUE(files.writeNumberPlistValue(home.path(dock), u"tilesize"_qs, 64).ok());
+    ASSERT_TRUE(files.writeNumberPlistValue(home.path(dock), u"tilesize"_s, 64).ok());
     EXPECT_EQ(home.bytes(dock), *tried);
 }

@@ -1,5 +1,6 @@
 // All fifty settings, one after the other, against a table that is written down by itself.
 
+#include "base/Literals.h"
 #include "settings/SettingAccess.h"
 #include "SettingTable.h"
 #include "support/PlistReferee.h"
@@ -31,7 +32,7 @@ QString startEntries(const ExpectedSetting &setting)
     if (setting.id != 1204)
         return keptXml;
     return u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key>"
-           u"<dict><key>TB Icon Size Mode</key><integer>1</integer></dict>"_qs
+           u"<dict><key>TB Icon Size Mode</key><integer>1</integer></dict>"_s
         + keptXml;
 }
 
@@ -44,7 +45,7 @@ struct OrdinaryKey {
 
 std::optional<OrdinaryKey> ordinaryKey(const ExpectedSetting &setting)
 {
-    static const QRegularExpression entry(u"^'([^']+)': (True|False|\\d+|'[^']*')$"_qs);
+    static const QRegularExpression entry(u"^'([^']+)': (True|False|\\d+|'[^']*')$"_s);
     const QList<int> special {1003, 1004, 1203, 1400, 1403};
     if (setting.file.isEmpty() || special.contains(setting.id))
         return std::nullopt;
@@ -81,11 +82,11 @@ int numberOf(const QString &literal)
 QStringList formsOfNumber(int number)
 {
     const QString text = QString::number(number);
-    QStringList forms {u"<integer>"_qs + text + u"</integer>", u"<real>"_qs + text + u".0</real>",
-                       u"<real>"_qs + text + u".75</real>", u"<string>"_qs + text + u"</string>",
-                       u"<string> "_qs + text + u" items</string>"};
+    QStringList forms {u"<integer>"_s + text + u"</integer>", u"<real>"_s + text + u".0</real>",
+                       u"<real>"_s + text + u".75</real>", u"<string>"_s + text + u"</string>",
+                       u"<string> "_s + text + u" items</string>"};
     if (number == 0 || number == 1)
-        forms.append(number == 1 ? u"<true/>"_qs : u"<false/>"_qs);
+        forms.append(number == 1 ? u"<true/>"_s : u"<false/>"_s);
     return forms;
 }
 
@@ -93,7 +94,7 @@ QStringList formsOfNumber(int number)
 SettingReading readForm(const SettingsHome &home, const ExpectedSetting &setting,
                         const QString &key, const QString &form)
 {
-    home.put(setting.file, u"<key>"_qs + key + u"</key>" + form);
+    home.put(setting.file, u"<key>"_s + key + u"</key>" + form);
     return home.read(setting.id);
 }
 
@@ -122,7 +123,7 @@ TEST(EveryRow, StandsInTheCatalogueWithItsPlaceTextsAndChoices)
         ASSERT_NE(row, nullptr);
         EXPECT_EQ(row->viewClass, setting.viewClass);
         EXPECT_EQ(shortLocationString(*row), setting.place);
-        EXPECT_EQ(locationString(*row), u"Quillet -> "_qs + setting.place);
+        EXPECT_EQ(locationString(*row), u"Quillet -> "_s + setting.place);
         EXPECT_EQ(row->file, setting.file.isEmpty() ? QString() : u'/' + setting.file);
         EXPECT_EQ(row->keywords, setting.keywords);
         QStringList labels;
@@ -152,7 +153,7 @@ TEST(EveryRow, WritingAValueLeavesExactlyThatInItsFile)
             ASSERT_TRUE(home.write(setting.id, {value.number, value.text}).ok());
             results.append(home.path(QString::number(results.size())));
             QFile::copy(home.path(setting.file), results.last());
-            expected.append(u'{' + (value.holds.isEmpty() ? QString() : value.holds + u", "_qs)
+            expected.append(u'{' + (value.holds.isEmpty() ? QString() : value.holds + u", "_s)
                             + kept + u'}');
         }
     }
@@ -258,8 +259,8 @@ TEST(EveryRow, AnyOtherNumberSelectsTheDefault)
 {
     SettingsHome home;
     forOrdinarySettings([&](const ExpectedSetting &setting, const OrdinaryKey &ordinary) {
-        for (const QString &form : {u"<integer>5</integer>"_qs, u"<integer>-1</integer>"_qs,
-                                    u"<real>-7.5</real>"_qs, u"<string>5 yes</string>"_qs})
+        for (const QString &form : {u"<integer>5</integer>"_s, u"<integer>-1</integer>"_s,
+                                    u"<real>-7.5</real>"_s, u"<string>5 yes</string>"_s})
             EXPECT_EQ(readForm(home, setting, ordinary.key, form).value,
                       SettingValue {ordinary.defaultIndex});
     });
@@ -284,9 +285,8 @@ TEST(EveryRow, AValueOfAForeignTypeSelectsTheDefault)
 {
     SettingsHome home;
     forOrdinarySettings([&](const ExpectedSetting &setting, const OrdinaryKey &ordinary) {
-        for (const QString &form :
-             {u"<array><integer>1</integer></array>"_qs, u"<dict/>"_qs, u"<data>AQ==</data>"_qs,
-              u"<date>2011-07-20T12:00:00Z</date>"_qs})
+        for (const QString &form : {u"<array><integer>1</integer></array>"_s, u"<dict/>"_s,
+                                    u"<data>AQ==</data>"_s, u"<date>2011-07-20T12:00:00Z</date>"_s})
             EXPECT_EQ(readForm(home, setting, ordinary.key, form).value,
                       SettingValue {ordinary.defaultIndex});
     });
@@ -303,14 +303,14 @@ TEST(EveryRow, AStoredTextSelectsItsChoiceInAnyLetterCaseExceptTheFileFormat)
             ++texts;
             const QString text = textOf(stored.value());
             const auto read = [&](const QString &form) {
-                return readForm(home, setting, ordinary.key, u"<string>"_qs + form + u"</string>")
+                return readForm(home, setting, ordinary.key, u"<string>"_s + form + u"</string>")
                     .value.number;
             };
             EXPECT_EQ(read(text), stored.key());
             EXPECT_EQ(read(text.toUpper()),
                       setting.id == 1402 ? ordinary.defaultIndex : stored.key());
             EXPECT_EQ(read(text + u' '), ordinary.defaultIndex);
-            EXPECT_EQ(read(u"nonsense"_qs), ordinary.defaultIndex);
+            EXPECT_EQ(read(u"nonsense"_s), ordinary.defaultIndex);
         }
     });
     EXPECT_EQ(texts, 3 + 3 + 2 + 7);

@@ -1,4 +1,5 @@
 #include "settings/LibraryFolder.h"
+#include "base/Literals.h"
 
 #include "settings/Catalogue.h"
 #include "settings/SettingAccess.h"
@@ -35,7 +36,7 @@ TEST(LibraryFolder, TheInvisibleFlagIsTheBit0x4000OfTheBigEndianWordAtByteEight)
     EXPECT_TRUE(isInvisible(info, folder));
     info.stored.insert(folder, flagged(0xBF, 0xFF));
     EXPECT_FALSE(isInvisible(info, folder));
-    EXPECT_FALSE(isInvisible(info, u"/home/other"_qs)) << "never set";
+    EXPECT_FALSE(isInvisible(info, u"/home/other"_s)) << "never set";
 }
 
 TEST(LibraryFolder, SettingAndClearingTheFlagLeavesEveryOtherBitAlone)
@@ -52,7 +53,7 @@ TEST(LibraryFolder, AFlagThatIsSoAlreadyIsNotWritten)
 {
     FakeFinderInfo info;
     EXPECT_EQ(setFileInvisibility(info, folder, false), 0);
-    EXPECT_EQ(info.calls, QStringList {u"read /home/Library"_qs});
+    EXPECT_EQ(info.calls, QStringList {u"read /home/Library"_s});
 }
 
 TEST(LibraryFolder, WhatCannotBeReadCountsAsInvisibleAndIsNotWritten)
@@ -61,7 +62,7 @@ TEST(LibraryFolder, WhatCannotBeReadCountsAsInvisibleAndIsNotWritten)
     info.readError = EACCES;
     EXPECT_TRUE(isInvisible(info, folder));
     EXPECT_EQ(setFileInvisibility(info, folder, false), EACCES);
-    EXPECT_FALSE(info.calls.contains(u"write /home/Library"_qs));
+    EXPECT_FALSE(info.calls.contains(u"write /home/Library"_s));
 }
 
 TEST(LibraryFolder, TheErrorNumberOfAFailedWriteIsTheOutcome)
@@ -102,7 +103,7 @@ TEST(LibraryFolder, AFailureOfTheSettingIsToldAndNamesTheFolderInTheLog)
     const Result<void> written = access.write(*findSetting(1302), {1}, home.flags);
     ASSERT_FALSE(written.ok());
     EXPECT_EQ(written.error().code, ErrorCode::NotPermitted);
-    EXPECT_TRUE(log.texts(u"varnel.io"_qs).value(0).startsWith(home.home.path() + u"/Library: "));
+    EXPECT_TRUE(log.texts(u"varnel.io"_s).value(0).startsWith(home.home.path() + u"/Library: "));
     EXPECT_EQ(access.read(*findSetting(1302)).value, SettingValue {0});
     EXPECT_FALSE(access.read(*findSetting(1302)).found);
 }

@@ -1,4 +1,5 @@
 #include "settings/PendingChanges.h"
+#include "base/Literals.h"
 
 #include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
@@ -20,7 +21,7 @@ public:
     {
         kept.append(record);
         return failing.contains(record.locationId)
-            ? Result<void>(Error {ErrorCode::Failed, u"no room"_qs})
+            ? Result<void>(Error {ErrorCode::Failed, u"no room"_s})
             : Result<void>();
     }
 
@@ -62,8 +63,8 @@ TEST_F(PendingChangesTest, PendingRecordsStandInTheOrderOfTheLastReportBackupsIn
 
 TEST_F(PendingChangesTest, ARecordKeepsTheExtraTextOfStringSettings)
 {
-    pending.addDataToChangeDataList(1400, 0, u"it's %1 %@"_qs);
-    EXPECT_EQ(changes, (QList<ChangeRecord> {{1400, 0, u"it's %1 %@"_qs}}));
+    pending.addDataToChangeDataList(1400, 0, u"it's %1 %@"_s);
+    EXPECT_EQ(changes, (QList<ChangeRecord> {{1400, 0, u"it's %1 %@"_s}}));
 }
 
 TEST_F(PendingChangesTest, EachReportIsLogged)
@@ -72,21 +73,21 @@ TEST_F(PendingChangesTest, EachReportIsLogged)
     pending.addDataToBackupDataList(1009, 2, none);
     pending.addDataToChangeDataList(1009, 0, none);
     pending.addDataToBackupDataList(1009, 1, none);
-    EXPECT_EQ(log.texts(u"varnel.settings"_qs),
-              (QStringList {u"addDataToBackupDataList"_qs, u"addDataToChangeDataList"_qs,
-                            u"addDataToBackupDataList"_qs}));
+    EXPECT_EQ(log.texts(u"varnel.settings"_s),
+              (QStringList {u"addDataToBackupDataList"_s, u"addDataToChangeDataList"_s,
+                            u"addDataToBackupDataList"_s}));
 }
 
 TEST_F(PendingChangesTest, SavingKeepsTheOldValuesFirstThenWritesThenEmptiesThePendingList)
 {
     pending.addDataToBackupDataList(1009, 2, none);
-    pending.addDataToBackupDataList(1400, 0, u"-1"_qs);
-    pending.addDataToChangeDataList(1400, 0, u"Shot"_qs);
+    pending.addDataToBackupDataList(1400, 0, u"-1"_s);
+    pending.addDataToChangeDataList(1400, 0, u"Shot"_s);
     pending.addDataToChangeDataList(1009, 0, none);
     EXPECT_TRUE(pending.saveChanges().isEmpty());
-    EXPECT_EQ(keeper.kept, (QList<ChangeRecord> {{1009, 2, none}, {1400, 0, u"-1"_qs}}));
+    EXPECT_EQ(keeper.kept, (QList<ChangeRecord> {{1009, 2, none}, {1400, 0, u"-1"_s}}));
     EXPECT_EQ(home.read(1009).value, SettingValue {0});
-    EXPECT_EQ(home.read(1400).value, (SettingValue {0, u"Shot"_qs}));
+    EXPECT_EQ(home.read(1400).value, (SettingValue {0, u"Shot"_s}));
     EXPECT_TRUE(changes.isEmpty());
     EXPECT_EQ(backups.size(), 2);
 }
@@ -107,7 +108,7 @@ TEST_F(PendingChangesTest, CancellingEmptiesOnlyThePendingListAndWritesNothing)
     pending.dropChanges();
     EXPECT_TRUE(changes.isEmpty());
     EXPECT_EQ(backups, (QList<ChangeRecord> {{1009, 2, none}}));
-    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_s));
 }
 
 TEST_F(PendingChangesTest, ASettingChangedAndCancelledStillGetsItsBackupRowAtTheNextSave)
@@ -119,7 +120,7 @@ TEST_F(PendingChangesTest, ASettingChangedAndCancelledStillGetsItsBackupRowAtThe
     pending.addDataToChangeDataList(1300, 2, none);
     EXPECT_TRUE(pending.saveChanges().isEmpty());
     EXPECT_EQ(keeper.kept, (QList<ChangeRecord> {{1009, 2, none}, {1300, 3, none}}));
-    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_s));
 }
 
 TEST_F(PendingChangesTest, RestartFlagsAreRaisedByWritingAndNotByAPendingChange)
@@ -146,17 +147,17 @@ TEST_F(PendingChangesTest, AnUnknownNumberWritesNothingAndHasNoSentence)
     EXPECT_TRUE(pending.writeData(1011, 0, none).ok());
     EXPECT_TRUE(pending.actionString(1011, 0, none).isEmpty());
     EXPECT_EQ(home.flags, RestartFlags());
-    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_qs));
+    EXPECT_FALSE(home.has(u"com.apple.dock.plist"_s));
 }
 
 TEST_F(PendingChangesTest, TheSentenceComesWithTheTwoPlaces)
 {
     EXPECT_EQ(pending.actionString(1804, 1, none),
-              (QStringList {u"Quillet -> QuickTime Player"_qs, u"QuickTime Player"_qs,
-                            u"Do not automatically play selected movie files on launch:"_qs}));
-    EXPECT_EQ(pending.actionString(1403, 5, u"/tmp"_qs),
-              (QStringList {u"Quillet -> Screen Capture"_qs, u"Screen Capture"_qs,
-                            u"Save newly created screenshot files to /tmp"_qs}));
+              (QStringList {u"Quillet -> QuickTime Player"_s, u"QuickTime Player"_s,
+                            u"Do not automatically play selected movie files on launch:"_s}));
+    EXPECT_EQ(pending.actionString(1403, 5, u"/tmp"_s),
+              (QStringList {u"Quillet -> Screen Capture"_s, u"Screen Capture"_s,
+                            u"Save newly created screenshot files to /tmp"_s}));
 }
 
 TEST_F(PendingChangesTest, AFailedBackupNeverBlocksTheWrite)
@@ -173,7 +174,7 @@ TEST_F(PendingChangesTest, AFailedBackupNeverBlocksTheWrite)
 
 TEST_F(PendingChangesTest, AFailedWriteIsToldRaisesItsFlagAndStopsNothing)
 {
-    home.putBytes(u"com.apple.dock.plist"_qs, "broken");
+    home.putBytes(u"com.apple.dock.plist"_s, "broken");
     const LogCapture log;
     pending.addDataToChangeDataList(1009, 0, none);
     pending.addDataToChangeDataList(1500, 1, none);
@@ -185,7 +186,7 @@ TEST_F(PendingChangesTest, AFailedWriteIsToldRaisesItsFlagAndStopsNothing)
     EXPECT_EQ(home.read(1500).value, SettingValue {1});
     EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));
     EXPECT_TRUE(changes.isEmpty());
-    EXPECT_EQ(home.bytes(u"com.apple.dock.plist"_qs), "broken");
+    EXPECT_EQ(home.bytes(u"com.apple.dock.plist"_s), "broken");
 }
 
 TEST(PendingChangesFaults, WhicheverFileFailsItIsAsItWasAndTheOthersAreWritten)
@@ -194,10 +195,10 @@ TEST(PendingChangesFaults, WhicheverFileFailsItIsAsItWasAndTheOthersAreWritten)
     for (int failing = 1; failing <= wanted.size() + 1; ++failing) {
         SettingsHome home;
         for (const char *name : {"dock", "finder", "Mail"})
-            home.put(u"com.apple."_qs + QString::fromLatin1(name) + u".plist",
-                     u"<key>other</key><true/>"_qs);
+            home.put(u"com.apple."_s + QString::fromLatin1(name) + u".plist",
+                     u"<key>other</key><true/>"_s);
         FailingFileStore store(home.store);
-        store.failOperation(failing, {ErrorCode::Failed, u"disk"_qs});
+        store.failOperation(failing, {ErrorCode::Failed, u"disk"_s});
         PreferenceFiles files(store);
         SettingAccess access(home.home.home(), files, home.finderInfo);
         QList<ChangeRecord> changes = wanted;

@@ -1,4 +1,5 @@
 #include "settings/Rehearsal.h"
+#include "base/Literals.h"
 
 #include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
@@ -30,35 +31,35 @@ protected:
 
 TEST_F(RehearsalTest, AValueThatIsThereAlreadyWouldChangeNothing)
 {
-    home.put(dock, u"<key>autohide</key><true/>"_qs);
+    home.put(dock, u"<key>autohide</key><true/>"_s);
     EXPECT_FALSE(wouldChange(1009, {0}));
     EXPECT_TRUE(rehearsal.changedPaths().isEmpty());
 }
 
 TEST_F(RehearsalTest, TheSameChoiceInAnotherTypeWouldChangeTheFile)
 {
-    home.put(dock, u"<key>autohide</key><integer>1</integer>"_qs);
+    home.put(dock, u"<key>autohide</key><integer>1</integer>"_s);
     EXPECT_TRUE(wouldChange(1009, {0}));
 }
 
 TEST_F(RehearsalTest, RemovingAMissingKeyOrFromAMissingFileWouldChangeNothing)
 {
     EXPECT_FALSE(wouldChange(1009, {2}));
-    home.put(dock, u"<key>other</key><true/>"_qs);
+    home.put(dock, u"<key>other</key><true/>"_s);
     EXPECT_FALSE(wouldChange(1009, {2}));
     EXPECT_FALSE(wouldChange(1004, {-1}));
 }
 
 TEST_F(RehearsalTest, ANewValueWouldChangeItsFileAndTouchesNothing)
 {
-    home.put(dock, u"<key>autohide</key><true/>"_qs);
+    home.put(dock, u"<key>autohide</key><true/>"_s);
     const QByteArray before = home.bytes(dock);
     EXPECT_TRUE(wouldChange(1009, {1}));
     EXPECT_TRUE(wouldChange(1300, {2}));
     EXPECT_EQ(rehearsal.changedPaths(),
-              (QStringList {home.path(dock), home.path(u".GlobalPreferences.plist"_qs)}));
+              (QStringList {home.path(dock), home.path(u".GlobalPreferences.plist"_s)}));
     EXPECT_EQ(home.bytes(dock), before);
-    EXPECT_FALSE(home.has(u".GlobalPreferences.plist"_qs));
+    EXPECT_FALSE(home.has(u".GlobalPreferences.plist"_s));
 }
 
 TEST_F(RehearsalTest, LaterTriesSeeWhatTheEarlierOnesWouldHaveLeft)
@@ -70,9 +71,9 @@ TEST_F(RehearsalTest, LaterTriesSeeWhatTheEarlierOnesWouldHaveLeft)
 
 TEST_F(RehearsalTest, AFileThatCannotBeReadAtFirstIsNeverTakenForAMissingOneLater)
 {
-    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_qs);
+    home.put(dock, u"<key>tilesize</key><integer>48</integer>"_s);
     FailingFileStore failing(home.store);
-    failing.failOperation(1, {ErrorCode::Failed, u"for the moment"_qs});
+    failing.failOperation(1, {ErrorCode::Failed, u"for the moment"_s});
     Rehearsal one(home.home.home(), failing, home.finderInfo);
     const SettingRow &size = *findSetting(1004);
     EXPECT_FALSE(one.read({&size}).first().found);
@@ -82,7 +83,7 @@ TEST_F(RehearsalTest, AFileThatCannotBeReadAtFirstIsNeverTakenForAMissingOneLate
 
 TEST_F(RehearsalTest, WhatIsReadIsWhatStandsThereBeforeTheTries)
 {
-    home.put(dock, u"<key>tilesize</key><integer>48</integer><key>autohide</key><true/>"_qs);
+    home.put(dock, u"<key>tilesize</key><integer>48</integer><key>autohide</key><true/>"_s);
     const QList<SettingReading> readings =
         rehearsal.read({findSetting(1004), findSetting(1009), findSetting(1300)});
     ASSERT_EQ(readings.size(), 3);
@@ -115,23 +116,23 @@ TEST_F(RehearsalTest, AFileThatCannotBeLoadedIsTheErrorOfTheTry)
 TEST(DryRunFileStore, ReadsBackWhatATryLeftAndTheRestFromTheInnerStore)
 {
     SettingsHome home;
-    home.putBytes(u"a"_qs, "old");
-    home.putBytes(u"b"_qs, "other");
+    home.putBytes(u"a"_s, "old");
+    home.putBytes(u"b"_s, "other");
     DryRunFileStore store(home.store);
     const auto replaceBy = [](const char *bytes) {
         return [bytes](const std::optional<QByteArray> &) -> Result<std::optional<QByteArray>> {
             return std::optional(QByteArray(bytes));
         };
     };
-    ASSERT_TRUE(store.update(home.path(u"a"_qs), replaceBy("new")).ok());
-    ASSERT_TRUE(store.update(home.path(u"c"_qs), replaceBy("made")).ok());
-    EXPECT_EQ(store.read(home.path(u"a"_qs)).value(), "new");
-    EXPECT_EQ(store.read(home.path(u"b"_qs)).value(), "other");
-    EXPECT_TRUE(store.exists(home.path(u"c"_qs)));
-    EXPECT_FALSE(store.exists(home.path(u"d"_qs)));
-    EXPECT_EQ(store.read(home.path(u"d"_qs)).error().code, ErrorCode::NotFound);
-    EXPECT_EQ(store.changedPaths(), (QStringList {home.path(u"a"_qs), home.path(u"c"_qs)}));
-    ASSERT_TRUE(store.update(home.path(u"a"_qs), replaceBy("old")).ok());
-    EXPECT_EQ(store.changedPaths(), QStringList {home.path(u"c"_qs)}) << "as it was again";
-    EXPECT_EQ(home.bytes(u"a"_qs), "old");
+    ASSERT_TRUE(store.update(home.path(u"a"_s), replaceBy("new")).ok());
+    ASSERT_TRUE(store.update(home.path(u"c"_s), replaceBy("made")).ok());
+    EXPECT_EQ(store.read(home.path(u"a"_s)).value(), "new");
+    EXPECT_EQ(store.read(home.path(u"b"_s)).value(), "other");
+    EXPECT_TRUE(store.exists(home.path(u"c"_s)));
+    EXPECT_FALSE(store.exists(home.path(u"d"_s)));
+    EXPECT_EQ(store.read(home.path(u"d"_s)).error().code, ErrorCode::NotFound);
+    EXPECT_EQ(store.changedPaths(), (QStringList {home.path(u"a"_s), home.path(u"c"_s)}));
+    ASSERT_TRUE(store.update(home.path(u"a"_s), replaceBy("old")).ok());
+    EXPECT_EQ(store.changedPaths(), QStringList {home.path(u"c"_s)}) << "as it was again";
+    EXPECT_EQ(home.bytes(u"a"_s), "old");
 }

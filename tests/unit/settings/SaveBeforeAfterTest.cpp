@@ -1,5 +1,6 @@
 // After a save, an independent reader sees exactly the keys changed that were to change.
 
+#include "base/Literals.h"
 #include "settings/PendingChanges.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
@@ -79,7 +80,7 @@ protected:
     }
 
     /// What one saved change makes of a file.
-    Difference save(const QString &file, int id, int number, const QString &extra = u""_qs)
+    Difference save(const QString &file, int id, int number, const QString &extra = u""_s)
     {
         make(file);
         const QStringList before = PlistReferee::entries(home.path(file));
@@ -102,59 +103,59 @@ protected:
 TEST_P(SaveBeforeAfter, AChoiceChangesItsKeyAlone)
 {
     const Difference found = save(dock, 1009, 0);
-    EXPECT_EQ(found.gone, QStringList {u"'autohide': False"_qs});
-    EXPECT_EQ(found.come, QStringList {u"'autohide': True"_qs});
+    EXPECT_EQ(found.gone, QStringList {u"'autohide': False"_s});
+    EXPECT_EQ(found.come, QStringList {u"'autohide': True"_s});
 }
 
 TEST_P(SaveBeforeAfter, ANumberReplacesARealByAnInteger)
 {
     const Difference found = save(dock, 1004, 64);
-    EXPECT_EQ(found.gone, QStringList {u"'tilesize': 43.0"_qs});
-    EXPECT_EQ(found.come, QStringList {u"'tilesize': 64"_qs});
+    EXPECT_EQ(found.gone, QStringList {u"'tilesize': 43.0"_s});
+    EXPECT_EQ(found.come, QStringList {u"'tilesize': 64"_s});
 }
 
 TEST_P(SaveBeforeAfter, ANewKeyIsAllThatComes)
 {
     const Difference found = save(dock, 1000, 0);
     EXPECT_TRUE(found.gone.isEmpty());
-    EXPECT_EQ(found.come, QStringList {u"'contents-immutable': True"_qs});
+    EXPECT_EQ(found.come, QStringList {u"'contents-immutable': True"_s});
 }
 
 TEST_P(SaveBeforeAfter, TheDefaultTakesItsKeyAlone)
 {
     const Difference found = save(dock, 1005, 3);
-    EXPECT_EQ(found.gone, QStringList {u"'orientation': 'left'"_qs});
+    EXPECT_EQ(found.gone, QStringList {u"'orientation': 'left'"_s});
     EXPECT_TRUE(found.come.isEmpty());
 }
 
 TEST_P(SaveBeforeAfter, ATextInPlaceOfABooleanIsReplaced)
 {
     const Difference found = save(finder, 1101, 1);
-    EXPECT_EQ(found.gone, QStringList {u"'AppleShowAllFiles': 'YES'"_qs});
-    EXPECT_EQ(found.come, QStringList {u"'AppleShowAllFiles': False"_qs});
+    EXPECT_EQ(found.gone, QStringList {u"'AppleShowAllFiles': 'YES'"_s});
+    EXPECT_EQ(found.come, QStringList {u"'AppleShowAllFiles': False"_s});
 }
 
 TEST_P(SaveBeforeAfter, AKeyInsideADictionaryChangesNothingBesideIt)
 {
     const Difference found = save(safari, 1204, 0);
     const QString entry =
-        u"'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Display Mode': %d, 'TB Icon Size Mode': 1, 'TB Item Identifiers': ['Back', 'Forward', 'Address'], 'TB Size Mode': 1}"_qs;
-    EXPECT_EQ(found.gone, QStringList {QString(entry).replace(u"%d"_qs, u"2"_qs)});
-    EXPECT_EQ(found.come, QStringList {QString(entry).replace(u"%d"_qs, u"0"_qs)});
+        u"'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Display Mode': %d, 'TB Icon Size Mode': 1, 'TB Item Identifiers': ['Back', 'Forward', 'Address'], 'TB Size Mode': 1}"_s;
+    EXPECT_EQ(found.gone, QStringList {QString(entry).replace(u"%d"_s, u"2"_s)});
+    EXPECT_EQ(found.come, QStringList {QString(entry).replace(u"%d"_s, u"0"_s)});
 }
 
 TEST_P(SaveBeforeAfter, TheBookmarksBarChangesItsArrayAlone)
 {
-    const Difference found = save(safari, 1200, 0, u"1;0;0;0"_qs);
-    EXPECT_EQ(found.gone, QStringList {u"'ProxiesInBookmarksBar': ['Top Sites', 'Bonjour']"_qs});
-    EXPECT_EQ(found.come, QStringList {u"'ProxiesInBookmarksBar': ['Reading List']"_qs});
+    const Difference found = save(safari, 1200, 0, u"1;0;0;0"_s);
+    EXPECT_EQ(found.gone, QStringList {u"'ProxiesInBookmarksBar': ['Top Sites', 'Bonjour']"_s});
+    EXPECT_EQ(found.come, QStringList {u"'ProxiesInBookmarksBar': ['Reading List']"_s});
 }
 
 TEST_P(SaveBeforeAfter, WhatIsThereAlreadyLeavesEveryByteOfTheFile)
 {
     make(dock);
     const QByteArray before = home.bytes(dock);
-    pending.addDataToChangeDataList(1008, 0, u""_qs);
+    pending.addDataToChangeDataList(1008, 0, u""_s);
     EXPECT_TRUE(pending.saveChanges().isEmpty());
     EXPECT_EQ(home.bytes(dock), before);
 }

@@ -1,4 +1,5 @@
 #include "settings/SearchIndex.h"
+#include "base/Literals.h"
 
 #include <QLocale>
 
@@ -26,55 +27,55 @@ QList<int> found(QStringView typed)
 TEST(SearchIndex, HoldsTheTextsInTheOrderInWhichTheModulesGiveThem)
 {
     const QList<SearchEntry> expected {
-        {1200, u"Show Bonjour on Safari's Bookmarks bar"_qs},
-        {1201, u"safari web browser debug menu main"_qs},
-        {1202, u"safari web browser develop menu main"_qs},
-        {1203, u"safari main history menu."_qs},
-        {1204, u"safari text bottom toolbar"_qs},
-        {1205, u"safari thumbnail image top sites history cache"_qs},
-        {1206, u"safari warning close window unsubmitted text"_qs},
-        {1101, u"finder hidden files folders"_qs},
-        {1100, u"finder quit menu"_qs},
-        {1107, u"finder sound effect copying move moving file folder emptying trash"_qs},
-        {1106, u"finder desktop icon context menu"_qs},
-        {1105, u"finder full path window title bar posix"_qs},
-        {1104, u"finder zoom animation effect opening window"_qs},
-        {1103, u"finder animation info panes"_qs},
-        {1102, u"finder .ds_store file remote network folder"_qs},
-        {1010, u"dock classic 2d 2-d 3d 3-d style tiger"_qs},
-        {1009, u"dock autohide auto-hide"_qs},
-        {1008, u"dock minimize minimizing animation effect windows"_qs},
-        {1007, u"dock minimize minimizing windows application icon"_qs},
-        {1006, u"dock animation effect bouncing icon opening application"_qs},
-        {1005, u"dock position desktop screen"_qs},
-        {1004, u"dock size icon"_qs},
-        {1003, u"dock size icon animation magnification effect"_qs},
-        {1000, u"dock icon lock contents"_qs},
-        {1001, u"dock lock position"_qs},
-        {1002, u"dock icon lock size"_qs},
-        {1302, u"general user library folder directory"_qs},
-        {1301, u"general key auto-repeat autorepeat holding down key continuously continue"_qs},
-        {1300, u"general scrollbars scroll-bars applications input device scrolling"_qs},
-        {1303, u"general zoom animation effect opening windows"_qs},
-        {1304, u"general spell-check spellcheck autocorrect auto-correct"_qs},
-        {1402, u"screen capture save file format screenshot image"_qs},
-        {1400, u"screen capture prefix screenshot file names image"_qs},
-        {1403, u"screen capture save file location folder directory screenshot image"_qs},
-        {1401, u"screen capture drop shadow screenshot image"_qs},
-        {1500, u"mail animation reply replying email"_qs},
-        {1501, u"mail animation send sending email"_qs},
-        {1502, u"mail email message plain text"_qs},
-        {1504, u"mail email attachment"_qs},
-        {1503, u"mail email addresses brackets"_qs},
-        {1603, u"itunes half star rating"_qs},
-        {1602, u"itunes play list library"_qs},
-        {1601, u"itunes ping button song"_qs},
-        {1600, u"itunes pre-load song previews streaming"_qs},
-        {1700, u"new disk backup"_qs},
-        {1800, u"quicktime player close captioning sub titles"_qs},
-        {1801, u"quicktime player display control mouse cursor window"_qs},
-        {1802, u"quicktime player display control"_qs},
-        {1803, u"quicktime player display title bar"_qs},
+        {1200, u"Show Bonjour on Safari's Bookmarks bar"_s},
+        {1201, u"safari web browser debug menu main"_s},
+        {1202, u"safari web browser develop menu main"_s},
+        {1203, u"safari main history menu."_s},
+        {1204, u"safari text bottom toolbar"_s},
+        {1205, u"safari thumbnail image top sites history cache"_s},
+        {1206, u"safari warning close window unsubmitted text"_s},
+        {1101, u"finder hidden files folders"_s},
+        {1100, u"finder quit menu"_s},
+        {1107, u"finder sound effect copying move moving file folder emptying trash"_s},
+        {1106, u"finder desktop icon context menu"_s},
+        {1105, u"finder full path window title bar posix"_s},
+        {1104, u"finder zoom animation effect opening window"_s},
+        {1103, u"finder animation info panes"_s},
+        {1102, u"finder .ds_store file remote network folder"_s},
+        {1010, u"dock classic 2d 2-d 3d 3-d style tiger"_s},
+        {1009, u"dock autohide auto-hide"_s},
+        {1008, u"dock minimize minimizing animation effect windows"_s},
+        {1007, u"dock minimize minimizing windows application icon"_s},
+        {1006, u"dock animation effect bouncing icon opening application"_s},
+        {1005, u"dock position desktop screen"_s},
+        {1004, u"dock size icon"_s},
+        {1003, u"dock size icon animation magnification effect"_s},
+        {1000, u"dock icon lock contents"_s},
+        {1001, u"dock lock position"_s},
+        {1002, u"dock icon lock size"_s},
+        {1302, u"general user library folder directory"_s},
+        {1301, u"general key auto-repeat autorepeat holding down key continuously continue"_s},
+        {1300, u"general scrollbars scroll-bars applications input device scrolling"_s},
+        {1303, u"general zoom animation effect opening windows"_s},
+        {1304, u"general spell-check spellcheck autocorrect auto-correct"_s},
+        {1402, u"screen capture save file format screenshot image"_s},
+        {1400, u"screen capture prefix screenshot file names image"_s},
+        {1403, u"screen capture save file location folder directory screenshot image"_s},
+        {1401, u"screen capture drop shadow screenshot image"_s},
+        {1500, u"mail animation reply replying email"_s},
+        {1501, u"mail animation send sending email"_s},
+        {1502, u"mail email message plain text"_s},
+        {1504, u"mail email attachment"_s},
+        {1503, u"mail email addresses brackets"_s},
+        {1603, u"itunes half star rating"_s},
+        {1602, u"itunes play list library"_s},
+        {1601, u"itunes ping button song"_s},
+        {1600, u"itunes pre-load song previews streaming"_s},
+        {1700, u"new disk backup"_s},
+        {1800, u"quicktime player close captioning sub titles"_s},
+        {1801, u"quicktime player display control mouse cursor window"_s},
+        {1802, u"quicktime player display control"_s},
+        {1803, u"quicktime player display title bar"_s},
     };
     EXPECT_EQ(searchIndex(), expected);
 }
@@ -82,7 +83,7 @@ TEST(SearchIndex, HoldsTheTextsInTheOrderInWhichTheModulesGiveThem)
 TEST(SearchIndex, AnEmptyTextFindsNothing)
 {
     EXPECT_TRUE(findSettings(QString()).isEmpty());
-    EXPECT_TRUE(findViews(u""_qs).isEmpty());
+    EXPECT_TRUE(findViews(u""_s).isEmpty());
 }
 
 TEST(SearchIndex, CapitalsFindWhatSmallLettersFind)
@@ -93,16 +94,16 @@ TEST(SearchIndex, CapitalsFindWhatSmallLettersFind)
 
 TEST(SearchIndex, LockSizeFindsTheLockViewOnce)
 {
-    EXPECT_EQ(ids(findViews(u"lock size"_qs)), (QList<int> {1002}));
+    EXPECT_EQ(ids(findViews(u"lock size"_s)), (QList<int> {1002}));
     EXPECT_EQ(found(u"lock"), (QList<int> {1000, 1001, 1002}));
-    EXPECT_EQ(ids(findViews(u"lock"_qs)), (QList<int> {1000}));
+    EXPECT_EQ(ids(findViews(u"lock"_s)), (QList<int> {1000}));
 }
 
 TEST(SearchIndex, DisplayFindsTheDisplayControlViewOnce)
 {
     EXPECT_EQ(found(u"display"), (QList<int> {1801, 1802, 1803}));
-    EXPECT_EQ(ids(findViews(u"display"_qs)), (QList<int> {1801}));
-    EXPECT_EQ(ids(findViews(u"title bar"_qs)), (QList<int> {1105, 1803}));
+    EXPECT_EQ(ids(findViews(u"display"_s)), (QList<int> {1801}));
+    EXPECT_EQ(ids(findViews(u"title bar"_s)), (QList<int> {1105, 1803}));
 }
 
 TEST(SearchIndex, BookmarksFindsTheBookmarksBarAndReadingListFindsNothing)
@@ -134,6 +135,6 @@ TEST(SearchIndex, TheLocaleOfTheUserChangesNothing)
 
 TEST(SearchIndex, AResultTellsItsTextAndTheLengthOfTheMatch)
 {
-    EXPECT_EQ(findViews(u"BONJOUR"_qs),
-              (QList<SearchResult> {{1200, u"Show Bonjour on Safari's Bookmarks bar"_qs, 7}}));
+    EXPECT_EQ(findViews(u"BONJOUR"_s),
+              (QList<SearchResult> {{1200, u"Show Bonjour on Safari's Bookmarks bar"_s, 7}}));
 }

@@ -1,5 +1,7 @@
 #include "SettingTable.h"
 
+#include "base/Literals.h"
+
 #include <QHash>
 
 #include <stdexcept>
@@ -218,14 +220,14 @@ constexpr const char *table = R"(
 RestartFlags flagNamed(const QString &name)
 {
     static const QHash<QString, RestartFlags> flags {
-        {u"none"_qs, {}},
-        {u"Dock"_qs, RestartFlag::Dock},
-        {u"Finder"_qs, RestartFlag::Finder},
-        {u"Safari"_qs, RestartFlag::Safari},
-        {u"Mail"_qs, RestartFlag::Mail},
-        {u"ITunes"_qs, RestartFlag::ITunes},
-        {u"TimeMachine"_qs, RestartFlag::TimeMachine},
-        {u"QuickTimePlayer"_qs, RestartFlag::QuickTimePlayer},
+        {u"none"_s, {}},
+        {u"Dock"_s, RestartFlag::Dock},
+        {u"Finder"_s, RestartFlag::Finder},
+        {u"Safari"_s, RestartFlag::Safari},
+        {u"Mail"_s, RestartFlag::Mail},
+        {u"ITunes"_s, RestartFlag::ITunes},
+        {u"TimeMachine"_s, RestartFlag::TimeMachine},
+        {u"QuickTimePlayer"_s, RestartFlag::QuickTimePlayer},
     };
     return flags.value(name);
 }
@@ -248,7 +250,7 @@ QList<ExpectedSetting> parse()
         } else {
             const QStringList f = fieldsOf(line, 7);
             settings.append(
-                {f[0].toInt(), f[1], f[2], f[3], flagNamed(f[4]), f[5].split(u"; "_qs), f[6], {}});
+                {f[0].toInt(), f[1], f[2], f[3], flagNamed(f[4]), f[5].split(u"; "_s), f[6], {}});
         }
     }
     return settings;

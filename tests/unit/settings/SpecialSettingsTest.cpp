@@ -1,5 +1,6 @@
 // The settings that are more than one key with one value for each choice.
 
+#include "base/Literals.h"
 #include "support/LogCapture.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
@@ -48,18 +49,18 @@ protected:
 
 TEST_F(SpecialSettings, ADebugMenuOfOnlyTheOtherKeyShowsTheDefault)
 {
-    home.put(safari, u"<key>IncludeDebugMenu</key><integer>1</integer>"_qs);
+    home.put(safari, u"<key>IncludeDebugMenu</key><integer>1</integer>"_s);
     EXPECT_EQ(index(1201), 2);
-    home.put(safari, u"<key>IncludeInternalDebugMenu</key><true/>"_qs);
+    home.put(safari, u"<key>IncludeInternalDebugMenu</key><true/>"_s);
     EXPECT_EQ(index(1201), 0);
 }
 
 TEST_F(SpecialSettingsOnDisk, TheDebugMenuWritesAndRemovesBothOfItsKeys)
 {
     ASSERT_TRUE(home.write(1201, {0}).ok());
-    EXPECT_EQ(printed(safari), u"{'IncludeDebugMenu': 1, 'IncludeInternalDebugMenu': 1}"_qs);
+    EXPECT_EQ(printed(safari), u"{'IncludeDebugMenu': 1, 'IncludeInternalDebugMenu': 1}"_s);
     ASSERT_TRUE(home.write(1201, {2}).ok());
-    EXPECT_EQ(printed(safari), u"{}"_qs);
+    EXPECT_EQ(printed(safari), u"{}"_s);
 }
 
 TEST_F(SpecialSettings, TheDefaultOfTheDebugMenuMakesNoFile)
@@ -75,37 +76,37 @@ TEST_F(SpecialSettings, TheLibraryPlaylistIsReadFromBothOfItsKeys)
     const auto indexOf = [this](const QString &hide, const QString &show) {
         QString entries;
         if (!hide.isEmpty())
-            entries += u"<key>hide-library-playlist</key>"_qs + hide;
+            entries += u"<key>hide-library-playlist</key>"_s + hide;
         if (!show.isEmpty())
-            entries += u"<key>show-library-playlist</key>"_qs + show;
+            entries += u"<key>show-library-playlist</key>"_s + show;
         home.put(iTunes, entries);
         return index(1602);
     };
-    const QString one = u"<integer>1</integer>"_qs;
-    const QString zero = u"<false/>"_qs;
-    const QString five = u"<integer>5</integer>"_qs;
+    const QString one = u"<integer>1</integer>"_s;
+    const QString zero = u"<false/>"_s;
+    const QString five = u"<integer>5</integer>"_s;
     EXPECT_EQ(indexOf(one, one), 0) << "both set shows yes";
     EXPECT_EQ(indexOf(one, zero), 1);
     EXPECT_EQ(indexOf(zero, one), 0);
     EXPECT_EQ(indexOf(zero, zero), 0);
     EXPECT_EQ(indexOf(five, five), 1) << "non-zero, and not 1";
-    EXPECT_EQ(indexOf(one, u""_qs), 2) << "only one of the keys is there";
-    EXPECT_EQ(indexOf(u""_qs, zero), 2);
-    EXPECT_EQ(indexOf(u""_qs, u""_qs), 2);
-    EXPECT_EQ(indexOf(u"<array/>"_qs, one), 2);
+    EXPECT_EQ(indexOf(one, u""_s), 2) << "only one of the keys is there";
+    EXPECT_EQ(indexOf(u""_s, zero), 2);
+    EXPECT_EQ(indexOf(u""_s, u""_s), 2);
+    EXPECT_EQ(indexOf(u"<array/>"_s, one), 2);
 }
 
 TEST_F(SpecialSettings, ToolbarTextShowsTheDefaultForOneAndForWhateverIsMissing)
 {
     const auto indexOf = [this](const QString &inner) {
-        home.put(safari, toolbar + u"<dict>"_qs + inner + u"</dict>"_qs);
+        home.put(safari, toolbar + u"<dict>"_s + inner + u"</dict>"_s);
         return index(1204);
     };
-    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>0</integer>"_qs), 0);
-    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>2</integer>"_qs), 1);
-    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>1</integer>"_qs), 2);
-    EXPECT_EQ(indexOf(u""_qs), 2);
-    home.put(safari, toolbar + u"<string>x</string>"_qs);
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>0</integer>"_s), 0);
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>2</integer>"_s), 1);
+    EXPECT_EQ(indexOf(u"<key>TB Display Mode</key><integer>1</integer>"_s), 2);
+    EXPECT_EQ(indexOf(u""_s), 2);
+    home.put(safari, toolbar + u"<string>x</string>"_s);
     EXPECT_EQ(index(1204), 2);
 }
 
@@ -113,25 +114,25 @@ TEST_F(SpecialSettings, ReadingToolbarTextLogsWhetherTheDictionaryIsThere)
 {
     const LogCapture log;
     (void)home.read(1204);
-    home.put(safari, toolbar + u"<dict/>"_qs);
+    home.put(safari, toolbar + u"<dict/>"_s);
     (void)home.read(1204);
-    EXPECT_EQ(log.texts(settingsLog), (QStringList {u"Value Not Found"_qs, u"Value Found"_qs}));
+    EXPECT_EQ(log.texts(settingsLog), (QStringList {u"Value Not Found"_s, u"Value Found"_s}));
 }
 
 TEST_F(SpecialSettingsOnDisk, SavingNoOverADisplayModeOfOneStoresTwo)
 {
-    home.put(safari, toolbar + u"<dict><key>TB Display Mode</key><integer>1</integer></dict>"_qs);
+    home.put(safari, toolbar + u"<dict><key>TB Display Mode</key><integer>1</integer></dict>"_s);
     ASSERT_TRUE(home.write(1204, {1}).ok());
     EXPECT_EQ(
         printed(safari),
-        u"{'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Display Mode': 2}}"_qs);
+        u"{'NSToolbar Configuration BrowserWindowToolbarIdentifier': {'TB Display Mode': 2}}"_s);
 }
 
 TEST_F(SpecialSettings, ToolbarTextMakesNeitherItsFileNorItsDictionary)
 {
     ASSERT_TRUE(home.write(1204, {0}).ok());
     EXPECT_FALSE(home.has(safari));
-    home.put(safari, u"<key>other</key><true/>"_qs);
+    home.put(safari, u"<key>other</key><true/>"_s);
     const QByteArray before = home.bytes(safari);
     ASSERT_TRUE(home.write(1204, {0}).ok());
     ASSERT_TRUE(home.write(1204, {2}).ok());
@@ -141,35 +142,35 @@ TEST_F(SpecialSettings, ToolbarTextMakesNeitherItsFileNorItsDictionary)
 
 TEST_F(SpecialSettingsOnDisk, ASnapshotPolicyOfOneShowsNoAndSavingThatRemovesTheKey)
 {
-    home.put(safari, u"<key>DebugSnapshotsUpdatePolicy</key><integer>1</integer>"_qs);
+    home.put(safari, u"<key>DebugSnapshotsUpdatePolicy</key><integer>1</integer>"_s);
     EXPECT_EQ(index(1205), 1);
     ASSERT_TRUE(home.write(1205, {1}).ok());
-    EXPECT_EQ(printed(safari), u"{}"_qs);
+    EXPECT_EQ(printed(safari), u"{}"_s);
     ASSERT_TRUE(home.write(1205, {0}).ok());
-    EXPECT_EQ(printed(safari), u"{'DebugSnapshotsUpdatePolicy': 2}"_qs);
+    EXPECT_EQ(printed(safari), u"{'DebugSnapshotsUpdatePolicy': 2}"_s);
 }
 
 TEST_F(SpecialSettings, AnIndexOfSevenOfAYesNoSettingHasTheDefaultSentence)
 {
     EXPECT_EQ(actionString(*findSetting(1100), {7}),
-              u"Use default value on the Quit Finder menu visibility"_qs);
+              u"Use default value on the Quit Finder menu visibility"_s);
     EXPECT_EQ(actionString(*findSetting(1205), {7}),
-              u"Use default value on caching Top Sites and History thumbnail images"_qs);
+              u"Use default value on caching Top Sites and History thumbnail images"_s);
 }
 
 TEST_F(SpecialSettingsOnDisk, AYesNoSettingThatHoldsFiveShowsTheDefaultAndSavingThatRemovesIt)
 {
-    home.put(u"com.apple.dock.plist"_qs, u"<key>autohide</key><integer>5</integer>"_qs);
+    home.put(u"com.apple.dock.plist"_s, u"<key>autohide</key><integer>5</integer>"_s);
     EXPECT_EQ(index(1009), 2);
     ASSERT_TRUE(home.write(1009, {2}).ok());
-    EXPECT_EQ(printed(u"com.apple.dock.plist"_qs), u"{}"_qs);
+    EXPECT_EQ(printed(u"com.apple.dock.plist"_s), u"{}"_s);
 }
 
 TEST_F(SpecialSettings, ScrollBarsTakeAlwaysInAnyLetterCase)
 {
-    for (const auto &stored : {u"Always"_qs, u"ALWAYS"_qs, u"always"_qs}) {
-        home.put(u".GlobalPreferences.plist"_qs,
-                 u"<key>AppleShowScrollBars</key><string>"_qs + stored + u"</string>"_qs);
+    for (const auto &stored : {u"Always"_s, u"ALWAYS"_s, u"always"_s}) {
+        home.put(u".GlobalPreferences.plist"_s,
+                 u"<key>AppleShowScrollBars</key><string>"_s + stored + u"</string>"_s);
         EXPECT_EQ(index(1300), 2);
     }
 }
@@ -177,21 +178,21 @@ TEST_F(SpecialSettings, ScrollBarsTakeAlwaysInAnyLetterCase)
 TEST_F(SpecialSettings, TheFileFormatTakesOnlySmallLetters)
 {
     const auto indexOf = [this](const QString &stored) {
-        home.put(screenCapture, u"<key>type</key><string>"_qs + stored + u"</string>"_qs);
+        home.put(screenCapture, u"<key>type</key><string>"_s + stored + u"</string>"_s);
         return index(1402);
     };
-    EXPECT_EQ(indexOf(u"png"_qs), 4);
-    EXPECT_EQ(indexOf(u"PNG"_qs), 7);
-    home.put(screenCapture, u""_qs);
+    EXPECT_EQ(indexOf(u"png"_s), 4);
+    EXPECT_EQ(indexOf(u"PNG"_s), 7);
+    home.put(screenCapture, u""_s);
     EXPECT_EQ(index(1402), 7);
 }
 
 TEST_F(SpecialSettingsOnDisk, TheKeysOfInlineAttachmentsAndPlainTextAreCrossed)
 {
     ASSERT_TRUE(home.write(1504, {0}).ok());
-    EXPECT_EQ(printed(mail), u"{'PreferPlainText': 1}"_qs);
+    EXPECT_EQ(printed(mail), u"{'PreferPlainText': 1}"_s);
     ASSERT_TRUE(home.write(1502, {0}).ok());
-    EXPECT_EQ(printed(mail), u"{'DisableInlineAttachmentViewing': 0, 'PreferPlainText': 1}"_qs);
+    EXPECT_EQ(printed(mail), u"{'DisableInlineAttachmentViewing': 0, 'PreferPlainText': 1}"_s);
 }
 
 TEST_F(SpecialSettings, ChangingSongPreviewsChangesHalfStarsToo)
@@ -205,7 +206,7 @@ TEST_F(SpecialSettings, ChangingSongPreviewsChangesHalfStarsToo)
 TEST_F(SpecialSettings, GeneralAndScreenCaptureSettingsAskForNoRestart)
 {
     for (const int id : {1300, 1301, 1302, 1303, 1304, 1400, 1401, 1402, 1403})
-        (void)home.write(id, {0, u"text"_qs}); // the folder's flag can't be kept everywhere
+        (void)home.write(id, {0, u"text"_s}); // the folder's flag can't be kept everywhere
     EXPECT_EQ(home.flags, RestartFlags());
     EXPECT_TRUE(home.has(screenCapture));
 }
@@ -214,8 +215,8 @@ TEST_F(SpecialSettings, NumbersReadAsTheyStandAndMinusOneWhenMissing)
 {
     EXPECT_EQ(home.read(1004).value, SettingValue {-1});
     EXPECT_FALSE(home.read(1004).found);
-    home.put(u"com.apple.dock.plist"_qs,
-             u"<key>tilesize</key><real>500.9</real><key>largesize</key><integer>0</integer>"_qs);
+    home.put(u"com.apple.dock.plist"_s,
+             u"<key>tilesize</key><real>500.9</real><key>largesize</key><integer>0</integer>"_s);
     EXPECT_EQ(home.read(1004).value, SettingValue {500});
     EXPECT_EQ(home.read(1003).value, SettingValue {0});
     EXPECT_TRUE(home.read(1003).found);
@@ -225,29 +226,29 @@ TEST_F(SpecialSettings, NumbersReadAsTheyStandAndMinusOneWhenMissing)
 TEST_F(SpecialSettingsOnDisk, ANegativeNumberRemovesAndZeroIsWritten)
 {
     ASSERT_TRUE(home.write(1203, {0}).ok());
-    EXPECT_EQ(printed(safari), u"{'RecentHistoryMenuItemsLimit': 0}"_qs);
+    EXPECT_EQ(printed(safari), u"{'RecentHistoryMenuItemsLimit': 0}"_s);
     ASSERT_TRUE(home.write(1203, {-7}).ok());
-    EXPECT_EQ(printed(safari), u"{}"_qs);
+    EXPECT_EQ(printed(safari), u"{}"_s);
 }
 
 TEST_F(SpecialSettings, TheSentenceOfTheHistoryMenuIsFilledWithMinusOneForTheDefault)
 {
     EXPECT_EQ(actionString(*findSetting(1203), {-1}),
-              u"Set maximum number of items in main history menu to -1"_qs);
+              u"Set maximum number of items in main history menu to -1"_s);
 }
 
 TEST_F(SpecialSettings, TheSentenceOfAnIconSizeKeepsItsPlaceholder)
 {
-    EXPECT_EQ(actionString(*findSetting(1004), {48}), u"Set icon size on the Dock to %s"_qs);
-    EXPECT_EQ(actionString(*findSetting(1003), {-2}), u"set icon magnification size to %s"_qs);
+    EXPECT_EQ(actionString(*findSetting(1004), {48}), u"Set icon size on the Dock to %s"_s);
+    EXPECT_EQ(actionString(*findSetting(1003), {-2}), u"set icon magnification size to %s"_s);
 }
 
 TEST_F(SpecialSettings, TextsReadAsTheyStandAndMinusOneWhenMissing)
 {
     EXPECT_EQ(home.read(1400).value, text(u"-1"));
-    home.put(screenCapture, u"<key>name</key><string> a &amp; %1 </string>"_qs);
+    home.put(screenCapture, u"<key>name</key><string> a &amp; %1 </string>"_s);
     EXPECT_EQ(home.read(1400).value, text(u" a & %1 "));
-    home.put(screenCapture, u"<key>name</key><string></string>"_qs);
+    home.put(screenCapture, u"<key>name</key><string></string>"_s);
     EXPECT_EQ(home.read(1400).value, text(u""));
     EXPECT_TRUE(home.read(1400).found);
 }
@@ -255,57 +256,57 @@ TEST_F(SpecialSettings, TextsReadAsTheyStandAndMinusOneWhenMissing)
 TEST_F(SpecialSettingsOnDisk, AnEmptyTextIsWrittenAndMinusOneRemoves)
 {
     ASSERT_TRUE(home.write(1403, text(u"")).ok());
-    EXPECT_EQ(printed(screenCapture), u"{'location': ''}"_qs);
+    EXPECT_EQ(printed(screenCapture), u"{'location': ''}"_s);
     ASSERT_TRUE(home.write(1403, text(u"-1")).ok());
-    EXPECT_EQ(printed(screenCapture), u"{}"_qs);
+    EXPECT_EQ(printed(screenCapture), u"{}"_s);
     ASSERT_TRUE(home.write(1403, text(u" -1")).ok());
-    EXPECT_EQ(printed(screenCapture), u"{'location': ' -1'}"_qs);
+    EXPECT_EQ(printed(screenCapture), u"{'location': ' -1'}"_s);
 }
 
 TEST_F(SpecialSettings, ATextInASentenceIsNeverFilledInAgain)
 {
     EXPECT_EQ(actionString(*findSetting(1400), text(u"%1 %@ %s")),
-              u"Add %1 %@ %s prefix to a newly created screenshot file name"_qs);
+              u"Add %1 %@ %s prefix to a newly created screenshot file name"_s);
     EXPECT_EQ(actionString(*findSetting(1403), {0, QString()}),
-              u"Save newly created screenshot files to (null)"_qs);
+              u"Save newly created screenshot files to (null)"_s);
 }
 
 TEST_F(SpecialSettings, TheBookmarksBarReadsItsNamesInAnyOrderAndLetterCase)
 {
     const auto read = [this](const QString &elements) {
-        home.put(safari, u"<key>ProxiesInBookmarksBar</key><array>"_qs + elements + u"</array>"_qs);
+        home.put(safari, u"<key>ProxiesInBookmarksBar</key><array>"_s + elements + u"</array>"_s);
         return string(1200);
     };
-    EXPECT_EQ(read(u"<string>bonjour</string><string>READING LIST</string>"_qs), u"1;0;0;1"_qs);
-    EXPECT_EQ(read(u"<string>Top Sites</string><string>Something</string>"_qs), u"0;1;0;0"_qs);
-    EXPECT_EQ(read(u"<integer>1</integer><string>Address Book</string>"_qs), u"0;0;1;0"_qs);
-    EXPECT_EQ(read(u""_qs), u"0;0;0;0"_qs);
+    EXPECT_EQ(read(u"<string>bonjour</string><string>READING LIST</string>"_s), u"1;0;0;1"_s);
+    EXPECT_EQ(read(u"<string>Top Sites</string><string>Something</string>"_s), u"0;1;0;0"_s);
+    EXPECT_EQ(read(u"<integer>1</integer><string>Address Book</string>"_s), u"0;0;1;0"_s);
+    EXPECT_EQ(read(u""_s), u"0;0;0;0"_s);
 }
 
 TEST_F(SpecialSettings, TheBookmarksBarWithoutAnArrayReadsAsTheDefault)
 {
-    EXPECT_EQ(string(1200), u"-1"_qs);
-    home.put(safari, u"<key>ProxiesInBookmarksBar</key><string>Bonjour</string>"_qs);
-    EXPECT_EQ(string(1200), u"-1"_qs);
+    EXPECT_EQ(string(1200), u"-1"_s);
+    home.put(safari, u"<key>ProxiesInBookmarksBar</key><string>Bonjour</string>"_s);
+    EXPECT_EQ(string(1200), u"-1"_s);
     EXPECT_FALSE(home.read(1200).found);
 }
 
 TEST_F(SpecialSettingsOnDisk, ReadingListAndBonjourOnWritesTheirTwoNames)
 {
-    home.put(safari, u""_qs);
+    home.put(safari, u""_s);
     ASSERT_TRUE(home.write(1200, text(u"1;0;0;1")).ok());
-    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': ['Reading List', 'Bonjour']}"_qs);
+    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': ['Reading List', 'Bonjour']}"_s);
     EXPECT_EQ(actionString(*findSetting(1200), text(u"1;0;0;1")),
-              u"Show Reading List, Bonjour on Safari's Bookmarks bar"_qs);
+              u"Show Reading List, Bonjour on Safari's Bookmarks bar"_s);
 }
 
 TEST_F(SpecialSettingsOnDisk, AllFourOffWritesAnEmptyArrayAndNamesNothing)
 {
-    home.put(safari, u""_qs);
+    home.put(safari, u""_s);
     ASSERT_TRUE(home.write(1200, text(u"0;0;0;0")).ok());
-    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': []}"_qs);
+    EXPECT_EQ(printed(safari), u"{'ProxiesInBookmarksBar': []}"_s);
     EXPECT_EQ(actionString(*findSetting(1200), text(u"0;0;0;0")),
-              u"Show  on Safari's Bookmarks bar"_qs);
+              u"Show  on Safari's Bookmarks bar"_s);
 }
 
 TEST_F(SpecialSettings, TheBookmarksBarMakesNoFileButAsksForTheRestart)
@@ -317,9 +318,9 @@ TEST_F(SpecialSettings, TheBookmarksBarMakesNoFileButAsksForTheRestart)
 
 TEST_F(SpecialSettingsOnDisk, TheDefaultOfTheBookmarksBarRemovesTheKeyAndAsksForNoRestart)
 {
-    home.put(safari, u"<key>ProxiesInBookmarksBar</key><array/><key>k</key><true/>"_qs);
+    home.put(safari, u"<key>ProxiesInBookmarksBar</key><array/><key>k</key><true/>"_s);
     ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
-    EXPECT_EQ(printed(safari), u"{'k': True}"_qs);
+    EXPECT_EQ(printed(safari), u"{'k': True}"_s);
     EXPECT_EQ(home.flags, RestartFlags());
 }
 
@@ -330,17 +331,16 @@ TEST_F(SpecialSettings, TheBookmarksBarLogsItsValueItsRemovalAndItsSentence)
     ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
     (void)actionString(*findSetting(1200), text(u"0;1;0;0"));
     (void)actionString(*findSetting(1200), text(u"-1"));
-    EXPECT_EQ(
-        log.texts(settingsLog),
-        (QStringList {u"value: 1;0;0;1"_qs, u"value: -1"_qs, u"delete ProxiesInBookmarksBar"_qs,
-                      u"barStr= Show Top Sites on Safari's Bookmarks bar"_qs}));
+    EXPECT_EQ(log.texts(settingsLog),
+              (QStringList {u"value: 1;0;0;1"_s, u"value: -1"_s, u"delete ProxiesInBookmarksBar"_s,
+                            u"barStr= Show Top Sites on Safari's Bookmarks bar"_s}));
 }
 
 TEST_F(SpecialSettings, ABookmarksBarTextOfAnotherShapeShowsOnlyWhatIsAOneInItsPlace)
 {
     EXPECT_EQ(actionString(*findSetting(1200), text(u"1;2")),
-              u"Show Reading List on Safari's Bookmarks bar"_qs);
-    EXPECT_EQ(actionString(*findSetting(1200), text(u"")), u"Show  on Safari's Bookmarks bar"_qs);
+              u"Show Reading List on Safari's Bookmarks bar"_s);
+    EXPECT_EQ(actionString(*findSetting(1200), text(u"")), u"Show  on Safari's Bookmarks bar"_s);
     EXPECT_EQ(actionString(*findSetting(1200), text(u"0;0;0;1;1;1")),
-              u"Show Bonjour on Safari's Bookmarks bar"_qs);
+              u"Show Bonjour on Safari's Bookmarks bar"_s);
 }
