@@ -113,3 +113,17 @@ TEST(Program, ATerminationSignalEndsTheRunningProgramWithSuccess)
     program.send(SIGTERM);
     EXPECT_EQ(program.end(), 0);
 }
+
+TEST(Program, ASignalThatItsStarterIgnoresStaysIgnored)
+{
+    RunningProgram program;
+    program.start([] {}, u"trap '' HUP INT; exec \"$@\""_s);
+    ASSERT_TRUE(program.isUp());
+    EXPECT_TRUE(program.holds("SigIgn:", SIGHUP));
+    EXPECT_TRUE(program.holds("SigIgn:", SIGINT));
+    for (const int signal : {SIGHUP, SIGINT})
+        program.send(signal);
+    EXPECT_TRUE(program.isUp());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
+}
