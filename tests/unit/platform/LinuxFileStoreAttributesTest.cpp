@@ -81,8 +81,7 @@ TEST_F(LinuxFileStoreAttributes, RightsThatAFileGivesToAProgramAreNotKept)
 {
     writeRaw(path, "old", 0755);
     // The kernel's form, version 2: CAP_NET_RAW, in effect.
-    const QByteArray capabilities =
-        QByteArray::fromHex("0100000200200000000000000000000000000000");
+    const QByteArray capabilities = QByteArray::fromHex("0100000200200000000000000000000000000000");
     if (!setAttribute(path, "security.capability", capabilities))
         GTEST_SKIP() << "needs root, and a file system with extended attributes";
     ASSERT_EQ(attributeOf(path, "security.capability"), capabilities);
