@@ -2,6 +2,7 @@
 
 #include "base/Literals.h"
 #include "cli/RestartNames.h"
+#include "cli/TextWidth.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
@@ -154,7 +155,7 @@ QJsonObject settingObject(const SettingReport &report)
 QByteArray jsonDocument(QJsonObject object)
 {
     object.insert(u"schemaVersion"_s, schemaVersion);
-    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+    return printableJson(QJsonDocument(object).toJson(QJsonDocument::Indented));
 }
 
 QJsonObject settingsObject(const QString &name, const QList<SettingReport> &reports)

@@ -186,4 +186,31 @@ TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachThePeoplesTables)
         << "to a file or a pipe, the text as it is";
 }
 
+TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachJson)
+{
+    const QString stored = u"a\u009b31m\u007f\u202e\u200f\u2067b"_s;
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><string>"
+                  + stored.toUtf8() + "</string></dict></plist>");
+    writeFile(home.path() + u"/profile",
+              R"({"schemaVersion": 1, "settings": {"screenshot-prefix": "x"}})");
+    const QByteArray escaped = R"(a\u009b31m\u007f\u202e\u200f\u2067b)";
+    for (const QStringList &words : {QStringList {u"get"_s, u"1400"_s, u"--json"_s},
+                                     {u"show"_s, u"1400"_s, u"--json"_s},
+                                     {u"list"_s, u"--json"_s},
+                                     {u"list"_s, u"--json"_s, u"--home"_s, home.path()},
+                                     {u"export"_s},
+                                     {u"export"_s, u"--json"_s},
+                                     {u"set"_s, u"1400=y"_s, u"--dry-run"_s, u"--json"_s},
+                                     {u"diff"_s, home.path() + u"/profile", u"--json"_s}}) {
+        const Outcome outcome = varnelctl.run(words);
+        EXPECT_TRUE(outcome.out.contains(escaped))
+            << qPrintable(words.join(u' ')) << outcome.out.toStdString();
+        EXPECT_FALSE(outcome.out.contains("\xc2\x9b")) << qPrintable(words.join(u' '));
+        EXPECT_FALSE(outcome.json().isEmpty());
+    }
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s, u"--json"_s}).json().value(u"value"_s), stored);
+}
+
 } // namespace
