@@ -48,5 +48,5 @@ TEST_F(ScreenReaderTest, ASettingIsChangedAndSavedOverTheAccessibilityBus)
     EXPECT_EQ(driver.exitCode(), 0) << driver.readAll().toStdString();
 
     EXPECT_EQ(PlistReferee::read(home.preference(QStringLiteral("com.apple.dock.plist"))),
-              QStringLiteral("{'autohide': True}"));
+              QStringLiteral("{'autohide': True, 'tilesize': 64}"));
 }

@@ -57,8 +57,7 @@ void SliderView::buildControls(QBoxLayout *column)
     auto *slider = new QSlider(Qt::Horizontal, this);
     slider->setObjectName(QStringLiteral("slider"));
     slider->setPageStep(16);
-    buildLines(column, slider, labelText());
-    connect(slider, &QSlider::valueChanged, this, &SliderView::sliderChangeValue);
+    buildLines(column, slider, labelText(), [this] { sliderChangeValue(); });
 }
 
 } // namespace varnel

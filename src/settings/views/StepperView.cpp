@@ -39,8 +39,7 @@ void StepperView::buildControls(QBoxLayout *column)
 {
     auto *stepper = new QSpinBox(this);
     stepper->setObjectName(QStringLiteral("stepper"));
-    buildLines(column, stepper, QStringLiteral("items"));
-    connect(stepper, &QSpinBox::valueChanged, this, &StepperView::stepperChangeValue);
+    buildLines(column, stepper, QStringLiteral("items"), [this] { stepperChangeValue(); });
 }
 
 } // namespace varnel

@@ -66,10 +66,9 @@ void TextView::buildFieldLine(QHBoxLayout *line)
     field->setObjectName(QStringLiteral("textField"));
     field->setAccessibleName(setting().label);
     field->setFixedWidth(Theme::fieldWidth);
-    textField.attach(field);
+    textField.attach(field, this, [this] { controlTextDidChange(); });
     takeControl(field);
     line->addWidget(field);
-    connect(field, &QLineEdit::textChanged, this, &TextView::controlTextDidChange);
     connect(field, &QLineEdit::returnPressed, this, &TextView::textFieldChangeValue);
 }
 
