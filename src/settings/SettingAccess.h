@@ -4,6 +4,7 @@
 #include "base/Result.h"
 #include "settings/SettingRow.h"
 
+#include <QHash>
 #include <QString>
 
 namespace varnel {
@@ -35,6 +36,10 @@ public:
 
     [[nodiscard]] SettingReading read(const SettingRow &row) const;
 
+    /// What read() found last; after a write() that may have changed it, what is there now, looked
+    /// up once and without a word in the log.
+    [[nodiscard]] SettingReading lastSeen(const SettingRow &row) const;
+
     /// Writes or removes; raises the row's restart flag whatever the outcome (but never for the
     /// removal of a BarItems row). The error says what could not be written; the file is then as it
     /// was.
@@ -47,7 +52,8 @@ public:
 
 private:
     [[nodiscard]] QString libraryPath() const;
-    [[nodiscard]] SettingReading readNested(const SettingRow &row) const;
+    [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
+    void logNested(const SettingRow &row) const;
     [[nodiscard]] SettingReading readLibraryPlaylist(const SettingRow &row) const;
     [[nodiscard]] SettingReading readLibraryFolder() const;
     [[nodiscard]] SettingReading readNumber(const SettingRow &row) const;
@@ -55,13 +61,17 @@ private:
     [[nodiscard]] SettingReading readBarItems(const SettingRow &row) const;
 
     Result<void> writeLibraryFolder(bool hidden);
+    void forgetWhatChanged(const SettingRow &written) const;
 
     HomeFolder homeFolder;
     PreferenceFiles &files;
     FinderInfo &finderInfo;
+    mutable QHash<int, SettingReading> seen; ///< by the setting's number
 };
 
-/// The sentence that describes a value of the setting.
+/// The sentence that describes a value of the setting. That of the bar's items is logged.
 [[nodiscard]] QString actionString(const SettingRow &row, const SettingValue &value);
+/// The same sentence without a word in the log.
+[[nodiscard]] QString actionSentence(const SettingRow &row, const SettingValue &value);
 
 } // namespace varnel

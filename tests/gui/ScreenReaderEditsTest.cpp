@@ -94,10 +94,8 @@ TEST_F(ScreenReaderEdits, EveryDefaultBoxIsReported)
     toggle(box(u"ScreenCaptureFilePrefixView"_s));
     toggle(box(u"ScreenCaptureLocationView"_s));
     EXPECT_EQ(shared.quilletCommands(),
-              (QList<ChangeRecord> {{1003, -1, u""_s},
-                                    {1203, -1, u""_s},
-                                    {1400, 0, u"-1"_s},
-                                    {1403, 0, u"-1"_s}}));
+              (QList<ChangeRecord> {
+                  {1003, -1, u""_s}, {1203, -1, u""_s}, {1400, 0, u"-1"_s}, {1403, 0, u"-1"_s}}));
 }
 
 TEST_F(ScreenReaderEdits, ABoxIsReportedOnceForEachToggle)

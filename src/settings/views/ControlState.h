@@ -56,7 +56,8 @@ inline void showIn(QLineEdit &field, const QString &text)
     field.setText(text);
 }
 
-// The signal that tells of every edit. Those of clicks and keys leave out what a screen reader does.
+// The signal that tells of every edit. Those of clicks and keys leave out what a screen reader
+// does.
 inline auto editSignal(const QComboBox *)
 {
     return &QComboBox::currentIndexChanged;

@@ -63,7 +63,7 @@ void SettingModule::readData()
 {
     for (const QString &viewClass : description.readOrder) {
         if (GenericView *view = find(viewClass))
-            view->readAgain();
+            view->readData(true);
     }
 }
 

@@ -119,6 +119,39 @@ TEST_F(SpecialSettings, ReadingToolbarTextLogsWhetherTheDictionaryIsThere)
     EXPECT_EQ(log.texts(settingsLog), (QStringList {u"Value Not Found"_s, u"Value Found"_s}));
 }
 
+TEST_F(SpecialSettings, WhatWasSeenLastIsToldWithoutALogLineAndNotReadAgain)
+{
+    const auto put = [this](const QString &mode) {
+        home.put(safari,
+                 toolbar + u"<dict><key>TB Display Mode</key><integer>"_s + mode
+                     + u"</integer></dict>"_s);
+    };
+    const auto seen = [this] { return home.access.lastSeen(*findSetting(1204)).value.number; };
+    put(u"0"_s);
+    EXPECT_EQ(index(1204), 0);
+    const LogCapture log;
+    put(u"2"_s);
+    EXPECT_EQ(seen(), 0);
+    ASSERT_TRUE(home.write(1204, {2}).ok());
+    EXPECT_EQ(seen(), 2);
+    EXPECT_EQ(log.texts(settingsLog), QStringList());
+}
+
+TEST_F(SpecialSettings, WhatWasSeenLastFollowsEveryWriteAsFarAsItWasMade)
+{
+    const auto seen = [this](int id) { return home.access.lastSeen(*findSetting(id)).value; };
+    (void)home.read(1204);
+    ASSERT_TRUE(home.write(1204, {0}).ok());
+    EXPECT_EQ(seen(1204), SettingValue {2}) << "there is no dictionary to write into";
+    (void)home.read(1603);
+    ASSERT_TRUE(home.write(1600, {1}).ok());
+    EXPECT_EQ(seen(1603), SettingValue {1}) << "of one key with the other";
+    (void)home.read(1004);
+    ASSERT_TRUE(home.write(1004, {-7}).ok());
+    EXPECT_EQ(seen(1004), SettingValue {-1});
+    EXPECT_EQ(seen(1003), SettingValue {-1}) << "never read before";
+}
+
 TEST_F(SpecialSettingsOnDisk, SavingNoOverADisplayModeOfOneStoresTwo)
 {
     home.put(safari, toolbar + u"<dict><key>TB Display Mode</key><integer>1</integer></dict>"_s);
@@ -331,6 +364,7 @@ TEST_F(SpecialSettings, TheBookmarksBarLogsItsValueItsRemovalAndItsSentence)
     ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
     (void)actionString(*findSetting(1200), text(u"0;1;0;0"));
     (void)actionString(*findSetting(1200), text(u"-1"));
+    (void)actionSentence(*findSetting(1200), text(u"0;1;0;0"));
     EXPECT_EQ(log.texts(settingsLog),
               (QStringList {u"value: 1;0;0;1"_s, u"value: -1"_s, u"delete ProxiesInBookmarksBar"_s,
                             u"barStr= Show Top Sites on Safari's Bookmarks bar"_s}));
