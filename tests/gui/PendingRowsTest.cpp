@@ -355,3 +355,15 @@ TEST_F(PendingRows, ADefaultBoxTurnedOffWithNothingPendingTellsThatTheDefaultIsO
     click(boxOf(u"ScreenCaptureLocationView"_s));
     EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"was: use default value"_s);
 }
+
+TEST_F(PendingRows, AListThatKeepsItsChoiceAfterACancelTellsWhatIsOnDisk)
+{
+    start();
+    clickGroup(captureRow);
+    choose(comboBoxOf(u"ScreenCaptureFileFormatView"_s), 4);
+    cancelChanges();
+    EXPECT_EQ(comboBoxOf(u"ScreenCaptureFileFormatView"_s).currentIndex(), 4)
+        << "a missing key leaves the list alone";
+    EXPECT_EQ(note(u"ScreenCaptureFileFormatView"_s),
+              u"saved: " + controller->actionString(1402, 7, {}).value(2));
+}

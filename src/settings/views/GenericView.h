@@ -67,6 +67,9 @@ public:
     /// value read where the setting is a choice.
     virtual void readData(bool updateControls) = 0;
 
+    /// After a cancel: what reading leaves as a user made it follows the disk as well.
+    virtual void dropEdit() { }
+
     /// Writes a value of a setting that this view carries, or removes its key; raises the restart
     /// flag. A failure is logged.
     void writeData(int settingId, const SettingValue &value);

@@ -146,6 +146,8 @@ void Quillet::cancelAlertDidEnd(int returnCode)
         return;
     readData();
     pending.dropChanges();
+    for (const std::shared_ptr<SettingModule> &module : moduleList)
+        module->dropEdits();
     showPendingState();
     disableSaveButton();
 }

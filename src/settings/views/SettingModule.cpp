@@ -51,6 +51,14 @@ QStringList SettingModule::viewClassesFor(int settingId) const
     return classes;
 }
 
+void SettingModule::dropEdits()
+{
+    for (const WidgetOwner<GenericView> &view : views) {
+        if (view)
+            view->dropEdit();
+    }
+}
+
 void SettingModule::showPendingState()
 {
     for (const WidgetOwner<GenericView> &view : views) {

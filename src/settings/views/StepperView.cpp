@@ -25,6 +25,14 @@ void StepperView::readData(bool updateControls)
     takeBoxState();
 }
 
+void StepperView::dropEdit()
+{
+    readData(true);
+    showBox(!viewContext().access.lastSeen(setting()).found);
+    setDefaultCheckBoxStat();
+    takeBoxState();
+}
+
 void StepperView::stepperChangeValue()
 {
     reportNumber();

@@ -17,6 +17,8 @@ void TextView::readData(bool updateControls)
         showBox(!reading.found);
         reportedText = textField.value();
         takeBoxState();
+        if (reading.found) // a missing text can be typed at once
+            setDefaultCheckBoxStat();
     }
     setBackupValueStr(reading.found ? reading.value.text : defaultText());
 }
