@@ -145,8 +145,10 @@ SettingReading SettingAccess::readNumber(const SettingRow &row) const
 
 SettingReading SettingAccess::readText(const SettingRow &row) const
 {
-    const std::optional<QString> text = files.readStringPlistValue(filePath(row), row.keys.first());
-    return {{0, text.value_or(defaultText())}, text.has_value()};
+    const plist::Value stored = files.readValue(filePath(row), {row.keys.first()});
+    if (stored.kind == plist::Kind::Missing)
+        return {{0, defaultText()}, false};
+    return {{0, textValue(stored)}, true, stored.kind != plist::Kind::String};
 }
 
 SettingReading SettingAccess::readBarItems(const SettingRow &row) const

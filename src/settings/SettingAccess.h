@@ -25,6 +25,8 @@ struct SettingReading {
     /// Whether the key is there, with a value that the setting can show; for the Library folder,
     /// whether its flag could be read.
     bool found = false;
+    /// Text settings: what is stored is no text, and the value is its text form.
+    bool notText = false;
     // Text settings: the string as stored. Numbers: the raw number even where a control would clamp
     // it; -1 when not found. 1402 with its key missing reads as its default index.
 };

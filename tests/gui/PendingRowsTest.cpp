@@ -367,3 +367,20 @@ TEST_F(PendingRows, AListThatKeepsItsChoiceAfterACancelTellsWhatIsOnDisk)
     EXPECT_EQ(note(u"ScreenCaptureFileFormatView"_s),
               u"saved: " + controller->actionString(1402, 7, {}).value(2));
 }
+
+TEST_F(PendingRows, WhatIsNoTextSaysSoAndIsWrittenOnlyWhenItIsEdited)
+{
+    putFile(u"com.apple.screencapture.plist"_s, u"<key>name</key><integer>5</integer>"_s);
+    start();
+    clickGroup(captureRow);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), u"not a text"_s);
+    choose(comboBoxOf(u"ScreenCaptureFileFormatView"_s), 4);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_s, {u"name"_s}).kind, plist::Kind::Integer);
+    QLineEdit &field = *row(u"ScreenCaptureFilePrefixView"_s).findChild<QLineEdit *>();
+    QTest::keyClicks(&field, u"0"_s);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), u"was: 5 (not a text)"_s);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_s, {u"name"_s}).string, u"50"_s);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), QString());
+}

@@ -212,14 +212,16 @@ QString GenericView::noteOf(int place) const
 {
     // Written anew with each step of a slider: it reads no file, and its sentences are not logged.
     const SettingRow &row = *rows[place];
-    const SettingValue onDisk = context.access.lastSeen(row).value;
+    const SettingReading onDisk = context.access.lastSeen(row);
     if (const std::optional<SettingValue> waiting = waitingValue(place)) {
         if (*waiting != shownValue(place))
             return QStringLiteral("pending: ") + sentenceFor(row, *waiting);
-        const QString old = labelText(row, onDisk);
+        const QString old = readInWords(row, onDisk);
         return QStringLiteral("was: ") + (old.isEmpty() ? QStringLiteral("empty") : old);
     }
-    return shows(place, onDisk) ? QString() : QStringLiteral("saved: ") + sentenceFor(row, onDisk);
+    if (!shows(place, onDisk.value))
+        return QStringLiteral("saved: ") + sentenceFor(row, onDisk.value);
+    return onDisk.notText ? notTextNote() : QString();
 }
 
 void GenericView::showPendingState()

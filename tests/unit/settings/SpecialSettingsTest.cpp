@@ -286,6 +286,46 @@ TEST_F(SpecialSettings, TextsReadAsTheyStandAndMinusOneWhenMissing)
     EXPECT_TRUE(home.read(1400).found);
 }
 
+TEST_F(SpecialSettings, WhatIsNoTextReadsInItsTextFormAndSaysSo)
+{
+    const auto read = [this](const QString &form) {
+        home.put(screenCapture, u"<key>location</key>"_s + form);
+        const SettingReading reading = home.read(1403);
+        EXPECT_TRUE(reading.found) << form.toStdString();
+        EXPECT_TRUE(reading.notText) << form.toStdString();
+        return reading.value;
+    };
+    EXPECT_EQ(read(u"<integer>-42</integer>"_s), text(u"-42"));
+    EXPECT_EQ(read(u"<real>0.5</real>"_s), text(u"0.5"));
+    EXPECT_EQ(read(u"<true/>"_s), text(u"1"));
+    EXPECT_EQ(read(u"<false/>"_s), text(u"0"));
+    EXPECT_EQ(read(u"<data>\nSGVs\tbG8=\n</data>"_s), text(u"<48656c6c 6f>"));
+    EXPECT_EQ(read(u"<data></data>"_s), text(u"<>"));
+    EXPECT_EQ(read(u"<array><string>a b</string><string>c</string></array>"_s),
+              text(u"(\n    \"a b\",\n    c\n)"));
+    const QString large = u"<data>"_s + QString(100000, u'A') + u"</data>";
+    for (const QString &form : {u"<array><integer>1</integer></array>"_s, u"<dict/>"_s, large,
+                                u"<date>2011-07-20T12:00:00Z</date>"_s})
+        EXPECT_EQ(read(form), text(u"(no text form)")) << form.toStdString();
+}
+
+TEST_F(SpecialSettings, ATextOrNothingIsNoCaseForThat)
+{
+    EXPECT_FALSE(home.read(1400).notText);
+    home.put(screenCapture, u"<key>name</key><string>5</string>"_s);
+    EXPECT_FALSE(home.read(1400).notText);
+    home.put(screenCapture, u"<key>type</key><integer>5</integer>"_s);
+    EXPECT_FALSE(home.read(1402).notText) << "a choice that is none reads as the default";
+}
+
+TEST_F(SpecialSettingsOnDisk, TheTextFormOfWhatIsNoTextIsAnEditOfItsOwn)
+{
+    home.put(screenCapture, u"<key>name</key><integer>5</integer>"_s);
+    ASSERT_TRUE(home.write(1400, home.read(1400).value).ok());
+    EXPECT_EQ(printed(screenCapture), u"{'name': '5'}"_s);
+    EXPECT_FALSE(home.access.lastSeen(*findSetting(1400)).notText);
+}
+
 TEST_F(SpecialSettingsOnDisk, AnEmptyTextIsWrittenAndMinusOneRemoves)
 {
     ASSERT_TRUE(home.write(1403, text(u"")).ok());
