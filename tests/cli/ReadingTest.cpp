@@ -91,6 +91,23 @@ TEST_F(ReadingTest, aSettingThatIsNotStoredIsAnsweredWithItsDefault)
               u"Set maximum number of items in main history menu to -1");
 }
 
+TEST_F(ReadingTest, whatIsNoTextIsShownInItsTextFormWithANote)
+{
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><integer>5</integer>"
+              "<key>location</key><data>SGVsbG8=</data></dict></plist>");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s}).out, "5\tnot a text\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1403"_s}).out, "<48656c6c 6f>\tnot a text\n");
+    EXPECT_TRUE(varnelctl.run({u"list"_s}).out.contains("<48656c6c 6f> (not a text)\n"));
+    EXPECT_TRUE(varnelctl.run({u"show"_s, u"1400"_s}).out.contains("yes, not a text\n"));
+    const QJsonObject json = varnelctl.run({u"show"_s, u"1400"_s, u"--json"_s}).json();
+    EXPECT_EQ(json.value(u"value"_s).toString(), u"5");
+    EXPECT_EQ(json.value(u"note"_s).toString(), u"not a text");
+    EXPECT_TRUE(json.value(u"found"_s).toBool());
+    EXPECT_FALSE(varnelctl.run({u"show"_s, u"1300"_s, u"--json"_s}).json().contains(u"note"_s));
+}
+
 TEST_F(ReadingTest, aSearchThatFindsNothingEndsWithOne)
 {
     const Outcome nothing = varnelctl.run({u"search"_s, u"automatically"_s, u"--json"_s});

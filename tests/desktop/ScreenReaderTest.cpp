@@ -47,7 +47,7 @@ protected:
             GTEST_SKIP() << driver.readAll().toStdString();
         EXPECT_EQ(driver.exitCode(), 0) << driver.readAll().toStdString();
         EXPECT_EQ(PlistReferee::read(home.preference(QStringLiteral("com.apple.dock.plist"))),
-                  QStringLiteral("{'autohide': True}"));
+                  QStringLiteral("{'autohide': True, 'tilesize': 64}"));
     }
 
     const TemporaryHome home;
