@@ -14,9 +14,15 @@ die() {
 
 # packages_for PURPOSE...: the names, one a line.
 packages_for() {
-    local package purposes wanted _
+    local package purposes release wanted _
+    # What is to be the next release has no number yet.
+    release=$(source /etc/os-release && printf '%s' "${VERSION_ID:-999}")
     while IFS=$'\t' read -r package purposes _; do
         [[ $package == \#* ]] && continue
+        if [[ $purposes == *:* ]]; then
+            ((${release%%.*} >= ${purposes#*:})) || continue
+            purposes=${purposes%:*}
+        fi
         for wanted in "$@"; do
             [[ ",$purposes," == *",$wanted,"* ]] && printf '%s\n' "$package" && break
         done
