@@ -60,9 +60,11 @@ need_packages() {
     mkdir -p "$project/build"
     local log=$project/build/apt.log
     say "installing with apt (log: build/apt.log): ${missing[*]}"
+    # Configuration that somebody changed stays when its package comes anew: nobody is there to be asked.
     apt_get() {
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y \
-            -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" </dev/null
+            -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 \
+            -o Dpkg::Options::=--force-confdef -o Dpkg::Options::=--force-confold "$@" </dev/null
     }
     # One stale or unreachable source need not matter: the installation tells whether it does.
     apt_get update >"$log" 2>&1 || say "some package lists could not be refreshed; going on"
