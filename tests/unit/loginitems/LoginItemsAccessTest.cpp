@@ -197,6 +197,10 @@ TEST_F(LoginItemsAccessTest, ABundlesIconIsTheOneThatItsInfoNames)
     QDir().mkpath(bundle + u"/Contents/Resources");
     EXPECT_EQ(access.newRow(bundle).icon, bundle + u"/Contents/Resources/(null).icns");
     writeRaw(bundle + u"/Contents/Info.plist",
+             "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><integer>7</integer>"
+             "</dict></plist>");
+    EXPECT_EQ(access.newRow(bundle).icon, bundle + u"/Contents/Resources/7.icns");
+    writeRaw(bundle + u"/Contents/Info.plist",
              "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><string>Letter</string>"
              "</dict></plist>");
     EXPECT_EQ(access.newRow(bundle).icon, bundle + u"/Contents/Resources/Letter.icns");
