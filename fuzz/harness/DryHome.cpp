@@ -49,6 +49,12 @@ Result<void> SealedFiles::update(const QString &, const Change &)
     return {};
 }
 
+Result<void> SealedFiles::remove(const QString &)
+{
+    require(false, "a dry run removes no file");
+    return {};
+}
+
 Result<void> SealedFiles::readyForDatabase(const QString &)
 {
     require(false, "a dry run makes no database");
