@@ -79,10 +79,11 @@ HomeOutcome outcomeOf(const Restoration &done)
 }
 
 /// Deletes the file whose rows were played.
-void deletePlayed(const HomeFolder &home, Restoration &done, QStringList &messages)
+void deletePlayed(Backups &backups, Restoration &done, QStringList &messages)
 {
-    const Result<QString> path = backupPath(home, done.name);
-    const Result<void> removed = path ? deleteBackup(home, path.value()) : path.error();
+    Result<void> removed = backups.check(done.name);
+    if (removed)
+        removed = backups.remove(done.name);
     done.deleted = removed.ok();
     if (!removed)
         messages.append(removed.error().text);
@@ -92,7 +93,10 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
                       const Request &request)
 {
     const QString &name = request.arguments.first();
-    Result<QList<BackupRow>> rows = backupRows(home, name);
+    Backups backups(home);
+    if (const Result<void> sound = backups.check(name); !sound)
+        return HomeOutcome::failed(sound.error());
+    Result<QList<BackupRow>> rows = backups.rows(name);
     if (!rows)
         return HomeOutcome::failed(rows.error());
     if (!only.isEmpty()) {
@@ -111,7 +115,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
         name, dry, playRows(session, rows.value(), dry ? RestoreMode::DryRun : RestoreMode::Play)};
     QStringList problems;
     if (!dry && done.report.complete() && only.isEmpty() && !request.has(keepOption))
-        deletePlayed(home, done, problems);
+        deletePlayed(backups, done, problems);
     HomeOutcome outcome = outcomeOf(done);
     if (!problems.isEmpty())
         outcome.status = ExitStatus::Partly;

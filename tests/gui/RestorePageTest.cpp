@@ -239,6 +239,23 @@ TEST_F(RestorePage, ARowThatCannotBeWrittenStopsThePlaybackAndTheFileStays)
     expectButtons(true);
 }
 
+TEST_F(RestorePage, AFailureToReadAFileIsLoggedOnce)
+{
+    putWords(u"quillet1.sqlite"_s);
+    putWords(u"quillet2.sqlite"_s);
+    start();
+    ASSERT_TRUE(QFile::remove(backups + u"quillet2.sqlite"));
+    for (const int row : {0, 1}) {
+        clickRow(row);
+        for (const QString &name : {u"restoreButton"_s, u"infoButton"_s}) {
+            const LogCapture log;
+            click(button(name));
+            EXPECT_EQ(log.texts(u"varnel.io"_s).size(), 1) << row << qPrintable(name);
+        }
+        dialogs.sheets.last()->close();
+    }
+}
+
 TEST_F(RestorePage, LoginItemRowsGoThroughTheLoginItemsPage)
 {
     putBackup(u"quillet1.sqlite"_s,
