@@ -75,7 +75,10 @@ Result<void> DryHome::writeSetting(int settingId, int value, const QString &extr
     return access.write(*row, {value, extra}, flags);
 }
 
-void DryHome::writeLoginItem(int, const QString &, bool) { }
+Result<void> DryHome::writeLoginItem(int, const QString &, bool)
+{
+    return {};
+}
 
 QList<SettingValue> DryHome::values() const
 {

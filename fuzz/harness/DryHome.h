@@ -37,7 +37,8 @@ public:
     DryHome();
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
-    void writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    void readLoginItems() override { }
 
     /// What every setting of the catalogue reads now.
     [[nodiscard]] QList<SettingValue> values() const;

@@ -127,20 +127,19 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
 
 CommandInfo BackupsRestoreCommand::info() const
 {
-    return {
-        u"backups restore"_s,
-        u"Puts the values of a backup file back and deletes the file"_s,
-        u"Stops at the first setting that can't be written; the file then stays. It also stays\n"
-        u"with --only and when a login item could not be changed. Nothing is added to any backup\n"
-        u"file."_s,
-        {backupParameter()},
-        {{onlyOption, u"SETTING"_s, u"these settings alone; keeps the file"_s, true,
-          Completes::Setting},
-         {keepOption, {}, u"keep the file"_s},
-         dryRunOption(),
-         Ending::option()},
-        {u"backups restore quillet1.sqlite"_s, u"backups restore quillet1.sqlite --dry-run"_s,
-         u"backups restore quillet1.sqlite --only dock-size 1008"_s}};
+    return {u"backups restore"_s,
+            u"Puts the values of a backup file back and deletes the file"_s,
+            u"Stops at the first setting or login item that can't be put back; the file then "
+            u"stays. It\n"
+            u"also stays with --only. Nothing is added to any backup file."_s,
+            {backupParameter()},
+            {{onlyOption, u"SETTING"_s, u"these settings alone; keeps the file"_s, true,
+              Completes::Setting},
+             {keepOption, {}, u"keep the file"_s},
+             dryRunOption(),
+             Ending::option()},
+            {u"backups restore quillet1.sqlite"_s, u"backups restore quillet1.sqlite --dry-run"_s,
+             u"backups restore quillet1.sqlite --only dock-size 1008"_s}};
 }
 
 Result<HomeCommand::Work> BackupsRestoreCommand::prepare(const Request &request) const

@@ -239,6 +239,31 @@ TEST_F(RestorePage, ARowThatCannotBeWrittenStopsThePlaybackAndTheFileStays)
     expectButtons(true);
 }
 
+TEST_F(RestorePage, ALoginItemThatCannotBePutBackStopsThePlaybackAndTheFileStays)
+{
+    const QString tooLong = u"/Apps/" + QString(300, u'x') + u".app";
+    putBackup(u"list.sqlite"_s, {u"250,'/Apps/One.app','0','1'"_s, u"1008,'0','',''"_s});
+    putBackup(u"name.sqlite"_s, {u"250,'" + tooLong + u"','0','1'", u"1008,'0','',''"_s});
+    putBackup(u"store.sqlite"_s, {u"250,'/Apps/One.app','0','0'"_s, u"1008,'0','',''"_s});
+    const QStringList all = filesInFolder();
+    sqlite3Tool(Tools::supportFolderOf(home.home()) + u"disableLoginItems.sqlite",
+                u"CREATE TABLE users (value1 TEXT, value2 TEXT)"_s);
+    QDir().mkpath(home.path() + u"/.config");
+    const QString autostart = home.path() + u"/.config/autostart";
+    start();
+    for (int row = 0; row < all.size(); ++row) {
+        if (all[row] == u"list.sqlite")
+            writeRaw(autostart, "no folder");
+        else
+            (void)QFile::remove(autostart);
+        clickRow(row);
+        click(button(u"restoreButton"_s));
+        EXPECT_EQ(filesInFolder(), all) << qPrintable(all[row]);
+        EXPECT_EQ(column(0), all) << qPrintable(all[row]);
+        EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_s)) << qPrintable(all[row]);
+    }
+}
+
 TEST_F(RestorePage, AFailureToReadAFileIsLoggedOnce)
 {
     putWords(u"quillet1.sqlite"_s);
