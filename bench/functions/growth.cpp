@@ -5,6 +5,7 @@
 #include "backup/BackupReader.h"
 #include "backup/Playback.h"
 #include "data/BenchData.h"
+#include "platform/linux/LinuxFileStore.h"
 #include "plist/PropertyList.h"
 #include "settings/Catalogue.h"
 #include "settings/SearchIndex.h"
@@ -64,8 +65,10 @@ void listBackupFiles(benchmark::State &state)
         require(QFile(folder.filePath(QStringLiteral("quillet%1.sqlite").arg(i + 1)))
                     .open(QIODevice::WriteOnly),
                 state);
+    LinuxFileStore store({folder.path(), true});
+    const BackupFolder backups(folder.path() + u'/', store);
     for (auto _ : state) {
-        QList<BackupEntry> entries = listBackups(folder.path());
+        QList<BackupEntry> entries = backups.list().value();
         sortByDate(entries, false);
         sortByName(entries, true);
         require(entries.size() == state.range(0), state);

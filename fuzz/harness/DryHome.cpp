@@ -49,6 +49,12 @@ Result<void> SealedFiles::update(const QString &, const Change &)
     return {};
 }
 
+Result<void> SealedFiles::remove(const QString &)
+{
+    require(false, "a dry run removes no file");
+    return {};
+}
+
 Result<void> SealedFiles::readyForDatabase(const QString &)
 {
     require(false, "a dry run makes no database");
@@ -69,7 +75,10 @@ Result<void> DryHome::writeSetting(int settingId, int value, const QString &extr
     return access.write(*row, {value, extra}, flags);
 }
 
-void DryHome::writeLoginItem(int, const QString &, bool) { }
+Result<void> DryHome::writeLoginItem(int, const QString &, bool)
+{
+    return {};
+}
 
 QList<SettingValue> DryHome::values() const
 {

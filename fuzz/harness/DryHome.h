@@ -15,9 +15,16 @@ namespace varnel::fuzz {
 /// Files in memory which nobody may write.
 class SealedFiles : public FileStore {
 public:
+    Result<Standing> look(const QString &path) const override
+    {
+        return exists(path) ? Standing::Something : Standing::Nothing;
+    }
+    Result<QList<FolderEntry>> list(const QString &) const override { return QList<FolderEntry>(); }
     bool exists(const QString &path) const override { return files.exists(path); }
     Result<QByteArray> read(const QString &path) const override { return files.read(path); }
     Result<void> update(const QString &path, const Change &change) override;
+    Result<void> remove(const QString &path) override;
+    Result<void> flush(const QString &) override { return {}; }
     Result<void> readyForDatabase(const QString &path) override;
 
     test::FakeFileReader files;
@@ -30,7 +37,8 @@ public:
     DryHome();
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
-    void writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    void readLoginItems() override { }
 
     /// What every setting of the catalogue reads now.
     [[nodiscard]] QList<SettingValue> values() const;

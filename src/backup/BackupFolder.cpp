@@ -1,8 +1,12 @@
 #include "backup/BackupFolder.h"
 
-#include <QDirIterator>
+#include "backup/BackupReader.h"
+#include "base/Logging.h"
+#include "base/Text.h"
+#include "base/UntouchedDatabase.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace varnel {
 
@@ -14,10 +18,10 @@ bool hasBackupExtension(const QString &name)
     return dot > 0 && QStringView(name).mid(dot + 1) == u"sqlite";
 }
 
-QDateTime creationDate(const QFileInfo &file)
+Error logged(Error error)
 {
-    const QDateTime birth = file.birthTime();
-    return (birth.isValid() ? birth : file.lastModified()).toUTC();
+    varnelLog(lcIo, error.text);
+    return error;
 }
 
 template <typename Less> void sortBy(QList<BackupEntry> &entries, bool ascending, Less less)
@@ -29,17 +33,83 @@ template <typename Less> void sortBy(QList<BackupEntry> &entries, bool ascending
 
 } // namespace
 
-QList<BackupEntry> listBackups(const QString &folder)
+BackupFolder::BackupFolder(QString path, FileStore &files) : folder(std::move(path)), files(files)
 {
-    QList<BackupEntry> entries;
-    QDirIterator walk(folder,
-                      QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        walk.next();
-        if (hasBackupExtension(walk.fileName()))
-            entries.append({walk.fileName(), creationDate(walk.fileInfo())});
-    }
+}
+
+/// Other obstacles are left to whoever then meets them.
+Result<void> BackupFolder::checkWay(const QString &to) const
+{
+    const Result<FileStore::Standing> standing = files.look(to);
+    if (!standing || standing.value() != FileStore::Standing::Outside)
+        return {};
+    return logged({ErrorCode::NotPermitted, to + u": a link leads out of the home"});
+}
+
+Result<QList<BackupEntry>> BackupFolder::list() const
+{
+    if (const Result<void> way = checkWay(folder); !way)
+        return way.error();
+    const Result<QList<FolderEntry>> names = files.list(folder);
+    if (!names && names.error().code != ErrorCode::NotFound)
+        return names.error();
+    QList<BackupEntry> entries = names ? names.value() : QList<BackupEntry>();
+    entries.removeIf([](const BackupEntry &entry) { return !hasBackupExtension(entry.name); });
     return entries;
+}
+
+QString BackupFolder::pathOf(const QString &name) const
+{
+    return fillIn(u"%@%@", {folder, name});
+}
+
+Result<QString> BackupFolder::find(const QString &name) const
+{
+    QString file = pathOf(name);
+    if (const Result<void> way = checkWay(file); !way)
+        return way.error();
+    const Result<QList<BackupEntry>> entries = list();
+    const Result<FileStore::Standing> standing = files.look(file);
+    if (entries) {
+        const QList<BackupEntry> &all = entries.value();
+        if (std::any_of(all.begin(), all.end(),
+                        [&](const BackupEntry &entry) { return entry.name == name; }))
+            return file;
+        if (!standing)
+            return logged(standing.error());
+    } else if (!standing || standing.value() != FileStore::Standing::Nothing) {
+        return entries.error();
+    }
+    return Error {ErrorCode::NotFound, file + u": no such backup file"};
+}
+
+bool BackupFolder::exists(const QString &file) const
+{
+    return files.exists(file);
+}
+
+Result<QList<BackupRow>> BackupFolder::read(const QString &file) const
+{
+    if (const Result<void> way = checkWay(file); !way)
+        return way.error();
+    Result<QList<BackupRow>> rows = readBackupRows(file);
+    if (!rows && rows.error().code == ErrorCode::NotFound)
+        return logged(rows.error());
+    return rows;
+}
+
+Result<void> BackupFolder::remove(const QString &file)
+{
+    if (Result<void> way = checkWay(file); !way)
+        return way;
+    const QStringList companions = companionsOf(file);
+    Result<void> removed = files.remove(file);
+    for (const QString &companion : companions) {
+        if (!removed)
+            break;
+        removed = files.remove(companion);
+    }
+    return removed;
 }
 
 QString creationText(const QDateTime &createdDate)

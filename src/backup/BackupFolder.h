@@ -1,24 +1,56 @@
 #pragma once
 
+#include "backup/BackupRow.h"
+#include "base/Result.h"
+#include "platform/FileStore.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
 
 namespace varnel {
 
-/// One backup file of the folder.
-struct BackupEntry {
-    QString name; ///< without its folder
-    QDateTime createdDate; ///< the file system's birth time, or the modification time where there
-                           ///< is none; UTC; invalid where a link leads nowhere
+/// One backup file of the folder: its name without the folder, and its date.
+using BackupEntry = FolderEntry;
 
-    bool operator==(const BackupEntry &) const = default;
+/// The backup files of one home, for everybody who works on them.
+///
+/// In somebody else's home a link that leads out of it is not followed, be it the folder's or a
+/// file's: NotPermitted. Failures are logged to lcIo, each once; that there is no such file only
+/// where it was to be read.
+class BackupFolder {
+public:
+    /// The folder's path ends in a slash; it need not be there. `files`, the store of its home,
+    /// outlives this object.
+    BackupFolder(QString path, FileStore &files);
+
+    [[nodiscard]] const QString &path() const { return folder; }
+
+    /// Every entry whose extension is exactly "sqlite", hidden ones too, in no particular order; a
+    /// name that begins with its only dot has no extension. None where there is no folder.
+    [[nodiscard]] Result<QList<BackupEntry>> list() const;
+
+    [[nodiscard]] QString pathOf(const QString &name) const;
+    /// The path of a file that list() names; for any other NotFound, or why that can't be told.
+    [[nodiscard]] Result<QString> find(const QString &name) const;
+
+    // Of the path of a file in the folder:
+
+    [[nodiscard]] bool exists(const QString &file) const;
+    /// The rows of a file, as readBackupRows() has them.
+    [[nodiscard]] Result<QList<BackupRow>> read(const QString &file) const;
+    /// Deletes a file and what its last writer left beside it. One that is gone is no error. A
+    /// power cut can bring files back until flush().
+    Result<void> remove(const QString &file);
+
+    Result<void> flush() { return files.flush(folder); }
+
+private:
+    [[nodiscard]] Result<void> checkWay(const QString &to) const;
+
+    QString folder;
+    FileStore &files;
 };
-
-/// Every entry of the folder whose extension is exactly "sqlite", hidden ones too, in no particular
-/// order; a name that begins with its only dot has no extension. Empty when the folder can't be
-/// read.
-[[nodiscard]] QList<BackupEntry> listBackups(const QString &folder);
 
 /// "2026-11-21 09:30:00 +0000"; null for a link that leads nowhere, which has no date.
 [[nodiscard]] QString creationText(const QDateTime &createdDate);

@@ -8,13 +8,23 @@ namespace varnel {
 
 namespace {
 
-void playLoginItem(const BackupRow &row, PlaybackTarget &target)
+Result<void> playLoginItem(const BackupRow &row, PlaybackTarget &target)
 {
     varnelLog(lcBackup,
               fillIn(u"%d, %@, %d",
                      {QString::number(row.loginItemAction()), row.loginItemPath(),
                       QString::number(row.enabledFlag())}));
-    target.writeLoginItem(row.loginItemAction(), row.loginItemPath(), row.enabledFlag() != 0);
+    Result<void> written =
+        target.writeLoginItem(row.loginItemAction(), row.loginItemPath(), row.enabledFlag() != 0);
+    // Also after a failure: part of the change may have been made.
+    target.readLoginItems();
+    return written;
+}
+
+Result<void> play(const BackupRow &row, PlaybackTarget &target)
+{
+    return row.isLoginItem() ? playLoginItem(row, target)
+                             : target.writeSetting(row.id, row.settingAction(), row.extraData());
 }
 
 } // namespace
@@ -22,12 +32,7 @@ void playLoginItem(const BackupRow &row, PlaybackTarget &target)
 Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target)
 {
     for (const BackupRow &row : rows) {
-        if (row.isLoginItem()) {
-            playLoginItem(row, target);
-            continue;
-        }
-        Result<void> written = target.writeSetting(row.id, row.settingAction(), row.extraData());
-        if (!written)
+        if (Result<void> written = play(row, target); !written)
             return written;
     }
     return {};

@@ -16,10 +16,14 @@ public:
     virtual ~PlaybackTarget() = default;
     /// An unknown number does nothing and is no error.
     virtual Result<void> writeSetting(int settingId, int value, const QString &extra) = 0;
-    virtual void writeLoginItem(int actionId, const QString &path, bool enabled) = 0;
+    virtual Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) = 0;
+    /// Reads both places of login items afresh, which takes what stands in both out of the store.
+    virtual void readLoginItems() = 0;
 };
 
-/// Plays the rows in file order. Stops at the first setting that can't be written, with its error.
+/// Plays the rows in file order. After each login item the items are read again, since the next row
+/// goes by what is listed then. Stops at the first row that can't be written, with its error: the
+/// file that the rows came from is still needed.
 Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target);
 
 /// Location and description of a row, as a list of changes shows them. The settings' own texts are

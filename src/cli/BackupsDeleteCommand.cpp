@@ -12,16 +12,12 @@ namespace varnel::cli {
 namespace {
 
 /// Checked before the first is deleted: a slip in one name deletes nothing.
-Result<QStringList> pathsOf(const HomeFolder &home, const QStringList &names)
+Result<void> check(const Backups &backups, const QStringList &names)
 {
-    QStringList paths;
-    for (const QString &name : names) {
-        const Result<QString> path = backupPath(home, name);
-        if (!path)
-            return path.error();
-        paths.append(path.value());
-    }
-    return paths;
+    for (const QString &name : names)
+        if (Result<void> sound = backups.check(name); !sound)
+            return sound;
+    return {};
 }
 
 QString deletedText(const QStringList &names, bool dry)
@@ -34,15 +30,15 @@ QString deletedText(const QStringList &names, bool dry)
 
 HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dry)
 {
-    const Result<QStringList> paths = pathsOf(home, names);
-    if (!paths)
-        return HomeOutcome::failed(paths.error());
+    Backups backups(home);
+    if (const Result<void> sound = check(backups, names); !sound)
+        return HomeOutcome::failed(sound.error());
     HomeOutcome outcome;
     QStringList deleted;
-    for (qsizetype i = 0; i < names.size(); ++i) {
-        const Result<void> removed = dry ? Result<void>() : deleteBackup(home, paths.value()[i]);
+    for (const QString &name : names) {
+        const Result<void> removed = dry ? Result<void>() : backups.remove(name);
         if (removed)
-            deleted.append(names[i]);
+            deleted.append(name);
         else
             outcome.messages.append(removed.error().text);
     }

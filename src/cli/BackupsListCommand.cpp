@@ -43,7 +43,7 @@ Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
 {
     return Work([](const HomeFolder &home) {
         HomeOutcome outcome;
-        const Result<QList<BackupEntry>> listed = backupsOf(home);
+        const Result<QList<BackupEntry>> listed = Backups(home).listed();
         if (!listed)
             return HomeOutcome::failed(listed.error());
         const QList<BackupEntry> &entries = listed.value();

@@ -80,10 +80,11 @@ HomeOutcome outcomeOf(const Restoration &done)
 }
 
 /// Deletes the file whose rows were played.
-void deletePlayed(const HomeFolder &home, Restoration &done, QStringList &messages)
+void deletePlayed(Backups &backups, Restoration &done, QStringList &messages)
 {
-    const Result<QString> path = backupPath(home, done.name);
-    const Result<void> removed = path ? deleteBackup(home, path.value()) : path.error();
+    Result<void> removed = backups.check(done.name);
+    if (removed)
+        removed = backups.remove(done.name);
     done.deleted = removed.ok();
     if (!removed)
         messages.append(removed.error().text);
@@ -93,7 +94,10 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
                       const Request &request)
 {
     const QString &name = request.arguments.first();
-    Result<QList<BackupRow>> rows = backupRows(home, name);
+    Backups backups(home);
+    if (const Result<void> sound = backups.check(name); !sound)
+        return HomeOutcome::failed(sound.error());
+    Result<QList<BackupRow>> rows = backups.rows(name);
     if (!rows)
         return HomeOutcome::failed(rows.error());
     if (!only.isEmpty()) {
@@ -110,7 +114,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
     const bool deletes = done.report.complete() && only.isEmpty() && !request.has(keepOption);
     QStringList problems;
     if (deletes && !done.dryRun)
-        deletePlayed(home, done, problems);
+        deletePlayed(backups, done, problems);
     HomeOutcome outcome = outcomeOf(done);
     outcome.changes = outcome.changes || deletes;
     if (!problems.isEmpty())
@@ -123,20 +127,19 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
 
 CommandInfo BackupsRestoreCommand::info() const
 {
-    return {
-        u"backups restore"_s,
-        u"Puts the values of a backup file back and deletes the file"_s,
-        u"Stops at the first setting that can't be written; the file then stays. It also stays\n"
-        u"with --only and when a login item could not be changed. Nothing is added to any backup\n"
-        u"file."_s,
-        {backupParameter()},
-        {{onlyOption, u"SETTING"_s, u"these settings alone; keeps the file"_s, true,
-          Completes::Setting},
-         {keepOption, {}, u"keep the file"_s},
-         dryRunOption(),
-         Ending::option()},
-        {u"backups restore quillet1.sqlite"_s, u"backups restore quillet1.sqlite --dry-run"_s,
-         u"backups restore quillet1.sqlite --only dock-size 1008"_s}};
+    return {u"backups restore"_s,
+            u"Puts the values of a backup file back and deletes the file"_s,
+            u"Stops at the first setting or login item that can't be put back; the file then "
+            u"stays. It\n"
+            u"also stays with --only. Nothing is added to any backup file."_s,
+            {backupParameter()},
+            {{onlyOption, u"SETTING"_s, u"these settings alone; keeps the file"_s, true,
+              Completes::Setting},
+             {keepOption, {}, u"keep the file"_s},
+             dryRunOption(),
+             Ending::option()},
+            {u"backups restore quillet1.sqlite"_s, u"backups restore quillet1.sqlite --dry-run"_s,
+             u"backups restore quillet1.sqlite --only dock-size 1008"_s}};
 }
 
 Result<HomeCommand::Work> BackupsRestoreCommand::prepare(const Request &request) const

@@ -78,7 +78,10 @@ CommandInfo BackupsShowCommand::info() const
 Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) const
 {
     return Work([name = request.arguments.first()](const HomeFolder &home) {
-        const Result<QList<BackupRow>> read = backupRows(home, name);
+        const Backups backups(home);
+        if (const Result<void> sound = backups.check(name); !sound)
+            return HomeOutcome::failed(sound.error());
+        const Result<QList<BackupRow>> read = backups.rows(name);
         if (!read)
             return HomeOutcome::failed(read.error());
         const QList<BackupRow> &rows = read.value();

@@ -38,14 +38,21 @@ public:
         return written;
     }
 
-    void writeLoginItem(int actionId, const QString &path, bool enabled) override
+    Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override
     {
         report.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
                                   QString::number(enabled ? 1 : 0)});
         const LogSilence silence(session.isDryRun());
-        if (const Result<void> written = items.access().writeData(actionId, path, enabled, false);
-            !written)
+        Result<void> written = items.access().writeData(actionId, path, enabled, false);
+        if (!written)
             report.itemFailures.append(path + u": " + written.error().text);
+        return written;
+    }
+
+    void readLoginItems() override
+    {
+        const LogSilence silence(session.isDryRun());
+        (void)items.access().readData();
     }
 
     RestoreReport finished()

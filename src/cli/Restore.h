@@ -16,8 +16,9 @@ struct RestoreReport {
     QList<SavedChange> changes; ///< settings whose files differ from before
     QList<BackupRow> loginItems; ///< login-item rows that were played
     QList<int> skipped; ///< numbers of rows that no setting has
-    QList<SaveFailure> settingFailures; ///< one at most: playing stops there
-    QStringList itemFailures; ///< login items that could not be changed; they stop nothing
+    // Playing stops at the first failure, so there is one at most in both.
+    QList<SaveFailure> settingFailures;
+    QStringList itemFailures; ///< login items that could not be changed
     QStringList filesWithoutLock; ///< changed while another run was changing them
     RestartFlags restart;
 

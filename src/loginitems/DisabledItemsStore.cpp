@@ -16,10 +16,11 @@ void logFailure(QStringView format, const Error &error)
 Result<void> deletePath(Sqlite &store, const QString &sql)
 {
     Result<void> deleted = store.run(sql, Sqlite::Verb::Delete);
-    if (!deleted)
-        logFailure(u"Failed to create the SQL query for deleting data with error: %s",
-                   deleted.error());
-    return deleted;
+    if (deleted)
+        return deleted;
+    logFailure(u"Failed to create the SQL query for deleting data with error: %s", deleted.error());
+    const bool noTable = deleted.error().text == u"no such table: users";
+    return Error {noTable ? ErrorCode::NotFound : deleted.error().code, deleted.error().text};
 }
 
 QString deleteQuery(const QString &path)

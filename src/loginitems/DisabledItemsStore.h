@@ -32,6 +32,7 @@ public:
     /// `backupFileName` is only printed (null when none was chosen).
     Result<void> addDisabledLoginItemsData(const QString &path, const QString &backupFileName);
 
+    /// A path that is not stored is no error; NotFound where nothing was ever stored.
     Result<void> deleteDisabledLoginItemsData(const QString &path);
 
 private:

@@ -23,6 +23,13 @@ Result<void> firstFailure(Result<void> first, Result<void> second)
     return first.ok() ? std::move(second) : std::move(first);
 }
 
+/// What was never stored is gone.
+Result<void> orNeverStored(Result<void> deleted)
+{
+    const bool never = !deleted && deleted.error().code == ErrorCode::NotFound;
+    return never ? Result<void>() : std::move(deleted);
+}
+
 /// The told logs know nothing of the session's list.
 Result<void> logged(Result<void> outcome)
 {
@@ -107,13 +114,15 @@ Result<void> LoginItemsAccess::add(const QString &path, bool enabled)
 
 Result<void> LoginItemsAccess::remove(const QString &path, bool enabled)
 {
-    return enabled ? logged(session.removeEvery(path)) : store.deleteDisabledLoginItemsData(path);
+    return enabled ? logged(session.removeEvery(path))
+                   : orNeverStored(store.deleteDisabledLoginItemsData(path));
 }
 
 Result<void> LoginItemsAccess::enable(const QString &path)
 {
     Result<void> inserted = logged(session.insertAtEnd(path));
-    return firstFailure(std::move(inserted), store.deleteDisabledLoginItemsData(path));
+    return firstFailure(std::move(inserted),
+                        orNeverStored(store.deleteDisabledLoginItemsData(path)));
 }
 
 Result<void> LoginItemsAccess::disable(const QString &path)

@@ -18,9 +18,17 @@ public:
     /// The inner store is only read, and outlives this one.
     explicit DryRunFileStore(const FileStore &inner);
 
+    Result<Standing> look(const QString &path) const override { return inner.look(path); }
+    Result<QList<FolderEntry>> list(const QString &folder) const override
+    {
+        return inner.list(folder);
+    }
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
+    /// Nothing is removed.
+    Result<void> remove(const QString &) override { return {}; }
+    Result<void> flush(const QString &) override { return {}; }
     /// Nothing is made in that place.
     Result<void> readyForDatabase(const QString &path) override;
     DatabasePlace databasePlace(const QString &path) const override;

@@ -2,19 +2,44 @@
 
 #include "platform/FileReader.h"
 
+#include <QDateTime>
+#include <QList>
+
 #include <functional>
 #include <optional>
 
 namespace varnel {
 
-/// Reads and replaces whole files of one home folder. The only way in which this program touches
-/// preference files.
+/// One name in a folder.
+struct FolderEntry {
+    QString name;
+    QDateTime createdDate; ///< the file system's birth time, or the modification time where there
+                           ///< is none; UTC; invalid where a link leads nowhere or out of bounds
+
+    bool operator==(const FolderEntry &) const = default;
+};
+
+/// Reads, replaces and removes whole files of one home folder. The only way in which this program
+/// touches preference files.
 ///
 /// Links are followed; when the process's user is not the home's owner, only to places beneath the
 /// home (NotPermitted otherwise, reading and writing). Anything but a regular file is NotAFile, and
 /// never blocks.
 class FileStore : public FileReader {
 public:
+    enum class Standing {
+        Nothing,
+        Something,
+        Outside, ///< a link on the way leads out of bounds; what stands there is not looked at
+    };
+    /// What a path leads to, for whoever hands it to a library that would follow any link. Not
+    /// logged.
+    [[nodiscard]] virtual Result<Standing> look(const QString &path) const = 0;
+
+    /// What stands in a folder, hidden names too, in no particular order; names that are no UTF-8
+    /// are left out. NotFound where there is no folder.
+    [[nodiscard]] virtual Result<QList<FolderEntry>> list(const QString &folder) const = 0;
+
     /// Gets the old bytes (none: no file) and answers the new ones (none: leave everything as it
     /// is).
     using Change =
@@ -26,6 +51,11 @@ public:
     /// error names the file. Bytes equal to the old ones write nothing. The change function may be
     /// called once at most.
     [[nodiscard]] virtual Result<void> update(const QString &path, const Change &change) = 0;
+
+    /// Removes a file; of a link, the link. Nothing there is no error. Until its folder is flushed,
+    /// a power cut can bring it back.
+    [[nodiscard]] virtual Result<void> remove(const QString &path) = 0;
+    [[nodiscard]] virtual Result<void> flush(const QString &folder) = 0;
 
     /// Makes a place ready for a library that opens its database by path: where nothing stands, an
     /// empty file (which is a valid empty database) is made as update() makes one. When the

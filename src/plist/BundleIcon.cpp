@@ -17,8 +17,7 @@ QString iconName(const FileReader &files, const QString &bundle)
     const Result<plist::PropertyList> info = plist::PropertyList::open(std::move(bytes).value());
     if (!info)
         return {};
-    const plist::Value name = info.value().value({QStringLiteral("CFBundleIconFile")});
-    return name.kind == plist::Kind::String ? name.string : QString();
+    return info.value().text({QStringLiteral("CFBundleIconFile")});
 }
 
 } // namespace

@@ -51,6 +51,24 @@ Value PropertyList::value(const QStringList &path) const
     return backend->value(path);
 }
 
+QString PropertyList::text(const QStringList &path) const
+{
+    constexpr int digits = 16; // no more than survive in a double
+    const Value found = value(path);
+    switch (found.kind) {
+    case Kind::String:
+        return found.string;
+    case Kind::Integer:
+        return QString::number(found.integer);
+    case Kind::Real:
+        return QString::number(found.real, 'g', digits);
+    case Kind::Boolean:
+        return QString::number(found.boolean ? 1 : 0);
+    default:
+        return {};
+    }
+}
+
 std::optional<QStringList> PropertyList::keys(const QStringList &path) const
 {
     return backend->keys(path);

@@ -42,6 +42,10 @@ public:
     /// a step is no dictionary.
     [[nodiscard]] Value value(const QStringList &path) const;
 
+    /// The value as "%@" prints it: a string as it is, a number in digits, a boolean as 1 or 0;
+    /// null for anything else.
+    [[nodiscard]] QString text(const QStringList &path) const;
+
     /// The keys of the dictionary at a path, in the file's order, a key that stands there several
     /// times as often; none when there is no dictionary.
     [[nodiscard]] std::optional<QStringList> keys(const QStringList &path) const;

@@ -100,7 +100,7 @@ BaseNode::List BaseNode::descendants() const
     List found;
     for (const Pointer &child : children()) {
         found << child;
-        if (!child->leaf)
+        if (!child->leaf && child.get() != this)
             found << child->descendants();
     }
     return found;
@@ -112,7 +112,7 @@ BaseNode::List BaseNode::allChildLeafs() const
     for (const Pointer &child : children()) {
         if (child->leaf)
             found << child;
-        else
+        else if (child.get() != this)
             found << child->allChildLeafs();
     }
     return found;
@@ -135,7 +135,9 @@ bool BaseNode::isDescendantOfOrOneOfNodes(const List &nodes) const
 bool BaseNode::isDescendantOfNodes(const List &nodes) const
 {
     return std::any_of(nodes.begin(), nodes.end(), [this](const Pointer &node) {
-        return !node->leaf && isDescendantOfOrOneOfNodes(node->below);
+        if (node->leaf)
+            return false;
+        return node->ownChild ? node.get() == this : isDescendantOfOrOneOfNodes(node->below);
     });
 }
 

@@ -62,6 +62,8 @@ public:
     /// Removes the first occurrence at each level that the depth-first walk comes to; the walk of a
     /// level ends there.
     void removeObjectFromChildren(const BaseNode *node);
+    // A node that is no leaf may be its own only child too: it is then beneath itself, once.
+
     /// Depth first, parents before their children.
     [[nodiscard]] List descendants() const;
     [[nodiscard]] List allChildLeafs() const;

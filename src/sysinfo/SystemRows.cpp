@@ -12,12 +12,6 @@ namespace varnel {
 
 namespace {
 
-QString textOf(const plist::PropertyList &list, const QString &key)
-{
-    const plist::Value value = list.value({key});
-    return value.kind == plist::Kind::String ? value.string : QString();
-}
-
 InfoRow row(const QString &name, const QString &value)
 {
     return {name, orNull(value)};
@@ -35,9 +29,9 @@ SystemVersion readSystemVersion(const FileReader &files, const QString &systemRo
     const Result<plist::PropertyList> list = plist::PropertyList::open(std::move(bytes).value());
     if (!list)
         return {};
-    return {textOf(list.value(), QStringLiteral("ProductVersion")),
-            textOf(list.value(), QStringLiteral("ProductBuildVersion")),
-            textOf(list.value(), QStringLiteral("ProductCopyright"))};
+    return {list.value().text({QStringLiteral("ProductVersion")}),
+            list.value().text({QStringLiteral("ProductBuildVersion")}),
+            list.value().text({QStringLiteral("ProductCopyright")})};
 }
 
 std::optional<QString> codeName(const QString &productVersion)

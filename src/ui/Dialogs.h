@@ -31,7 +31,8 @@ public:
     virtual void showAlert(QWidget *parent, const Alert &alert,
                            std::function<void(int code)> ended) = 0;
 
-    /// Opens the dialog as a window-modal sheet on its parent's window and returns at once.
+    /// Opens the dialog as a window-modal sheet on its parent's window, which is brought back first
+    /// if it is minimised, and returns at once.
     virtual void showSheet(QDialog *sheet) = 0;
 
     /// Waits for the user; none when cancelled.

@@ -20,6 +20,8 @@ void QtDialogs::showSheet(QDialog *sheet)
     sheet->setWindowModality(Qt::WindowModal);
     if (QWidget *below = sheet->parentWidget()) {
         QWidget *window = below->window();
+        // Alone on the screen a sheet would not tell what it belongs to.
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
         new SheetShade(window, sheet);
         if (!sheet->testAttribute(Qt::WA_Resized))
             sheet->adjustSize();

@@ -273,6 +273,47 @@ TEST_F(BackupsTest, loginItemsAreTakenInAndOutOfTheList)
     EXPECT_TRUE(files().isEmpty());
 }
 
+TEST_F(BackupsTest, aLoginItemThatCannotBePutBackStopsThereAndTheFileStays)
+{
+    varnelctl.environment.remove(u"XDG_CONFIG_HOME"_s);
+    QDir().mkpath(home.path() + u"/.config");
+    writeFile(home.path() + u"/.config/autostart", "no folder");
+    put(u"quillet1.sqlite"_s, {effectRow, u"250,'/Apps/Mail.app','0','1'"_s, sizeRow});
+    const Outcome restored = backups({u"restore"_s, u"quillet1.sqlite"_s, u"--json"_s});
+    EXPECT_EQ(restored.status, 4);
+    EXPECT_EQ(restored.json()[u"failures"].toArray().size(), 1);
+    EXPECT_EQ(restored.json()[u"changed"].toArray().size(), 1);
+    EXPECT_TRUE(dock().contains("<string>scale</string>"));
+    EXPECT_TRUE(dock().contains("<integer>48</integer>")) << "the rows behind it are not played";
+    EXPECT_EQ(files(), QStringList {u"quillet1.sqlite"_s});
+}
+
+TEST_F(BackupsTest, anItemIsPutBackIntoTheListWhereThereIsNoStoreToTakeItFrom)
+{
+    put(u"quillet1.sqlite"_s, {u"250,'/Apps/Mail.app','2','0'"_s, sizeRow});
+    const Outcome restored =
+        backups({u"restore"_s, u"quillet1.sqlite"_s, u"--home"_s, home.path()});
+    EXPECT_EQ(restored.status, 0) << restored.err.toStdString();
+    EXPECT_EQ(entriesOf(home.path() + u"/.config/autostart"), QStringList {u"Mail.desktop"_s});
+    EXPECT_TRUE(dock().contains("<integer>64</integer>"));
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(BackupsTest, loginItemsAreReadAgainAfterEachRow)
+{
+    const QStringList here {u"--home"_s, home.path()};
+    const QString autostart = home.path() + u"/.config/autostart";
+    QDir().mkpath(autostart);
+    writeFile(autostart + u"/a.desktop",
+              "[Desktop Entry]\nType=Application\nName=A\nExec=/A.app/A\n");
+    put(u"quillet1.sqlite"_s, {u"250,'/A.app','0','0'"_s, u"250,'/A.app','1','1'"_s});
+    const Outcome restored = backups(QStringList {u"restore"_s, u"quillet1.sqlite"_s} + here);
+    EXPECT_EQ(restored.status, 0) << restored.err.toStdString();
+    const Outcome listed =
+        varnelctl.run(QStringList {u"login-items"_s, u"list"_s, u"--json"_s} + here);
+    EXPECT_TRUE(listed.json()[u"loginItems"].toArray().isEmpty()) << listed.out.toStdString();
+}
+
 TEST_F(BackupsTest, aFileThatIsNoBackupChangesNothing)
 {
     writeFile(folder + u"quillet1.sqlite", "words");

@@ -1,5 +1,6 @@
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
+#include "support/PlantedLinks.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -30,27 +31,13 @@ protected:
         QDir().mkpath(autostart);
         writeFile(autostart + u"/mail.desktop", entry);
         giveAll(home.path(), stranger, stranger);
-        // What only root may read: a file of each kind that this program reads.
-        QDir().mkpath(secrets);
-        for (const QString &name : {dock, u"quillet1.sqlite"_s, u"entry.desktop"_s})
-            writeRaw(secrets + u'/' + name, "marked secret", 0600);
-        installSample(vault, u"xml"_s, dock);
-        writeRaw(secrets + u"/valid.plist",
-                 fileBytes(vault.preference(dock)).replace("<integer>48<", "<integer>77<"), 0600);
+        links.emplace(vault, home);
     }
 
     [[nodiscard]] Outcome run(const QStringList &words) const
     {
         return varnelctl.run(QStringList {u"--verbose"_s} + words
                              + QStringList {u"--home"_s, home.path()});
-    }
-    void replaceByLink(const QString &path, const QString &target) const
-    {
-        QDir(path).removeRecursively();
-        QFile::remove(path);
-        QDir().mkpath(QFileInfo(path).path());
-        linkTo(target, path);
-        giveAll(home.path(), stranger, stranger);
     }
     /// Every command that reads or writes; what they print, all together.
     [[nodiscard]] QByteArray runEverything() const
@@ -81,9 +68,9 @@ protected:
 
     TemporaryHome vault;
     TemporaryHome home;
-    QString secrets = vault.path() + u"/secrets";
     QString support = home.path() + u"/Library/Application Support/Varnel/";
     QString autostart = home.path() + u"/.config/autostart";
+    std::optional<PlantedLinks> links;
     Varnelctl varnelctl {vault};
 };
 
@@ -132,57 +119,35 @@ TEST_F(ForeignHomeTest, whateverIsMadeBelongsToTheHomesOwner)
     EXPECT_TRUE(QFileInfo::exists(support + u"disableLoginItems.sqlite"));
 }
 
-/// A link that the user planted, and where it leads.
-struct Plant {
-    const char *test;
-    const char16_t *path; ///< in the home
-    const char16_t *target; ///< among the secrets, or absolute
-};
-
-void PrintTo(const Plant &plant, std::ostream *out)
+TEST_F(ForeignHomeTest, aLinkedBackupFolderIsNotLookedInto)
 {
-    *out << plant.test;
+    links->plant({"", u"/Library/Application Support/Varnel/Backup", u"Varnel/Backup"});
+    for (const QStringList &words : {QStringList {u"list"_s},
+                                     {u"list"_s, u"--json"_s},
+                                     {u"show"_s, u"quillet1.sqlite"_s},
+                                     {u"restore"_s, u"quillet1.sqlite"_s},
+                                     {u"delete"_s, u"quillet1.sqlite"_s},
+                                     {u"delete"_s, u"noSuchName.sqlite"_s}}) {
+        const Outcome outcome = run(QStringList {u"backups"_s} + words);
+        EXPECT_EQ(outcome.status, 3) << qPrintable(words.join(u' '));
+        EXPECT_TRUE(outcome.err.contains(": a link leads out of the home\n"))
+            << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.toStdString();
+    }
 }
-
-const Plant plants[] {
-    {"preferenceFile", u"/Library/Preferences/com.apple.dock.plist", u"valid.plist"},
-    {"shadow", u"/Library/Preferences/com.apple.dock.plist", u"/etc/shadow"},
-    {"newPreferenceFile", u"/Library/Preferences/com.apple.screencapture.plist", u"new.plist"},
-    {"preferences", u"/Library/Preferences", u""},
-    {"library", u"/Library", u""},
-    {"applicationSupport", u"/Library/Application Support", u""},
-    {"supportFolder", u"/Library/Application Support/Varnel", u""},
-    {"backupFolder", u"/Library/Application Support/Varnel/Backup", u""},
-    {"backupFile", u"/Library/Application Support/Varnel/Backup/quillet1.sqlite",
-     u"quillet1.sqlite"},
-    {"newBackupFile", u"/Library/Application Support/Varnel/Backup/quillet1.sqlite", u"new.sqlite"},
-    {"store", u"/Library/Application Support/Varnel/disableLoginItems.sqlite", u"quillet1.sqlite"},
-    {"newStore", u"/Library/Application Support/Varnel/disableLoginItems.sqlite", u"new.sqlite"},
-    {"order", u"/Library/Application Support/Varnel/LoginItemsOrder.txt", u"entry.desktop"},
-    {"kept", u"/Library/Application Support/Varnel/RemovedLoginItems", u""},
-    {"autostart", u"/.config/autostart", u""},
-    {"configuration", u"/.config", u""},
-    {"autostartEntry", u"/.config/autostart/mail.desktop", u"entry.desktop"},
-};
 
 class PlantedLink : public ForeignHomeTest, public WithParamInterface<Plant> { };
 
 TEST_P(PlantedLink, comesToNothing)
 {
-    const QString target = QString::fromUtf16(GetParam().target);
-    const QString path = home.path() + QString::fromUtf16(GetParam().path);
-    replaceByLink(path,
-                  target.startsWith(u'/') ? target : QDir::cleanPath(secrets + u'/' + target));
+    links->plant(GetParam());
     const auto before = snapshot(vault.path());
     const struct stat shadow = statusOf(u"/etc/shadow"_s);
     const QByteArray said = runEverything();
     EXPECT_EQ(snapshot(vault.path()), before);
     const struct stat now = statusOf(u"/etc/shadow"_s);
     EXPECT_TRUE(shadow.st_ino == now.st_ino && shadow.st_mtim.tv_sec == now.st_mtim.tv_sec);
-    EXPECT_FALSE(said.contains("marked secret")) << said.toStdString();
-    EXPECT_FALSE(said.contains("77 pixels") || said.contains("\"value\": 77"))
-        << said.toStdString();
-    EXPECT_FALSE(said.contains("root:")) << said.toStdString();
+    PlantedLinks::expectNoneIn(said);
 }
 
 INSTANTIATE_TEST_SUITE_P(Cli, PlantedLink, ValuesIn(plants),

@@ -4,15 +4,12 @@
 
 #include <QCryptographicHash>
 #include <QDateTime>
-#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QStandardPaths>
 
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 namespace varnel::test {
 
@@ -115,27 +112,6 @@ void expectGolden(const QString &file, QByteArray output, const TemporaryHome &h
     if (qEnvironmentVariableIsSet("VARNEL_UPDATE_GOLDEN"))
         writeFile(path, output);
     EXPECT_EQ(output.toStdString(), fileBytes(path).toStdString());
-}
-
-QMap<QString, QString> snapshot(const QString &folder)
-{
-    QMap<QString, QString> found;
-    QDirIterator walk(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                      QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        struct stat status { };
-        EXPECT_EQ(::lstat(QFile::encodeName(path).constData(), &status), 0) << qPrintable(path);
-        const QByteArray bytes = S_ISREG(status.st_mode) ? fileBytes(path) : QByteArray();
-        found.insert(path.mid(folder.size()),
-                     QStringLiteral("inode %1 mode %2 changed %3.%4 bytes ")
-                             .arg(status.st_ino)
-                             .arg(status.st_mode, 0, 8)
-                             .arg(status.st_mtim.tv_sec)
-                             .arg(status.st_mtim.tv_nsec)
-                         + QString::fromLatin1(bytes.toHex()));
-    }
-    return found;
 }
 
 } // namespace varnel::test

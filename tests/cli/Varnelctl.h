@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/FileFacts.h"
 #include "support/TemporaryHome.h"
 
 #include <QByteArray>
@@ -54,8 +55,5 @@ void writeFile(const QString &path, const QByteArray &bytes);
 ///
 /// To take a wanted change over: VARNEL_UPDATE_GOLDEN=1 ctest -R Golden, then read the difference.
 void expectGolden(const QString &file, QByteArray output, const TemporaryHome &home);
-
-/// Every path beneath a folder with its size, time, inode and, for files, bytes.
-[[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
 
 } // namespace varnel::test

@@ -6,6 +6,7 @@
 #include "shell/views/Varnel.h"
 #include "support/gui/WindowFixture.h"
 #include "support/LogCapture.h"
+#include "ui/QtDialogs.h"
 
 #include <QAction>
 #include <QDir>
@@ -251,6 +252,28 @@ TEST_F(MainWindowTest, AStrangersHomeIsNamedOnTheBand)
               QString(QStringLiteral("Editing ") + home.path()));
     MainWindow own({home.path(), true});
     EXPECT_TRUE(own.findChild<QLabel *>(QStringLiteral("editedHome"))->text().isEmpty());
+}
+
+TEST_F(MainWindowTest, BroughtToTheFrontItLeavesTheKeyboardToTheSheetThatIsUp)
+{
+    window.show();
+    QWidget other;
+    const auto raisedFromBehind = [&] {
+        other.show();
+        other.activateWindow();
+        QApplication::processEvents();
+        EXPECT_EQ(QApplication::activeWindow(), &other);
+        window.raiseToUser();
+        QApplication::processEvents();
+        return QApplication::activeWindow();
+    };
+    EXPECT_EQ(raisedFromBehind(), &window);
+    QtDialogs real;
+    auto *sheet = new QDialog(&window);
+    real.showSheet(sheet);
+    EXPECT_EQ(raisedFromBehind(), sheet);
+    sheet->accept();
+    EXPECT_EQ(raisedFromBehind(), &window);
 }
 
 TEST_F(MainWindowTest, TheWindowIsNeverSmallerThanItsPagesNeed)

@@ -48,6 +48,17 @@ struct QtDialogsTest : testing::Test {
     }
 };
 
+/// Notes how its window stands when it shows.
+struct NotingSheet : QDialog {
+    using QDialog::QDialog;
+    void showEvent(QShowEvent *event) override
+    {
+        aboveMinimised = parentWidget()->isMinimized();
+        QDialog::showEvent(event);
+    }
+    bool aboveMinimised = false;
+};
+
 const QStringList three {QStringLiteral("Save"), QStringLiteral("Cancel"),
                          QStringLiteral("Don't Save")};
 
@@ -118,6 +129,16 @@ TEST_F(QtDialogsTest, ASheetDimsItsWindowUntilItEnds)
     sheet->accept();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(shade(), nullptr);
+}
+
+TEST_F(QtDialogsTest, AMinimisedWindowIsBackBeforeItsSheetShows)
+{
+    window.showMinimized();
+    NotingSheet sheet(&window);
+    dialogs.showSheet(&sheet);
+    EXPECT_FALSE(sheet.aboveMinimised);
+    EXPECT_FALSE(window.isMinimized());
+    EXPECT_TRUE(sheet.isVisible());
 }
 
 TEST_F(QtDialogsTest, ASheetStandsInTheMiddleOfItsWindow)

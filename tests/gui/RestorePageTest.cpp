@@ -239,6 +239,48 @@ TEST_F(RestorePage, ARowThatCannotBeWrittenStopsThePlaybackAndTheFileStays)
     expectButtons(true);
 }
 
+TEST_F(RestorePage, ALoginItemThatCannotBePutBackStopsThePlaybackAndTheFileStays)
+{
+    const QString tooLong = u"/Apps/" + QString(300, u'x') + u".app";
+    putBackup(u"list.sqlite"_s, {u"250,'/Apps/One.app','0','1'"_s, u"1008,'0','',''"_s});
+    putBackup(u"name.sqlite"_s, {u"250,'" + tooLong + u"','0','1'", u"1008,'0','',''"_s});
+    putBackup(u"store.sqlite"_s, {u"250,'/Apps/One.app','0','0'"_s, u"1008,'0','',''"_s});
+    const QStringList all = filesInFolder();
+    sqlite3Tool(Tools::supportFolderOf(home.home()) + u"disableLoginItems.sqlite",
+                u"CREATE TABLE users (value1 TEXT, value2 TEXT)"_s);
+    QDir().mkpath(home.path() + u"/.config");
+    const QString autostart = home.path() + u"/.config/autostart";
+    start();
+    for (int row = 0; row < all.size(); ++row) {
+        if (all[row] == u"list.sqlite")
+            writeRaw(autostart, "no folder");
+        else
+            (void)QFile::remove(autostart);
+        clickRow(row);
+        click(button(u"restoreButton"_s));
+        EXPECT_EQ(filesInFolder(), all) << qPrintable(all[row]);
+        EXPECT_EQ(column(0), all) << qPrintable(all[row]);
+        EXPECT_FALSE(fileExists(u"com.apple.dock.plist"_s)) << qPrintable(all[row]);
+    }
+}
+
+TEST_F(RestorePage, AFailureToReadAFileIsLoggedOnce)
+{
+    putWords(u"quillet1.sqlite"_s);
+    putWords(u"quillet2.sqlite"_s);
+    start();
+    ASSERT_TRUE(QFile::remove(backups + u"quillet2.sqlite"));
+    for (const int row : {0, 1}) {
+        clickRow(row);
+        for (const QString &name : {u"restoreButton"_s, u"infoButton"_s}) {
+            const LogCapture log;
+            click(button(name));
+            EXPECT_EQ(log.texts(u"varnel.io"_s).size(), 1) << row << qPrintable(name);
+        }
+        dialogs.sheets.last()->close();
+    }
+}
+
 TEST_F(RestorePage, LoginItemRowsGoThroughTheLoginItemsPage)
 {
     putBackup(u"quillet1.sqlite"_s,

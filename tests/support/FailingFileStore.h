@@ -9,14 +9,25 @@
 namespace varnel::test {
 
 /// Passes everything on to another store, writes down what was asked, and lets chosen operations
-/// fail in the other's place. Reads, updates and readied databases are the operations; they are
-/// counted from 1.
+/// fail in the other's place. Reads, lists, updates, removals, flushes and readied databases
+/// are the operations; they are counted from 1.
 class FailingFileStore : public FileStore {
 public:
     explicit FailingFileStore(FileStore &store) : inner(store) { }
 
     void failOperation(int number, const Error &error) { failures.insert(number, error); }
 
+    Result<Standing> look(const QString &path) const override
+    {
+        calls.append(u"look " + path);
+        return inner.look(path);
+    }
+    Result<QList<FolderEntry>> list(const QString &folder) const override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("list "), folder))
+            return *error;
+        return inner.list(folder);
+    }
     bool exists(const QString &path) const override
     {
         calls.append(u"exists " + path);
@@ -34,6 +45,18 @@ public:
             return *error;
         return inner.update(path, change);
     }
+    Result<void> remove(const QString &path) override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("remove "), path))
+            return *error;
+        return inner.remove(path);
+    }
+    Result<void> flush(const QString &folder) override
+    {
+        if (const std::optional<Error> error = begin(QStringLiteral("flush "), folder))
+            return *error;
+        return inner.flush(folder);
+    }
     Result<void> readyForDatabase(const QString &path) override
     {
         if (const std::optional<Error> error = begin(QStringLiteral("ready "), path))
@@ -45,7 +68,7 @@ public:
         return inner.databasePlace(path);
     }
 
-    mutable QStringList calls; ///< "read /path", "update /path", "exists /path"
+    mutable QStringList calls; ///< "read /path", "update /path", "exists /path", ...
     mutable int operations = 0;
 
 private:

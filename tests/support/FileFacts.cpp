@@ -86,6 +86,27 @@ bool setAttribute(const QString &path, const char *name, const QByteArray &value
     return false;
 }
 
+QMap<QString, QString> snapshot(const QString &folder)
+{
+    QMap<QString, QString> found;
+    QDirIterator walk(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        struct stat status { };
+        EXPECT_EQ(::lstat(QFile::encodeName(path).constData(), &status), 0) << qPrintable(path);
+        const QByteArray bytes = S_ISREG(status.st_mode) ? readRaw(path) : QByteArray();
+        found.insert(path.mid(folder.size()),
+                     QStringLiteral("inode %1 mode %2 changed %3.%4 bytes ")
+                             .arg(status.st_ino)
+                             .arg(status.st_mode, 0, 8)
+                             .arg(status.st_mtim.tv_sec)
+                             .arg(status.st_mtim.tv_nsec)
+                         + QString::fromLatin1(bytes.toHex()));
+    }
+    return found;
+}
+
 void giveAll(const QString &folder, uid_t user, gid_t group)
 {
     QStringList paths {folder};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -25,6 +26,9 @@ void linkTo(const QString &target, const QString &path);
 [[nodiscard]] std::optional<QByteArray> attributeOf(const QString &path, const char *name);
 /// False where the file system has no such attributes.
 [[nodiscard]] bool setAttribute(const QString &path, const char *name, const QByteArray &value);
+
+/// Every path beneath a folder with its size, time, inode and, for files, bytes.
+[[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
 
 /// Gives a folder and everything in it to another user.
 void giveAll(const QString &folder, uid_t user, gid_t group);

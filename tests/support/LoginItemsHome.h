@@ -76,11 +76,11 @@ struct LoginItemsHome {
         struct Target : PlaybackTarget {
             explicit Target(LoginItemsAccess &access) : access(access) { }
             Result<void> writeSetting(int, int, const QString &) override { return {}; }
-            void writeLoginItem(int action, const QString &path, bool enabled) override
+            Result<void> writeLoginItem(int action, const QString &path, bool enabled) override
             {
-                (void)access.writeData(action, path, enabled, false);
-                (void)access.readData();
+                return access.writeData(action, path, enabled, false);
             }
+            void readLoginItems() override { (void)access.readData(); }
             LoginItemsAccess &access;
         } target(access);
         (void)playBack(readBackupRows(backupFile).value(), target);

@@ -1,6 +1,7 @@
 #include "backup/views/RestoreBackup.h"
 
 #include "backup/views/RestoreBackupView.h"
+#include "settings/PreferenceFiles.h"
 #include "shell/Tools.h"
 
 namespace varnel {
@@ -11,7 +12,7 @@ RestoreBackup::RestoreBackup(const PageContext &context)
         view = WidgetOwner<RestoreBackupView>(std::make_unique<RestoreBackupView>(context));
     else
         // A page that is not there still leaves the folder behind that the first save needs.
-        (void)Tools(context.home, context.folders, context.runner).pathForBackupFolder();
+        (void)backupFolderOf(context);
 }
 
 RestoreBackup::~RestoreBackup() = default;
@@ -25,6 +26,12 @@ void RestoreBackup::reloadData()
 {
     if (view)
         view->reloadData();
+}
+
+BackupFolder backupFolderOf(const PageContext &context)
+{
+    return {Tools(context.home, context.folders, context.runner).pathForBackupFolder(),
+            context.files.fileStore()};
 }
 
 } // namespace varnel

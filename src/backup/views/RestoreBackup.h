@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/BackupFolder.h"
 #include "ui/PageContext.h"
 #include "ui/WidgetOwner.h"
 
@@ -24,5 +25,8 @@ public:
 private:
     WidgetOwner<RestoreBackupView> view;
 };
+
+/// The backup folder of the home that is edited; it is made when it is missing.
+[[nodiscard]] BackupFolder backupFolderOf(const PageContext &context);
 
 } // namespace varnel

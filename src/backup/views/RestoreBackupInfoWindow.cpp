@@ -1,14 +1,12 @@
 #include "backup/views/RestoreBackupInfoWindow.h"
 
-#include "backup/BackupReader.h"
+#include "backup/BackupFolder.h"
 #include "backup/Playback.h"
+#include "backup/views/RestoreBackup.h"
 #include "base/Logging.h"
-#include "base/Text.h"
 #include "settings/views/Quillet.h"
 #include "shell/SharedObject.h"
-#include "shell/Tools.h"
 
-#include <QFileInfo>
 #include <QLabel>
 
 namespace varnel {
@@ -26,10 +24,9 @@ void RestoreBackupInfoWindow::updateLabel()
 {
     setRows({});
     varnelLog(lcBackup, QStringLiteral("init RestoreBackupInfoWindow"));
-    const QString folder =
-        Tools(context.home, context.folders, context.runner).pathForBackupFolder();
-    const QString path = fillIn(u"%@%@", {folder, context.shared.selectedBackupFileName()});
-    if (QFileInfo::exists(path))
+    const BackupFolder folder = backupFolderOf(context);
+    const QString path = folder.pathOf(context.shared.selectedBackupFileName());
+    if (folder.exists(path))
         setCaption(path);
     readBackupFile(path);
 }
@@ -37,11 +34,9 @@ void RestoreBackupInfoWindow::updateLabel()
 void RestoreBackupInfoWindow::readBackupFile(const QString &path)
 {
     setRows({});
-    const Result<QList<BackupRow>> rows = readBackupRows(path);
-    if (!rows) {
-        varnelLog(lcIo, rows.error().text);
-        return;
-    }
+    const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
+    if (!rows)
+        return; // why has been logged
     const std::shared_ptr<Quillet> quillet = context.shared.quillet();
     const DescribeSetting describe = [&](int settingId, int value, const QString &extra) {
         return quillet ? quillet->actionString(settingId, value, extra) : QStringList();

@@ -1,21 +1,19 @@
 #include "backup/views/RestoreBackupView.h"
 
-#include "backup/BackupReader.h"
+#include "backup/BackupFolder.h"
 #include "backup/views/BackupModel.h"
+#include "backup/views/RestoreBackup.h"
 #include "backup/views/RestoreBackupInfoWindow.h"
 #include "backup/views/SharedPlayback.h"
 #include "base/Logging.h"
 #include "base/Text.h"
-#include "base/UntouchedDatabase.h"
 #include "shell/SharedObject.h"
-#include "shell/Tools.h"
 #include "ui/CaptionRow.h"
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
 #include "ui/Theme.h"
 
-#include <QFile>
 #include <QHeaderView>
 #include <QPointer>
 #include <QPushButton>
@@ -26,22 +24,6 @@
 #include "ui_RestoreBackupView.h"
 
 namespace varnel {
-
-namespace {
-
-void deleteBackup(const QString &path)
-{
-    const QStringList companions = companionsOf(path);
-    if (!QFile::remove(path)) {
-        varnelLog(lcIo, path + u": could not be deleted");
-        return;
-    }
-    for (const QString &companion : companions)
-        if (QFile::exists(companion) && !QFile::remove(companion))
-            varnelLog(lcIo, companion + u": could not be deleted");
-}
-
-} // namespace
 
 RestoreBackupView::RestoreBackupView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::RestoreBackupView>()),
@@ -113,11 +95,6 @@ void RestoreBackupView::changeEvent(QEvent *event)
         placeFooter();
 }
 
-QString RestoreBackupView::backupFolder() const
-{
-    return Tools(context.home, context.folders, context.runner).pathForBackupFolder();
-}
-
 void RestoreBackupView::reloadData()
 {
     QSet<QString> selected;
@@ -160,9 +137,11 @@ const QString &RestoreBackupView::nameAt(int row) const
 
 void RestoreBackupView::getBackupFiles()
 {
-    const QString folder = backupFolder();
-    varnelLog(lcBackup, fillIn(u"Path = %@", {folder}));
-    QList<BackupEntry> entries = listBackups(folder);
+    const BackupFolder folder = backupFolderOf(context);
+    varnelLog(lcBackup, fillIn(u"Path = %@", {folder.path()}));
+    // Why there is nothing to list has been logged.
+    Result<QList<BackupEntry>> listed = folder.list();
+    QList<BackupEntry> entries = listed ? std::move(listed).value() : QList<BackupEntry>();
     sorting.sortDescending = true;
     sortByName(entries, sorting.sortDescending);
     theFileNames->setEntries(std::move(entries));
@@ -232,7 +211,7 @@ void RestoreBackupView::restoreBackupFiles()
         return;
     // Taken down first: what happens while the file is played must not change what is deleted.
     const QList<int> rows = selectedRows();
-    const QString path = fillIn(u"%@%@", {backupFolder(), nameAt(row)});
+    const QString path = backupFolderOf(context).pathOf(nameAt(row));
     varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
     if (play(path))
         deleteRows(rows);
@@ -240,11 +219,9 @@ void RestoreBackupView::restoreBackupFiles()
 
 bool RestoreBackupView::play(const QString &path)
 {
-    const Result<QList<BackupRow>> rows = readBackupRows(path);
-    if (!rows) {
-        varnelLog(lcIo, rows.error().text);
+    const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
+    if (!rows)
         return false;
-    }
     SharedPlayback target(context.shared);
     return playBack(rows.value(), target).ok();
 }
@@ -282,15 +259,20 @@ void RestoreBackupView::deleteSelectedFiles()
 
 void RestoreBackupView::deleteRows(const QList<int> &rows)
 {
-    const QString folder = backupFolder();
+    BackupFolder folder = backupFolderOf(context);
+    bool deleted = false;
     for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
-        const QString path = fillIn(u"%@%@", {folder, nameAt(*row)});
+        const QString path = folder.pathOf(nameAt(*row));
         varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
-        deleteBackup(path);
+        // A file that can't be deleted has been logged, and leaves the list until it is read again.
+        if (folder.remove(path))
+            deleted = true;
         varnelLog(lcBackup, fillIn(u"%@", {path}));
         theFileNames->removeEntryAt(*row);
         setButtonsStatus();
     }
+    if (deleted)
+        (void)folder.flush(); // what fails has been logged
     showEmptyText();
 }
 

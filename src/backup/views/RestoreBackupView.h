@@ -54,7 +54,6 @@ private:
     [[nodiscard]] const QString &nameAt(int row) const;
     void showSortIndicator(int column);
     void showEmptyText();
-    [[nodiscard]] QString backupFolder() const;
     [[nodiscard]] QList<int> selectedRows() const;
     /// The row that the table reports as the selected one: the current row if it is selected, else
     /// the lowest; -1 for none.

@@ -18,15 +18,22 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
     return written;
 }
 
-void SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
+LoginItemsView *SharedPlayback::loginItemsView() const
 {
     const std::shared_ptr<LoginItems> page = shared.loginItems();
-    LoginItemsView *view = page ? page->loginItemsView() : nullptr;
-    if (view == nullptr)
-        return;
-    // What can't be done has been logged, and stops neither this row nor the next.
-    (void)view->writeData(actionId, path, enabled, false);
-    view->readData();
+    return page ? page->loginItemsView() : nullptr;
+}
+
+Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
+{
+    LoginItemsView *view = loginItemsView();
+    return view != nullptr ? view->writeData(actionId, path, enabled, false) : Result<void>();
+}
+
+void SharedPlayback::readLoginItems()
+{
+    if (LoginItemsView *view = loginItemsView())
+        view->readData();
 }
 
 } // namespace varnel

@@ -4,6 +4,7 @@
 
 namespace varnel {
 
+class LoginItemsView;
 class SharedObject;
 
 /// Plays a backup back through the pages of the run: their writers, their flags, and their
@@ -13,9 +14,12 @@ public:
     explicit SharedPlayback(SharedObject &shared) : shared(shared) { }
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
-    void writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
+    void readLoginItems() override;
 
 private:
+    [[nodiscard]] LoginItemsView *loginItemsView() const;
+
     SharedObject &shared;
 };
 

@@ -47,6 +47,11 @@ int readLink(const FileDescriptor &folder, const QByteArray &name, QByteArray &t
     return 0;
 }
 
+int unlinkIn(const FileDescriptor &folder, const QByteArray &name)
+{
+    return ::unlinkat(folder.get(), name.constData(), 0) == 0 ? 0 : errno;
+}
+
 Result<void> outcome(const QString &path, int error)
 {
     return error == 0 ? Result<void>() : systemError(path, error);
@@ -98,8 +103,15 @@ Result<void> removeEntry(const HomeFolder &home, const QString &path)
 {
     const int error =
         inFolder(home, path, [](const FileDescriptor &folder, const QByteArray &name) {
-            return ::unlinkat(folder.get(), name.constData(), 0) == 0 ? flushFolder(folder) : errno;
+            const int unlinked = unlinkIn(folder, name);
+            return unlinked == 0 ? flushFolder(folder) : unlinked;
         });
+    return outcome(path, error == ENOENT ? 0 : error);
+}
+
+Result<void> removeEntryUnflushed(const HomeFolder &home, const QString &path)
+{
+    const int error = inFolder(home, path, unlinkIn);
     return outcome(path, error == ENOENT ? 0 : error);
 }
 

@@ -31,5 +31,7 @@ struct EntryForm {
 
 /// Removes a file or a link, and flushes the folder. Nothing there is no error.
 [[nodiscard]] Result<void> removeEntry(const HomeFolder &home, const QString &path);
+/// The same for one of many, after the last of which the folder is flushed once.
+[[nodiscard]] Result<void> removeEntryUnflushed(const HomeFolder &home, const QString &path);
 
 } // namespace varnel

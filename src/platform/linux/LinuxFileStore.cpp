@@ -4,7 +4,9 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/FileReplacement.h"
 #include "platform/linux/FolderFlush.h"
+#include "platform/linux/FolderListing.h"
 #include "platform/linux/FolderLock.h"
+#include "platform/linux/HomeEntries.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
 #include "platform/linux/TemporaryFile.h"
@@ -80,6 +82,45 @@ Error LinuxFileStore::fail(const QString &path, int error) const
     return result;
 }
 
+Error LinuxFileStore::failToRead(const QString &path, int error) const
+{
+    Error result = describe(path, error);
+    if (result.code != ErrorCode::NotFound && !logged.contains(result.text)) {
+        logged.insert(result.text);
+        varnelLog(lcIo, result.text);
+    }
+    return result;
+}
+
+Result<FileStore::Standing> LinuxFileStore::look(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    switch (place.error) {
+    case 0:
+        return place.status ? Standing::Something : Standing::Nothing;
+    case ENOENT:
+        return Standing::Nothing;
+    case EXDEV:
+        return Standing::Outside;
+    default:
+        return describe(path, place.error);
+    }
+}
+
+Result<QList<FolderEntry>> LinuxFileStore::list(const QString &folder) const
+{
+    const Place place = walkPath(home, folder);
+    if (place.error != 0)
+        return failToRead(folder, place.error);
+    const FileDescriptor opened = openFolder(place.folder, place.name);
+    if (!opened)
+        return failToRead(folder, errno);
+    auto entries = entriesIn(home, folder, opened);
+    if (const int *error = std::get_if<int>(&entries))
+        return failToRead(folder, *error);
+    return std::get<QList<FolderEntry>>(std::move(entries));
+}
+
 bool LinuxFileStore::exists(const QString &path) const
 {
     const Place place = walkPath(home, path);
@@ -92,12 +133,7 @@ Result<QByteArray> LinuxFileStore::read(const QString &path) const
     auto content = place.error == 0 ? readFile(place.folder, place.name) : place.error;
     if (auto *found = std::get_if<FileContent>(&content))
         return std::move(found->bytes);
-    Error error = describe(path, std::get<int>(content));
-    if (error.code != ErrorCode::NotFound && !logged.contains(error.text)) {
-        logged.insert(error.text);
-        varnelLog(lcIo, error.text);
-    }
-    return error;
+    return failToRead(path, std::get<int>(content));
 }
 
 Result<void> LinuxFileStore::update(const QString &path, const Change &change)
@@ -143,6 +179,25 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
         return fail(path, error);
     finish(place, path, withoutLock);
     return {};
+}
+
+Result<void> LinuxFileStore::remove(const QString &path)
+{
+    Result<void> removed = removeEntryUnflushed(home, path);
+    if (!removed)
+        varnelLog(lcIo, removed.error().text);
+    return removed;
+}
+
+Result<void> LinuxFileStore::flush(const QString &folder)
+{
+    const Place place = walkPath(home, folder);
+    int error = place.error;
+    if (error == 0) {
+        const FileDescriptor opened = openFolder(place.folder, place.name);
+        error = opened ? flushFolder(opened) : errno;
+    }
+    return error == 0 ? Result<void>() : fail(folder, error);
 }
 
 Result<void> LinuxFileStore::readyForDatabase(const QString &path)

@@ -33,9 +33,13 @@ public:
     explicit LinuxFileStore(HomeFolder home,
                             std::chrono::milliseconds lockWait = std::chrono::seconds(5));
 
+    Result<Standing> look(const QString &path) const override;
+    Result<QList<FolderEntry>> list(const QString &folder) const override;
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
+    Result<void> remove(const QString &path) override;
+    Result<void> flush(const QString &folder) override;
     Result<void> readyForDatabase(const QString &path) override;
 
     /// The files that were changed without the folder's lock, because another run did not give it
@@ -48,6 +52,7 @@ public:
 
 private:
     [[nodiscard]] Error fail(const QString &path, int error) const;
+    [[nodiscard]] Error failToRead(const QString &path, int error) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
                                         const Change &change, bool withoutLock);
     void finish(const Place &place, const QString &path, bool withoutLock);

@@ -5,6 +5,7 @@
 #include "ui_MainWindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenu>
@@ -127,7 +128,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(!windowShouldClose || windowShouldClose());
     if (!event->isAccepted() && isMinimized())
-        raiseToUser(); // what is asked now would be hidden with the window
+        raiseToUser(); // what is asked already is hidden with the window
 }
 
 void MainWindow::raiseToUser()
@@ -135,7 +136,11 @@ void MainWindow::raiseToUser()
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
-    activateWindow();
+    // While a sheet is up the window takes no input: the keyboard belongs to the sheet.
+    QWidget *sheet = QApplication::activeModalWidget();
+    QWidget *front = sheet != nullptr ? sheet : this;
+    front->raise();
+    front->activateWindow();
 }
 
 } // namespace varnel

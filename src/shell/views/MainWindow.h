@@ -35,7 +35,7 @@ public:
     /// Asked whenever the user closes the window; false keeps it open. Without one it closes.
     void setCloseGate(std::function<bool()> gate);
 
-    /// To the front, also from a minimised state.
+    /// To the front, also from a minimised state; a sheet that is up gets the keyboard.
     void raiseToUser();
 
 signals:

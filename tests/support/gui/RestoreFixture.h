@@ -62,8 +62,12 @@ protected:
                       u"TEXT);"_s;
         for (const QString &row : rows)
             sql += u"INSERT INTO users VALUES(" + row + u");";
+        sqlite3Tool(backups + name, sql);
+    }
+    static void sqlite3Tool(const QString &path, const QString &sql)
+    {
         QProcess process;
-        process.start(u"sqlite3"_s, {u"-batch"_s, backups + name, sql});
+        process.start(u"sqlite3"_s, {u"-batch"_s, path, sql});
         ASSERT_TRUE(process.waitForFinished());
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     }

@@ -18,13 +18,16 @@ public:
         calls.append(QString::number(settingId) + u' ' + QString::number(value) + u' ' + extra);
         return settingId == failing ? Error {ErrorCode::Failed, u"full"_s} : Result<void>();
     }
-    void writeLoginItem(int actionId, const QString &path, bool enabled) override
+    Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override
     {
         calls.append(QString::number(actionId) + u' ' + path + (enabled ? u" on" : u" off"));
+        return path == failingItem ? Error {ErrorCode::Failed, u"locked"_s} : Result<void>();
     }
+    void readLoginItems() override { calls.append(u"read the login items"_s); }
 
     QStringList calls;
     int failing = 0;
+    QString failingItem;
 };
 
 QStringList noWords(int, int, const QString &)
@@ -44,7 +47,8 @@ TEST(Playback, RowsArePlayedInFileOrderEachByItsKind)
                           {250, u"/b.app"_s, u"3"_s, u"0"_s}},
                          target));
     EXPECT_EQ(target.calls,
-              (QStringList {u"1008 2 x"_s, u"0 /a.app on"_s, u"1400 -1 -1"_s, u"3 /b.app off"_s}));
+              (QStringList {u"1008 2 x"_s, u"0 /a.app on"_s, u"read the login items"_s,
+                            u"1400 -1 -1"_s, u"3 /b.app off"_s, u"read the login items"_s}));
     EXPECT_EQ(log.texts(u"varnel.backup"_s), (QStringList {u"0, /a.app, 1"_s, u"3, /b.app, 0"_s}));
 }
 
@@ -61,6 +65,19 @@ TEST(Playback, TheFirstRowThatFailsIsTheLast)
     EXPECT_EQ(target.calls.size(), 2);
 }
 
+TEST(Playback, ALoginItemThatFailsIsTheLastRowToo)
+{
+    NotingTarget target;
+    target.failingItem = u"/a.app"_s;
+    const Result<void> played = playBack({{250, u"/b.app"_s, u"0"_s, u"1"_s},
+                                          {250, u"/a.app"_s, u"0"_s, u"1"_s},
+                                          {1008, u"0"_s, u""_s, u""_s}},
+                                         target);
+    ASSERT_FALSE(played);
+    EXPECT_EQ(played.error().text, u"locked");
+    EXPECT_FALSE(target.calls.contains(u"1008 0 "_s));
+}
+
 TEST(Playback, NumbersInTextAreTheirLeadingDigits)
 {
     NotingTarget target;
@@ -68,7 +85,9 @@ TEST(Playback, NumbersInTextAreTheirLeadingDigits)
                           {1004, u"many"_s, u""_s, u""_s},
                           {250, u"/%@/%d"_s, u"2x"_s, u"yes"_s}},
                          target));
-    EXPECT_EQ(target.calls, (QStringList {u"1004 48 "_s, u"1004 0 "_s, u"2 /%@/%d off"_s}));
+    EXPECT_EQ(
+        target.calls,
+        (QStringList {u"1004 48 "_s, u"1004 0 "_s, u"2 /%@/%d off"_s, u"read the login items"_s}));
 }
 
 TEST(Playback, ARowIsDescribedAsListsOfChangesDo)

@@ -42,7 +42,12 @@ public:
     {
         return home.write(settingId, {value, extra});
     }
-    void writeLoginItem(int, const QString &, bool) override { ADD_FAILURE(); }
+    Result<void> writeLoginItem(int, const QString &, bool) override
+    {
+        ADD_FAILURE();
+        return {};
+    }
+    void readLoginItems() override { ADD_FAILURE(); }
 
 private:
     SettingsHome &home;

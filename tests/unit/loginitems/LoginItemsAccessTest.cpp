@@ -120,6 +120,17 @@ TEST_F(LoginItemsAccessTest, WithoutItsFlagNothingIsKeptFirst)
     EXPECT_EQ(steps(0, true, false), QStringList {u"session: insert /A/Mail.app"_s});
 }
 
+TEST_F(LoginItemsAccessTest, WhereNothingWasEverStoredNothingHasToLeaveTheStore)
+{
+    EXPECT_EQ(steps(1, false, false).mid(1),
+              QStringList {u"Failed to create the SQL query for deleting data with error: "
+                           "no such table: users"_s});
+    EXPECT_TRUE(outcome.ok());
+    EXPECT_FALSE(steps(2, true, false).isEmpty());
+    EXPECT_TRUE(outcome.ok());
+    EXPECT_EQ(lines(), QStringList {u"on Mail.app /A/Mail.app"_s});
+}
+
 TEST_F(LoginItemsAccessTest, OtherActionNumbersDoNothing)
 {
     for (const int action : {4, 5, 250, -1}) {
@@ -197,6 +208,10 @@ TEST_F(LoginItemsAccessTest, ABundlesIconIsTheOneThatItsInfoNames)
     const QString bundle = folder.path() + u"/Mail.app"_s;
     QDir().mkpath(bundle + u"/Contents/Resources");
     EXPECT_EQ(access.newRow(bundle).icon, bundle + u"/Contents/Resources/(null).icns");
+    writeRaw(bundle + u"/Contents/Info.plist",
+             "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><integer>7</integer>"
+             "</dict></plist>");
+    EXPECT_EQ(access.newRow(bundle).icon, bundle + u"/Contents/Resources/7.icns");
     writeRaw(bundle + u"/Contents/Info.plist",
              "<plist version=\"1.0\"><dict><key>CFBundleIconFile</key><string>Letter</string>"
              "</dict></plist>");

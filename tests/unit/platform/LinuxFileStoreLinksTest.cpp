@@ -182,6 +182,34 @@ TEST_F(LinuxFileStoreForeignLinks, APathThatStartsElsewhereIsRefused)
     expectRefused(secret);
 }
 
+TEST_F(LinuxFileStoreForeignLinks, LookingAtALinkOutTellsNothingOfWhatStandsThere)
+{
+    linkTo(secret, path);
+    linkTo(outside + u"/none", home.preference(QStringLiteral("b.plist")));
+    linkTo(outside, home.path() + u"/Library/Elsewhere");
+    handOver();
+    for (const QString &way : QStringList {
+             path, home.preference(QStringLiteral("b.plist")), home.path() + u"/Library/Elsewhere",
+             home.path() + u"/Library/Elsewhere/secret", home.path() + u"/Library/Elsewhere/none"})
+        EXPECT_EQ(store.look(way).value(), FileStore::Standing::Outside) << qPrintable(way);
+    EXPECT_EQ(store.look(folder).value(), FileStore::Standing::Something);
+    EXPECT_EQ(store.look(folder + u"/c.plist").value(), FileStore::Standing::Nothing);
+    EXPECT_TRUE(logged().isEmpty());
+}
+
+TEST_F(LinuxFileStoreForeignLinks, ALinkedFolderIsNeitherListedNorDeletedFrom)
+{
+    linkTo(outside, home.path() + u"/Library/Elsewhere");
+    handOver();
+    EXPECT_EQ(store.list(home.path() + u"/Library/Elsewhere").error().code,
+              ErrorCode::NotPermitted);
+    EXPECT_FALSE(store.remove(home.path() + u"/Library/Elsewhere/secret"));
+    EXPECT_EQ(logged().size(), 2);
+    EXPECT_EQ(readRaw(secret), "secret");
+    EXPECT_TRUE(store.remove(home.path() + u"/Library/Elsewhere")) << "the link itself";
+    EXPECT_EQ(readRaw(secret), "secret");
+}
+
 TEST(LinuxFileStoreSomebodysHome, ALinkOutIsRefusedWithoutPrivilegesToo)
 {
     // A folder of the machine's own stands in for the home, where this user is not its owner.

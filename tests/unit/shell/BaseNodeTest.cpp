@@ -144,6 +144,17 @@ TEST_F(BaseNodeTree, ADeepNodeIsBeneathEachOfItsParents)
     EXPECT_FALSE(deep->isDescendantOfOrOneOfNodes({second, leaf}));
 }
 
+TEST_F(BaseNodeTree, ANodeThatIsNoLeafAndItsOwnOnlyChildIsBeneathItself)
+{
+    group->setChildren({group});
+    EXPECT_TRUE(group->isDescendantOfNodes({group}));
+    EXPECT_FALSE(deep->isDescendantOfOrOneOfNodes({group}));
+    EXPECT_EQ(group->descendants(), BaseNode::List {group});
+    EXPECT_EQ(root->descendants(), (BaseNode::List {group, group, leaf}));
+    EXPECT_EQ(root->allChildLeafs(), BaseNode::List {leaf});
+    EXPECT_EQ(group->groupChildren(), BaseNode::List {group});
+}
+
 TEST_F(BaseNodeTree, AnIndexPathStartsAtTheRoot)
 {
     EXPECT_EQ(root->indexPathInArray(roots), QList<qsizetype> {1});

@@ -77,6 +77,20 @@ TEST(MacOSXRows, StandInTheirOrder)
             QStringLiteral("Temporary Directory: /tmp")}));
 }
 
+TEST(MacOSXRows, NumbersOfTheVersionFileArePrintedAsNumbers)
+{
+    FakeFileReader files;
+    files.files[QStringLiteral("/System/Library/CoreServices/SystemVersion.plist")] =
+        "<plist version=\"1.0\"><dict><key>ProductVersion</key><integer>10</integer>"
+        "<key>ProductBuildVersion</key><real>11.5</real>"
+        "<key>ProductCopyright</key><true/></dict></plist>";
+    const SystemVersion version = readSystemVersion(files, QStringLiteral("/"));
+    EXPECT_EQ(
+        lines(macOSXRows(version, FakeSystemFacts(), {QStringLiteral("/Users/ann")})).first(3),
+        (QStringList {QStringLiteral("Version Number: 10"), QStringLiteral("Build Number: 11.5"),
+                      QStringLiteral("Copyright: 1")}));
+}
+
 TEST(MacOSXRows, WithoutAVersionFileShowNullAndNoCodeName)
 {
     const FakeFileReader none;
