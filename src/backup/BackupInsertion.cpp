@@ -69,7 +69,9 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
 {
     if (Result<void> ready = files.readyForDatabase(backupFileName); !ready)
         return ready;
-    Result<Sqlite> database = Sqlite::open(backupFileName, Sqlite::Access::Create);
+    const FileStore::DatabasePlace place = files.databasePlace(backupFileName);
+    Result<Sqlite> database =
+        Sqlite::open(place.path, place.lasts ? Sqlite::Access::Create : Sqlite::Access::Scratch);
     if (!database) {
         const Error error = inFile(backupFileName, database.error());
         varnelLog(lcIo, error.text);
@@ -77,7 +79,7 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
     }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
     // The first row of a file comes with its table, in one go.
-    if (QFileInfo(backupFileName).size() == 0)
+    if (QFileInfo(place.path).size() == 0)
         database.value().begin();
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))

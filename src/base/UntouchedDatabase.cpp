@@ -112,20 +112,28 @@ PrivateCopy::PrivateCopy(PrivateCopy &&other) noexcept = default;
 PrivateCopy &PrivateCopy::operator=(PrivateCopy &&other) noexcept = default;
 PrivateCopy::~PrivateCopy() = default;
 
-Result<PrivateCopy> PrivateCopy::of(const QString &path)
+Result<PrivateCopy> PrivateCopy::ofNothing()
 {
     auto folder = std::make_unique<QTemporaryDir>();
     if (!folder->isValid())
         return Error {ErrorCode::Failed, folder->errorString()};
+    return PrivateCopy(std::move(folder));
+}
+
+Result<PrivateCopy> PrivateCopy::of(const QString &path)
+{
+    Result<PrivateCopy> copy = ofNothing();
+    if (!copy)
+        return copy;
     const QString real = realPath(path);
     const QStringList before = stateOf(real);
-    PrivateCopy copy(std::move(folder));
-    if (const Result<void> copied = copyFile(real, copy.path()); !copied)
+    const QString place = copy.value().path();
+    if (const Result<void> copied = copyFile(real, place); !copied)
         return copied.error();
     for (const QStringView ending : companionEndings) {
         if (!QFileInfo::exists(real + ending))
             continue;
-        if (const Result<void> copied = copyFile(real + ending, copy.path() + ending); !copied)
+        if (const Result<void> copied = copyFile(real + ending, place + ending); !copied)
             return copied.error();
     }
     if (stateOf(real) != before)

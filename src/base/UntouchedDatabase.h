@@ -35,6 +35,8 @@ public:
     /// Unloadable for what is larger than any file of this program's, and for what somebody was
     /// writing meanwhile.
     static Result<PrivateCopy> of(const QString &path);
+    /// A place for a database that is not there yet.
+    static Result<PrivateCopy> ofNothing();
     PrivateCopy(PrivateCopy &&other) noexcept;
     PrivateCopy &operator=(PrivateCopy &&other) noexcept;
     ~PrivateCopy();

@@ -17,7 +17,7 @@ void note(const HomeOutcome &outcome, Console &console)
 {
     for (const QString &message : outcome.messages)
         Console::message(message);
-    if (outcome.wrote)
+    if (outcome.wrote())
         console.noteWrite();
 }
 
@@ -36,7 +36,7 @@ void show(const HomeOutcome &outcome, const Ending &ending, const Request &reque
 /// Programs that run keep their settings in memory, and may write them back over what was changed.
 void warnOfSession(const HomeFolder &home, const UserSessions &sessions, HomeOutcome &outcome)
 {
-    const QString user = outcome.wrote ? sessions.ownerWithSession(home.path) : QString();
+    const QString user = outcome.changes ? sessions.ownerWithSession(home.path) : QString();
     if (!user.isNull())
         outcome.messages.append(user
                                 + u" has a session on this machine: programs that run there may"

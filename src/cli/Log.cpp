@@ -26,14 +26,14 @@ void prepareLogging(bool verbose)
         QLoggingCategory::setFilterRules(u"*=false"_s);
 }
 
-LogSilence::LogSilence()
+LogSilence::LogSilence(bool wanted) : wanted(wanted)
 {
-    ++silences;
+    silences += int(wanted);
 }
 
 LogSilence::~LogSilence()
 {
-    --silences;
+    silences -= int(wanted);
 }
 
 } // namespace varnel::cli

@@ -8,10 +8,13 @@ void prepareLogging(bool verbose);
 /// Keeps the log silent while one lives: for work that is only tried out.
 class LogSilence {
 public:
-    LogSilence();
+    explicit LogSilence(bool wanted = true);
     ~LogSilence();
     LogSilence(const LogSilence &) = delete;
     LogSilence &operator=(const LogSilence &) = delete;
+
+private:
+    bool wanted;
 };
 
 } // namespace varnel::cli

@@ -2,6 +2,7 @@
 
 #include "backup/BackupReader.h"
 #include "cli/BackupFileOfRun.h"
+#include "cli/Log.h"
 #include "cli/LoginItemsSession.h"
 #include "loginitems/PendingLoginItems.h"
 
@@ -87,9 +88,9 @@ bool hasWayBack(const QString &backupFile, const QString &path)
            });
 }
 
-void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &report)
+void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &report)
 {
-    const QString backupFile = backupFileOfRun(home);
+    const QString backupFile = backupFileOfRun(session);
     items.setBackupFile(backupFile);
     // The page has read before it saves, and what it met twice is in one place since.
     const QList<LoginItemRow> before = items.access().readData();
@@ -101,10 +102,11 @@ void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &re
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    const bool wayBack = hasWayBack(backupFile, report.change.path);
+    const bool wayBack =
+        hasWayBack(session.fileStore().databasePlace(backupFile).path, report.change.path);
     if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
-    if (wayBack)
+    if (wayBack && !session.isDryRun())
         report.backupFile = backupFile;
     report.keptIn = items.list().keptIn(report.change.path);
 }
@@ -146,20 +148,13 @@ Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Ac
 {
     LoginItemsSession items(session);
     LoginItemsReport report = planned(items, action, path);
+    report.dryRun = session.isDryRun();
     if (report.outcome != Outcome::Changed)
         return report;
+    const LogSilence silence(session.isDryRun());
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
-    save(items, session.home(), report);
-    return report;
-}
-
-LoginItemsReport rehearseLoginItem(HomeSession &session, LoginItemChange::Action action,
-                                   const QString &path)
-{
-    LoginItemsSession items(session);
-    LoginItemsReport report = planned(items, action, path);
-    report.dryRun = true;
+    save(items, session, report);
     return report;
 }
 

@@ -43,7 +43,10 @@ const QString &DisabledItemsStore::path() const
 /// The told logs know nothing of a store that can't be opened.
 Result<Sqlite> DisabledItemsStore::opened(Sqlite::Access access)
 {
-    Result<Sqlite> store = Sqlite::open(storePath, access);
+    const FileStore::DatabasePlace place = files.databasePlace(storePath);
+    if (access == Sqlite::Access::Create && !place.lasts)
+        access = Sqlite::Access::Scratch;
+    Result<Sqlite> store = Sqlite::open(place.path, access);
     if (!store)
         varnelLog(lcIo, storePath + u": " + store.error().text);
     return store;

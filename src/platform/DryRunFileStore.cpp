@@ -20,7 +20,7 @@ DryRunFileStore::DryRunFileStore(const FileStore &inner) : inner(inner) { }
 
 bool DryRunFileStore::exists(const QString &path) const
 {
-    return tried.contains(path) || inner.exists(path);
+    return tried.contains(path) || databases.contains(path) || inner.exists(path);
 }
 
 Result<QByteArray> DryRunFileStore::read(const QString &path) const
@@ -60,6 +60,30 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
     else if (!changed.contains(path))
         changed.append(path);
     return {};
+}
+
+Result<void> DryRunFileStore::readyForDatabase(const QString &path)
+{
+    if (databases.contains(path))
+        return {};
+    const Result<QByteArray> &now = original(path);
+    const ErrorCode code = now ? ErrorCode::Invalid : now.error().code;
+    // What is no file is for whoever opens the database to refuse, in his own words.
+    if (code == ErrorCode::NotAFile)
+        return {};
+    if (!now && code != ErrorCode::NotFound)
+        return now.error();
+    Result<PrivateCopy> copy = now ? PrivateCopy::of(path) : PrivateCopy::ofNothing();
+    if (!copy)
+        return Error {copy.error().code, path + u": " + copy.error().text};
+    databases.emplace(path, std::move(copy).value());
+    return {};
+}
+
+FileStore::DatabasePlace DryRunFileStore::databasePlace(const QString &path) const
+{
+    const auto at = databases.find(path);
+    return at != databases.end() ? DatabasePlace {at->second.path(), false} : DatabasePlace {path};
 }
 
 } // namespace varnel

@@ -32,6 +32,13 @@ public:
     /// process's user is not the home's owner, a place outside the home is NotPermitted, and so is
     /// one with a journal beside it: the library would do what that journal says.
     [[nodiscard]] virtual Result<void> readyForDatabase(const QString &path) = 0;
+
+    struct DatabasePlace {
+        QString path;
+        bool lasts = true; ///< false: changes there are only tried out, and gone with this store
+    };
+    /// Where the library finds the database that stands for a path.
+    [[nodiscard]] virtual DatabasePlace databasePlace(const QString &path) const { return {path}; }
 };
 
 } // namespace varnel

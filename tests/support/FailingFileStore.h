@@ -40,6 +40,10 @@ public:
             return *error;
         return inner.readyForDatabase(path);
     }
+    DatabasePlace databasePlace(const QString &path) const override
+    {
+        return inner.databasePlace(path);
+    }
 
     mutable QStringList calls; ///< "read /path", "update /path", "exists /path"
     mutable int operations = 0;
