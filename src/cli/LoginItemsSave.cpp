@@ -152,6 +152,7 @@ Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Ac
     report.dryRun = session.isDryRun();
     if (report.outcome != Outcome::Changed)
         return report;
+    const LogSilence silence(session.isDryRun());
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
     save(items, session, report);

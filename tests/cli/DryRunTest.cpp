@@ -160,7 +160,7 @@ protected:
                                      .json()[u"loginItems"]
                                      .toArray();
         ASSERT_EQ(items.size(), 1);
-        ASSERT_EQ(items[0][u"path"], path);
+        ASSERT_EQ(items[0].toObject().value(u"path"_s).toString(), path);
     }
     void writeStore(const QByteArray &bytes) const
     {
