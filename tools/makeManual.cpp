@@ -5,7 +5,6 @@
 // TEMPLATES/varnelctl.1.in -> OUT/varnelctl.1. A line "@FILES@" is replaced by TEMPLATES/files.in
 // or by what is made here; "@VERSION@" may stand in a line.
 
-#include "base/Literals.h"
 #include "cli/Help.h"
 #include "cli/Registry.h"
 #include "cli/SettingWords.h"
@@ -18,6 +17,7 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::cli;
 

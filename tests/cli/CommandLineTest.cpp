@@ -1,8 +1,8 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

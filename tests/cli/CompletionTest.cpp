@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/CommandTree.h"
 #include "cli/Varnelctl.h"
 
@@ -11,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 using namespace varnel::test;
 using namespace testing;

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
 
@@ -10,6 +9,7 @@
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

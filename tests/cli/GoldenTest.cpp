@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -7,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

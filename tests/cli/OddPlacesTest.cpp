@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
 
@@ -13,6 +12,7 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/CommandTree.h"
 #include "cli/TextWidth.h"
 #include "cli/Varnelctl.h"
@@ -13,6 +12,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 using namespace varnel::test;
 using namespace testing;

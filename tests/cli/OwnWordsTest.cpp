@@ -1,5 +1,4 @@
 #include "cli/OwnWords.h"
-#include "base/Literals.h"
 #include "cli/PreferenceDomain.h"
 #include "cli/Varnelctl.h"
 #include "settings/Catalogue.h"
@@ -9,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "settings/Catalogue.h"
 #include "support/PlistReferee.h"
@@ -11,6 +10,7 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 using namespace testing;

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/CommandLine.h"
 #include "cli/Help.h"
 
@@ -6,6 +5,7 @@
 
 #include <QSet>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 
 namespace {

@@ -1,10 +1,10 @@
 #include "cli/Table.h"
-#include "base/Literals.h"
 
 #include "cli/TextWidth.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 
 namespace {

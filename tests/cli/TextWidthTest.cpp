@@ -1,8 +1,8 @@
 #include "cli/TextWidth.h"
-#include "base/Literals.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 
 namespace {

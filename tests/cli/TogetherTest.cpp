@@ -1,5 +1,4 @@
 #include "backup/BackupWriter.h"
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "settings/PendingChanges.h"
 #include "support/FileFacts.h"
@@ -18,6 +17,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 using namespace testing;

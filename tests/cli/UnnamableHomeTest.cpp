@@ -1,10 +1,10 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "shell/views/ShortcutsSheet.h"
 #include "support/gui/ProgramFixture.h"
@@ -10,6 +9,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,5 +1,4 @@
 #include "shell/views/Application.h"
-#include "base/Literals.h"
 #include "shell/SharedObject.h"
 #include "shell/StartOptions.h"
 #include "shell/views/VarnelAppDelegate.h"
@@ -12,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

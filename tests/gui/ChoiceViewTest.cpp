@@ -1,5 +1,4 @@
 #include "settings/views/ChoiceView.h"
-#include "base/Literals.h"
 
 #include "support/gui/SettingViewFixture.h"
 #include "support/LogCapture.h"
@@ -7,6 +6,7 @@
 #include <QLabel>
 #include <QWheelEvent>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

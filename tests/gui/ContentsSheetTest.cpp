@@ -1,10 +1,10 @@
 #include "backup/views/RestoreBackupInfoWindow.h"
-#include "base/Literals.h"
 #include "support/gui/RestoreFixture.h"
 #include "support/LogCapture.h"
 
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

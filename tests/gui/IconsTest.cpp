@@ -1,5 +1,4 @@
 #include "ui/Icons.h"
-#include "base/Literals.h"
 
 #include "ui/Theme.h"
 
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 
 namespace {

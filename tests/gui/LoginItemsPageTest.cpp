@@ -6,6 +6,7 @@
 
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 using namespace Qt::Literals::StringLiterals;

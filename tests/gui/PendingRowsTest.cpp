@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/views/Quillet.h"
 #include "support/gui/QuilletFixture.h"
 #include "ui/Theme.h"
@@ -7,6 +6,7 @@
 #include <QLabel>
 #include <QSlider>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "shell/SharedObject.h"
 #include "shell/views/Application.h"
 #include "support/gui/Input.h"
@@ -16,6 +15,7 @@
 
 #include <csignal>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "support/TemporaryHome.h"
 
 #include <QDir>
@@ -6,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 
 namespace {

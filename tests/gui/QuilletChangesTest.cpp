@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/views/Quillet.h"
 
 #include "backup/BackupReader.h"
@@ -14,6 +13,7 @@
 #include <QSlider>
 #include <QTableView>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/views/Quillet.h"
 
 #include "settings/views/Modules.h"
@@ -17,6 +16,7 @@
 #include <QSlider>
 #include <QTreeView>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

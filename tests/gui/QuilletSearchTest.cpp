@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/SearchIndex.h"
 
 #include "settings/views/Modules.h"
@@ -8,6 +7,7 @@
 #include <QAction>
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

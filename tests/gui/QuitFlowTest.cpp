@@ -1,5 +1,4 @@
 #include "backup/BackupReader.h"
-#include "base/Literals.h"
 #include "support/gui/QuitFixture.h"
 #include "support/LogCapture.h"
 
@@ -8,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

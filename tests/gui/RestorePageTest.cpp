@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "support/FileFacts.h"
 #include "support/gui/RestoreFixture.h"
 #include "support/LogCapture.h"
@@ -6,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

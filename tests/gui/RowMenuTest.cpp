@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "support/FakeDesktop.h"
 #include "support/gui/SettingViewFixture.h"
 
@@ -10,6 +9,7 @@
 #include <QSlider>
 #include <QSpinBox>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,6 +1,5 @@
 // Every setting of the catalogue, edited through its control on its page.
 
-#include "base/Literals.h"
 #include "settings/SettingAccess.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/gui/ReportRecorder.h"
@@ -9,6 +8,7 @@
 #include <QCheckBox>
 #include <QSpinBox>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

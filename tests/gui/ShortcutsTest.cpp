@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "shell/views/ShortcutsSheet.h"
 
 #include "support/gui/ProgramFixture.h"
@@ -8,6 +7,7 @@
 #include <QMenu>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/views/BookmarkBarView.h"
 #include "settings/views/FolderView.h"
 #include "settings/views/SliderView.h"
@@ -11,6 +10,7 @@
 #include <QPushButton>
 #include <QSlider>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,5 +1,4 @@
 #include "ui/VarnelStyle.h"
-#include "base/Literals.h"
 
 #include "ui/StyleDrawing.h"
 #include "ui/Theme.h"
@@ -19,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 
 namespace {

@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "settings/views/GenericView.h"
 #include "settings/views/Quillet.h"
@@ -15,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

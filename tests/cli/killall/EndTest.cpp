@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
 #include "support/NamedProcess.h"
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
 

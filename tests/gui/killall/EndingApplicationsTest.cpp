@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "platform/linux/LinuxCommandRunner.h"
 #include "support/gui/QuitFixture.h"
 #include "support/LogCapture.h"
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,7 +1,6 @@
 #include "support/gui/Pictures.h"
 #include "backup/BackupWriter.h"
 #include "backup/views/BackupModel.h"
-#include "base/Literals.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
 #include "shell/QuitDecision.h"
 #include "shell/views/CloseApplicationsSheet.h"
@@ -14,6 +13,7 @@
 #include <QLineEdit>
 #include <QPainter>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,5 +1,4 @@
 #include "backup/BackupReader.h"
-#include "base/Literals.h"
 
 #include "backup/BackupWriter.h"
 #include "base/Sqlite.h"
@@ -16,6 +15,7 @@
 
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

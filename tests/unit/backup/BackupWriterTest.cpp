@@ -1,5 +1,4 @@
 #include "backup/BackupWriter.h"
-#include "base/Literals.h"
 
 #include "platform/linux/LinuxFileStore.h"
 #include "settings/PendingChanges.h"
@@ -15,6 +14,7 @@
 
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,10 +1,10 @@
 #include "backup/Playback.h"
-#include "base/Literals.h"
 
 #include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -3,13 +3,13 @@
 #include "backup/BackupReader.h"
 #include "backup/BackupWriter.h"
 #include "backup/Playback.h"
-#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

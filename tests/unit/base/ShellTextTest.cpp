@@ -1,11 +1,11 @@
 #include "base/ShellText.h"
-#include "base/Literals.h"
 
 #include <QProcess>
 #include <QStringList>
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 
 TEST(ShellText, theShellGivesEveryTextBackAsItWas)

@@ -8,6 +8,7 @@
 
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace Qt::Literals::StringLiterals;
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 using namespace Qt::Literals::StringLiterals;

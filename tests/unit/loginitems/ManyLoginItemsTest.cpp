@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "support/FailingFileStore.h"
 #include "support/LoginItemsHome.h"
 
@@ -6,6 +5,7 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -14,6 +14,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace Qt::Literals::StringLiterals;
 using namespace varnel::test;

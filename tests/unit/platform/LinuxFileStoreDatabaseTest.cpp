@@ -3,6 +3,7 @@
 
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 using namespace Qt::Literals::StringLiterals;

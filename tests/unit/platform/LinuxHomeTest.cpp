@@ -1,5 +1,4 @@
 #include "platform/linux/LinuxHome.h"
-#include "base/Literals.h"
 
 #include "support/FileFacts.h"
 #include "support/TemporaryHome.h"
@@ -11,6 +10,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

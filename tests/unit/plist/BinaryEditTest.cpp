@@ -1,8 +1,8 @@
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "BinaryDump.h"
 #include "Opened.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,9 +1,9 @@
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Opened.h"
 
 #include <random>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

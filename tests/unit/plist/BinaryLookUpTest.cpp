@@ -1,10 +1,10 @@
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Opened.h"
 
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,7 +1,7 @@
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Opened.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,9 +1,9 @@
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "BinaryDump.h"
 #include "Chance.h"
 #include "Opened.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,11 +1,11 @@
 // Random documents, each in both formats at once, and random edits of both: what two readers that
 // are not ours see of them.
-#include "base/Literals.h"
 #include "BinaryBuilder.h"
 #include "Chance.h"
 #include "Opened.h"
 #include "Referees.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,8 +1,8 @@
 #include "plist/XmlComposer.h"
-#include "base/Literals.h"
 #include "Opened.h"
 #include "Referees.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,6 +1,6 @@
-#include "base/Literals.h"
 #include "Opened.h"
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

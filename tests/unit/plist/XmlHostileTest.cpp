@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "Opened.h"
 
 #include "plist/XmlScan.h"
@@ -7,6 +6,7 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

@@ -1,9 +1,9 @@
-#include "base/Literals.h"
 #include "Opened.h"
 
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
 using namespace varnel::test;

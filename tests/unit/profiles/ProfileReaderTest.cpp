@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "profiles/Profile.h"
 #include "settings/Catalogue.h"
 #include "support/PlistReferee.h"
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

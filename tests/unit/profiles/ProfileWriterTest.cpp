@@ -1,5 +1,4 @@
 #include "profiles/ProfileWriter.h"
-#include "base/Literals.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 #include "support/PlistReferee.h"
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

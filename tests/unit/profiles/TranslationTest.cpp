@@ -1,4 +1,3 @@
-#include "base/Literals.h"
 #include "profiles/ConfigurationProfile.h"
 #include "profiles/DefaultsScript.h"
 #include "settings/Catalogue.h"
@@ -6,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,5 +1,4 @@
 #include "settings/Catalogue.h"
-#include "base/Literals.h"
 
 #include <QMap>
 #include <QSet>
@@ -9,6 +8,7 @@
 #include <algorithm>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 
 namespace {

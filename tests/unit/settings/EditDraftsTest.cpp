@@ -1,5 +1,4 @@
 #include "settings/EditDrafts.h"
-#include "base/Literals.h"
 
 #include "settings/Rehearsal.h"
 #include "support/SettingsHome.h"
@@ -8,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,6 +1,5 @@
 // All fifty settings, one after the other, against a table that is written down by itself.
 
-#include "base/Literals.h"
 #include "settings/SettingAccess.h"
 #include "SettingTable.h"
 #include "support/PlistReferee.h"
@@ -11,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

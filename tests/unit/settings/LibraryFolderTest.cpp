@@ -1,5 +1,4 @@
 #include "settings/LibraryFolder.h"
-#include "base/Literals.h"
 
 #include "settings/Catalogue.h"
 #include "settings/SettingAccess.h"
@@ -11,6 +10,7 @@
 
 #include <cerrno>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

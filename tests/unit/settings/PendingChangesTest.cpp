@@ -1,5 +1,4 @@
 #include "settings/PendingChanges.h"
-#include "base/Literals.h"
 
 #include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
@@ -7,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

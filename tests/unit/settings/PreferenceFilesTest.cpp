@@ -1,5 +1,4 @@
 #include "settings/PreferenceFiles.h"
-#include "base/Literals.h"
 
 #include "support/FailingFileStore.h"
 #include "support/LogCapture.h"
@@ -12,6 +11,7 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,6 +1,5 @@
 // After a save, an independent reader sees exactly the keys changed that were to change.
 
-#include "base/Literals.h"
 #include "settings/PendingChanges.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
@@ -9,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 

@@ -1,10 +1,10 @@
 #include "settings/SearchIndex.h"
-#include "base/Literals.h"
 
 #include <QLocale>
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 
 namespace {

@@ -1,12 +1,12 @@
 // The settings that are more than one key with one value for each choice.
 
-#include "base/Literals.h"
 #include "support/LogCapture.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
 
