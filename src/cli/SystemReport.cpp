@@ -3,6 +3,7 @@
 #include "base/Literals.h"
 #include "cli/HomeSession.h"
 #include "cli/SettingReport.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "sysinfo/SystemRows.h"
@@ -40,7 +41,9 @@ Result<InfoRows> readMacOSX(const Request &request)
     const Result<QString> root = systemRoot(request);
     if (!root)
         return root.error();
-    const Result<HomeFolder> home = chosenHome(request);
+    Result<HomeFolder> home = chosenHome(request);
+    if (home)
+        home = workAsOwner(home.value());
     if (!home)
         return home.error();
     const SystemVersion version = readSystemVersion(LinuxFileReader(), root.value());

@@ -1,7 +1,7 @@
 #include "platform/linux/DetachedProgram.h"
 
-#include "platform/linux/ChildUser.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/SystemError.h"
 
 #include <QFile>
@@ -43,7 +43,7 @@ private:
 
 /// Everything that the child needs, made before it is one: it may ask for no memory.
 struct Start {
-    const ChildUser &user;
+    const HomeOwner &user;
     QByteArray program;
     QByteArray folder; ///< empty: where this process is
     Words arguments;
@@ -63,7 +63,7 @@ int runProgram(const Start &start)
     ::setsid();
     // This process may take no notice of closed pipes; the program is to be as any other.
     ::signal(SIGPIPE, SIG_DFL);
-    if (!start.user.become())
+    if (!start.user.becomeInChild())
         return EPERM;
     if (!start.folder.isEmpty() && ::chdir(start.folder.constData()) != 0)
         return errno;
@@ -107,7 +107,7 @@ int startAlone(const Start &start)
 
 } // namespace
 
-Result<void> startDetached(const ChildUser &user, const QString &program,
+Result<void> startDetached(const HomeOwner &user, const QString &program,
                            const QStringList &arguments, const QString &folder)
 {
     const QString path = program.contains(u'/') ? program : QStandardPaths::findExecutable(program);

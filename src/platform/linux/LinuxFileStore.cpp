@@ -39,17 +39,10 @@ Error describe(const QString &path, int error)
     }
 }
 
-int createIn(const HomeFolder &home, const Place &place, const QByteArray &bytes)
-{
-    struct stat status { };
-    const FileDescriptor folder = openHome(home);
-    if (!folder || ::fstat(folder.get(), &status) != 0)
-        return errno;
-    return createFile(place.folder, place.name, status, bytes);
-}
-
 bool isForeign(const HomeFolder &home)
 {
+    if (home.asOwner)
+        return false;
     struct stat status { };
     const FileDescriptor folder = openHome(home);
     return !folder || ::fstat(folder.get(), &status) != 0 || status.st_uid != ::geteuid();
@@ -138,7 +131,7 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
     if (!bytes || (old != nullptr && *bytes == old->bytes))
         return {};
     const int error = old != nullptr ? replaceFile(place.folder, place.name, *old, *bytes)
-                                     : createIn(home, place, *bytes);
+                                     : createFile(place.folder, place.name, *bytes);
     if (error != 0)
         return fail(path, error);
     finish(place, path, withoutLock);
