@@ -9,12 +9,14 @@ namespace varnel {
 struct HomeFolder {
     QString path; ///< absolute, no slash at the end; the name that people are told
     bool own = true; ///< taken from the session, not from an argument
-    /// This process gave up its own rights and has those of the home's owner, for good.
-    bool asOwner = false;
+    /// The home's owner, where this process gave up its own rights for that person's, for good;
+    /// null where it works with its own.
+    QString workedAs {};
     /// What stands for `path` where this process opens something; null: `path` itself. The owner
     /// may have no way to the home by its name, on a disk mounted below an administrator's folder.
     QString reachedAt {};
 
+    [[nodiscard]] bool asOwner() const { return !workedAs.isNull(); }
     [[nodiscard]] QString preferencesDirectory() const { return path + u"/Library/Preferences"; }
 
     /// By what name to open something that people know as `name`: the same, but for what lies in

@@ -143,10 +143,10 @@ Result<HomeOwner> HomeOwner::of(const HomeFolder &home)
 Result<HomeOwner> HomeOwner::ofOpened(const HomeFolder &home, const FileDescriptor &folder)
 {
     HomeOwner owner(::getuid(), ::getgid());
-    owner.apart = home.asOwner;
+    owner.apart = home.asOwner();
     owner.homePath = home.path;
     owner.userName = nameOf(owner.user);
-    if (home.path.isEmpty() || home.asOwner || !callerMayBecomeOthers())
+    if (home.path.isEmpty() || home.asOwner() || !callerMayBecomeOthers())
         return owner;
     const Result<std::pair<uid_t, gid_t>> found = ownerOf(home, folder);
     if (!found)
@@ -249,7 +249,7 @@ Result<HomeFolder> workAsOwner(const HomeFolder &home)
     if (const Result<void> became = owner.value().become(); !became)
         return became.error();
     HomeFolder worked = home;
-    worked.asOwner = true;
+    worked.workedAs = owner.value().name();
     worked.reachedAt = reachedThrough(folder);
     // Open for as long as this process lives: whoever works on the home reaches it through this.
     folder.release();

@@ -13,6 +13,8 @@ public:
     /// For the home that the session works on; without a path for none.
     explicit LinuxDesktop(HomeFolder home);
 
+    [[nodiscard]] bool isReachable() const override { return !home.asOwner(); }
+
     void openUrl(const QString &address) override;
 
     /// `/usr/bin/open -R PATH` asks the file manager to show PATH, and opens the folder around it

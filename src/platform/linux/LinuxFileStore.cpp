@@ -41,7 +41,7 @@ Error describe(const QString &path, int error)
 
 bool isForeign(const HomeFolder &home)
 {
-    if (home.asOwner)
+    if (home.asOwner())
         return false;
     struct stat status { };
     const FileDescriptor folder = openHome(home);

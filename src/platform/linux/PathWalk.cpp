@@ -57,8 +57,8 @@ private:
 };
 
 Walk::Walk(const HomeFolder &home, const QString &path)
-    : asOwner(home.asOwner), homePath(QFile::encodeName(home.path)), path(QFile::encodeName(path)),
-      homeFolder(openHome(home))
+    : asOwner(home.asOwner()), homePath(QFile::encodeName(home.path)),
+      path(QFile::encodeName(path)), homeFolder(openHome(home))
 {
 }
 
