@@ -49,10 +49,15 @@ Result<void> SealedFiles::update(const QString &, const Change &)
     return {};
 }
 
-Result<void> SealedFiles::readyForDatabase(const QString &)
+Result<QString> SealedFiles::readyForDatabase(const QString &path)
 {
     require(false, "a dry run makes no database");
-    return {};
+    return path;
+}
+
+Result<QString> SealedFiles::databasePath(const QString &path) const
+{
+    return path;
 }
 
 DryHome::DryHome() : store(disk), finder(finderOfDisk), files(store), access(place, files, finder)

@@ -20,7 +20,11 @@ public:
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
     /// Nothing is made.
-    Result<void> readyForDatabase(const QString &) override { return {}; }
+    Result<QString> readyForDatabase(const QString &path) override { return path; }
+    Result<QString> databasePath(const QString &path) const override
+    {
+        return inner.databasePath(path);
+    }
 
     /// The files that would now differ from what they are, in the order of their first change.
     [[nodiscard]] const QStringList &changedPaths() const { return changed; }

@@ -31,7 +31,13 @@ public:
     /// empty file (which is a valid empty database) is made as update() makes one. When the
     /// process's user is not the home's owner, a place outside the home is NotPermitted, and so is
     /// one with a journal beside it: the library would do what that journal says.
-    [[nodiscard]] virtual Result<void> readyForDatabase(const QString &path) = 0;
+    ///
+    /// Answers the name by which the library is to open it: every link on the way resolved.
+    [[nodiscard]] virtual Result<QString> readyForDatabase(const QString &path) = 0;
+
+    /// The same name for a database that is only read; nothing is made. NotFound where nothing
+    /// stands; a place outside the home is refused as above, a journal is not.
+    [[nodiscard]] virtual Result<QString> databasePath(const QString &path) const = 0;
 };
 
 } // namespace varnel

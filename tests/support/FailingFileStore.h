@@ -34,7 +34,11 @@ public:
             return *error;
         return inner.update(path, change);
     }
-    Result<void> readyForDatabase(const QString &path) override
+    Result<QString> databasePath(const QString &path) const override
+    {
+        return inner.databasePath(path);
+    }
+    Result<QString> readyForDatabase(const QString &path) override
     {
         if (const std::optional<Error> error = begin(QStringLiteral("ready "), path))
             return *error;

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxFileStore.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/FileReplacement.h"
@@ -8,6 +9,8 @@
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
 #include "platform/linux/TemporaryFile.h"
+
+#include <QFile>
 
 #include <algorithm>
 #include <array>
@@ -138,7 +141,25 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
     return {};
 }
 
-Result<void> LinuxFileStore::readyForDatabase(const QString &path)
+/// A name for what the walk came to, in which no link is left but that by which a home is reached.
+QString LinuxFileStore::nameOf(const Place &place) const
+{
+    const QString folder =
+        QFile::symLinkTarget(u"/proc/self/fd/"_s + QString::number(place.folder.get()));
+    return home.reached(folder + u'/' + QFile::decodeName(place.name));
+}
+
+Result<QString> LinuxFileStore::databasePath(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    if (place.error == ENOENT || (place.error == 0 && !place.status))
+        return describe(path, ENOENT);
+    if (place.error != 0)
+        return fail(path, place.error);
+    return nameOf(place);
+}
+
+Result<QString> LinuxFileStore::readyForDatabase(const QString &path)
 {
     const Place place = walkPath(home, path);
     // Without its folder there is no database yet, which is no failure to tell.
@@ -149,11 +170,12 @@ Result<void> LinuxFileStore::readyForDatabase(const QString &path)
     if (isForeign(home) && hasJournal(place))
         return fail(path, EPERM);
     if (place.status)
-        return {};
-    return update(path, [](const std::optional<QByteArray> &old) {
+        return nameOf(place);
+    const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
         return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
                    : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
     });
+    return made ? Result<QString>(nameOf(place)) : made.error();
 }
 
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)
