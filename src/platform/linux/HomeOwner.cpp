@@ -146,7 +146,9 @@ Result<HomeOwner> HomeOwner::ofOpened(const HomeFolder &home, const FileDescript
     owner.apart = home.asOwner();
     owner.homePath = home.path;
     owner.userName = nameOf(owner.user);
-    if (home.path.isEmpty() || home.asOwner() || !callerMayBecomeOthers())
+    owner.canBecome = callerMayBecomeOthers();
+    // Root that may not change its user works with the rights it has, but lends them to no program.
+    if (home.path.isEmpty() || home.asOwner() || (!owner.canBecome && ::geteuid() != 0))
         return owner;
     const Result<std::pair<uid_t, gid_t>> found = ownerOf(home, folder);
     if (!found)

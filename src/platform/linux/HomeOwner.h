@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] uid_t id() const { return user; }
     /// Whether this process has to become somebody else for the home.
-    [[nodiscard]] bool isAnother() const { return another; }
+    [[nodiscard]] bool isAnother() const { return another && canBecome; }
     /// The account's name, or the number of a user without one.
     [[nodiscard]] QString name() const { return QString::fromLocal8Bit(userName); }
 
@@ -69,6 +69,7 @@ private:
     uid_t user;
     gid_t group;
     bool another = false;
+    bool canBecome = false; ///< this process has the rights to become that user
     bool apart = false; ///< its programs are not the caller's
     std::vector<gid_t> groups; ///< all of them, where it is another's
     QByteArray userName;
