@@ -99,8 +99,7 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
         return failure(home.error());
-    // All that only the caller may read is read by now.
-    const Result<HomeFolder> worked = workAsOwner(home.value());
+    const Result<HomeFolder> worked = takeUp(home.value(), request);
     if (!worked)
         return failure(worked.error());
     HomeOutcome outcome = work(worked.value());
@@ -116,9 +115,9 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
 HomeOutcome HomeCommand::workIn(const QString &directory, const Work &work, const Request &request,
                                 const UserSessions &sessions)
 {
-    Result<HomeFolder> home = homeAt(directory, request);
+    Result<HomeFolder> home = homeAt(directory);
     if (home)
-        home = workAsOwner(home.value());
+        home = takeUp(home.value(), request);
     if (!home)
         return HomeOutcome::failed(home.error());
     HomeOutcome outcome = work(home.value());

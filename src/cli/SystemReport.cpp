@@ -3,7 +3,6 @@
 #include "base/Literals.h"
 #include "cli/HomeSession.h"
 #include "cli/SettingReport.h"
-#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "sysinfo/SystemRows.h"
@@ -43,7 +42,7 @@ Result<InfoRows> readMacOSX(const Request &request)
         return root.error();
     Result<HomeFolder> home = chosenHome(request);
     if (home)
-        home = workAsOwner(home.value());
+        home = takeUp(home.value(), request);
     if (!home)
         return home.error();
     const SystemVersion version = readSystemVersion(LinuxFileReader(), root.value());

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -253,6 +254,8 @@ Result<HomeFolder> workAsOwner(const HomeFolder &home)
     HomeFolder worked = home;
     worked.workedAs = owner.value().name();
     worked.reachedAt = reachedThrough(folder);
+    // The caller's folder for temporary files need not be open to the owner.
+    ::unsetenv("TMPDIR");
     // Open for as long as this process lives: whoever works on the home reaches it through this.
     folder.release();
     return worked;
