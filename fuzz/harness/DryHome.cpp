@@ -49,15 +49,15 @@ Result<void> SealedFiles::update(const QString &, const Change &)
     return {};
 }
 
-Result<QString> SealedFiles::readyForDatabase(const QString &path)
+Result<FileStore::DatabasePlace> SealedFiles::readyForDatabase(const QString &path)
 {
     require(false, "a dry run makes no database");
-    return path;
+    return DatabasePlace {path};
 }
 
-Result<QString> SealedFiles::databasePath(const QString &path) const
+Result<FileStore::DatabasePlace> SealedFiles::databasePlace(const QString &path) const
 {
-    return path;
+    return DatabasePlace {path};
 }
 
 DryHome::DryHome() : store(disk), finder(finderOfDisk), files(store), access(place, files, finder)

@@ -18,8 +18,8 @@ public:
     bool exists(const QString &path) const override { return files.exists(path); }
     Result<QByteArray> read(const QString &path) const override { return files.read(path); }
     Result<void> update(const QString &path, const Change &change) override;
-    Result<QString> readyForDatabase(const QString &path) override;
-    Result<QString> databasePath(const QString &path) const override;
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     test::FakeFileReader files;
 };

@@ -13,6 +13,7 @@ namespace {
 void checkValue(const Value &value)
 {
     require(value.string.isEmpty() || value.kind == Kind::String, "only strings have a text");
+    require(value.data.isEmpty() || value.kind == Kind::Data, "only data have bytes");
     require(value.strings.isEmpty() || value.kind == Kind::StringArray || value.kind == Kind::Array,
             "only arrays have elements");
 }

@@ -67,10 +67,10 @@ Error inFile(const QString &backupFileName, const Error &error)
 Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
                           const BackupInsertion &insertion)
 {
-    const Result<QString> place = files.readyForDatabase(backupFileName);
+    const Result<FileStore::DatabasePlace> place = files.readyForDatabase(backupFileName);
     if (!place)
         return place.error();
-    Result<Sqlite> database = Sqlite::open(place.value(), Sqlite::Access::Create);
+    Result<Sqlite> database = Sqlite::open(place.value().path, place.value().access());
     if (!database) {
         const Error error = inFile(backupFileName, database.error());
         varnelLog(lcIo, error.text);
@@ -78,7 +78,7 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
     }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
     // The first row of a file comes with its table, in one go.
-    if (QFileInfo(place.value()).size() == 0)
+    if (QFileInfo(place.value().path).size() == 0)
         database.value().begin();
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))

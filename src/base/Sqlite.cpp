@@ -201,6 +201,11 @@ void prepareToWrite(sqlite3 *database)
     sqlite().execute(database, "PRAGMA synchronous=EXTRA", nullptr, nullptr, nullptr);
 }
 
+void prepareScratch(sqlite3 *database)
+{
+    sqlite().execute(database, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
+}
+
 QString columnText(sqlite3_stmt *statement, int column)
 {
     const unsigned char *bytes = sqlite().columnText(statement, column);
@@ -249,7 +254,7 @@ Error Sqlite::lastError() const
     return errorOf(database.get());
 }
 
-Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
+Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags, Access access)
 {
     sqlite3 *raw = nullptr;
     if (SqliteLibrary::get() == nullptr)
@@ -262,8 +267,10 @@ Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags)
     defend(raw);
     // Before the first look at the file: that may have to wait already, and it leaves a fence
     // behind.
-    if ((flags & SQLITE_OPEN_CREATE) != 0)
+    if (access == Access::Create)
         prepareToWrite(raw);
+    else if (access == Access::Scratch)
+        prepareScratch(raw);
     if (hasComputedColumns(raw))
         return Error {ErrorCode::Unloadable, QStringLiteral("computed columns in users")};
     return opened;
@@ -274,7 +281,7 @@ Result<Sqlite> Sqlite::openCopy(const QString &path, const ReadBytes &read)
     Result<PrivateCopy> copy = PrivateCopy::of(path, read);
     if (!copy)
         return copy.error();
-    Result<Handle> opened = connect(copy.value().path(), SQLITE_OPEN_READWRITE);
+    Result<Handle> opened = connect(copy.value().path(), SQLITE_OPEN_READWRITE, Access::ReadOnly);
     if (!opened)
         return opened.error();
     return Sqlite(std::move(opened).value(), std::move(copy).value());
@@ -298,7 +305,8 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access, const ReadBytes 
     Result<Handle> opened =
         connect(path,
                 access == Access::ReadOnly ? SQLITE_OPEN_READONLY
-                                           : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+                                           : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
+                access);
     if (!opened)
         return opened.error();
     return Sqlite(std::move(opened).value());

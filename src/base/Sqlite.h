@@ -25,6 +25,8 @@ public:
     enum class Access {
         Create, ///< reads and writes; the file is made when it is missing. A statement that has
                 ///< run is on the disk. Waits up to five seconds for another writer of the file.
+        Scratch, ///< as Create, for a private file that nobody needs after this process: nothing
+                 ///< waits for the disk
         ReadOnly, ///< a file of unknown origin: never made, never written, nothing made or deleted
                   ///< beside it; its triggers, views and unsafe functions unused
     };
@@ -65,7 +67,7 @@ private:
     };
     using Handle = std::unique_ptr<sqlite3, Close>;
     explicit Sqlite(Handle database, std::optional<PrivateCopy> copy = {});
-    static Result<Handle> connect(const QString &path, int flags);
+    static Result<Handle> connect(const QString &path, int flags, Access access);
     static Result<Sqlite> openCopy(const QString &path, const ReadBytes &read);
     [[nodiscard]] Error lastError() const;
 

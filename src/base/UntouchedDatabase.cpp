@@ -124,26 +124,33 @@ PrivateCopy::PrivateCopy(PrivateCopy &&other) noexcept = default;
 PrivateCopy &PrivateCopy::operator=(PrivateCopy &&other) noexcept = default;
 PrivateCopy::~PrivateCopy() = default;
 
-Result<PrivateCopy> PrivateCopy::of(const QString &path, const ReadBytes &read)
+Result<PrivateCopy> PrivateCopy::ofNothing()
 {
     auto folder = std::make_unique<QTemporaryDir>();
     if (!folder->isValid())
         return Error {ErrorCode::Failed, folder->errorString()};
+    return PrivateCopy(std::move(folder));
+}
+
+Result<PrivateCopy> PrivateCopy::of(const QString &path, const ReadBytes &read)
+{
+    Result<PrivateCopy> copy = ofNothing();
+    if (!copy)
+        return copy;
     const QStringList before = stateOf(path);
-    PrivateCopy copy(std::move(folder));
-    if (const Result<void> copied = copyFile(path, copy.path(), read); !copied)
+    const QString place = copy.value().path();
+    if (const Result<void> copied = copyFile(path, place, read); !copied)
         return copied.error();
     for (const QStringView ending : companionEndings) {
         if (!QFileInfo::exists(path + ending))
             continue;
-        if (const Result<void> copied = copyFile(path + ending, copy.path() + ending, read);
-            !copied)
+        if (const Result<void> copied = copyFile(path + ending, place + ending, read); !copied)
             return copied.error();
     }
     if (stateOf(path) != before)
         return Error {ErrorCode::Unloadable, QStringLiteral("it is being written")};
     // Of the copy, which nobody else can reach: the library will do what it says.
-    if (const Result<void> sound = checkJournal(copy.path()); !sound)
+    if (const Result<void> sound = checkJournal(place); !sound)
         return sound.error();
     return copy;
 }

@@ -46,6 +46,8 @@ public:
     /// meanwhile, and where the copied journal speaks of further files: what was looked at before
     /// may have been exchanged since.
     static Result<PrivateCopy> of(const QString &path, const ReadBytes &read);
+    /// A place for a database that is not there yet.
+    static Result<PrivateCopy> ofNothing();
     PrivateCopy(PrivateCopy &&other) noexcept;
     PrivateCopy &operator=(PrivateCopy &&other) noexcept;
     ~PrivateCopy();

@@ -1,16 +1,15 @@
 #include "cli/BackupFileOfRun.h"
 
+#include "cli/HomeSession.h"
 #include "platform/linux/LinuxCommandRunner.h"
-#include "platform/linux/LinuxFolderMaker.h"
 #include "shell/Tools.h"
 
 namespace varnel::cli {
 
-QString backupFileOfRun(const HomeFolder &home)
+QString backupFileOfRun(HomeSession &session)
 {
-    LinuxFolderMaker folders;
-    LinuxCommandRunner runner(home);
-    const Tools tools(home, folders, runner);
+    LinuxCommandRunner runner(session.home());
+    const Tools tools(session.home(), session.folderMaker(), runner);
     static_cast<void>(tools.pathForBackupFolder());
     static_cast<void>(tools.pathForSupportFolder());
     static_cast<void>(tools.pathForBackupFolder());

@@ -46,7 +46,8 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dr
         else
             outcome.messages.append(removed.error().text);
     }
-    outcome.wrote = !dry && !deleted.isEmpty();
+    outcome.changes = !deleted.isEmpty();
+    outcome.dryRun = dry;
     outcome.text = [deleted, dry](const Style &) { return deletedText(deleted, dry); };
     outcome.object = [deleted, dry] {
         return QJsonObject {{u"deleted"_s, QJsonArray::fromStringList(deleted)},

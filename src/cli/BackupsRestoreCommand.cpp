@@ -69,7 +69,8 @@ HomeOutcome outcomeOf(const Restoration &done)
     const bool changed = !(report.changes.isEmpty() && report.loginItems.isEmpty());
     HomeOutcome outcome;
     outcome.messages = restoreMessages(report);
-    outcome.wrote = done.deleted || (!done.dryRun && changed);
+    outcome.changes = done.deleted || changed;
+    outcome.dryRun = done.dryRun;
     outcome.restart = report.restart;
     outcome.text = [done](const Style &style) { return restoreText(done, style); };
     outcome.object = [done] { return restoreObject(done); };
@@ -101,18 +102,17 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
             return holdsNothingOf(name, missing);
         rows = rowsOf(rows.value(), only);
     }
-    const bool dry = isDryRun(request);
-    HomeSession session(home);
-    if (!dry)
-        if (const Result<void> ready = session.beginWriting(foldersToMake(home, request)); !ready)
-            return HomeOutcome::failed(ready.error());
+    HomeSession session(home, sessionMode(request));
+    if (const Result<void> ready = session.beginWriting(foldersToMake(home, request)); !ready)
+        return HomeOutcome::failed(ready.error());
 
-    Restoration done {
-        name, dry, playRows(session, rows.value(), dry ? RestoreMode::DryRun : RestoreMode::Play)};
+    Restoration done {name, session.isDryRun(), playRows(session, rows.value())};
+    const bool deletes = done.report.complete() && only.isEmpty() && !request.has(keepOption);
     QStringList problems;
-    if (!dry && done.report.complete() && only.isEmpty() && !request.has(keepOption))
+    if (deletes && !done.dryRun)
         deletePlayed(home, done, problems);
     HomeOutcome outcome = outcomeOf(done);
+    outcome.changes = outcome.changes || deletes;
     if (!problems.isEmpty())
         outcome.status = ExitStatus::Partly;
     outcome.messages += problems;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
+#include "cli/HomeSession.h"
 #include "cli/Request.h"
 
 namespace varnel::cli {
@@ -10,5 +11,7 @@ namespace varnel::cli {
 [[nodiscard]] OptionInfo dryRunOption();
 
 [[nodiscard]] bool isDryRun(const Request &request);
+
+[[nodiscard]] HomeSession::Mode sessionMode(const Request &request);
 
 } // namespace varnel::cli

@@ -121,7 +121,7 @@ Result<Translation> translated(const Profile &profile, const Wish &wish)
         return configurationProfile(
             profile, wish.setOnce ? std::optional(timestamp()) : std::optional<QDateTime>());
     }
-    return Translation {profileJson(profile), {}};
+    return Translation {printableJson(profileJson(profile)), {}};
 }
 
 /// The text as it is; on a terminal nothing in it steers that, and lines stay lines.

@@ -87,8 +87,12 @@ QString GetCommand::text(const SettingReport &report, const Style &style) const
 {
     const QString value = exchangedText(*report.row, report.reading.value);
     const QString label = labelText(*report.row, report.reading.value);
-    return (value == label ? shown(value, style) : QString(shown(value, style) + u'\t' + label))
-        + u'\n';
+    QStringList words;
+    if (label != value)
+        words.append(label);
+    if (report.reading.notText)
+        words.append(notTextNote());
+    return shown(value, style) + (words.isEmpty() ? QString() : u'\t' + words.join(u", ")) + u'\n';
 }
 
 } // namespace varnel::cli

@@ -23,7 +23,7 @@ void note(const HomeOutcome &outcome, Console &console)
 {
     for (const QString &message : outcome.messages)
         Console::message(message);
-    if (outcome.wrote)
+    if (outcome.wrote())
         console.noteWrite();
 }
 
@@ -43,7 +43,7 @@ void show(const HomeOutcome &outcome, const Ending &ending, const Request &reque
 void warnOfSession(const HomeFolder &home, const UserSessions &sessions, HomeOutcome &outcome)
 {
     const QString user =
-        outcome.wrote ? sessions.ownerWithSession(home.reached(home.path)) : QString();
+        outcome.changes ? sessions.ownerWithSession(home.reached(home.path)) : QString();
     if (!user.isNull())
         outcome.messages.append(user
                                 + u" has a session on this machine: programs that run there may"

@@ -20,12 +20,15 @@ namespace varnel::cli {
 struct HomeOutcome {
     ExitStatus status = ExitStatus::Done;
     QStringList messages; ///< for standard error, a line each
-    bool wrote = false;
+    bool changes = false; ///< something of the home was changed, or would be in a dry run
+    bool dryRun = false;
     RestartFlags restart; ///< the applications that have to read their settings anew
     /// The data, for people and for scripts; only what was asked for is made. Neither is there
     /// where the command came to nothing.
     std::function<QString(const Style &)> text;
     std::function<QJsonObject()> object;
+
+    [[nodiscard]] bool wrote() const { return changes && !dryRun; }
 
     /// One that came to nothing: Usage for what was typed wrong, else Failed.
     [[nodiscard]] static HomeOutcome failed(const Error &error);

@@ -80,18 +80,55 @@ StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &re
                                                   : StandardFolders::Missing::NeedLibrary;
 }
 
-HomeSession::HomeSession(const HomeFolder &home)
-    : store(home), finderInfo(home), files(store, &editDrafts), settings(home, files, finderInfo)
+HomeSession::HomeSession(const HomeFolder &home, Mode mode)
+    : disk(home), finderInfo(home),
+      trial(mode == Mode::DryRun ? std::optional<Trial>(std::in_place, disk, finderInfo)
+                                 : std::nullopt),
+      files(fileStore(), &editDrafts), settings(home, files, finder())
 {
 }
 
-Result<void> HomeSession::beginWriting(StandardFolders::Missing folders)
+FileStore &HomeSession::fileStore()
 {
-    if (Result<void> made = LinuxStandardFolders().ensure(home(), folders); !made)
+    if (trial)
+        return trial->store;
+    return disk;
+}
+
+FinderInfo &HomeSession::finder()
+{
+    if (trial)
+        return trial->finderInfo;
+    return finderInfo;
+}
+
+FolderMaker &HomeSession::folderMaker()
+{
+    if (trial)
+        return trial->folders;
+    return folders;
+}
+
+Result<void> HomeSession::beginWriting(StandardFolders::Missing missing)
+{
+    if (trial)
+        return trial->expectFolders(home(), missing);
+    if (Result<void> made = LinuxStandardFolders().ensure(home(), missing); !made)
         return made;
     for (const QString &folder : Tools::foldersWrittenTo(home())
              + LinuxSessionLoginItems::foldersWrittenTo(home(), Tools::supportFolderOf(home())))
-        store.sweep(folder);
+        disk.sweep(folder);
+    return {};
+}
+
+Result<void> HomeSession::Trial::expectFolders(const HomeFolder &home,
+                                               StandardFolders::Missing missing)
+{
+    const Result<QStringList> toMake = LinuxStandardFolders().toMake(home, missing);
+    if (!toMake)
+        return toMake.error();
+    for (const QString &folder : toMake.value())
+        finderInfo.expectFolder(folder);
     return {};
 }
 
@@ -125,7 +162,7 @@ QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) c
         if (file.isNull() || readable.contains(file) || seen.contains(file))
             continue;
         seen.insert(file);
-        if (const auto error = whyUnreadable(store, home().preferencesDirectory() + file))
+        if (const auto error = whyUnreadable(disk, home().preferencesDirectory() + file))
             errors.append(*error);
     }
     return errors;

@@ -2,14 +2,20 @@
 
 #include "cli/Request.h"
 #include "cli/SettingReport.h"
+#include "platform/DryRunFileStore.h"
+#include "platform/DryRunFinderInfo.h"
+#include "platform/DryRunFolderMaker.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
+#include "platform/linux/LinuxFolderMaker.h"
 #include "platform/StandardFolders.h"
 #include "settings/EditDrafts.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 
 #include <QList>
+
+#include <optional>
 
 namespace varnel::cli {
 
@@ -35,18 +41,27 @@ namespace varnel::cli {
 /// The core, joined to the host for one home folder.
 class HomeSession {
 public:
-    explicit HomeSession(const HomeFolder &home);
+    enum class Mode {
+        Work,
+        DryRun ///< whatever is done is tried out in memory: the same work, and nothing is touched
+    };
+    explicit HomeSession(const HomeFolder &home, Mode mode = Mode::Work);
 
     [[nodiscard]] const HomeFolder &home() const { return settings.home(); }
-    [[nodiscard]] LinuxFileStore &fileStore() { return store; }
-    [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
+    [[nodiscard]] bool isDryRun() const { return trial.has_value(); }
+    [[nodiscard]] FileStore &fileStore();
+    [[nodiscard]] FinderInfo &finder();
+    [[nodiscard]] FolderMaker &folderMaker();
     /// What trials and writes of this home share.
     [[nodiscard]] EditDrafts *drafts() { return &editDrafts; }
     [[nodiscard]] SettingAccess &access() { return settings; }
 
     /// What every command that writes does first: makes sure of the home's standard folders, and
     /// removes the temporary files that killed runs left.
-    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing folders);
+    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing missing);
+
+    /// Files that were changed while another run was changing them.
+    [[nodiscard]] QStringList changedWithoutLock() const { return disk.changedWithoutLock(); }
 
     /// What the home holds for each of the settings; every file is loaded once.
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
@@ -59,8 +74,20 @@ public:
     [[nodiscard]] QList<Error> unreadableFiles(const QList<SettingReport> &reports) const;
 
 private:
-    LinuxFileStore store;
+    /// What stands before the home while changes are tried out.
+    struct Trial {
+        Trial(const FileStore &disk, const FinderInfo &host) : store(disk), finderInfo(host) { }
+        Result<void> expectFolders(const HomeFolder &home, StandardFolders::Missing missing);
+
+        DryRunFileStore store;
+        DryRunFinderInfo finderInfo;
+        DryRunFolderMaker folders;
+    };
+
+    LinuxFileStore disk;
     LinuxFinderInfo finderInfo;
+    LinuxFolderMaker folders;
+    std::optional<Trial> trial;
     EditDrafts editDrafts;
     PreferenceFiles files;
     SettingAccess settings;

@@ -18,7 +18,8 @@ namespace {
 const QString logMember = QStringLiteral("log");
 const QString statusMember = QStringLiteral("status");
 const QString messagesMember = QStringLiteral("messages");
-const QString wroteMember = QStringLiteral("wrote");
+const QString changesMember = QStringLiteral("changes");
+const QString dryRunMember = QStringLiteral("dryRun");
 const QString restartMember = QStringLiteral("restart");
 const QString textMember = QStringLiteral("text");
 const QString objectMember = QStringLiteral("object");
@@ -32,7 +33,8 @@ QJsonObject answerOf(const HomeOutcome &outcome, bool json, const Style &style)
 {
     QJsonObject answer {{statusMember, int(outcome.status)},
                         {messagesMember, QJsonArray::fromStringList(outcome.messages)},
-                        {wroteMember, outcome.wrote},
+                        {changesMember, outcome.changes},
+                        {dryRunMember, outcome.dryRun},
                         {restartMember, int(outcome.restart.toInt())}};
     if (json && outcome.object)
         answer.insert(objectMember, outcome.object());
@@ -78,7 +80,8 @@ std::optional<HomeOutcome> outcomeOf(const QJsonObject &answer, const Style &sty
     outcome.status = ExitStatus(status);
     for (const QJsonValue &message : answer.value(messagesMember).toArray())
         outcome.messages.append(message.toString());
-    outcome.wrote = answer.value(wroteMember).toBool();
+    outcome.changes = answer.value(changesMember).toBool();
+    outcome.dryRun = answer.value(dryRunMember).toBool();
     const RestartFlags known = ~RestartFlags();
     outcome.restart = RestartFlags::fromInt(answer.value(restartMember).toInt()) & known;
     if (const QJsonValue object = answer.value(objectMember); object.isObject())
@@ -94,7 +97,7 @@ HomeOutcome endedEarly(const Error &why, bool writes)
 {
     HomeOutcome outcome;
     outcome.status = writes ? ExitStatus::Partly : ExitStatus::Failed;
-    outcome.wrote = writes;
+    outcome.changes = writes;
     outcome.messages.append(why.text
                             + (writes ? u"; what it has done there is not known"_s : QString()));
     return outcome;

@@ -34,14 +34,14 @@ void sendLogTo(std::function<void(const QString &line)> newSink)
     sink = std::move(newSink);
 }
 
-LogSilence::LogSilence()
+LogSilence::LogSilence(bool wanted) : wanted(wanted)
 {
-    ++silences;
+    silences += int(wanted);
 }
 
 LogSilence::~LogSilence()
 {
-    --silences;
+    silences -= int(wanted);
 }
 
 } // namespace varnel::cli

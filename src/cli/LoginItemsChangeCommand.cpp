@@ -109,8 +109,8 @@ HomeOutcome outcomeOf(const LoginItemsReport &report)
     HomeOutcome outcome;
     outcome.status = report.status();
     outcome.messages = messagesOf(report);
-    outcome.wrote = !report.dryRun
-        && (report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway);
+    outcome.changes = report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway;
+    outcome.dryRun = report.dryRun;
     outcome.text = [report](const Style &style) { return text(report, style); };
     outcome.object = [report] { return changeObject(report); };
     return outcome;
@@ -139,9 +139,7 @@ Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &reques
     if (typed.isEmpty())
         return Error {ErrorCode::Invalid, u"PATH is empty"_s};
     return Work([wanted = action, typed, &request](const HomeFolder &home) {
-        HomeSession session(home);
-        if (isDryRun(request))
-            return outcomeOf(rehearseLoginItem(session, wanted, typed));
+        HomeSession session(home, sessionMode(request));
         const Result<LoginItemsReport> saved =
             saveLoginItem(session, wanted, typed, foldersToMake(home, request));
         return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());

@@ -2,6 +2,7 @@
 
 #include "backup/BackupReader.h"
 #include "cli/BackupFileOfRun.h"
+#include "cli/Log.h"
 #include "cli/LoginItemsSession.h"
 #include "loginitems/PendingLoginItems.h"
 
@@ -79,17 +80,17 @@ Outcome reached(const QList<LoginItemRow> &before, const QList<LoginItemRow> &af
     return after == before ? Outcome::Unchanged : Outcome::Halfway;
 }
 
-bool hasWayBack(const QString &backupFile, const QString &path)
+bool hasWayBack(const QString &backupFile, const QString &path, const FileStore &files)
 {
-    const Result<QList<BackupRow>> rows = readBackupRows(backupFile);
+    const Result<QList<BackupRow>> rows = readBackupRows(backupFile, files);
     return rows && std::any_of(rows.value().begin(), rows.value().end(), [&](const BackupRow &row) {
                return row.isLoginItem() && row.loginItemPath() == path;
            });
 }
 
-void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &report)
+void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &report)
 {
-    const QString backupFile = backupFileOfRun(home);
+    const QString backupFile = backupFileOfRun(session);
     items.setBackupFile(backupFile);
     // The page has read before it saves, and what it met twice is in one place since.
     const QList<LoginItemRow> before = items.access().readData();
@@ -101,10 +102,10 @@ void save(LoginItemsSession &items, const HomeFolder &home, LoginItemsReport &re
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    const bool wayBack = hasWayBack(backupFile, report.change.path);
+    const bool wayBack = hasWayBack(backupFile, report.change.path, session.fileStore());
     if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
-    if (wayBack)
+    if (wayBack && !session.isDryRun())
         report.backupFile = backupFile;
     report.keptIn = items.list().keptIn(report.change.path);
 }
@@ -144,22 +145,15 @@ ExitStatus LoginItemsReport::status() const
 Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
                                        const QString &path, StandardFolders::Missing folders)
 {
+    const LogSilence silence(session.isDryRun());
     LoginItemsSession items(session);
     LoginItemsReport report = planned(items, action, path);
+    report.dryRun = session.isDryRun();
     if (report.outcome != Outcome::Changed)
         return report;
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
-    save(items, session.home(), report);
-    return report;
-}
-
-LoginItemsReport rehearseLoginItem(HomeSession &session, LoginItemChange::Action action,
-                                   const QString &path)
-{
-    LoginItemsSession items(session);
-    LoginItemsReport report = planned(items, action, path);
-    report.dryRun = true;
+    save(items, session, report);
     return report;
 }
 

@@ -30,17 +30,13 @@ struct LoginItemsReport {
 
 /// One save of one change, as the window would make it: its way back into a backup file of this
 /// run, then the change. `path` is looked for as it is typed, then as an absolute path. What is so
-/// already is left alone, without a backup file.
+/// already is left alone, without a backup file. A dry run is the same save, and names no backup
+/// file.
 ///
 /// An error means that nothing was changed: the home's folders can't be made.
 [[nodiscard]] Result<LoginItemsReport> saveLoginItem(HomeSession &session,
                                                      LoginItemChange::Action action,
                                                      const QString &path,
                                                      StandardFolders::Missing folders);
-
-/// The same, worked out from what is there: nothing is touched. What only a real change can meet
-/// (a full disk, missing rights) is not foreseen.
-[[nodiscard]] LoginItemsReport
-rehearseLoginItem(HomeSession &session, LoginItemChange::Action action, const QString &path);
 
 } // namespace varnel::cli

@@ -7,9 +7,13 @@ namespace varnel::cli {
 
 LoginItemsSession::LoginItemsSession(HomeSession &session)
     : sessionList(session.home(), autostartFoldersOf(session.home()),
-                  Tools::supportFolderOf(session.home()), session.fileStore(), maker, files),
+                  Tools::supportFolderOf(session.home()), session.fileStore(),
+                  session.folderMaker(), files),
+      triedList(session.isDryRun() ? std::optional<DryRunSessionLoginItems>(sessionList)
+                                   : std::nullopt),
+      changedList(triedList ? static_cast<SessionLoginItems &>(*triedList) : sessionList),
       store(Tools::supportFolderOf(session.home()), session.fileStore()),
-      backup({}, session.fileStore()), loginItems(sessionList, store, backup, files)
+      backup({}, session.fileStore()), loginItems(changedList, store, backup, files)
 {
 }
 

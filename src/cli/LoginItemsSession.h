@@ -3,9 +3,11 @@
 #include "backup/LoginItemsBackupWriter.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
+#include "platform/DryRunSessionLoginItems.h"
 #include "platform/linux/LinuxFileReader.h"
-#include "platform/linux/LinuxFolderMaker.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
+
+#include <optional>
 
 namespace varnel::cli {
 
@@ -21,14 +23,15 @@ public:
     void setBackupFile(const QString &fileName) { backup.setBackupFile(fileName); }
 
     [[nodiscard]] LoginItemsAccess &access() { return loginItems; }
-    [[nodiscard]] const SessionLoginItems &list() const { return sessionList; }
+    [[nodiscard]] const SessionLoginItems &list() const { return changedList; }
     /// The list as it is; nothing is changed.
     [[nodiscard]] QList<LoginItemRow> rows();
 
 private:
     LinuxFileReader files;
-    LinuxFolderMaker maker;
     LinuxSessionLoginItems sessionList;
+    std::optional<DryRunSessionLoginItems> triedList;
+    SessionLoginItems &changedList; ///< one of the two
     DisabledItemsStore store;
     LoginItemsBackupWriter backup;
     LoginItemsAccess loginItems;

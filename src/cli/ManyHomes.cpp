@@ -90,7 +90,7 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
     for (const QString &message : outcome.messages)
         Console::message(message.startsWith(directory) ? message
                                                        : QString(directory + u": " + message));
-    if (outcome.wrote)
+    if (outcome.wrote())
         console.noteWrite();
     statuses.append(outcome.status);
     if (json) {

@@ -12,8 +12,8 @@ namespace {
 
 class HomePlayback : public PlaybackTarget {
 public:
-    HomePlayback(HomeSession &session, RestoreMode mode)
-        : session(session), mode(mode),
+    explicit HomePlayback(HomeSession &session)
+        : session(session),
           rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts()),
           items(session)
     {
@@ -29,7 +29,7 @@ public:
         const SettingValue wanted {value, extra};
         const SettingValue old = session.access().read(*row).value;
         const Result<bool> differs = tryOut(*row, wanted);
-        Result<void> written = write(*row, wanted, differs);
+        Result<void> written = write(*row, wanted);
         if (!written)
             report.settingFailures.append(
                 {SaveFailure::Step::Write, {settingId, value, extra}, written.error()});
@@ -42,8 +42,7 @@ public:
     {
         report.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
                                   QString::number(enabled ? 1 : 0)});
-        if (mode == RestoreMode::DryRun)
-            return;
+        const LogSilence silence(session.isDryRun());
         if (const Result<void> written = items.access().writeData(actionId, path, enabled, false);
             !written)
             report.itemFailures.append(path + u": " + written.error().text);
@@ -51,9 +50,7 @@ public:
 
     RestoreReport finished()
     {
-        if (mode == RestoreMode::DryRun)
-            report.restart = rehearsal.restartFlags();
-        report.filesWithoutLock = session.fileStore().changedWithoutLock();
+        report.filesWithoutLock = session.changedWithoutLock();
         return report;
     }
 
@@ -65,16 +62,13 @@ private:
         return rehearsal.wouldChange(row, value);
     }
 
-    Result<void> write(const SettingRow &row, const SettingValue &value,
-                       const Result<bool> &differs)
+    Result<void> write(const SettingRow &row, const SettingValue &value)
     {
-        if (mode == RestoreMode::Play)
-            return session.access().write(row, value, report.restart);
-        return differs ? Result<void>() : differs.error();
+        const LogSilence silence(session.isDryRun());
+        return session.access().write(row, value, report.restart);
     }
 
     HomeSession &session;
-    RestoreMode mode;
     Rehearsal rehearsal;
     LoginItemsSession items;
     RestoreReport report;
@@ -87,9 +81,9 @@ bool RestoreReport::complete() const
     return settingFailures.isEmpty() && itemFailures.isEmpty();
 }
 
-RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows, RestoreMode mode)
+RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows)
 {
-    HomePlayback target(session, mode);
+    HomePlayback target(session);
     // The report has the failure that ends it.
     static_cast<void>(playBack(rows, target));
     return target.finished();

@@ -24,11 +24,7 @@ struct RestoreReport {
     [[nodiscard]] bool complete() const;
 };
 
-enum class RestoreMode { Play, DryRun };
-
-/// Plays rows back through the writers of a save, without rows in a backup file. A dry run finds
-/// out what playing would change and touches nothing.
-[[nodiscard]] RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows,
-                                     RestoreMode mode);
+/// Plays rows back through the writers of a save, without rows in a backup file.
+[[nodiscard]] RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows);
 
 } // namespace varnel::cli

@@ -75,7 +75,7 @@ qsizetype countOf(const QList<SaveFailure> &failures, SaveFailure::Step step)
 
 SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
 {
-    const QString backupFile = backupFileOfRun(session.home());
+    const QString backupFile = backupFileOfRun(session);
     BackupWriter writer(backupFile, session.fileStore());
     QList<ChangeRecord> changes;
     QList<ChangeRecord> backups;
@@ -95,31 +95,9 @@ SaveReport save(HomeSession &session, const QList<WantedValue> &wanted, const Ol
             report.changes.append({findSetting(record.locationId),
                                    old[record.locationId],
                                    {record.actionId, record.extraData}});
-    if (countOf(report.failures, SaveFailure::Step::Backup) < backups.size())
+    if (!session.isDryRun() && countOf(report.failures, SaveFailure::Step::Backup) < backups.size())
         report.backupFile = backupFile;
-    report.filesWithoutLock = session.fileStore().changedWithoutLock();
-    return report;
-}
-
-SaveReport rehearse(HomeSession &session, const QList<WantedValue> &wanted, const OldValues &old)
-{
-    const LogSilence silence;
-    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
-    SaveReport report;
-    report.dryRun = true;
-    for (const WantedValue &each : lastOfEach(wanted)) {
-        const int id = each.row->id;
-        if (!old.contains(id))
-            continue;
-        const Result<bool> tried = rehearsal.wouldChange(*each.row, each.value);
-        if (tried)
-            report.changes.append({each.row, old[id], each.value});
-        else
-            report.failures.append({SaveFailure::Step::Write,
-                                    {id, each.value.number, each.value.text},
-                                    tried.error()});
-    }
-    report.restart = rehearsal.restartFlags();
+    report.filesWithoutLock = session.changedWithoutLock();
     return report;
 }
 
@@ -149,6 +127,7 @@ ExitStatus SaveReport::status() const
 Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &wanted,
                                 StandardFolders::Missing folders)
 {
+    const LogSilence silence(session.isDryRun());
     if (const Result<void> ready = session.beginWriting(folders); !ready)
         return ready.error();
     const Result<Trial> trial = tryOut(session, wanted);
@@ -159,16 +138,7 @@ Result<SaveReport> saveSettings(HomeSession &session, const QList<WantedValue> &
     }
     const OldValues &old = trial.value().old;
     SaveReport report = old.isEmpty() ? SaveReport() : save(session, wanted, old);
-    report.notMade = trial.value().notMade;
-    return report;
-}
-
-Result<SaveReport> rehearseSave(HomeSession &session, const QList<WantedValue> &wanted)
-{
-    const Result<Trial> trial = tryOut(session, wanted);
-    if (!trial)
-        return trial.error();
-    SaveReport report = rehearse(session, wanted, trial.value().old);
+    report.dryRun = session.isDryRun();
     report.notMade = trial.value().notMade;
     return report;
 }

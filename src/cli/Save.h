@@ -46,17 +46,13 @@ struct SaveReport {
 
 /// One save, as the window would make it: the old values into a backup file of this run, then the
 /// new ones. Of several values for one setting the last counts. What would leave a file as it is
-/// is not written and gets no row; when that is all, no backup file is made.
+/// is not written and gets no row; when that is all, no backup file is made. A dry run is the same
+/// save, and names no backup file.
 ///
 /// An error means that nothing was changed: the home's folders can't be made, or a file can't be
 /// read at all. A file that is no property list is left alone and told among the failures.
 [[nodiscard]] Result<SaveReport> saveSettings(HomeSession &session,
                                               const QList<WantedValue> &wanted,
                                               StandardFolders::Missing folders);
-
-/// The same, tried out: nothing is touched, no folder is made. What only a real write can meet (a
-/// full disk, missing rights) is not foreseen.
-[[nodiscard]] Result<SaveReport> rehearseSave(HomeSession &session,
-                                              const QList<WantedValue> &wanted);
 
 } // namespace varnel::cli

@@ -117,10 +117,8 @@ QStringList saveMessages(const SaveReport &report)
 HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
                         const Request &request, const QList<SaveFailure> &failedBefore)
 {
-    HomeSession session(home);
-    Result<SaveReport> saved = isDryRun(request)
-        ? rehearseSave(session, wanted)
-        : saveSettings(session, wanted, foldersToMake(home, request));
+    HomeSession session(home, sessionMode(request));
+    Result<SaveReport> saved = saveSettings(session, wanted, foldersToMake(home, request));
     if (!saved)
         return HomeOutcome::failed(saved.error());
     SaveReport &report = saved.value();
@@ -128,7 +126,8 @@ HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted
     HomeOutcome outcome;
     outcome.status = report.status();
     outcome.messages = saveMessages(report);
-    outcome.wrote = !report.dryRun && !report.changes.isEmpty();
+    outcome.changes = !report.changes.isEmpty();
+    outcome.dryRun = report.dryRun;
     outcome.restart = report.restart;
     outcome.text = [report](const Style &style) { return saveText(report, style); };
     outcome.object = [report] { return saveObject(report); };

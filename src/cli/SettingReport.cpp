@@ -2,6 +2,7 @@
 
 #include "base/Literals.h"
 #include "cli/RestartNames.h"
+#include "cli/TextWidth.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
@@ -100,6 +101,14 @@ QString valueInWords(const SettingReport &report)
     return exchanged == label ? label : QString(exchanged + u"  " + label);
 }
 
+/// Whether the setting is stored, and as what.
+QString storedInWords(const SettingReading &reading)
+{
+    if (!reading.found)
+        return u"no, so the default holds"_s;
+    return reading.notText ? QString(u"yes, " + notTextNote()) : u"yes"_s;
+}
+
 /// What a number may be; null for everything else.
 QString rangeInWords(const SettingRow &row)
 {
@@ -129,7 +138,7 @@ QJsonObject settingObject(const SettingReport &report)
 {
     const SettingRow &row = *report.row;
     const SettingValue &value = report.reading.value;
-    return {
+    QJsonObject object {
         {u"id"_s, row.id},
         {u"name"_s, row.name},
         {u"class"_s, row.viewClass},
@@ -149,12 +158,15 @@ QJsonObject settingObject(const SettingReport &report)
         {u"action"_s, actionString(row, value)},
         {u"found"_s, report.reading.found},
     };
+    if (report.reading.notText)
+        object.insert(u"note"_s, notTextNote());
+    return object;
 }
 
 QByteArray jsonDocument(QJsonObject object)
 {
     object.insert(u"schemaVersion"_s, schemaVersion);
-    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+    return printableJson(QJsonDocument(object).toJson(QJsonDocument::Indented));
 }
 
 QJsonObject settingsObject(const QString &name, const QList<SettingReport> &reports)
@@ -169,7 +181,7 @@ QList<Table::Cell> settingCells(const SettingReport &report)
 {
     return {{QString::number(report.row->id), Table::Look::Quiet},
             {report.row->name},
-            {labelText(*report.row, report.reading.value),
+            {readInWords(*report.row, report.reading),
              isDefault(report) ? Table::Look::Quiet : Table::Look::Strong}};
 }
 
@@ -189,7 +201,7 @@ QString settingSheet(const SettingReport &report, const Style &style)
     addField(table, u"restarts"_s, restartName(row));
     addField(table, u"value"_s, valueInWords(report));
     addField(table, u"in words"_s, actionString(row, report.reading.value));
-    addField(table, u"stored"_s, report.reading.found ? u"yes"_s : u"no, so the default holds"_s);
+    addField(table, u"stored"_s, storedInWords(report.reading));
     addChoices(table, report);
     return table.text(style);
 }

@@ -49,6 +49,14 @@ int characterWidth(char32_t character)
     return wide ? 2 : 1;
 }
 
+/// The characters that Unicode names bidirectional controls.
+bool isDirectionMark(char32_t character)
+{
+    return character == 0x061c || character == 0x200e || character == 0x200f
+        || (character >= 0x202a && character <= 0x202e)
+        || (character >= 0x2066 && character <= 0x2069);
+}
+
 bool steersTerminal(char32_t character)
 {
     switch (QChar::category(character)) {
@@ -57,22 +65,14 @@ bool steersTerminal(char32_t character)
     case QChar::Separator_Paragraph:
         return true;
     default:
-        break;
+        return isDirectionMark(character);
     }
-    switch (QChar::direction(character)) {
-    case QChar::DirLRE:
-    case QChar::DirLRO:
-    case QChar::DirRLE:
-    case QChar::DirRLO:
-    case QChar::DirPDF:
-    case QChar::DirLRI:
-    case QChar::DirRLI:
-    case QChar::DirFSI:
-    case QChar::DirPDI:
-        return true;
-    default:
-        return false;
-    }
+}
+
+/// All of them have numbers of four digits.
+QString escaped(char32_t character)
+{
+    return u"\\u%1"_s.arg(uint(character), 4, 16, QChar(u'0'));
 }
 
 } // namespace
@@ -103,6 +103,19 @@ QString elided(const QString &text, int columns, const QString &ellipsis)
     return text.left(kept) + ellipsis;
 }
 
+QByteArray printableJson(const QByteArray &json)
+{
+    QString out;
+    for (const QChar character : QString::fromUtf8(json)) {
+        // What is below stands for itself in no text of a document, and does between them.
+        if (character > u'~' && steersTerminal(character.unicode()))
+            out += escaped(character.unicode());
+        else
+            out += character;
+    }
+    return out.toUtf8();
+}
+
 QString printable(const QString &text)
 {
     QString out;
@@ -112,7 +125,7 @@ QString printable(const QString &text)
         else if (character == U'\t')
             out += u"\\t";
         else if (steersTerminal(character))
-            out += u"\\u%1"_s.arg(uint(character), 4, 16, QChar(u'0'));
+            out += escaped(character);
         else
             out += QChar::fromUcs4(character);
     }

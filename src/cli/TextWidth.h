@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QList>
+#include <QByteArray>
 #include <QString>
 
 namespace varnel::cli {
@@ -15,5 +15,9 @@ namespace varnel::cli {
 /// The text with everything that could steer a terminal made visible: control characters and
 /// direction marks as "\u001b", line feed and tabulator as "\n" and "\t".
 [[nodiscard]] QString printable(const QString &text);
+
+/// A JSON document with the same characters (from U+007F on; JSON itself allows no other) as
+/// "\u202e": whoever reads it reads the same texts.
+[[nodiscard]] QByteArray printableJson(const QByteArray &json);
 
 } // namespace varnel::cli

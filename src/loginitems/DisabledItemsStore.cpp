@@ -52,8 +52,8 @@ Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access a
 
 Result<Sqlite> DisabledItemsStore::openToWrite()
 {
-    const Result<QString> place = files.readyForDatabase(storePath);
-    return place ? opened(place.value(), Sqlite::Access::Create) : place.error();
+    const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
+    return place ? opened(place.value().path, place.value().access()) : place.error();
 }
 
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
@@ -64,14 +64,14 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
         varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
     };
     // Reading makes no file; a store that is not there holds nothing.
-    const Result<QString> place = files.databasePath(storePath);
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
     if (!place && (place.error().code == ErrorCode::NotFound || !files.exists(storePath))) {
         logQuery();
         return {};
     }
     if (!place)
         return place.error();
-    Result<Sqlite> reader = opened(place.value(), Sqlite::Access::ReadOnly);
+    Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
     logQuery();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/UntouchedDatabase.h"
 #include "platform/FileStore.h"
 
 #include <QStringList>
@@ -10,7 +11,8 @@ namespace varnel {
 
 /// A file store that tries changes out in memory: what is read back is what the change would have
 /// left, and no file is touched. What only a real write can meet (a full disk, missing rights) it
-/// does not foresee. Each file is read once, so that all answers are about the same moment.
+/// does not foresee. Each file is read once, so that all answers are about the same moment. A
+/// database is changed as a private copy, gone with this object.
 class DryRunFileStore : public FileStore {
 public:
     /// The inner store is only read, and outlives this one.
@@ -19,12 +21,9 @@ public:
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
-    /// Nothing is made.
-    Result<QString> readyForDatabase(const QString &path) override { return path; }
-    Result<QString> databasePath(const QString &path) const override
-    {
-        return inner.databasePath(path);
-    }
+    /// Nothing is made in that place: the database is a copy, gone with this store.
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     /// The files that would now differ from what they are, in the order of their first change.
     [[nodiscard]] const QStringList &changedPaths() const { return changed; }
@@ -38,6 +37,7 @@ private:
     const FileStore &inner;
     mutable std::map<QString, Result<QByteArray>> originals;
     std::map<QString, QByteArray> tried;
+    std::map<QString, PrivateCopy> databases;
     QStringList changed;
     int count = 0;
 };

@@ -18,6 +18,9 @@ public:
     Reading read(const QString &path) const override;
     int write(const QString &path, const FinderInfoBytes &bytes) override;
 
+    /// A folder that would be made by then: one without any information.
+    void expectFolder(const QString &path) { originals.insert_or_assign(path, Reading {}); }
+
     /// The paths whose information would now differ from what it is, in the order of their first
     /// change.
     [[nodiscard]] const QStringList &changedPaths() const { return changed; }

@@ -38,6 +38,8 @@ public:
 
     /// The file in which something of that application is kept; null when nothing is.
     [[nodiscard]] virtual QString keptIn(const QString & /*path*/) const { return {}; }
+    /// The file in which what is removed of it would be kept; null where nothing would be.
+    [[nodiscard]] virtual QString keepingPlace(const QString & /*path*/) const { return {}; }
 
     /// While one lives, the list need not be read anew for each change: a save of many changes goes
     /// by the list as it was when it began. What another program does meanwhile to an item that is

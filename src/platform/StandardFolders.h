@@ -3,6 +3,8 @@
 #include "base/HomeFolder.h"
 #include "base/Result.h"
 
+#include <QStringList>
+
 namespace varnel {
 
 /// The folders that an operating system makes in a home: Library, Library/Preferences,
@@ -17,6 +19,11 @@ public:
     };
     /// Folders made belong to the home's owner, mode 0700.
     [[nodiscard]] virtual Result<void> ensure(const HomeFolder &home, Missing missing) = 0;
+
+    /// What ensure() would make, in order; or its error, where that can be told without making
+    /// anything.
+    [[nodiscard]] virtual Result<QStringList> toMake(const HomeFolder &home,
+                                                     Missing missing) const = 0;
 };
 
 } // namespace varnel

@@ -103,6 +103,10 @@ Decoded decode(const BinaryReader &reader, const BinaryObject &object)
         value.kind = Kind::String;
         value.string = decodeString(reader, object);
         break;
+    case BinaryType::Data:
+        value.kind = Kind::Data;
+        value.data = reader.body(object).toByteArray();
+        break;
     case BinaryType::Array:
         decodeArray(reader, object, value);
         break;

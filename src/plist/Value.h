@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -8,7 +9,18 @@
 namespace varnel::plist {
 
 /// What stands under a key, as far as this program looks into it.
-enum class Kind { Missing, Boolean, Integer, Real, String, StringArray, Array, Dictionary, Other };
+enum class Kind {
+    Missing,
+    Boolean,
+    Integer,
+    Real,
+    String,
+    Data,
+    StringArray,
+    Array,
+    Dictionary,
+    Other
+};
 
 /// A decoded value. Only the field of its kind is meaningful.
 struct Value {
@@ -18,6 +30,7 @@ struct Value {
     qint64 integer = 0;
     double real = 0;
     QString string;
+    QByteArray data;
     /// The elements of an array that holds strings only (Kind::StringArray; an empty array counts
     /// as one). For Kind::Array: those of its elements that are strings, the others skipped.
     QStringList strings;

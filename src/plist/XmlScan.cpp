@@ -120,6 +120,9 @@ void XmlScan::remember(XmlElement element, std::uint32_t start, std::uint32_t en
     case XmlElement::String:
         read.kind = Kind::String;
         break;
+    case XmlElement::Data:
+        read.kind = Kind::Data;
+        break;
     default:
         read.kind = Kind::Other;
         break;
@@ -157,6 +160,10 @@ bool XmlScan::closeContent()
         else if (isMember() && remembered.element == XmlElement::Array)
             value.value.strings.append(textOfUtf8(collected));
         return true;
+    case XmlElement::Data:
+        if (isRemembered())
+            value.value.data = QByteArray::fromBase64(QByteArray::fromStdString(collected));
+        return true;
     default:
         return true;
     }
@@ -189,6 +196,7 @@ bool XmlScan::wantsText() const
     case XmlElement::Key:
         return isMember() || isAtTop();
     case XmlElement::Data:
+        return isRemembered();
     case XmlElement::Date:
         return false;
     default:

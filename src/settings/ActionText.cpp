@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "settings/BarItems.h"
 #include "settings/SettingAccess.h"
+#include "settings/ValueText.h"
 
 namespace varnel {
 
@@ -30,14 +31,12 @@ QString barItemsText(const SettingRow &row, const QString &text)
     const QStringList names = BarItems::fromText(text).names();
     // Joining no names gives null, which would be printed by name.
     const QString list = names.isEmpty() ? u""_s : names.join(u", ");
-    QString sentence = fillIn(row.otherAction, {list});
-    varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
-    return sentence;
+    return fillIn(row.otherAction, {list});
 }
 
 QString stringText(const SettingRow &row, const QString &text)
 {
-    if (text == u"-1" && !row.defaultAction.isNull())
+    if (text == defaultText() && !row.defaultAction.isNull())
         return row.defaultAction;
     return row.mechanism == Mechanism::BarItems ? barItemsText(row, text)
                                                 : fillIn(row.otherAction, {text});
@@ -46,6 +45,14 @@ QString stringText(const SettingRow &row, const QString &text)
 } // namespace
 
 QString actionString(const SettingRow &row, const SettingValue &value)
+{
+    QString sentence = actionSentence(row, value);
+    if (row.mechanism == Mechanism::BarItems && value.text != defaultText())
+        varnelLog(lcSettings, fillIn(u"barStr= %@", {sentence}));
+    return sentence;
+}
+
+QString actionSentence(const SettingRow &row, const SettingValue &value)
 {
     switch (row.kind) {
     case ValueKind::Choice:

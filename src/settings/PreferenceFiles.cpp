@@ -1,5 +1,6 @@
 #include "settings/PreferenceFiles.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "platform/FileStore.h"
@@ -53,6 +54,50 @@ Result<std::optional<QByteArray>> asAnswer(Result<QByteArray> bytes)
     return std::optional(std::move(bytes).value());
 }
 
+bool isPlainWord(const QString &text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character.unicode() < 128 && character.isLetterOrNumber();
+    });
+}
+
+QString quoted(QString text)
+{
+    if (isPlainWord(text))
+        return text;
+    text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s).replace(u'\n', u"\\n"_s);
+    return u'"' + text + u'"';
+}
+
+QString arrayText(const QStringList &elements)
+{
+    QStringList lines;
+    for (const QString &element : elements)
+        lines.append(u"    " + quoted(element));
+    return lines.isEmpty() ? u"(\n)"_s : QString(u"(\n" + lines.join(u",\n") + u"\n)");
+}
+
+QString noTextForm()
+{
+    return u"(no text form)"_s;
+}
+
+/// "<48656c6c 6f>"
+QString dataText(const QByteArray &data)
+{
+    constexpr qsizetype most = qsizetype(64) << 10; // a backup file with a huge text is not read
+    constexpr qsizetype group = 4;
+    if (data.size() > most)
+        return noTextForm();
+    QString text(u'<');
+    for (qsizetype at = 0; at < data.size(); at += group) {
+        if (at > 0)
+            text += u' ';
+        text += QLatin1String(data.sliced(at, std::min(group, data.size() - at)).toHex());
+    }
+    return text + u'>';
+}
+
 } // namespace
 
 std::optional<int> intValue(const plist::Value &value)
@@ -67,6 +112,7 @@ std::optional<int> intValue(const plist::Value &value)
     case plist::Kind::String:
         return leadingInt(value.string);
     case plist::Kind::Missing:
+    case plist::Kind::Data:
     case plist::Kind::StringArray:
     case plist::Kind::Array:
     case plist::Kind::Dictionary:
@@ -74,6 +120,30 @@ std::optional<int> intValue(const plist::Value &value)
         break;
     }
     return std::nullopt;
+}
+
+QString textValue(const plist::Value &value)
+{
+    switch (value.kind) {
+    case plist::Kind::Boolean:
+        return QString(value.boolean ? u'1' : u'0');
+    case plist::Kind::Integer:
+        return QString::number(value.integer);
+    case plist::Kind::Real:
+        return QString::number(value.real, 'g', QLocale::FloatingPointShortest);
+    case plist::Kind::String:
+        return value.string.isNull() ? u""_s : value.string; // null would print as "(null)"
+    case plist::Kind::Data:
+        return dataText(value.data);
+    case plist::Kind::StringArray:
+        return arrayText(value.strings);
+    case plist::Kind::Missing:
+    case plist::Kind::Array:
+    case plist::Kind::Dictionary:
+    case plist::Kind::Other:
+        break;
+    }
+    return noTextForm();
 }
 
 PreferenceFiles::PreferenceFiles(FileStore &store, EditDrafts *drafts)
@@ -89,8 +159,7 @@ std::optional<QString> PreferenceFiles::readStringPlistValue(const QString &path
     const plist::Value value = readValue(path, {key});
     if (value.kind == plist::Kind::Missing)
         return std::nullopt;
-    return value.kind == plist::Kind::String && !value.string.isNull() ? value.string
-                                                                       : QStringLiteral("");
+    return textValue(value);
 }
 
 std::optional<int> PreferenceFiles::readNumberPlistValue(const QString &path,

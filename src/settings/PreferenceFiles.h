@@ -27,6 +27,11 @@ class PropertyList;
 /// has no integer value: arrays, dictionaries, data, dates.
 [[nodiscard]] std::optional<int> intValue(const plist::Value &value);
 
+/// The text form of what stands under a key, as the Mac's own preferences tool prints it: texts as
+/// they are, booleans as 1 and 0, data in hexadecimal, an array of texts a line an element between
+/// brackets. Dictionaries, dates, other arrays and large data say that they have none.
+[[nodiscard]] QString textValue(const plist::Value &value);
+
 /// One key of one preference file: read, set, removed. Every call opens its file, and no merging.
 ///
 /// Paths are whole file paths. A file that can't be loaded as a dictionary reads as if every key
@@ -43,8 +48,7 @@ public:
     /// What it reads and writes through.
     [[nodiscard]] FileStore &fileStore() const { return store; }
 
-    /// The object's text; none when the key is missing. An object that is no string counts as
-    /// present and gives "".
+    /// The object's textValue(); none when the key is missing.
     [[nodiscard]] std::optional<QString> readStringPlistValue(const QString &path,
                                                               const QString &key) const;
 

@@ -26,9 +26,6 @@ public:
     /// anything; the error that the write would meet (Unloadable and what reading meets).
     Result<bool> wouldChange(const SettingRow &row, const SettingValue &value);
 
-    /// What the writes that were tried would have restarted.
-    [[nodiscard]] RestartFlags restartFlags() const { return flags; }
-
     /// What would differ from what it is: preference files, then the folder of a flag.
     [[nodiscard]] QStringList changedPaths() const;
 

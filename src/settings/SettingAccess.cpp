@@ -6,12 +6,14 @@
 #include "platform/FileStore.h"
 #include "platform/FinderInfo.h"
 #include "settings/BarItems.h"
+#include "settings/Catalogue.h"
 #include "settings/ChoiceMapping.h"
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingWrite.h"
 #include "settings/ValueText.h"
 
+#include <algorithm>
 #include <cerrno>
 
 namespace varnel {
@@ -35,6 +37,15 @@ Error flagError(const QString &path, int error)
     const bool refused = error == EACCES || error == EPERM || error == EROFS;
     return {refused ? ErrorCode::NotPermitted : ErrorCode::Failed,
             path + u": " + qt_error_string(error)};
+}
+
+/// Whether a write of the one setting may change what the other is.
+bool haveAKeyInCommon(const SettingRow &one, const SettingRow &other)
+{
+    return one.id == other.id
+        || (one.file == other.file
+            && std::any_of(one.keys.begin(), one.keys.end(),
+                           [&other](const QString &key) { return other.keys.contains(key); }));
 }
 
 } // namespace
@@ -67,6 +78,28 @@ QString SettingAccess::libraryPath() const
 
 SettingReading SettingAccess::read(const SettingRow &row) const
 {
+    if (row.mechanism == Mechanism::NestedChoice)
+        logNested(row);
+    return *seen.insert(row.id, lookUp(row));
+}
+
+SettingReading SettingAccess::lastSeen(const SettingRow &row) const
+{
+    const auto known = seen.constFind(row.id);
+    return known != seen.constEnd() ? *known : *seen.insert(row.id, lookUp(row));
+}
+
+void SettingAccess::forgetWhatChanged(const SettingRow &written) const
+{
+    // Whoever only writes pays for no reading.
+    for (const SettingRow &row : catalogue()) {
+        if (haveAKeyInCommon(row, written))
+            seen.remove(row.id);
+    }
+}
+
+SettingReading SettingAccess::lookUp(const SettingRow &row) const
+{
     switch (row.mechanism) {
     case Mechanism::Choice:
     case Mechanism::DebugMenu: // only the last of its two keys is read
@@ -74,7 +107,7 @@ SettingReading SettingAccess::read(const SettingRow &row) const
     case Mechanism::LibraryPlaylist:
         return readLibraryPlaylist(row);
     case Mechanism::NestedChoice:
-        return readNested(row);
+        return readingOf(row, files.readValue(filePath(row), row.keys));
     case Mechanism::LibraryFolder:
         return readLibraryFolder();
     case Mechanism::Number:
@@ -87,16 +120,11 @@ SettingReading SettingAccess::read(const SettingRow &row) const
     return {};
 }
 
-SettingReading SettingAccess::readNested(const SettingRow &row) const
+void SettingAccess::logNested(const SettingRow &row) const
 {
-    const QString path = filePath(row);
-    const plist::Value outer = files.readValue(path, {row.keys.first()});
-    if (outer.kind != plist::Kind::Dictionary) {
-        varnelLog(lcSettings, u"Value Not Found"_s);
-        return {{row.defaultIndex()}, false};
-    }
-    varnelLog(lcSettings, u"Value Found"_s);
-    return readingOf(row, files.readValue(path, row.keys));
+    const plist::Value outer = files.readValue(filePath(row), {row.keys.first()});
+    const bool isThere = outer.kind == plist::Kind::Dictionary;
+    varnelLog(lcSettings, isThere ? u"Value Found"_s : u"Value Not Found"_s);
 }
 
 SettingReading SettingAccess::readLibraryPlaylist(const SettingRow &row) const
@@ -123,8 +151,10 @@ SettingReading SettingAccess::readNumber(const SettingRow &row) const
 
 SettingReading SettingAccess::readText(const SettingRow &row) const
 {
-    const std::optional<QString> text = files.readStringPlistValue(filePath(row), row.keys.first());
-    return {{0, text.value_or(defaultText())}, text.has_value()};
+    const plist::Value stored = files.readValue(filePath(row), {row.keys.first()});
+    if (stored.kind == plist::Kind::Missing)
+        return {{0, defaultText()}, false};
+    return {{0, textValue(stored)}, true, stored.kind != plist::Kind::String};
 }
 
 SettingReading SettingAccess::readBarItems(const SettingRow &row) const
@@ -146,6 +176,7 @@ Result<void> SettingAccess::write(const SettingRow &row, const SettingValue &val
         : files.change(filePath(row), write.changes, write.ifMissing);
     if (write.restarts)
         flags |= *write.restarts;
+    forgetWhatChanged(row);
     return written;
 }
 

@@ -175,4 +175,10 @@ QString labelText(const SettingRow &row, const SettingValue &value)
     return names.isEmpty() ? noItems : names.join(u", ");
 }
 
+QString readInWords(const SettingRow &row, const SettingReading &reading)
+{
+    const QString label = labelText(row, reading.value);
+    return reading.notText ? QString(label + u" (" + notTextNote() + u')') : label;
+}
+
 } // namespace varnel

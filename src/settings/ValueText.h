@@ -27,6 +27,15 @@ namespace varnel {
 /// The value in words: the choice's label, "48 pixels", names, "use default value".
 [[nodiscard]] QString labelText(const SettingRow &row, const SettingValue &value);
 
+/// Said of a text setting that stores something else, whose value is the text form of that.
+[[nodiscard]] inline QString notTextNote()
+{
+    return QStringLiteral("not a text");
+}
+
+/// The value that was read, in words: with that note where it holds.
+[[nodiscard]] QString readInWords(const SettingRow &row, const SettingReading &reading);
+
 /// What stands for the default where a setting exchanges a text.
 [[nodiscard]] inline QString defaultText()
 {

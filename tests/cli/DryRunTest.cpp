@@ -122,4 +122,161 @@ TEST_F(DryRunTest, whatIsSoAlreadyIsNothingToChange)
     EXPECT_EQ(unknown.status, 1);
 }
 
+/// Homes in which something that can be read beforehand stands in the way.
+class ForeseenTest : public DryRunTest {
+protected:
+    /// The command tried out, then done: both end alike, and nothing is touched before.
+    void expectForeseen(const QStringList &command, int status) const
+    {
+        const std::string what = command.join(u' ').toStdString();
+        const auto before = snapshot(home.path());
+        const Outcome tried = varnelctl.run(command + QStringList {u"--dry-run"_s});
+        const Outcome triedJson =
+            varnelctl.run(command + QStringList {u"--dry-run"_s, u"--json"_s});
+        EXPECT_EQ(snapshot(home.path()), before) << what;
+        const Outcome done = varnelctl.run(command + QStringList {u"--json"_s});
+        EXPECT_EQ(done.status, status) << what << done.err.toStdString();
+        EXPECT_EQ(tried.status, status) << what;
+        EXPECT_EQ(triedJson.status, status) << what;
+        EXPECT_EQ(tried.err.toStdString(), done.err.toStdString()) << what;
+        EXPECT_EQ(triedJson.err.toStdString(), done.err.toStdString()) << what;
+        EXPECT_EQ(triedJson.out.isEmpty(), done.out.isEmpty()) << what;
+        if (done.out.isEmpty())
+            return;
+        for (const QString &field :
+             {u"changed"_s, u"failures"_s, u"restart"_s, u"loginItems"_s, u"skipped"_s})
+            EXPECT_EQ(triedJson.json().value(field), done.json().value(field))
+                << what << field.toStdString();
+        EXPECT_EQ(triedJson.json().value(u"backup"_s).isString(), command.first() == u"backups")
+            << what;
+    }
+    void autostart(const QString &path) const
+    {
+        const QString folder = home.path() + u"/.config/autostart";
+        QDir().mkpath(folder);
+        writeFile(folder + u"/item.desktop",
+                  "[Desktop Entry]\nType=Application\nName=Item\nExec=\"" + path.toUtf8() + "\"\n");
+        const QJsonArray items = varnelctl.run({u"login-items"_s, u"list"_s, u"--json"_s})
+                                     .json()[u"loginItems"]
+                                     .toArray();
+        ASSERT_EQ(items.size(), 1);
+        ASSERT_EQ(items[0][u"path"], path);
+    }
+    void writeStore(const QByteArray &bytes) const
+    {
+        QDir().mkpath(supportFolder());
+        writeFile(supportFolder() + u"/disableLoginItems.sqlite", bytes);
+    }
+    [[nodiscard]] QString supportFolder() const
+    {
+        return home.path() + u"/Library/Application Support/Varnel";
+    }
+};
+
+TEST_F(ForeseenTest, anOldTextThatNoRowCanHold)
+{
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<plist version=\"1.0\"><dict><key>name</key><string>it's</string></dict></plist>");
+    expectForeseen({u"set"_s, u"1009=yes"_s, u"1400=x"_s, u"1004=64"_s}, 4);
+}
+
+TEST_F(ForeseenTest, anOldTextWithAQuotedApostropheThatARowHolds)
+{
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<plist version=\"1.0\"><dict><key>name</key><string>it''s</string></dict></plist>");
+    expectForeseen({u"set"_s, u"1400=x"_s}, 0);
+}
+
+TEST_F(ForeseenTest, anOldTextWithAnApostropheOfAProfile)
+{
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<plist version=\"1.0\"><dict><key>name</key><string>it's</string></dict></plist>");
+    writeFile(home.path() + u"/profile",
+              R"({"schemaVersion": 1, "settings": {"screenshot-prefix": "x"}})");
+    expectForeseen({u"apply"_s, home.path() + u"/profile"}, 4);
+    expectForeseen({u"apply"_s, home.path() + u"/profile"}, 0);
+}
+
+TEST_F(ForeseenTest, aLoginItemThatNoRowCanHold)
+{
+    expectForeseen({u"login-items"_s, u"add"_s, u"/O'N.app"_s}, 3);
+    expectForeseen({u"login-items"_s, u"add"_s, u"/O''N.app"_s}, 4);
+    for (const QString &verb : {u"enable"_s, u"remove"_s})
+        expectForeseen({u"login-items"_s, verb, u"/O'N.app"_s}, 4);
+}
+
+TEST_F(ForeseenTest, aListedLoginItemThatNoRowCanHold)
+{
+    for (const QString &verb : {u"disable"_s, u"remove"_s}) {
+        autostart(u"/Applications/O'N.app"_s);
+        expectForeseen({u"login-items"_s, verb, u"/Applications/O'N.app"_s}, 4);
+    }
+}
+
+TEST_F(ForeseenTest, aListOfWhatIsSwitchedOffThatCannotBeWritten)
+{
+    writeStore(
+        "no database, but long enough to be looked at as one, were it one at all .............");
+    expectForeseen({u"login-items"_s, u"add"_s, mail}, 3);
+    autostart(mail);
+    expectForeseen({u"login-items"_s, u"disable"_s, mail}, 4);
+    QFile::remove(supportFolder() + u"/disableLoginItems.sqlite");
+    QDir().mkpath(supportFolder() + u"/disableLoginItems.sqlite");
+    expectForeseen({u"login-items"_s, u"add"_s, clock}, 3);
+}
+
+TEST_F(ForeseenTest, changesOfListedItemsThatSucceed)
+{
+    for (const QString &verb : {u"disable"_s, u"enable"_s, u"remove"_s, u"enable"_s, u"add"_s}) {
+        if (verb == u"disable")
+            autostart(mail);
+        expectForeseen({u"login-items"_s, verb, mail}, 0);
+    }
+}
+
+TEST_F(ForeseenTest, aLibraryFolderThatTheSaveMakes)
+{
+    for (const QString &value : {u"0"_s, u"1"_s}) {
+        QDir(home.path() + u"/Library").removeRecursively();
+        expectForeseen({u"set"_s, u"1302="_s + value, u"1004=64"_s}, 0);
+        const QString fresh = home.path() + u"/fresh" + value;
+        QDir().mkpath(fresh);
+        expectForeseen({u"set"_s, u"1302="_s + value, u"--home"_s, fresh, u"--new-home"_s}, 0);
+        QDir(fresh + u"/Library").removeRecursively();
+        expectForeseen({u"set"_s, u"1302="_s + value, u"--home"_s, fresh}, 3);
+    }
+}
+
+TEST_F(ForeseenTest, aFileWhereAFolderOfTheHomeBelongs)
+{
+    const QString library = home.path() + u"/Library";
+    for (const QString &place : {QString(library + u"/Application Support"),
+                                 QString(library + u"/Preferences"), library}) {
+        QDir(place).removeRecursively();
+        writeFile(place, "a file");
+        expectForeseen({u"set"_s, u"1302=0"_s}, 3);
+        expectForeseen({u"login-items"_s, u"add"_s, mail}, 3);
+        ASSERT_TRUE(QFile::remove(place));
+    }
+}
+
+TEST_F(ForeseenTest, aFileWhereAFolderOfThisProgramBelongs)
+{
+    for (const QString &place : {QString(supportFolder() + u"/Backup"), supportFolder()}) {
+        QDir().mkpath(place.section(u'/', 0, -2));
+        QDir(place).removeRecursively();
+        writeFile(place, "a file");
+        expectForeseen({u"set"_s, u"1004="_s + QString::number(64 + place.size() % 2)}, 4);
+        ASSERT_TRUE(QFile::remove(place));
+    }
+}
+
+TEST_F(ForeseenTest, aRestoreThatCannotPutEveryItemBack)
+{
+    ASSERT_EQ(varnelctl.run({u"login-items"_s, u"add"_s, u"/O''N.app"_s}).status, 4);
+    ASSERT_EQ(varnelctl.run({u"set"_s, u"1004=72"_s}).status, 0);
+    expectForeseen({u"backups"_s, u"restore"_s, u"quillet1.sqlite"_s}, 4);
+    expectForeseen({u"backups"_s, u"restore"_s, u"quillet2.sqlite"_s}, 0);
+}
+
 } // namespace

@@ -331,6 +331,7 @@ TEST_F(HomesTest, aHomeWhoseUserIsLoggedInIsWarnedOfOnce)
                                + u'\'');
     };
     const QByteArray warning = "varnelctl: root has a session on this machine";
+    EXPECT_EQ(run(u"set dock-size=40 --dry-run"_s).err.count(warning), 1) << "as the work itself";
     EXPECT_EQ(run(u"set dock-size=40 minimize-effect=1"_s).err.count(warning), 1);
     EXPECT_EQ(run(u"set dock-size=40"_s).err.count(warning), 0) << "nothing was written";
     EXPECT_EQ(run(u"get dock-size"_s).err.count(warning), 0);

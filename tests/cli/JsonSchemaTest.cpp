@@ -125,6 +125,9 @@ TEST_F(JsonSchemaTest, settings)
     check(u"get"_s, inHomes({u"1004"_s}), 4);
     check(u"get"_s, {u"1004"_s, u"--key"_s, u"tilesize"_s});
     check(u"get"_s, {u"1400"_s, u"--key"_s, u"name"_s}, 1);
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<plist><dict><key>name</key><integer>5</integer></dict></plist>");
+    EXPECT_TRUE(check(u"get"_s, {u"1400"_s}).contains(u"note"_s));
     check(u"search"_s, {u"dock"_s});
     check(u"search"_s, {u"no such words"_s}, 1);
     check(u"search"_s, inHomes({u"dock"_s}), 4);

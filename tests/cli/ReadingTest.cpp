@@ -91,6 +91,23 @@ TEST_F(ReadingTest, aSettingThatIsNotStoredIsAnsweredWithItsDefault)
               u"Set maximum number of items in main history menu to -1");
 }
 
+TEST_F(ReadingTest, whatIsNoTextIsShownInItsTextFormWithANote)
+{
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><integer>5</integer>"
+              "<key>location</key><data>SGVsbG8=</data></dict></plist>");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s}).out, "5\tnot a text\n");
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1403"_s}).out, "<48656c6c 6f>\tnot a text\n");
+    EXPECT_TRUE(varnelctl.run({u"list"_s}).out.contains("<48656c6c 6f> (not a text)\n"));
+    EXPECT_TRUE(varnelctl.run({u"show"_s, u"1400"_s}).out.contains("yes, not a text\n"));
+    const QJsonObject json = varnelctl.run({u"show"_s, u"1400"_s, u"--json"_s}).json();
+    EXPECT_EQ(json.value(u"value"_s).toString(), u"5");
+    EXPECT_EQ(json.value(u"note"_s).toString(), u"not a text");
+    EXPECT_TRUE(json.value(u"found"_s).toBool());
+    EXPECT_FALSE(varnelctl.run({u"show"_s, u"1300"_s, u"--json"_s}).json().contains(u"note"_s));
+}
+
 TEST_F(ReadingTest, aSearchThatFindsNothingEndsWithOne)
 {
     const Outcome nothing = varnelctl.run({u"search"_s, u"automatically"_s, u"--json"_s});
@@ -184,6 +201,33 @@ TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachThePeoplesTables)
               "a\xc2\x9b"
               "31mb\nc\n")
         << "to a file or a pipe, the text as it is";
+}
+
+TEST_F(ReadingTest, controlCharactersOfAStoredTextDoNotReachJson)
+{
+    const QString stored = u"a\u009b31m\u007f\u202e\u200f\u2067b"_s;
+    writeFile(home.preference(u"com.apple.screencapture.plist"_s),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><string>"
+                  + stored.toUtf8() + "</string></dict></plist>");
+    writeFile(home.path() + u"/profile",
+              R"({"schemaVersion": 1, "settings": {"screenshot-prefix": "x"}})");
+    const QByteArray escaped = R"(a\u009b31m\u007f\u202e\u200f\u2067b)";
+    for (const QStringList &words : {QStringList {u"get"_s, u"1400"_s, u"--json"_s},
+                                     {u"show"_s, u"1400"_s, u"--json"_s},
+                                     {u"list"_s, u"--json"_s},
+                                     {u"list"_s, u"--json"_s, u"--home"_s, home.path()},
+                                     {u"export"_s},
+                                     {u"export"_s, u"--json"_s},
+                                     {u"set"_s, u"1400=y"_s, u"--dry-run"_s, u"--json"_s},
+                                     {u"diff"_s, home.path() + u"/profile", u"--json"_s}}) {
+        const Outcome outcome = varnelctl.run(words);
+        EXPECT_TRUE(outcome.out.contains(escaped))
+            << qPrintable(words.join(u' ')) << outcome.out.toStdString();
+        EXPECT_FALSE(outcome.out.contains("\xc2\x9b")) << qPrintable(words.join(u' '));
+        EXPECT_FALSE(outcome.json().isEmpty());
+    }
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1400"_s, u"--json"_s}).json().value(u"value"_s), stored);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "cli/Varnelctl.h"
 #include "support/FileFacts.h"
+#include "support/PlistReferee.h"
 
 #include <QDir>
 #include <QFile>
@@ -104,6 +105,36 @@ TEST_F(SettingTest, aChangeOfTheStoredFormAloneIsToldAsOne)
              "<plist version=\"1.0\"><dict><key>tilesize</key><real>48.5</real></dict></plist>\n");
     EXPECT_TRUE(set({u"1004=48"_s}).out.contains("was: 48 pixels, stored in another form\n"));
     EXPECT_TRUE(set({u"1004=64"_s}).out.contains("was: 48 pixels\n"));
+}
+
+TEST_F(SettingTest, whatIsNoTextIsKeptAndComesBackInItsTextForm)
+{
+    const QString file = home.preference(u"com.apple.screencapture.plist"_s);
+    writeFile(file,
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><integer>5</integer>"
+              "<key>location</key><data>SGVsbG8=</data></dict></plist>");
+    EXPECT_EQ(set({u"1400=shot"_s, u"1403=/tmp"_s}).status, 0);
+    EXPECT_EQ(rows(), "1400|0|5|\n1403|0|<48656c6c 6f>|\n");
+    EXPECT_EQ(varnelctl.run({u"backups"_s, u"restore"_s, u"quillet1.sqlite"_s}).status, 0);
+    EXPECT_EQ(PlistReferee::read(file), u"{'location': '<48656c6c 6f>', 'name': '5'}"_s);
+    EXPECT_EQ(get(u"1400"_s), "5\n");
+}
+
+TEST_F(SettingTest, whatIsNoTextIsWrittenOnlyByWhoSetsIt)
+{
+    const QString file = home.preference(u"com.apple.screencapture.plist"_s);
+    writeFile(file,
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+              "<key>name</key><integer>5</integer></dict></plist>");
+    const QString profile = home.path() + u"/profile.json";
+    writeFile(profile, varnelctl.run({u"export"_s}).out);
+    EXPECT_EQ(varnelctl.run({u"diff"_s, profile}).status, 0);
+    EXPECT_EQ(varnelctl.run({u"apply"_s, profile}).out, "Nothing to change.\n");
+    EXPECT_EQ(set({u"1402=png"_s}).status, 0);
+    EXPECT_EQ(PlistReferee::read(file), u"{'name': 5, 'type': 'png'}"_s);
+    EXPECT_TRUE(set({u"1400=5"_s}).out.contains("was: 5, stored in another form"));
+    EXPECT_EQ(PlistReferee::read(file), u"{'name': '5', 'type': 'png'}"_s);
 }
 
 TEST_F(SettingTest, whenNothingChangesNothingIsMade)

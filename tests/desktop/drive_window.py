@@ -3,7 +3,7 @@
 
 usage: drive_window.py PROGRAM ARGUMENT...
 
-Starts the program, turns "Hide the Dock" on, saves, and quits. Ends with 0 when the program did, with 77 where
+Starts the program, turns "Hide the Dock" on, gives the icons a size, saves each, and quits. Ends with 0 when the program did, with 77 where
 Python knows no accessibility bus. Runs in a session of its own (DISPLAY, a session bus).
 """
 import os
@@ -148,6 +148,15 @@ def drive(screen):
 
     screen.press("push button", "Save")
     screen.wait_for_state(save, Atspi.StateType.ENABLED, False)
+
+    size = screen.find("slider", "Icon size")
+    screen.press("check box", "Icon size: use default value")
+    screen.wait_for_state(size, Atspi.StateType.ENABLED, True)
+    size.set_current_value(64)
+    screen.wait_for_state(save, Atspi.StateType.ENABLED, True)
+    screen.press("push button", "Save")
+    screen.wait_for_state(save, Atspi.StateType.ENABLED, False)
+
     menu = screen.find("push button", "Application menu")
     screen.click(menu)
     # Keys that come before the menu is up go to the window.

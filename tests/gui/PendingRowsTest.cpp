@@ -1,5 +1,7 @@
 #include "settings/views/Quillet.h"
+#include "support/FailingFileStore.h"
 #include "support/gui/QuilletFixture.h"
+#include "support/LogCapture.h"
 #include "ui/Theme.h"
 
 #include <QCheckBox>
@@ -44,7 +46,28 @@ protected:
     {
         return *row(viewClass).findChild<QCheckBox *>(u"checkBox"_s);
     }
+    [[nodiscard]] QCheckBox &bonjourBox() const
+    {
+        return *row(u"BookmarkBarView"_s).findChild<QCheckBox *>(u"bonjourCheckBox"_s);
+    }
+
+    void putToolbar()
+    {
+        putFile(u"com.apple.Safari.plist"_s,
+                u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key>"
+                "<dict><key>TB Display Mode</key><integer>0</integer></dict>"
+                "<key>ProxiesInBookmarksBar</key><array/>"_s);
+    }
+    void cancelChanges()
+    {
+        click(button(u"cancelButton"_s));
+        dialogs.answer(FirstButton);
+    }
 };
+
+/// The lines of the log that an edit is worth.
+const QStringList editLog {QStringLiteral("addDataToBackupDataList"),
+                           QStringLiteral("addDataToChangeDataList")};
 
 } // namespace
 
@@ -236,4 +259,128 @@ TEST_F(PendingRows, TheSaveButtonCounts)
     EXPECT_EQ(save.accessibleDescription(), u"Save 2 changes"_s);
     click(save);
     EXPECT_EQ(save.accessibleDescription(), u"Save the pending changes"_s);
+}
+
+TEST_F(PendingRows, ANoteLogsNothing)
+{
+    putToolbar();
+    start();
+    clickGroup(safariRow);
+    const LogCapture log;
+    choose(comboBoxOf(u"TextOnIconView"_s), 1);
+    EXPECT_EQ(note(u"TextOnIconView"_s), u"was: yes"_s);
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), editLog) << "and no value that was found";
+    click(bonjourBox());
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), editLog + editLog);
+}
+
+TEST_F(PendingRows, TheNotesOfAPageThatIsBuiltAnewAndOfACancelLogNothing)
+{
+    putToolbar();
+    start();
+    clickGroup(safariRow);
+    click(bonjourBox());
+    const LogCapture log;
+    clickGroup(safariRow);
+    EXPECT_EQ(note(u"BookmarkBarView"_s), u"pending: Show Bonjour on Safari's Bookmarks bar"_s);
+    cancelChanges();
+    EXPECT_EQ(note(u"BookmarkBarView"_s), QString());
+    EXPECT_TRUE(log.texts().filter(u"barStr"_s).isEmpty());
+    EXPECT_EQ(log.texts().filter(u"Value Found"_s).size(), 1) << "the page's own reading";
+}
+
+TEST_F(PendingRows, AnEditReadsNoFile)
+{
+    putToolbar();
+    FailingFileStore counted(store);
+    PreferenceFiles countedFiles(counted);
+    start({home.home(), shared, countedFiles, finderInfo, folders, runner, dialogs});
+    clickGroup(safariRow);
+    const auto readsOf = [&counted](const auto &edit) {
+        counted.calls.clear();
+        edit();
+        return counted.calls.filter(u"read "_s).size();
+    };
+    EXPECT_EQ(readsOf([this] { choose(comboBoxOf(u"TextOnIconView"_s), 1); }), 0);
+    EXPECT_EQ(readsOf([this] { click(bonjourBox()); }), 0);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(readsOf([this] { choose(comboBoxOf(u"TextOnIconView"_s), 2); }), 0);
+    EXPECT_EQ(note(u"TextOnIconView"_s), u"was: no"_s) << "known from the save";
+}
+
+TEST_F(PendingRows, WhatASaveCouldNotMakeIsNotToldAsOld)
+{
+    start(); // without the file that the setting is written into
+    clickGroup(safariRow);
+    choose(comboBoxOf(u"TextOnIconView"_s), 0);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(note(u"TextOnIconView"_s),
+              u"saved: " + controller->actionString(1204, 2, {}).value(2));
+    choose(comboBoxOf(u"TextOnIconView"_s), 1);
+    EXPECT_EQ(note(u"TextOnIconView"_s), u"was: use default value"_s);
+}
+
+TEST_F(PendingRows, ASettingThatSharesItsKeyTellsWhatTheOtherSaved)
+{
+    start();
+    clickGroup(3);
+    choose(comboBoxOf(u"PreloadSongPreviewView"_s), 0);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(note(u"PreloadSongPreviewView"_s), QString());
+    EXPECT_EQ(note(u"HalfStarsView"_s),
+              u"saved: " + controller->actionString(1603, 0, {}).value(2));
+}
+
+TEST_F(PendingRows, ANumberBeyondItsSliderNeedsNoNote)
+{
+    putFile(u"com.apple.dock.plist"_s, u"<key>tilesize</key><integer>500</integer>"_s);
+    start();
+    clickGroup(dockRow);
+    EXPECT_EQ(note(u"DockSizeView"_s), QString());
+    row(u"DockSizeView"_s).findChild<QSlider *>()->setValue(127);
+    EXPECT_EQ(note(u"DockSizeView"_s), u"was: 500 pixels"_s);
+}
+
+TEST_F(PendingRows, ADefaultBoxTurnedOffWithNothingPendingTellsThatTheDefaultIsOnDisk)
+{
+    start();
+    clickGroup(dockRow);
+    click(boxOf(u"DockSizeView"_s));
+    EXPECT_EQ(note(u"DockSizeView"_s),
+              u"saved: " + controller->actionString(1004, -1, {}).value(2));
+    clickGroup(captureRow);
+    click(boxOf(u"ScreenCaptureLocationView"_s));
+    EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"saved: use default value"_s)
+        << "not the sentence for a folder called -1";
+    click(boxOf(u"ScreenCaptureLocationView"_s));
+    EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"was: use default value"_s);
+}
+
+TEST_F(PendingRows, AListThatKeepsItsChoiceAfterACancelTellsWhatIsOnDisk)
+{
+    start();
+    clickGroup(captureRow);
+    choose(comboBoxOf(u"ScreenCaptureFileFormatView"_s), 4);
+    cancelChanges();
+    EXPECT_EQ(comboBoxOf(u"ScreenCaptureFileFormatView"_s).currentIndex(), 4)
+        << "a missing key leaves the list alone";
+    EXPECT_EQ(note(u"ScreenCaptureFileFormatView"_s),
+              u"saved: " + controller->actionString(1402, 7, {}).value(2));
+}
+
+TEST_F(PendingRows, WhatIsNoTextSaysSoAndIsWrittenOnlyWhenItIsEdited)
+{
+    putFile(u"com.apple.screencapture.plist"_s, u"<key>name</key><integer>5</integer>"_s);
+    start();
+    clickGroup(captureRow);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), u"not a text"_s);
+    choose(comboBoxOf(u"ScreenCaptureFileFormatView"_s), 4);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_s, {u"name"_s}).kind, plist::Kind::Integer);
+    QLineEdit &field = *row(u"ScreenCaptureFilePrefixView"_s).findChild<QLineEdit *>();
+    QTest::keyClicks(&field, u"0"_s);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), u"was: 5 (not a text)"_s);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_s, {u"name"_s}).string, u"50"_s);
+    EXPECT_EQ(note(u"ScreenCaptureFilePrefixView"_s), QString());
 }

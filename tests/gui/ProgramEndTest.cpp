@@ -1,14 +1,12 @@
 #include "shell/SharedObject.h"
 #include "shell/views/Application.h"
 #include "support/gui/Input.h"
-#include "support/TemporaryHome.h"
+#include "support/gui/RunningProgram.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QFile>
-#include <QProcess>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -46,19 +44,6 @@ protected:
     TemporaryHome home;
     Application application {home.home(), home.path()};
 };
-
-/// Whether the process has a way of its own to end at SIGTERM.
-bool catchesTermination(qint64 processId)
-{
-    QFile status(u"/proc/%1/status"_s.arg(processId));
-    if (!status.open(QIODevice::ReadOnly))
-        return false;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("SigCgt:"))
-            return ((line.mid(7).trimmed().toULongLong(nullptr, 16) >> (SIGTERM - 1)) & 1) != 0;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -122,19 +107,23 @@ TEST_F(ProgramEnd, ClosingTheWindowWithNothingPendingEndsIt)
 
 TEST(Program, ATerminationSignalEndsTheRunningProgramWithSuccess)
 {
-    const TemporaryHome home;
-    const QTemporaryDir runtime(QDir::tempPath() + u"/varnel-XXXXXX"); // short, for a socket
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
-    program.setProcessEnvironment(environment);
-    program.setProcessChannelMode(QProcess::ForwardedChannels);
-    program.start(QStringLiteral(VARNEL_PROGRAM),
-                  {u"-platform"_s, u"offscreen"_s, u"--home"_s, home.path()});
-    ASSERT_TRUE(program.waitForStarted(-1));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return catchesTermination(program.processId()); }, 60000));
-    ::kill(static_cast<pid_t>(program.processId()), SIGTERM);
-    ASSERT_TRUE(program.waitForFinished(60000));
-    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(program.exitCode(), 0);
+    RunningProgram program;
+    program.start();
+    ASSERT_TRUE(program.isUp());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
+}
+
+TEST(Program, ASignalThatItsStarterIgnoresStaysIgnored)
+{
+    RunningProgram program;
+    program.start([] {}, u"trap '' HUP INT; exec \"$@\""_s);
+    ASSERT_TRUE(program.isUp());
+    EXPECT_TRUE(program.holds("SigIgn:", SIGHUP));
+    EXPECT_TRUE(program.holds("SigIgn:", SIGINT));
+    for (const int signal : {SIGHUP, SIGINT})
+        program.send(signal);
+    EXPECT_TRUE(program.isUp());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
 }

@@ -1,9 +1,16 @@
+#include "support/gui/RunningProgram.h"
 #include "support/TemporaryHome.h"
 
 #include <QDir>
 #include <QProcess>
 
 #include <gtest/gtest.h>
+
+#include <array>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace varnel::test;
@@ -61,6 +68,48 @@ TEST_F(ProgramStart, AHomeWhoseNameIsNotUtf8IsRefusedAndNoOtherTaken)
     EXPECT_EQ(typed.status, 2);
     EXPECT_EQ(typed.err, "varnel: an argument is not UTF-8 text\n");
     EXPECT_TRUE(QDir(home.path() + u"/hc\ufffd/Library").isEmpty());
+}
+
+TEST(ProgramStreams, AReaderOfTheLogThatHasGoneEndsNothing)
+{
+    std::array<int, 2> ends {};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    ::close(ends[0]);
+    RunningProgram program;
+    program.start([&] { ::dup2(ends[1], STDERR_FILENO); });
+    ::close(ends[1]);
+    ASSERT_TRUE(program.isUp());
+    program.send(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
+}
+
+TEST(ProgramStreams, TheLogGoesIntoNothingThatTheProgramOpened)
+{
+    RunningProgram program;
+    program.start([] {
+        for (const int closed : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            ::close(closed);
+    });
+    ASSERT_TRUE(program.isUp());
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        EXPECT_EQ(program.descriptor(number).toStdString(), "/dev/null") << number;
+    program.send(SIGTERM);
+    EXPECT_EQ(program.end(), 0);
+}
+
+TEST(ProgramStreams, ALimitOnTheSizeOfFilesFailsWritesAndEndsNothing)
+{
+    RunningProgram program;
+    program.start([] {
+        const rlimit nothing {0, 0};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+    });
+    ASSERT_TRUE(program.isUp());
+    program.send(SIGTERM);
+    // The window's size could not be kept.
+    EXPECT_EQ(program.end(), 0);
+    EXPECT_TRUE(
+        program.process.readAllStandardError().contains("window.ini: could not be written"));
 }
 
 } // namespace

@@ -253,6 +253,24 @@ TEST_F(SpecialViews, TextsAreShownAndReportedAsTheyStand)
               u"Add  %1 & 100%  prefix to a newly created screenshot file name"_s);
 }
 
+TEST_F(SpecialViews, WhatIsNoTextIsShownInItsTextFormAndBackedUpSo)
+{
+    putFile(u"com.apple.screencapture.plist"_s,
+            u"<key>name</key><true/><key>location</key><data>SGVsbG8=</data>"_s);
+    open(u"ScreenCaptureFilePrefixView"_s);
+    EXPECT_EQ(field().text(), u"1"_s);
+    EXPECT_FALSE(box().isChecked());
+    EXPECT_EQ(control<QLabel>(u"noteLabel"_s).text(), u"not a text"_s);
+    EXPECT_EQ(field().accessibleDescription(), u"not a text"_s);
+    EXPECT_TRUE(reports.reports.isEmpty());
+    QTest::keyClick(&field(), Qt::Key_End);
+    QTest::keyClicks(&field(), u"2"_s);
+    EXPECT_EQ(reports.take(), editReports(1400, u"1"_s, u"12"_s));
+    open(u"ScreenCaptureLocationView"_s);
+    EXPECT_EQ(field().text(), u"<48656c6c 6f>"_s);
+    EXPECT_EQ(view->backupValueStr(), u"<48656c6c 6f>"_s);
+}
+
 TEST_F(SpecialViews, AMissingTextIsEmptyWithTheBoxOn)
 {
     open(u"ScreenCaptureFilePrefixView"_s);

@@ -34,11 +34,11 @@ public:
             return *error;
         return inner.update(path, change);
     }
-    Result<QString> databasePath(const QString &path) const override
+    Result<DatabasePlace> databasePlace(const QString &path) const override
     {
-        return inner.databasePath(path);
+        return inner.databasePlace(path);
     }
-    Result<QString> readyForDatabase(const QString &path) override
+    Result<DatabasePlace> readyForDatabase(const QString &path) override
     {
         if (const std::optional<Error> error = begin(QStringLiteral("ready "), path))
             return *error;

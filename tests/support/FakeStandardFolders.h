@@ -23,6 +23,11 @@ public:
         return failure ? Result<void>(*failure) : Result<void>();
     }
 
+    Result<QStringList> toMake(const HomeFolder &, Missing) const override
+    {
+        return failure ? Result<QStringList>(*failure) : Result<QStringList>(QStringList());
+    }
+
     QList<Call> calls;
     std::optional<Error> failure;
 };

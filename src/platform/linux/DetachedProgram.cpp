@@ -2,6 +2,7 @@
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/HomeOwner.h"
+#include "platform/linux/LinuxTerminal.h"
 #include "platform/linux/SystemError.h"
 
 #include <QFile>
@@ -10,7 +11,6 @@
 #include <array>
 #include <vector>
 
-#include <csignal>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,8 +61,7 @@ bool readAndWriteNothing()
 int runProgram(const Start &start)
 {
     ::setsid();
-    // This process may take no notice of closed pipes; the program is to be as any other.
-    ::signal(SIGPIPE, SIG_DFL);
+    LinuxTerminal::streamsAsUsual();
     if (!start.user.becomeInChild())
         return EPERM;
     if (!start.folder.isEmpty() && ::chdir(start.folder.constData()) != 0)

@@ -2,6 +2,7 @@
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/HomeOwner.h"
+#include "platform/linux/LinuxTerminal.h"
 
 #include <QProcess>
 
@@ -23,6 +24,7 @@ Error fail(const QString &launchPath, const QString &reason)
 /// In the child.
 void becomeOrEnd(const HomeOwner &user, const FileDescriptor &refusal)
 {
+    LinuxTerminal::streamsAsUsual();
     if (user.becomeInChild())
         return;
     const std::uint64_t one = 1;

@@ -142,24 +142,24 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
 }
 
 /// A name for what the walk came to, in which no link is left but that by which a home is reached.
-QString LinuxFileStore::nameOf(const Place &place) const
+FileStore::DatabasePlace LinuxFileStore::placeOf(const Place &place) const
 {
     const QString folder =
         QFile::symLinkTarget(u"/proc/self/fd/"_s + QString::number(place.folder.get()));
-    return home.reached(folder + u'/' + QFile::decodeName(place.name));
+    return {home.reached(folder + u'/' + QFile::decodeName(place.name))};
 }
 
-Result<QString> LinuxFileStore::databasePath(const QString &path) const
+Result<FileStore::DatabasePlace> LinuxFileStore::databasePlace(const QString &path) const
 {
     const Place place = walkPath(home, path);
     if (place.error == ENOENT || (place.error == 0 && !place.status))
         return describe(path, ENOENT);
     if (place.error != 0)
         return fail(path, place.error);
-    return nameOf(place);
+    return placeOf(place);
 }
 
-Result<QString> LinuxFileStore::readyForDatabase(const QString &path)
+Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString &path)
 {
     const Place place = walkPath(home, path);
     // Without its folder there is no database yet, which is no failure to tell.
@@ -170,12 +170,12 @@ Result<QString> LinuxFileStore::readyForDatabase(const QString &path)
     if (isForeign(home) && hasJournal(place))
         return fail(path, EPERM);
     if (place.status)
-        return nameOf(place);
+        return placeOf(place);
     const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
         return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
                    : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
     });
-    return made ? Result<QString>(nameOf(place)) : made.error();
+    return made ? Result<DatabasePlace>(placeOf(place)) : made.error();
 }
 
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)

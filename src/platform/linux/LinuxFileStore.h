@@ -36,8 +36,8 @@ public:
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
-    Result<QString> readyForDatabase(const QString &path) override;
-    Result<QString> databasePath(const QString &path) const override;
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     /// The files that were changed without the folder's lock, because another run did not give it
     /// up in time. What that run changed meanwhile may be lost: worth telling the user.
@@ -48,7 +48,7 @@ public:
     void sweep(const QString &folder);
 
 private:
-    [[nodiscard]] QString nameOf(const Place &place) const;
+    [[nodiscard]] DatabasePlace placeOf(const Place &place) const;
     [[nodiscard]] Error fail(const QString &path, int error) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
                                         const Change &change, bool withoutLock);

@@ -284,6 +284,11 @@ QString LinuxSessionLoginItems::keptIn(const QString &path) const
     return entries && entries.value().isEmpty() ? QString() : kept.fileOf(path);
 }
 
+QString LinuxSessionLoginItems::keepingPlace(const QString &path) const
+{
+    return kept.fileOf(path);
+}
+
 Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
 {
     const QString file = userFile(item.fileName);

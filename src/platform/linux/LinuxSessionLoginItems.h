@@ -42,6 +42,7 @@ public:
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> removeEvery(const QString &path) override;
     QString keptIn(const QString &path) const override;
+    QString keepingPlace(const QString &path) const override;
 
 private:
     void beginChanges() override;

@@ -36,21 +36,48 @@ Result<void> needLibrary(const HomeFolder &home)
                         u" (--new-home makes one of it)"};
 }
 
+/// Each after the one that it stands in.
+QStringList foldersOf(const HomeFolder &home)
+{
+    const QString library = home.path + u"/Library";
+    return {library, library + u"/Preferences", library + u"/Application Support"};
+}
+
 Result<void> ensureAll(const HomeFolder &home, StandardFolders::Missing missing)
 {
     if (missing == StandardFolders::Missing::NeedLibrary) {
         if (Result<void> library = needLibrary(home); !library)
             return library;
     }
-    for (const QStringView name :
-         {u"/Library", u"/Library/Preferences", u"/Library/Application Support"}) {
-        if (Result<void> made = ensureFolder(home, home.path + name); !made)
+    for (const QString &folder : foldersOf(home)) {
+        if (Result<void> made = ensureFolder(home, folder); !made)
             return made;
     }
     return {};
 }
 
 } // namespace
+
+Result<QStringList> LinuxStandardFolders::toMake(const HomeFolder &home, Missing missing) const
+{
+    if (missing == Missing::NeedLibrary) {
+        if (const Result<void> library = needLibrary(home); !library)
+            return library.error();
+    }
+    const QStringList all = foldersOf(home);
+    QStringList folders;
+    for (const QString &path : all) {
+        const Place place = walkPath(home, path);
+        const bool inNewFolder = place.error == ENOENT && folders.contains(all.first());
+        if (place.error != 0 && !inNewFolder)
+            return systemError(path, place.error);
+        if (!place.status)
+            folders.append(path);
+        else if (!S_ISDIR(place.status->st_mode))
+            return systemError(path, ENOTDIR);
+    }
+    return folders;
+}
 
 Result<void> LinuxStandardFolders::ensure(const HomeFolder &home, Missing missing)
 {

@@ -10,6 +10,7 @@ namespace varnel {
 class LinuxStandardFolders : public StandardFolders {
 public:
     Result<void> ensure(const HomeFolder &home, Missing missing) override;
+    Result<QStringList> toMake(const HomeFolder &home, Missing missing) const override;
 };
 
 } // namespace varnel

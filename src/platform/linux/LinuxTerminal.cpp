@@ -12,8 +12,8 @@ namespace varnel::LinuxTerminal {
 
 void prepareStreams()
 {
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
     for (int descriptor = 0; descriptor <= 2; ++descriptor) {
         if (::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF)
             continue;
@@ -21,6 +21,12 @@ void prepareStreams()
         const int mode = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
         [[maybe_unused]] const int opened = ::open("/dev/null", mode);
     }
+}
+
+void streamsAsUsual()
+{
+    ::signal(SIGPIPE, SIG_DFL);
+    ::signal(SIGXFSZ, SIG_DFL);
 }
 
 bool isTerminal(int descriptor)

@@ -45,8 +45,13 @@ TerminationSignals::TerminationSignals(std::function<void()> onSignal)
     struct sigaction action { };
     action.sa_handler = tell;
     action.sa_flags = SA_RESTART;
-    for (std::size_t i = 0; i < caught.size(); ++i)
-        ::sigaction(caught[i], &action, &before[i]);
+    for (std::size_t i = 0; i < caught.size(); ++i) {
+        // Who has the program started with a signal ignored (nohup, a shell's background) wants it
+        // to live through that.
+        ::sigaction(caught[i], nullptr, &before[i]);
+        if (before[i].sa_handler != SIG_IGN)
+            ::sigaction(caught[i], &action, nullptr);
+    }
 }
 
 TerminationSignals::~TerminationSignals()

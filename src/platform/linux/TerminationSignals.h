@@ -9,8 +9,8 @@
 
 namespace varnel {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop. One at a time; when it is gone
-/// the signals do again what they did before.
+/// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, but leaves one that is ignored
+/// so. One at a time; when it is gone the signals do again what they did before.
 class TerminationSignals {
 public:
     explicit TerminationSignals(std::function<void()> onSignal);

@@ -137,8 +137,7 @@ QCheckBox *BookmarkBarView::makeItemBox(Item item)
 {
     auto *box = new QCheckBox(BarItems::allNames().at(item), this);
     box->setObjectName(itemBoxName(item));
-    items[item].attach(box);
-    connect(box, &QCheckBox::clicked, this, [this, item] { itemCheckBoxChangeValue(item); });
+    items[item].attach(box, this, [this, item] { itemCheckBoxChangeValue(item); });
     return box;
 }
 
@@ -153,9 +152,8 @@ void BookmarkBarView::buildControls(QBoxLayout *column)
     }
     QCheckBox *box = makeDefaultBox(this, setting().label);
     box->setObjectName(QStringLiteral("defaultCheckBox"));
-    defaultBox.attach(box);
+    defaultBox.attach(box, this, [this] { defaultCheckBoxChangeValue(); });
     column->addLayout(noteLine(box));
-    connect(box, &QCheckBox::clicked, this, &BookmarkBarView::defaultCheckBoxChangeValue);
 }
 
 } // namespace varnel

@@ -38,7 +38,7 @@ void ChoiceField::read(const SettingAccess &access, bool updateControls)
     backupValue = selectedIndex();
 }
 
-QComboBox *ChoiceField::makeComboBox(QWidget *parent)
+QComboBox *ChoiceField::makeComboBox(QWidget *parent, std::function<void()> edited)
 {
     auto *comboBox = new QComboBox(parent);
     for (const Choice &choice : setting->choices)
@@ -46,7 +46,7 @@ QComboBox *ChoiceField::makeComboBox(QWidget *parent)
     comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     comboBox->setMinimumWidth(Theme::fieldWidth);
     WheelGuard::protect(comboBox);
-    box.attach(comboBox);
+    box.attach(comboBox, parent, std::move(edited));
     return comboBox;
 }
 

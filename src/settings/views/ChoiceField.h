@@ -20,8 +20,9 @@ public:
     void selectDefault();
     void read(const SettingAccess &access, bool updateControls);
 
-    /// The list as a widget; the field goes on from its selection.
-    QComboBox *makeComboBox(QWidget *parent);
+    /// The list as a widget; the field goes on from its selection, and `edited` is called after
+    /// each edit.
+    QComboBox *makeComboBox(QWidget *parent, std::function<void()> edited);
 
     int currentComboBoxValue = 0; ///< the choice last reported
     int backupValue = 0; ///< the choice last read

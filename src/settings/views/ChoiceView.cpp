@@ -67,10 +67,11 @@ void ChoiceView::useDefaultValue(int place)
 
 QComboBox *ChoiceView::makeComboBox(int place)
 {
-    QComboBox *comboBox = fields.at(std::size_t(place)).makeComboBox(this);
+    QComboBox *comboBox = fields.at(std::size_t(place)).makeComboBox(this, [this, place] {
+        comboBoxChangeValue(place);
+    });
     comboBox->setObjectName(comboBoxNames.at(place));
     takeControl(comboBox);
-    connect(comboBox, &QComboBox::activated, this, [this, place] { comboBoxChangeValue(place); });
     return comboBox;
 }
 

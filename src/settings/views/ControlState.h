@@ -8,6 +8,7 @@
 #include <QSpinBox>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace varnel {
@@ -55,6 +56,29 @@ inline void showIn(QLineEdit &field, const QString &text)
     field.setText(text);
 }
 
+// The signal that tells of every edit. Those of clicks and keys leave out what a screen reader
+// does.
+inline auto editSignal(const QComboBox *)
+{
+    return &QComboBox::currentIndexChanged;
+}
+inline auto editSignal(const QCheckBox *)
+{
+    return &QCheckBox::toggled;
+}
+inline auto editSignal(const QAbstractSlider *)
+{
+    return &QAbstractSlider::valueChanged;
+}
+inline auto editSignal(const QSpinBox *)
+{
+    return &QSpinBox::valueChanged;
+}
+inline auto editSignal(const QLineEdit *)
+{
+    return &QLineEdit::textChanged;
+}
+
 /// What a control shows, from before its widget is made: all settings are read at start-up, but
 /// only the pages that somebody looks at get widgets.
 template <typename Widget, typename State> class ControlState {
@@ -81,12 +105,14 @@ public:
             widget->setEnabled(on);
     }
 
-    /// The widget takes over, showing what was kept so far.
-    void attach(Widget *made)
+    /// The widget takes over, showing what was kept so far. From then on `edited` is called after
+    /// each edit, by whatever means it was made; never after show().
+    void attach(Widget *made, QObject *receiver, std::function<void()> edited)
     {
         widget = made;
         show(State(kept));
         setEnabled(enabled);
+        QObject::connect(made, editSignal(made), receiver, std::move(edited));
     }
 
 private:

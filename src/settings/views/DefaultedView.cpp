@@ -42,8 +42,7 @@ void DefaultedView::reportOldValue()
 QBoxLayout *DefaultedView::boxLine(int width)
 {
     QCheckBox *box = makeDefaultBox(this, setting().label);
-    checkBox.attach(box);
-    connect(box, &QCheckBox::clicked, this, &DefaultedView::checkBoxChangeValue);
+    checkBox.attach(box, this, [this] { checkBoxChangeValue(); });
     return noteLine(box, width);
 }
 

@@ -37,6 +37,15 @@ QBoxLayout *captionColumn(QLabel *title, QLabel *help, int firstHeight)
     return column;
 }
 
+/// The sentence of a value, or words where it has none of its own: the default of some settings is
+/// described with its "-1".
+QString sentenceFor(const SettingRow &row, const SettingValue &value)
+{
+    const bool hasOwn = row.kind == ValueKind::Choice || !row.defaultAction.isNull();
+    return !hasOwn && value == defaultValue(row) ? labelText(row, value)
+                                                 : actionSentence(row, value);
+}
+
 } // namespace
 
 GenericView::GenericView(const ViewContext &context, QList<const SettingRow *> settings,
@@ -190,53 +199,37 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     return line;
 }
 
-void GenericView::readAgain()
-{
-    shownElse.clear();
-    readData(true);
-}
-
 std::optional<SettingValue> GenericView::waitingValue(int place) const
 {
     return parentView ? parentView->pendingValue(rows[place]->id) : std::nullopt;
 }
 
-QString GenericView::pendingNote(int place)
+bool GenericView::shows(int place, const SettingValue &value) const
 {
-    const SettingRow &row = *rows[place];
-    const std::optional<SettingValue> waiting = waitingValue(place);
-    if (!waiting) {
-        oldTexts.remove(place);
-        return savedNote(place);
-    }
-    if (*waiting != shownValue(place)) {
-        shownElse.insert(place);
-        return QStringLiteral("pending: ") + actionString(row, *waiting);
-    }
-    shownElse.remove(place);
-    // Read once for each change: a slider reports many values on its way.
-    if (!oldTexts.contains(place))
-        oldTexts[place] = labelText(row, context.access.read(row).value);
-    const bool empty = oldTexts[place].isEmpty();
-    return QStringLiteral("was: ") + (empty ? QStringLiteral("empty") : oldTexts[place]);
+    return meanTheSame(*rows[place], value, shownValue(place));
 }
 
-QString GenericView::savedNote(int place) const
+QString GenericView::noteOf(int place) const
 {
-    if (!shownElse.contains(place))
-        return {};
-    // From the disk: the change may as well have been dropped, or its writing have failed.
-    const SettingValue onDisk = context.access.read(*rows[place]).value;
-    return onDisk == shownValue(place)
-        ? QString()
-        : QStringLiteral("saved: ") + actionString(*rows[place], onDisk);
+    // Written anew with each step of a slider: it reads no file, and its sentences are not logged.
+    const SettingRow &row = *rows[place];
+    const SettingReading onDisk = context.access.lastSeen(row);
+    if (const std::optional<SettingValue> waiting = waitingValue(place)) {
+        if (*waiting != shownValue(place))
+            return QStringLiteral("pending: ") + sentenceFor(row, *waiting);
+        const QString old = readInWords(row, onDisk);
+        return QStringLiteral("was: ") + (old.isEmpty() ? QStringLiteral("empty") : old);
+    }
+    if (!shows(place, onDisk.value))
+        return QStringLiteral("saved: ") + sentenceFor(row, onDisk.value);
+    return onDisk.notText ? notTextNote() : QString();
 }
 
 void GenericView::showPendingState()
 {
     bool any = false;
     for (int place = 0; place < notes.size(); ++place) {
-        const QString note = pendingNote(place);
+        const QString note = noteOf(place);
         notes[place]->showText(note);
         controls[place]->setAccessibleDescription(note);
         any = any || waitingValue(place);

@@ -3,9 +3,7 @@
 #include "settings/SettingAccess.h"
 #include "settings/views/ViewContext.h"
 
-#include <QHash>
 #include <QList>
-#include <QSet>
 #include <QWidget>
 
 #include <optional>
@@ -69,6 +67,9 @@ public:
     /// value read where the setting is a choice.
     virtual void readData(bool updateControls) = 0;
 
+    /// After a cancel: what reading leaves as a user made it follows the disk as well.
+    virtual void dropEdit() { }
+
     /// Writes a value of a setting that this view carries, or removes its key; raises the restart
     /// flag. A failure is logged.
     void writeData(int settingId, const SettingValue &value);
@@ -82,12 +83,9 @@ public:
     /// Shows and reports the default of the setting at that place, as if a user had chosen it.
     virtual void useDefaultValue(int place) = 0;
 
-    /// Reads into the controls what is on disk; what was saved past them needs no telling then.
-    void readAgain();
-
     /// Marks the row when a change of it waits to be saved, and says beside the control what was
-    /// before; or what waits, where the control shows something else, and once that is saved, what
-    /// is on disk, until the row is read again.
+    /// before; or what waits, where the control shows something else. When nothing waits, it says
+    /// what is on disk where the control shows something else.
     void showPendingState();
     [[nodiscard]] bool isPending() const { return pending; }
 
@@ -109,6 +107,9 @@ public:
     void showAmongOthers(bool others);
 
 protected:
+    /// Whether the controls of the setting at that place show the value, as well as they can.
+    [[nodiscard]] virtual bool shows(int place, const SettingValue &value) const;
+
     /// Puts the controls into the column at the right of the row; the first line is the one that
     /// stands level with the title.
     virtual void buildControls(QBoxLayout *column) = 0;
@@ -131,8 +132,7 @@ protected:
 private:
     [[nodiscard]] QString whereItIsKept() const;
     [[nodiscard]] std::optional<SettingValue> waitingValue(int place) const;
-    [[nodiscard]] QString pendingNote(int place);
-    [[nodiscard]] QString savedNote(int place) const;
+    [[nodiscard]] QString noteOf(int place) const;
 
     ViewContext context;
     QList<const SettingRow *> rows;
@@ -145,8 +145,6 @@ private:
     QLabel *help = nullptr;
     QList<QWidget *> controls; ///< one for each setting, once there are widgets
     QList<ElidedLabel *> notes; ///< one for each setting, once there are widgets
-    QHash<int, QString> oldTexts; ///< of the settings that are pending, by place
-    QSet<int> shownElse; ///< the places whose control showed another value than was pending
     bool pending = false;
 };
 

@@ -44,15 +44,17 @@ protected:
 
     [[nodiscard]] SettingValue controlValue() const override { return {number.value()}; }
 
-    /// The lines of the control, whose widget takes the number over, and of the box.
-    void buildLines(QBoxLayout *column, Widget *control, const QString &word)
+    /// The lines of the control, whose widget takes the number over, and of the box. `edited` is
+    /// called after each edit of the number.
+    void buildLines(QBoxLayout *column, Widget *control, const QString &word,
+                    std::function<void()> edited)
     {
         control->setAccessibleName(setting().label);
         control->setRange(setting().minimum, setting().maximum);
         control->setFixedWidth(Theme::fieldWidth);
         WheelGuard::protect(control);
         takeControl(control);
-        number.attach(control);
+        number.attach(control, this, std::move(edited));
         label = new QLabel(word, this);
         label->setObjectName(QStringLiteral("label"));
         auto *line = new QHBoxLayout;

@@ -102,6 +102,7 @@ std::optional<SettingValue> Quillet::pendingValue(int settingId) const
 
 void Quillet::showPendingState()
 {
+    const PreferenceFiles::ReadPass pass(context.files); // what was written is looked up
     for (const std::shared_ptr<SettingModule> &module : moduleList)
         module->showPendingState();
 }
@@ -145,6 +146,8 @@ void Quillet::cancelAlertDidEnd(int returnCode)
         return;
     readData();
     pending.dropChanges();
+    for (const std::shared_ptr<SettingModule> &module : moduleList)
+        module->dropEdits();
     showPendingState();
     disableSaveButton();
 }

@@ -43,7 +43,7 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
         GenericView *view = module->getView(viewClass, shading);
         view->makeControls();
         view->showAmongOthers(filter >= 0);
-        view->readAgain();
+        view->readData(true);
         view->showPendingState();
         const int height = column->append(view);
         total += height;

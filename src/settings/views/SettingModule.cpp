@@ -51,6 +51,14 @@ QStringList SettingModule::viewClassesFor(int settingId) const
     return classes;
 }
 
+void SettingModule::dropEdits()
+{
+    for (const WidgetOwner<GenericView> &view : views) {
+        if (view)
+            view->dropEdit();
+    }
+}
+
 void SettingModule::showPendingState()
 {
     for (const WidgetOwner<GenericView> &view : views) {
@@ -63,7 +71,7 @@ void SettingModule::readData()
 {
     for (const QString &viewClass : description.readOrder) {
         if (GenericView *view = find(viewClass))
-            view->readAgain();
+            view->readData(true);
     }
 }
 

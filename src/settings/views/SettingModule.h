@@ -35,6 +35,8 @@ public:
     /// Reads again the views that this module keeps up to date; the others are read whenever their
     /// page is shown.
     void readData();
+    /// Every view, read or not, lets go of what was dropped.
+    void dropEdits();
     /// Every view says what of it is pending.
     void showPendingState();
 

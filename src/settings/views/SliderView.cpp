@@ -1,6 +1,7 @@
 #include "settings/views/SliderView.h"
 
 #include "base/Text.h"
+#include "settings/ValueText.h"
 
 #include <QSlider>
 
@@ -20,12 +21,24 @@ void SliderView::readData(bool updateControls)
     if (!updateControls)
         return;
     if (reading.found)
-        number.show(std::clamp(reading.value.number, setting().minimum, setting().maximum));
+        number.show(inRange(reading.value.number));
     showBox(!reading.found);
     reportedNumber = number.value();
     takeBoxState();
     updateLabelValue();
     setDefaultCheckBoxStat();
+}
+
+int SliderView::inRange(int stored) const
+{
+    return std::clamp(stored, setting().minimum, setting().maximum);
+}
+
+bool SliderView::shows(int place, const SettingValue &value) const
+{
+    const bool isNumber = value != defaultValue(setting());
+    return NumberView::shows(place, value)
+        || (isNumber && !boxIsOn() && inRange(value.number) == number.value());
 }
 
 QString SliderView::labelText() const
@@ -57,8 +70,7 @@ void SliderView::buildControls(QBoxLayout *column)
     auto *slider = new QSlider(Qt::Horizontal, this);
     slider->setObjectName(QStringLiteral("slider"));
     slider->setPageStep(16);
-    buildLines(column, slider, labelText());
-    connect(slider, &QSlider::valueChanged, this, &SliderView::sliderChangeValue);
+    buildLines(column, slider, labelText(), [this] { sliderChangeValue(); });
 }
 
 } // namespace varnel

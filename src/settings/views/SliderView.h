@@ -21,9 +21,12 @@ public:
     void writeShownData() override;
 
 protected:
+    /// A number beyond the slider's range is shown as its end.
+    [[nodiscard]] bool shows(int place, const SettingValue &value) const override;
     void buildControls(QBoxLayout *column) override;
 
 private:
+    [[nodiscard]] int inRange(int stored) const;
     [[nodiscard]] QString labelText() const;
 };
 

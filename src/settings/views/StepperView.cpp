@@ -25,6 +25,14 @@ void StepperView::readData(bool updateControls)
     takeBoxState();
 }
 
+void StepperView::dropEdit()
+{
+    readData(true);
+    showBox(!viewContext().access.lastSeen(setting()).found);
+    setDefaultCheckBoxStat();
+    takeBoxState();
+}
+
 void StepperView::stepperChangeValue()
 {
     reportNumber();
@@ -39,8 +47,7 @@ void StepperView::buildControls(QBoxLayout *column)
 {
     auto *stepper = new QSpinBox(this);
     stepper->setObjectName(QStringLiteral("stepper"));
-    buildLines(column, stepper, QStringLiteral("items"));
-    connect(stepper, &QSpinBox::valueChanged, this, &StepperView::stepperChangeValue);
+    buildLines(column, stepper, QStringLiteral("items"), [this] { stepperChangeValue(); });
 }
 
 } // namespace varnel

@@ -17,6 +17,7 @@ public:
     void stepperChangeValue();
 
     void readData(bool updateControls) override;
+    void dropEdit() override;
     void writeShownData() override;
 
 protected:

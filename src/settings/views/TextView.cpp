@@ -17,6 +17,8 @@ void TextView::readData(bool updateControls)
         showBox(!reading.found);
         reportedText = textField.value();
         takeBoxState();
+        if (reading.found) // a missing text can be typed at once
+            setDefaultCheckBoxStat();
     }
     setBackupValueStr(reading.found ? reading.value.text : defaultText());
 }
@@ -66,10 +68,9 @@ void TextView::buildFieldLine(QHBoxLayout *line)
     field->setObjectName(QStringLiteral("textField"));
     field->setAccessibleName(setting().label);
     field->setFixedWidth(Theme::fieldWidth);
-    textField.attach(field);
+    textField.attach(field, this, [this] { controlTextDidChange(); });
     takeControl(field);
     line->addWidget(field);
-    connect(field, &QLineEdit::textChanged, this, &TextView::controlTextDidChange);
     connect(field, &QLineEdit::returnPressed, this, &TextView::textFieldChangeValue);
 }
 

@@ -131,6 +131,7 @@ Application::~Application()
 
 int runApplication(int argc, char **argv)
 {
+    LinuxTerminal::prepareStreams();
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);

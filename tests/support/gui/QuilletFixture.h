@@ -17,10 +17,11 @@ namespace varnel::test {
 class QuilletFixture : public SettingsFixture {
 protected:
     /// Makes the controller as the main window does, and shows the page.
-    void start()
+    void start() { start(context); }
+    void start(const PageContext &pages)
     {
         shared.setBackupFileName(home.path() + u"/quillet1.sqlite");
-        controller = std::make_shared<Quillet>(context);
+        controller = std::make_shared<Quillet>(pages);
         shared.setQuillet(controller);
         controller->getQuilletView()->resize(960, 520);
         controller->getQuilletView()->show();

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxCommandRunner.h"
 
+#include "platform/linux/LinuxTerminal.h"
 #include "support/FileFacts.h"
 #include "support/LogCapture.h"
 
@@ -64,6 +65,13 @@ TEST_F(LinuxCommandRunnerTest, MuchOutputIsDrainedToItsEnd)
 TEST_F(LinuxCommandRunnerTest, AChildThatReadsFindsAnEndAtOnce)
 {
     EXPECT_EQ(shell(QStringLiteral("cat; echo done")).value(), QStringLiteral("done\n"));
+}
+
+TEST_F(LinuxCommandRunnerTest, AChildIsEndedBySignalsThatThisProcessTakesNoNoticeOf)
+{
+    LinuxTerminal::prepareStreams();
+    EXPECT_EQ(shell(u"kill -PIPE $$; echo alive"_s).value(), QString());
+    EXPECT_EQ(shell(u"kill -XFSZ $$; echo alive"_s).value(), QString());
 }
 
 TEST_F(LinuxCommandRunnerTest, AProgramThatCannotBeStartedIsAnErrorForTheCallerToTell)

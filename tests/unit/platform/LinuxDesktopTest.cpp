@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxDesktop.h"
 
+#include "platform/linux/LinuxTerminal.h"
 #include "support/FileFacts.h"
 #include "support/LogCapture.h"
 
@@ -127,6 +128,21 @@ TEST_F(LinuxDesktopTest, AnyOtherRequestIsStartedAsItStandsInItsFolder)
                                   QStringLiteral("sh"), QStringLiteral("-R")});
               }),
               QDir(folder.path()).canonicalPath().toStdString() + "\n-R\n");
+}
+
+TEST_F(LinuxDesktopTest, AProgramIsEndedBySignalsThatThisProcessTakesNoNoticeOf)
+{
+    LinuxTerminal::prepareStreams();
+    LinuxDesktop desktop {HomeFolder {}};
+    for (const QString &signal : {QStringLiteral("PIPE"), QStringLiteral("XFSZ")}) {
+        EXPECT_EQ(callsOf([&] {
+                      desktop.launch(QStringLiteral("/bin/sh"), {},
+                                     {QStringLiteral("-c"),
+                                      u"echo before >\"$CALLS\"; kill -" + signal
+                                          + u" $$; echo after >\"$CALLS\""});
+                  }),
+                  "before\n");
+    }
 }
 
 TEST_F(LinuxDesktopTest, WhatCannotBeStartedIsLogged)

@@ -77,6 +77,21 @@ TEST_F(LinuxFileStoreAttributes, ExtendedAttributesAreKept)
     EXPECT_EQ(attributeOf(path, "user.empty"), QByteArray());
 }
 
+TEST_F(LinuxFileStoreAttributes, RightsThatAFileGivesToAProgramAreNotKept)
+{
+    writeRaw(path, "old", 0755);
+    // The kernel's form, version 2: CAP_NET_RAW, in effect.
+    const QByteArray capabilities = QByteArray::fromHex("0100000200200000000000000000000000000000");
+    if (!setAttribute(path, "security.capability", capabilities))
+        GTEST_SKIP() << "needs root, and a file system with extended attributes";
+    ASSERT_EQ(attributeOf(path, "security.capability"), capabilities);
+    ASSERT_TRUE(setAttribute(path, "user.kept", "yes"));
+    ASSERT_TRUE(update("new"));
+    EXPECT_EQ(readRaw(path), "new");
+    EXPECT_EQ(attributeOf(path, "security.capability"), std::nullopt);
+    EXPECT_EQ(attributeOf(path, "user.kept"), "yes");
+}
+
 TEST_F(LinuxFileStoreAttributes, AnAccessControlListIsKeptWithItsMode)
 {
     writeRaw(path, "old");

@@ -186,6 +186,31 @@ TEST_F(LinuxInstanceGuardTest, WithoutALockTheWindowOpensAllTheSame)
     EXPECT_TRUE(lines.first().endsWith(qt_error_string(EISDIR)));
 }
 
+TEST_F(LinuxInstanceGuardTest, ALinkInTheLocksPlaceIsNotFollowed)
+{
+    {
+        LinuxInstanceGuard named;
+        ASSERT_EQ(acquire(named, home.path()), Outcome::First);
+    }
+    const QString lock = runtime.path() + u'/' + entriesOf(runtime.path()).first();
+    const QString elsewhere = home.path() + u"/elsewhere";
+    const QString nowhere = home.path() + u"/nowhere";
+    writeRaw(elsewhere, "somebody's");
+    const FileDescriptor held(::open(qPrintable(elsewhere), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(::flock(held.get(), LOCK_EX | LOCK_NB), 0);
+    for (const QString &target : {elsewhere, nowhere}) {
+        ASSERT_TRUE(QFile::remove(lock));
+        linkTo(target, lock);
+        LinuxInstanceGuard guard(std::chrono::milliseconds(1));
+        EXPECT_EQ(acquire(guard, home.path()), Outcome::First) << qPrintable(target);
+    }
+    EXPECT_FALSE(QFile::exists(nowhere));
+    const QStringList lines = log.texts(QStringLiteral("varnel.io"));
+    ASSERT_EQ(lines.size(), 2);
+    for (const QString &line : lines)
+        EXPECT_TRUE(line.endsWith(qt_error_string(ELOOP))) << qPrintable(line);
+}
+
 TEST_F(LinuxInstanceGuardTest, TheSessionsFolderIsUsedOnlyIfItIsPrivate)
 {
     const QByteArray own = "/tmp/varnel-" + QByteArray::number(::geteuid());

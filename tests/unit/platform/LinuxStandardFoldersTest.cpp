@@ -89,6 +89,24 @@ TEST_F(LinuxStandardFoldersTest, InsideALibraryTheOthersAreMade)
     EXPECT_TRUE(QFileInfo(support).isDir());
 }
 
+TEST_F(LinuxStandardFoldersTest, WhatIsMissingIsToldBeforeAnythingIsMade)
+{
+    EXPECT_EQ(folders.toMake(home, Missing::Make).value(),
+              QStringList({library, preferences, support}));
+    EXPECT_EQ(entriesOf(path), QStringList());
+    ASSERT_TRUE(QDir().mkpath(support));
+    EXPECT_EQ(folders.toMake(home, Missing::NeedLibrary).value(), QStringList(preferences));
+    EXPECT_EQ(entriesOf(library).size(), 1);
+    // Where its end can't be made, the link can't be made a folder.
+    ASSERT_TRUE(QDir().rmdir(support));
+    linkTo(path + u"/none/none", support);
+    EXPECT_EQ(folders.toMake(home, Missing::Make).error().code, ErrorCode::NotFound);
+    EXPECT_EQ(errorOf(Missing::Make), ErrorCode::NotFound);
+    ASSERT_TRUE(QFile::remove(support));
+    ASSERT_TRUE(folders.ensure(home, Missing::Make).ok());
+    EXPECT_EQ(folders.toMake(home, Missing::Make).value(), QStringList());
+}
+
 TEST_F(LinuxStandardFoldersTest, AHomeThatIsMissingIsNotMade)
 {
     ASSERT_TRUE(QDir().rmdir(path));

@@ -101,10 +101,17 @@ TEST(BinaryLookUp, TellsArraysOfStringsFromOtherArrays)
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.array({}); }).kind, Kind::StringArray);
 }
 
+TEST(BinaryLookUp, ReadsTheBytesOfData)
+{
+    const QByteArray bytes("x\0y", 3);
+    const Value data = valueOf([&](BinaryBuilder &b) { return b.data(bytes); });
+    EXPECT_EQ(data.kind, Kind::Data);
+    EXPECT_EQ(data.data, bytes);
+}
+
 TEST(BinaryLookUp, CallsWhatItHasNoTypeForOther)
 {
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.date(1.5); }).kind, Kind::Other);
-    EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.data("x"); }).kind, Kind::Other);
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.uid(2, 700); }).kind, Kind::Other);
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.set({b.ascii("x")}); }).kind, Kind::Other);
     EXPECT_EQ(valueOf([](BinaryBuilder &b) { return b.raw(QByteArray(1, '\0')); }).kind,

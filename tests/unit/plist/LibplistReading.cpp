@@ -98,6 +98,7 @@ Node read(plist_t tree)
         node.entries = entriesOf(tree);
         break;
     case PLIST_DATA:
+        value.kind = Kind::Data;
         plist_get_data_val(tree, &text, &number);
         node.other = "data " + taken(text, number);
         break;
@@ -120,6 +121,8 @@ Node read(plist_t tree)
 bool sameContent(const Value &one, const Value &other)
 {
     if (std::isnan(one.real) && std::isnan(other.real))
+        return one.kind == other.kind;
+    if (one.kind == Kind::Data)
         return one.kind == other.kind;
     return one == other;
 }

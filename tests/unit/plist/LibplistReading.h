@@ -27,7 +27,8 @@ public:
     [[nodiscard]] static std::optional<Dictionary> of(const QByteArray &file);
 };
 
-/// The same as ==, but one not-a-number is as good as the other.
+/// The same as ==, but one not-a-number is as good as the other, and data are only told by their
+/// kind: readers differ in what they make of letters that are not base64.
 [[nodiscard]] bool sameContent(const plist::Value &one, const plist::Value &other);
 
 } // namespace varnel::test

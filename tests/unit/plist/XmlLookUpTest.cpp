@@ -100,7 +100,7 @@ TEST(XmlLookUp, TellsTheOtherKinds)
     EXPECT_EQ(valueOf("<true></true>").kind, Kind::Boolean);
     EXPECT_FALSE(valueOf("<false/>").boolean);
     EXPECT_EQ(valueOf("<dict/>").kind, Kind::Dictionary);
-    EXPECT_EQ(valueOf("<data>AAEC</data>").kind, Kind::Other);
+    EXPECT_EQ(valueOf("<data>AAEC</data>").kind, Kind::Data);
     EXPECT_EQ(valueOf("<date>2011-07-20T12:00:00Z</date>").kind, Kind::Other);
     EXPECT_EQ(valueOf("<array/>").kind, Kind::StringArray);
     EXPECT_EQ(valueOf("<array> <string>a</string><string/></array>").strings,
@@ -109,6 +109,14 @@ TEST(XmlLookUp, TellsTheOtherKinds)
         valueOf("<array><string>a</string><array><string>b</string></array></array>");
     EXPECT_EQ(mixed.kind, Kind::Array);
     EXPECT_EQ(mixed.strings, QStringList(u"a"_s));
+}
+
+TEST(XmlLookUp, ReadsTheBytesOfData)
+{
+    EXPECT_EQ(valueOf("<data>\n\tAA\n\tEC\n</data>").data, QByteArray("\0\1\2", 3));
+    EXPECT_EQ(valueOf("<data/>").data, QByteArray());
+    EXPECT_EQ(valueOf("<data>AA<!-- x -->EC</data>").data.size(), 3);
+    EXPECT_EQ(valueOf("<array><data>AAEC</data></array>").data, QByteArray());
 }
 
 TEST(XmlLookUp, FindsKeysHoweverTheyAreWritten)

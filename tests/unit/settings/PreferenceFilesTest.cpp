@@ -138,11 +138,11 @@ TEST(PreferenceFiles, WhatHasNoIntegerValueReadsAsMissing)
         EXPECT_EQ(numberFrom(form), std::nullopt) << form.toStdString();
 }
 
-TEST(PreferenceFiles, AnObjectThatIsNoStringIsFoundAsEmptyText)
+TEST(PreferenceFiles, AnObjectThatIsNoStringIsFoundInItsTextForm)
 {
     const SettingsHome home;
     home.put(name, u"<key>size</key><integer>5</integer><key>none</key><string></string>"_s);
-    EXPECT_EQ(home.files.readStringPlistValue(home.path(name), key), QStringLiteral(""));
+    EXPECT_EQ(home.files.readStringPlistValue(home.path(name), key), u"5"_s);
     EXPECT_EQ(home.files.readStringPlistValue(home.path(name), u"none"_s), QStringLiteral(""));
 }
 

@@ -119,6 +119,39 @@ TEST_F(SpecialSettings, ReadingToolbarTextLogsWhetherTheDictionaryIsThere)
     EXPECT_EQ(log.texts(settingsLog), (QStringList {u"Value Not Found"_s, u"Value Found"_s}));
 }
 
+TEST_F(SpecialSettings, WhatWasSeenLastIsToldWithoutALogLineAndNotReadAgain)
+{
+    const auto put = [this](const QString &mode) {
+        home.put(safari,
+                 toolbar + u"<dict><key>TB Display Mode</key><integer>"_s + mode
+                     + u"</integer></dict>"_s);
+    };
+    const auto seen = [this] { return home.access.lastSeen(*findSetting(1204)).value.number; };
+    put(u"0"_s);
+    EXPECT_EQ(index(1204), 0);
+    const LogCapture log;
+    put(u"2"_s);
+    EXPECT_EQ(seen(), 0);
+    ASSERT_TRUE(home.write(1204, {2}).ok());
+    EXPECT_EQ(seen(), 2);
+    EXPECT_EQ(log.texts(settingsLog), QStringList());
+}
+
+TEST_F(SpecialSettings, WhatWasSeenLastFollowsEveryWriteAsFarAsItWasMade)
+{
+    const auto seen = [this](int id) { return home.access.lastSeen(*findSetting(id)).value; };
+    (void)home.read(1204);
+    ASSERT_TRUE(home.write(1204, {0}).ok());
+    EXPECT_EQ(seen(1204), SettingValue {2}) << "there is no dictionary to write into";
+    (void)home.read(1603);
+    ASSERT_TRUE(home.write(1600, {1}).ok());
+    EXPECT_EQ(seen(1603), SettingValue {1}) << "of one key with the other";
+    (void)home.read(1004);
+    ASSERT_TRUE(home.write(1004, {-7}).ok());
+    EXPECT_EQ(seen(1004), SettingValue {-1});
+    EXPECT_EQ(seen(1003), SettingValue {-1}) << "never read before";
+}
+
 TEST_F(SpecialSettingsOnDisk, SavingNoOverADisplayModeOfOneStoresTwo)
 {
     home.put(safari, toolbar + u"<dict><key>TB Display Mode</key><integer>1</integer></dict>"_s);
@@ -253,6 +286,46 @@ TEST_F(SpecialSettings, TextsReadAsTheyStandAndMinusOneWhenMissing)
     EXPECT_TRUE(home.read(1400).found);
 }
 
+TEST_F(SpecialSettings, WhatIsNoTextReadsInItsTextFormAndSaysSo)
+{
+    const auto read = [this](const QString &form) {
+        home.put(screenCapture, u"<key>location</key>"_s + form);
+        const SettingReading reading = home.read(1403);
+        EXPECT_TRUE(reading.found) << form.toStdString();
+        EXPECT_TRUE(reading.notText) << form.toStdString();
+        return reading.value;
+    };
+    EXPECT_EQ(read(u"<integer>-42</integer>"_s), text(u"-42"));
+    EXPECT_EQ(read(u"<real>0.5</real>"_s), text(u"0.5"));
+    EXPECT_EQ(read(u"<true/>"_s), text(u"1"));
+    EXPECT_EQ(read(u"<false/>"_s), text(u"0"));
+    EXPECT_EQ(read(u"<data>\nSGVs\tbG8=\n</data>"_s), text(u"<48656c6c 6f>"));
+    EXPECT_EQ(read(u"<data></data>"_s), text(u"<>"));
+    EXPECT_EQ(read(u"<array><string>a b</string><string>c</string></array>"_s),
+              text(u"(\n    \"a b\",\n    c\n)"));
+    const QString large = u"<data>"_s + QString(100000, u'A') + u"</data>";
+    for (const QString &form : {u"<array><integer>1</integer></array>"_s, u"<dict/>"_s, large,
+                                u"<date>2011-07-20T12:00:00Z</date>"_s})
+        EXPECT_EQ(read(form), text(u"(no text form)")) << form.toStdString();
+}
+
+TEST_F(SpecialSettings, ATextOrNothingIsNoCaseForThat)
+{
+    EXPECT_FALSE(home.read(1400).notText);
+    home.put(screenCapture, u"<key>name</key><string>5</string>"_s);
+    EXPECT_FALSE(home.read(1400).notText);
+    home.put(screenCapture, u"<key>type</key><integer>5</integer>"_s);
+    EXPECT_FALSE(home.read(1402).notText) << "a choice that is none reads as the default";
+}
+
+TEST_F(SpecialSettingsOnDisk, TheTextFormOfWhatIsNoTextIsAnEditOfItsOwn)
+{
+    home.put(screenCapture, u"<key>name</key><integer>5</integer>"_s);
+    ASSERT_TRUE(home.write(1400, home.read(1400).value).ok());
+    EXPECT_EQ(printed(screenCapture), u"{'name': '5'}"_s);
+    EXPECT_FALSE(home.access.lastSeen(*findSetting(1400)).notText);
+}
+
 TEST_F(SpecialSettingsOnDisk, AnEmptyTextIsWrittenAndMinusOneRemoves)
 {
     ASSERT_TRUE(home.write(1403, text(u"")).ok());
@@ -331,6 +404,7 @@ TEST_F(SpecialSettings, TheBookmarksBarLogsItsValueItsRemovalAndItsSentence)
     ASSERT_TRUE(home.write(1200, text(u"-1")).ok());
     (void)actionString(*findSetting(1200), text(u"0;1;0;0"));
     (void)actionString(*findSetting(1200), text(u"-1"));
+    (void)actionSentence(*findSetting(1200), text(u"0;1;0;0"));
     EXPECT_EQ(log.texts(settingsLog),
               (QStringList {u"value: 1;0;0;1"_s, u"value: -1"_s, u"delete ProxiesInBookmarksBar"_s,
                             u"barStr= Show Top Sites on Safari's Bookmarks bar"_s}));
