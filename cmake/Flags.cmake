@@ -3,6 +3,8 @@
 
 set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers, comma separated (address,undefined)")
 option(VARNEL_FUZZ "Build the libFuzzer targets" OFF)
+# Off for who only builds: a newer compiler with a new warning must not keep anybody from the programs.
+option(VARNEL_WARNINGS_AS_ERRORS "Stop at the compiler's warnings" OFF)
 
 add_library(varnel_checks INTERFACE)
 add_library(varnel_flags INTERFACE)
@@ -16,11 +18,16 @@ target_compile_options(varnel_test_flags INTERFACE -O0 -U_FORTIFY_SOURCE)
 target_compile_options(varnel_checks INTERFACE
   -Wall -Wextra -Wpedantic $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow> -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2 -Wnull-dereference
-  -Wimplicit-fallthrough -Werror)
+  -Wimplicit-fallthrough -Winvalid-pch $<$<BOOL:${VARNEL_WARNINGS_AS_ERRORS}>:-Werror>)
 
 # g++ looks for null pointers only after inlining, in release builds, and then also finds them in its
 # own standard library and behind every pointer that a factory made: told, but no reason to stop.
 target_compile_options(varnel_checks INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-error=null-dereference>)
+
+# Precompiled headers are good only for who compiles with the settings that they were made with. Left to
+# themselves, libraries are compiled with -fPIC and programs with -fPIE, and only some with -pthread: what
+# CMake, Qt and GLib ask for differs between them and from one release to the next.
+target_compile_options(varnel_checks INTERFACE -fPIC -pthread)
 
 # No silent casts between bytes and text: every conversion in this program names its encoding.
 target_compile_definitions(varnel_checks INTERFACE
@@ -32,11 +39,13 @@ if(VARNEL_SANITIZE)
   target_compile_options(varnel_checks INTERFACE
     -fsanitize=${VARNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(varnel_checks INTERFACE -fsanitize=${VARNEL_SANITIZE})
-elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
-  target_compile_options(varnel_flags INTERFACE
-    -fstack-protector-strong -fstack-clash-protection -fcf-protection -U_FORTIFY_SOURCE
+else()
+  # Everything that may be handed to people. Without optimization no library call could be checked.
+  set(optimized $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+  set(hardening -fstack-protector-strong -fstack-clash-protection -fcf-protection -U_FORTIFY_SOURCE
     -D_FORTIFY_SOURCE=2)
-  target_link_options(varnel_flags INTERFACE -Wl,-z,relro,-z,now)
+  target_compile_options(varnel_flags INTERFACE "$<${optimized}:${hardening}>")
+  target_link_options(varnel_flags INTERFACE "$<${optimized}:-Wl,-z,relro,-z,now>")
 endif()
 if(VARNEL_FUZZ)
   # The fuzzer learns from what the code compares; what the libraries take for granted is asserted.

@@ -23,7 +23,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What the programs run or load by name: packaging/packages.tsv, purpose "run", has the reasons.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libexpat1, libsqlite3-0 (>= 3.31), psmisc")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "fonts-dejavu-core | fonts-freefont-ttf, libglib2.0-bin, libxcb-ewmh2, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
+  "fonts-dejavu-core | fonts-freefont-ttf, libglib2.0-bin, libxcb-ewmh2, qt6-image-formats-plugins, qt6-svg-plugins | libqt6svg6, qt6-wayland, xdg-utils")
 # Executables as the distribution's own packages have them, whatever umask they were built under.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)

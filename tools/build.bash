@@ -14,9 +14,15 @@ die() {
 
 # packages_for PURPOSE...: the names, one a line.
 packages_for() {
-    local package purposes wanted _
+    local package purposes release wanted _
+    # What is to be the next release has no number yet.
+    release=$(source /etc/os-release && printf '%s' "${VERSION_ID:-999}")
     while IFS=$'\t' read -r package purposes _; do
         [[ $package == \#* ]] && continue
+        if [[ $purposes == *:* ]]; then
+            ((${release%%.*} >= ${purposes#*:})) || continue
+            purposes=${purposes%:*}
+        fi
         for wanted in "$@"; do
             [[ ",$purposes," == *",$wanted,"* ]] && printf '%s\n' "$package" && break
         done
@@ -54,9 +60,11 @@ need_packages() {
     mkdir -p "$project/build"
     local log=$project/build/apt.log
     say "installing with apt (log: build/apt.log): ${missing[*]}"
+    # Configuration that somebody changed stays when its package comes anew: nobody is there to be asked.
     apt_get() {
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y \
-            -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" </dev/null
+            -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 \
+            -o Dpkg::Options::=--force-confdef -o Dpkg::Options::=--force-confold "$@" </dev/null
     }
     # One stale or unreachable source need not matter: the installation tells whether it does.
     apt_get update >"$log" 2>&1 || say "some package lists could not be refreshed; going on"
@@ -69,31 +77,40 @@ need_packages() {
 # configure PRESET [tests|counted|bench]: only when the build folder is not configured, or lacks what is
 # wanted. Who builds the programs alone has no packages for the rest, so that is left out at first.
 configure() {
-    local preset=$1 part options=() log=$project/build/$1-configure.log
-    local folder=$project/build/$preset cache=$project/build/$preset/CMakeCache.txt
-    local switch=${2:+VARNEL_BUILD_${2^^}}
+    local preset=$1 part options=() wanted=(${2:+"VARNEL_BUILD_${2^^}"})
+    local folder=$project/build/$1
+    # What .ci/run has built, the ./test that it calls need not build again.
+    [[ $preset == ci ]] && folder=$project/build/release
+    local log=$folder-configure.log cache=$folder/CMakeCache.txt
     if [[ -f $cache ]] && ! stale "$cache"; then
-        if [[ -f $folder/build.ninja ]]; then
-            [[ $switch ]] || return 0
-            grep -q "^$switch:BOOL=ON$" "$cache" && return 0
-        fi
+        # What people run or debug keeps what it has; all others are checks, and stop at warnings.
+        [[ $preset == @(release|debug) ]] || wanted+=(VARNEL_WARNINGS_AS_ERRORS)
+        [[ -f $folder/build.ninja ]] && are_on "$cache" "${wanted[@]}" && return 0
     else
         [[ -f $cache ]] && options+=(--fresh)
         for part in TESTS COUNTED BENCH; do
             options+=("-DVARNEL_BUILD_$part=OFF")
         done
     fi
-    [[ $switch ]] && options+=("-D$switch=ON")
+    [[ ${2-} ]] && options+=("-DVARNEL_BUILD_${2^^}=ON")
     # Used where it is found, never asked for by ./run and ./test.
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
     fi
-    say "configuring build/$preset"
+    say "configuring build/${folder##*/}"
     mkdir -p "$project/build"
     if ! (cd "$project" && cmake --preset "$preset" "${options[@]}") >"$log" 2>&1; then
         cat "$log" >&2
         die "configuring failed; the lines above say why"
     fi
+}
+
+# are_on CACHE OPTION...: all of these options.
+are_on() {
+    local option
+    for option in "${@:2}"; do
+        grep -q "^$option:BOOL=ON$" "$1" || return 1
+    done
 }
 
 # stale CACHE: the project was moved or copied since, or the compiler cache it names is gone.

@@ -15,7 +15,11 @@ int main(int argc, char **argv)
     size_t size;
     char *bytes = readWhole(argv[1], &size);
     plist_t root = NULL;
-    plist_from_memory(bytes, (uint32_t)size, &root);
+    const int binary = plist_is_binary(bytes, (uint32_t)size);
+    if (binary)
+        plist_from_bin(bytes, (uint32_t)size, &root);
+    else
+        plist_from_xml(bytes, (uint32_t)size, &root);
     plist_t item = plist_dict_get_item(root, argv[2]);
     if (item == NULL)
         return 1;

@@ -100,8 +100,7 @@ QDateTime timestamp()
 {
     bool given = false;
     const qint64 seconds = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&given);
-    return given ? QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC)
-                 : QDateTime::currentDateTimeUtc();
+    return given ? QDateTime::fromSecsSinceEpoch(seconds).toUTC() : QDateTime::currentDateTimeUtc();
 }
 
 Result<Translation> translated(const Profile &profile, const Wish &wish)

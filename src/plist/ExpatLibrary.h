@@ -7,8 +7,9 @@ namespace varnel::plist {
 /// The calls of expat that this program makes, looked up when first asked for. Most files are read
 /// without it (XmlPlainParser), and most runs of the terminal program end without having loaded it.
 struct ExpatLibrary {
-    decltype(&XML_GetCurrentByteCount) currentByteCount;
-    decltype(&XML_GetCurrentByteIndex) currentByteIndex;
+    // Spelt out: newer headers warn of these two, and older libraries have no others.
+    int (*currentByteCount)(XML_Parser);
+    XML_Index (*currentByteIndex)(XML_Parser);
     decltype(&XML_Parse) parse;
     decltype(&XML_ParserCreate) create;
     decltype(&XML_ParserFree) destroy;

@@ -56,7 +56,7 @@ void DesktopSession::SetUp()
                   QStringLiteral("tcp"), QStringLiteral("-noreset")});
     const QStringList number = linesUpTo(server, QByteArray());
     ASSERT_EQ(number.size(), 1);
-    qputenv("DISPLAY", ':' + number[0].toLatin1());
+    qputenv("DISPLAY", QByteArray(':' + number[0].toLatin1()));
 
     connection.reset(xcb_connect(nullptr, nullptr));
     ASSERT_EQ(xcb_connection_has_error(connection.get()), 0);

@@ -2,6 +2,7 @@
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "support/gui/LoginItemsFixture.h"
 #include "support/LogCapture.h"
+#include "ui/FileIcon.h"
 #include "ui/ShadowFrame.h"
 
 #include <QLabel>
@@ -75,6 +76,16 @@ TEST_F(LoginItemsPage, ABundlesIconIsShownAndOneThatCannotBeReadIsNone)
     const QIcon good = cell(1, LoginItemsModel::Name).data(Qt::DecorationRole).value<QIcon>();
     ASSERT_FALSE(good.isNull());
     EXPECT_EQ(good.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
+}
+
+TEST_F(LoginItemsPage, TheIconsOfDesktopsAreSvgFiles)
+{
+    writeRaw(home.path() + u"/icon.svg",
+             "<svg xmlns='http://www.w3.org/2000/svg' width='32' height='32'>"
+             "<rect width='32' height='32' fill='red'/></svg>");
+    const QIcon icon = fileIcon(home.path() + u"/icon.svg");
+    ASSERT_FALSE(icon.isNull());
+    EXPECT_EQ(icon.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
 }
 
 TEST_F(LoginItemsPage, AtFirstNothingIsPendingAndNothingIsSelected)

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QPainter>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace varnel;
@@ -206,7 +207,9 @@ TEST_P(PicturesTest, Backups)
     open();
     const QWidget &page = go(restoreTab);
     auto &table = *page.findChild<QTableView *>(u"tableView"_s);
-    const auto made = [](int day) { return QDateTime({2024, 3, day}, {9, 41, 26}, Qt::UTC); };
+    const auto made = [](int day) {
+        return QDateTime({2024, 3, day}, {9, 41, 26}, QTimeZone::utc());
+    };
     dynamic_cast<BackupModel &>(*table.model())
         .setEntries({{u"quillet1.sqlite"_s, made(4)},
                      {u"quillet2.sqlite"_s, made(5)},

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTimeZone>
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,8 @@ QStringList names(const QList<BackupEntry> &entries)
 
 BackupEntry entry(const char *name, int second)
 {
-    return {QString::fromLatin1(name), QDateTime(QDate(2026, 1, 2), QTime(3, 4, second), Qt::UTC)};
+    return {QString::fromLatin1(name),
+            QDateTime(QDate(2026, 1, 2), QTime(3, 4, second), QTimeZone::utc())};
 }
 
 } // namespace

@@ -31,7 +31,7 @@ protected:
     {
         ASSERT_TRUE(folder.isValid());
         ASSERT_EQ(::mkfifo(QFile::encodeName(pipe()).constData(), 0600), 0);
-        qputenv("PATH", QFile::encodeName(folder.path()) + ':' + qgetenv("PATH"));
+        qputenv("PATH", QByteArray(QFile::encodeName(folder.path()) + ':' + qgetenv("PATH")));
         qputenv("CALLS", QFile::encodeName(pipe()));
     }
 

@@ -23,7 +23,7 @@ struct LinuxHomeTest : testing::Test {
 
 TEST_F(LinuxHomeTest, OnesOwnHomeIsWhereTheSessionSays)
 {
-    qputenv("HOME", home.path().toUtf8() + "///");
+    qputenv("HOME", QByteArray(home.path().toUtf8() + "///"));
     const Result<HomeFolder> own = ownHome();
     ASSERT_TRUE(own.ok());
     EXPECT_EQ(own.value().path, home.path());

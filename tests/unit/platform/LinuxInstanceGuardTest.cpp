@@ -221,7 +221,7 @@ TEST_F(LinuxInstanceGuardTest, TheSessionsFolderIsUsedOnlyIfItIsPrivate)
     ASSERT_EQ(::chmod(qPrintable(runtime.path()), 0700), 0);
     qputenv("XDG_RUNTIME_DIR", "relative");
     EXPECT_EQ(runtimeFolder(), own);
-    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8() + '/' + QByteArray(100, 'x'));
+    qputenv("XDG_RUNTIME_DIR", QByteArray(runtime.path().toUtf8() + '/' + QByteArray(100, 'x')));
     EXPECT_EQ(runtimeFolder(), own);
     qunsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(runtimeFolder(), own);

@@ -134,8 +134,14 @@ bool LibplistReading::Node::operator==(const Node &that) const
 
 std::optional<Dictionary> LibplistReading::of(const QByteArray &file)
 {
+    // Not plist_from_memory(): its arguments are others since libplist 2.3, and it reads more
+    // formats.
+    const auto size = static_cast<std::uint32_t>(file.size());
     plist_t root = nullptr;
-    plist_from_memory(file.constData(), static_cast<std::uint32_t>(file.size()), &root);
+    if (plist_is_binary(file.constData(), size))
+        plist_from_bin(file.constData(), size, &root);
+    else
+        plist_from_xml(file.constData(), size, &root);
     const Tree owner(root, &plist_free);
     if (root == nullptr || plist_get_node_type(root) != PLIST_DICT)
         return std::nullopt;

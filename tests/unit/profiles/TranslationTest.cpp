@@ -84,7 +84,7 @@ TEST(ConfigurationProfileTest, theSameSettingsGetTheSameIdentifiers)
 {
     const Profile one {{setting(1004, {48})}};
     const Profile other {{setting(1004, {64})}};
-    const auto epoch = QDateTime::fromSecsSinceEpoch(0, Qt::UTC);
+    const auto epoch = QDateTime::fromSecsSinceEpoch(0).toUTC();
     EXPECT_EQ(configuration(one, {}), configuration(one, {}));
     const auto uuid = [](const QByteArray &bytes) {
         return readByLibplist(bytes)->value("PayloadUUID");
@@ -98,7 +98,7 @@ TEST(ConfigurationProfileTest, anIndependentReaderFindsAPayloadForEachDomain)
 {
     const QByteArray bytes = configuration({{setting(1004, {48}), setting(1009, {1}),
                                              setting(1300, {2}), setting(1400, {0, u"<a&b>"_s})}},
-                                           QDateTime::fromSecsSinceEpoch(978307200 + 60, Qt::UTC));
+                                           QDateTime::fromSecsSinceEpoch(978307200 + 60).toUTC());
     const auto root = readByLibplist(bytes);
     ASSERT_TRUE(root) << bytes.toStdString();
     EXPECT_EQ(root->value("PayloadType"), "string Configuration");
