@@ -55,10 +55,15 @@ Result<void> SealedFiles::remove(const QString &)
     return {};
 }
 
-Result<void> SealedFiles::readyForDatabase(const QString &)
+Result<FileStore::DatabasePlace> SealedFiles::readyForDatabase(const QString &path)
 {
     require(false, "a dry run makes no database");
-    return {};
+    return DatabasePlace {path};
+}
+
+Result<FileStore::DatabasePlace> SealedFiles::databasePlace(const QString &path) const
+{
+    return DatabasePlace {path};
 }
 
 DryHome::DryHome() : store(disk), finder(finderOfDisk), files(store), access(place, files, finder)

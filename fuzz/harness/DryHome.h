@@ -25,7 +25,8 @@ public:
     Result<void> update(const QString &path, const Change &change) override;
     Result<void> remove(const QString &path) override;
     Result<void> flush(const QString &) override { return {}; }
-    Result<void> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     test::FakeFileReader files;
 };

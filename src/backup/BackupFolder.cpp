@@ -92,7 +92,7 @@ Result<QList<BackupRow>> BackupFolder::read(const QString &file) const
 {
     if (const Result<void> way = checkWay(file); !way)
         return way.error();
-    Result<QList<BackupRow>> rows = readBackupRows(file);
+    Result<QList<BackupRow>> rows = readBackupRows(file, files);
     if (!rows && rows.error().code == ErrorCode::NotFound)
         return logged(rows.error());
     return rows;

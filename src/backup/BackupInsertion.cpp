@@ -67,11 +67,10 @@ Error inFile(const QString &backupFileName, const Error &error)
 Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
                           const BackupInsertion &insertion)
 {
-    if (Result<void> ready = files.readyForDatabase(backupFileName); !ready)
-        return ready;
-    const FileStore::DatabasePlace place = files.databasePlace(backupFileName);
-    Result<Sqlite> database =
-        Sqlite::open(place.path, place.lasts ? Sqlite::Access::Create : Sqlite::Access::Scratch);
+    const Result<FileStore::DatabasePlace> place = files.readyForDatabase(backupFileName);
+    if (!place)
+        return place.error();
+    Result<Sqlite> database = Sqlite::open(place.value().path, place.value().access());
     if (!database) {
         const Error error = inFile(backupFileName, database.error());
         varnelLog(lcIo, error.text);
@@ -79,7 +78,7 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
     }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
     // The first row of a file comes with its table, in one go.
-    if (QFileInfo(place.path).size() == 0)
+    if (QFileInfo(place.value().path).size() == 0)
         database.value().begin();
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))

@@ -3,30 +3,54 @@
 #include "base/Logging.h"
 #include "base/Sqlite.h"
 #include "base/Text.h"
+#include "platform/FileStore.h"
 
 namespace varnel {
 
-Result<QList<BackupRow>> readBackupRows(const QString &path)
+namespace {
+
+Error named(const QString &path, const Error &error)
+{
+    Error result {error.code, path + u": " + error.text};
+    if (result.code != ErrorCode::NotFound)
+        varnelLog(lcIo, result.text);
+    return result;
+}
+
+/// `path` is what people are told, `place` what is opened.
+Result<QList<BackupRow>> rowsAt(const QString &place, const QString &path, const ReadBytes &read)
 {
     constexpr int columns = 4;
-    const auto named = [&](const Error &error) {
-        Error result {error.code, path + u": " + error.text};
-        if (result.code != ErrorCode::NotFound)
-            varnelLog(lcIo, result.text);
-        return result;
-    };
-    Result<Sqlite> database = Sqlite::open(path, Sqlite::Access::ReadOnly);
+    Result<Sqlite> database = Sqlite::open(place, Sqlite::Access::ReadOnly, read);
     if (!database)
-        return named(database.error());
+        return named(path, database.error());
     QList<BackupRow> rows;
-    const Result<void> read = database.value().select(
+    const Result<void> selected = database.value().select(
         QStringLiteral("SELECT * FROM users"), columns, [&](const QStringList &texts) {
             rows.append({leadingInt(texts[0]), texts[1], texts[2], texts[3]});
             return true;
         });
-    if (!read)
-        return named(read.error());
+    if (!selected)
+        return named(path, selected.error());
     return rows;
+}
+
+} // namespace
+
+Result<QList<BackupRow>> readBackupRows(const QString &path)
+{
+    return rowsAt(path, path, readPlainly);
+}
+
+Result<QList<BackupRow>> readBackupRows(const QString &path, const FileStore &files)
+{
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(path);
+    if (place)
+        return rowsAt(place.value().path, path,
+                      [&files](const QString &at) { return files.read(at); });
+    if (place.error().code != ErrorCode::NotFound)
+        return place.error();
+    return Error {ErrorCode::NotFound, path + u": no such file"};
 }
 
 } // namespace varnel

@@ -259,7 +259,8 @@ Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags, Access ac
     sqlite3 *raw = nullptr;
     if (SqliteLibrary::get() == nullptr)
         return Error {ErrorCode::Unloadable, QStringLiteral("the SQLite library cannot be loaded")};
-    const int outcome = sqlite().open(QFile::encodeName(path).constData(), &raw, flags, nullptr);
+    const int outcome = sqlite().open(QFile::encodeName(path).constData(), &raw, flags,
+                                      SqliteLibrary::filesAsNamed);
     Handle opened(raw);
     if (outcome != SQLITE_OK)
         return errorOf(raw);
@@ -275,9 +276,9 @@ Result<Sqlite::Handle> Sqlite::connect(const QString &path, int flags, Access ac
     return opened;
 }
 
-Result<Sqlite> Sqlite::openCopy(const QString &path)
+Result<Sqlite> Sqlite::openCopy(const QString &path, const ReadBytes &read)
 {
-    Result<PrivateCopy> copy = PrivateCopy::of(path);
+    Result<PrivateCopy> copy = PrivateCopy::of(path, read);
     if (!copy)
         return copy.error();
     Result<Handle> opened = connect(copy.value().path(), SQLITE_OPEN_READWRITE, Access::ReadOnly);
@@ -286,7 +287,7 @@ Result<Sqlite> Sqlite::openCopy(const QString &path)
     return Sqlite(std::move(opened).value(), std::move(copy).value());
 }
 
-Result<Sqlite> Sqlite::open(const QString &path, Access access)
+Result<Sqlite> Sqlite::open(const QString &path, Access access, const ReadBytes &read)
 {
     const QFileInfo file(path);
     // The library would open a FIFO and wait for it.
@@ -297,7 +298,9 @@ Result<Sqlite> Sqlite::open(const QString &path, Access access)
     if (const Result<void> sound = checkCompanions(path); !sound)
         return sound.error();
     if (access == Access::ReadOnly && hasUnfinishedBusiness(path))
-        return openCopy(path);
+        return openCopy(path, read);
+    if (const Result<void> sound = checkJournal(path); !sound)
+        return sound.error();
 
     Result<Handle> opened =
         connect(path,

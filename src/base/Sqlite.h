@@ -36,7 +36,11 @@ public:
     /// A read-only database is read in its place, under the library's lock. Where that would change
     /// what stands beside it (a journal that a killed writer left, a write-ahead log), a private
     /// copy is read instead: what was begun is undone or finished there, and here stays as it is.
-    static Result<Sqlite> open(const QString &path, Access access);
+    ///
+    /// `path` is absolute and opened as it stands, without a link in the place of the file: what
+    /// belongs beside the database is looked for there. `read` takes what is copied.
+    static Result<Sqlite> open(const QString &path, Access access,
+                               const ReadBytes &read = readPlainly);
 
     enum class Verb { CreateTable, Insert, Delete };
     /// Runs a statement that gives no rows.
@@ -64,7 +68,7 @@ private:
     using Handle = std::unique_ptr<sqlite3, Close>;
     explicit Sqlite(Handle database, std::optional<PrivateCopy> copy = {});
     static Result<Handle> connect(const QString &path, int flags, Access access);
-    static Result<Sqlite> openCopy(const QString &path);
+    static Result<Sqlite> openCopy(const QString &path, const ReadBytes &read);
     [[nodiscard]] Error lastError() const;
 
     std::optional<PrivateCopy> copy; ///< outlives the connection to it

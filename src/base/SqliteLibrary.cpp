@@ -2,11 +2,34 @@
 
 #include "base/LateLibrary.h"
 
+#include <cstring>
 #include <optional>
 
 namespace varnel {
 
 namespace {
+
+int nameAsItStands(sqlite3_vfs *, const char *name, int room, char *full)
+{
+    const std::size_t size = std::strlen(name) + 1;
+    if (size > std::size_t(room))
+        return SQLITE_CANTOPEN;
+    std::memcpy(full, name, size);
+    return SQLITE_OK;
+}
+
+bool addFilesAsNamed(const SqliteLibrary &sqlite)
+{
+    const sqlite3_vfs *usual = sqlite.findFiles(nullptr);
+    if (usual == nullptr)
+        return false;
+    static sqlite3_vfs asNamed;
+    asNamed = *usual;
+    asNamed.pNext = nullptr;
+    asNamed.zName = SqliteLibrary::filesAsNamed;
+    asNamed.xFullPathname = nameAsItStands;
+    return sqlite.addFiles(&asNamed, 0) == SQLITE_OK;
+}
 
 std::optional<SqliteLibrary> load()
 {
@@ -30,7 +53,9 @@ std::optional<SqliteLibrary> load()
     library.find(sqlite.setAuthorizer, "sqlite3_set_authorizer");
     library.find(sqlite.step, "sqlite3_step");
     library.find(sqlite.compareCaseless, "sqlite3_stricmp");
-    if (!library.isComplete())
+    library.find(sqlite.findFiles, "sqlite3_vfs_find");
+    library.find(sqlite.addFiles, "sqlite3_vfs_register");
+    if (!library.isComplete() || !addFilesAsNamed(sqlite))
         return std::nullopt;
     return sqlite;
 }

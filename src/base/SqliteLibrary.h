@@ -25,6 +25,12 @@ struct SqliteLibrary {
     decltype(&sqlite3_set_authorizer) setAuthorizer;
     decltype(&sqlite3_step) step;
     decltype(&sqlite3_stricmp) compareCaseless;
+    decltype(&sqlite3_vfs_find) findFiles;
+    decltype(&sqlite3_vfs_register) addFiles;
+
+    /// The way to files that opens a name as it stands. The library's own resolves links in it, by
+    /// their text and one by one, which ends before a folder that is reached through a descriptor.
+    static constexpr const char *filesAsNamed = "varnel-as-named";
 
     /// Null where the library is not installed.
     [[nodiscard]] static const SqliteLibrary *get();

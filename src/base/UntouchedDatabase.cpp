@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -18,51 +19,51 @@ constexpr qint64 largestCopy = qint64(64) << 20;
 constexpr std::array<QStringView, 2> companionEndings {u"-journal", u"-wal"};
 const QString copyName = QStringLiteral("copy.sqlite");
 
-/// The library follows links before it looks for what stands beside a database.
-QString realPath(const QString &path)
-{
-    const QString real = QFileInfo(path).canonicalFilePath();
-    return real.isEmpty() ? path : real;
-}
-
-QByteArray lastBytes(const QString &path, qint64 count)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() < count || !file.seek(file.size() - count))
-        return {};
-    return file.read(count);
-}
-
 /// A journal that ends in its own mark names, before it, a journal that several databases share.
 bool namesFurtherFiles(const QString &journal)
 {
     static const QByteArray mark = QByteArray::fromHex("d9d505f920a163d7");
-    return lastBytes(journal, mark.size()) == mark;
+    QFile file(journal);
+    return file.open(QIODevice::ReadOnly)
+        && file.seek(std::max(file.size() - mark.size(), qint64(0)))
+        && file.read(mark.size()) == mark;
 }
 
 /// Copies are taken without the library's lock; so they count only when nothing moved meanwhile.
-QStringList stateOf(const QString &real)
+QStringList stateOf(const QString &path)
 {
     QStringList state;
     for (const QStringView ending : {QStringView(), companionEndings[0], companionEndings[1]}) {
-        const QFileInfo file(real + ending);
+        const QFileInfo file(path + ending);
         state.append(QString::number(file.size()) + u' '
                      + QString::number(file.lastModified().toMSecsSinceEpoch()));
     }
     return state;
 }
 
-Result<void> copyFile(const QString &from, const QString &to)
+Error tooLarge()
+{
+    return {ErrorCode::Unloadable, QStringLiteral("too large for a file of this program")};
+}
+
+Result<void> writeCopy(const QByteArray &bytes, const QString &to)
+{
+    QFile file(to);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush())
+        return {};
+    return Error {ErrorCode::Failed, file.errorString()};
+}
+
+Result<void> copyFile(const QString &from, const QString &to, const ReadBytes &read)
 {
     if (QFileInfo(from).size() > largestCopy)
-        return Error {ErrorCode::Unloadable,
-                      QStringLiteral("too large for a file of this program")};
-    QFile source(from);
-    if (!source.copy(to))
-        return Error {ErrorCode::Failed, source.errorString()};
-    // The original may be read-only; its copy has to take a rollback.
-    QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
-    return {};
+        return tooLarge();
+    const Result<QByteArray> bytes = read(from);
+    if (!bytes)
+        return bytes.error();
+    if (bytes.value().size() > largestCopy)
+        return tooLarge();
+    return writeCopy(bytes.value(), to);
 }
 
 } // namespace
@@ -75,16 +76,28 @@ QStringList companionsOf(const QString &path)
     return {path + companionEndings[0], path + companionEndings[1]};
 }
 
+Result<QByteArray> readPlainly(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return Error {ErrorCode::Failed, file.errorString()};
+    return file.readAll();
+}
+
 Result<void> checkCompanions(const QString &path)
 {
-    const QString real = realPath(path);
     for (const QStringView ending : companionEndings) {
-        const QFileInfo companion(real + ending);
+        const QFileInfo companion(path + ending);
         if (companion.isSymLink() || (companion.exists() && !companion.isFile()))
             return Error {ErrorCode::NotAFile,
                           companion.fileName() + u" beside it is not a regular file"};
     }
-    if (namesFurtherFiles(real + companionEndings.front()))
+    return {};
+}
+
+Result<void> checkJournal(const QString &path)
+{
+    if (namesFurtherFiles(path + companionEndings.front()))
         return Error {ErrorCode::Unloadable,
                       QStringLiteral("its journal belongs to several databases")};
     return {};
@@ -92,14 +105,13 @@ Result<void> checkCompanions(const QString &path)
 
 bool hasUnfinishedBusiness(const QString &path)
 {
-    const QString real = realPath(path);
     for (const QStringView ending : companionEndings)
-        if (QFileInfo::exists(real + ending))
+        if (QFileInfo::exists(path + ending))
             return true;
     constexpr int writeVersion = 18;
     constexpr int readVersion = 19;
     constexpr char withLog = 2;
-    QFile file(real);
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
     const QByteArray header = file.read(readVersion + 1);
@@ -120,24 +132,26 @@ Result<PrivateCopy> PrivateCopy::ofNothing()
     return PrivateCopy(std::move(folder));
 }
 
-Result<PrivateCopy> PrivateCopy::of(const QString &path)
+Result<PrivateCopy> PrivateCopy::of(const QString &path, const ReadBytes &read)
 {
     Result<PrivateCopy> copy = ofNothing();
     if (!copy)
         return copy;
-    const QString real = realPath(path);
-    const QStringList before = stateOf(real);
+    const QStringList before = stateOf(path);
     const QString place = copy.value().path();
-    if (const Result<void> copied = copyFile(real, place); !copied)
+    if (const Result<void> copied = copyFile(path, place, read); !copied)
         return copied.error();
     for (const QStringView ending : companionEndings) {
-        if (!QFileInfo::exists(real + ending))
+        if (!QFileInfo::exists(path + ending))
             continue;
-        if (const Result<void> copied = copyFile(real + ending, place + ending); !copied)
+        if (const Result<void> copied = copyFile(path + ending, place + ending, read); !copied)
             return copied.error();
     }
-    if (stateOf(real) != before)
+    if (stateOf(path) != before)
         return Error {ErrorCode::Unloadable, QStringLiteral("it is being written")};
+    // Of the copy, which nobody else can reach: the library will do what it says.
+    if (const Result<void> sound = checkJournal(place); !sound)
+        return sound.error();
     return copy;
 }
 

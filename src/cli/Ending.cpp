@@ -4,7 +4,7 @@
 #include "cli/Console.h"
 #include "cli/DryRun.h"
 #include "cli/EndedApplications.h"
-#include "platform/linux/ChildUser.h"
+#include "platform/linux/HomeOwner.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -23,7 +23,7 @@ QList<FlaggedHome> onePerUser(QList<FlaggedHome> homes)
     for (FlaggedHome &each : homes) {
         if (!each.flags)
             continue;
-        const Result<ChildUser> user = ChildUser::ofHome(each.home);
+        const Result<HomeOwner> user = HomeOwner::of(each.home);
         const auto known = user ? places.constFind(user.value().id()) : places.constEnd();
         if (known != places.constEnd()) {
             once[*known].flags |= each.flags;

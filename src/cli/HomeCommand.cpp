@@ -1,13 +1,19 @@
 #include "cli/HomeCommand.h"
 
 #include "base/Literals.h"
+#include "cli/DryRun.h"
 #include "cli/Ending.h"
 #include "cli/HomesNamed.h"
+#include "cli/HomeWorker.h"
 #include "cli/ManyHomes.h"
 #include "cli/Outcome.h"
+#include "platform/linux/HomeOwner.h"
+#include "platform/linux/LinuxHome.h"
 #include "platform/linux/UserSessions.h"
 
 #include <QSet>
+
+#include <algorithm>
 
 namespace varnel::cli {
 
@@ -36,11 +42,20 @@ void show(const HomeOutcome &outcome, const Ending &ending, const Request &reque
 /// Programs that run keep their settings in memory, and may write them back over what was changed.
 void warnOfSession(const HomeFolder &home, const UserSessions &sessions, HomeOutcome &outcome)
 {
-    const QString user = outcome.changes ? sessions.ownerWithSession(home.path) : QString();
+    const QString user =
+        outcome.changes ? sessions.ownerWithSession(home.reached(home.path)) : QString();
     if (!user.isNull())
         outcome.messages.append(user
                                 + u" has a session on this machine: programs that run there may"
                                   u" write their own values back");
+}
+
+/// A command that writes offers to try its work out.
+bool mayWrite(const CommandInfo &info, const Request &request)
+{
+    return !isDryRun(request)
+        && std::any_of(info.options.begin(), info.options.end(),
+                       [](const OptionInfo &option) { return option.name == dryRunOption().name; });
 }
 
 } // namespace
@@ -84,29 +99,46 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
         return failure(home.error());
-    HomeOutcome outcome = work(home.value());
+    const Result<HomeFolder> worked = takeUp(home.value(), request);
+    if (!worked)
+        return failure(worked.error());
+    HomeOutcome outcome = work(worked.value());
     if (!home.value().own)
-        warnOfSession(home.value(), UserSessions(), outcome);
+        warnOfSession(worked.value(), UserSessions(), outcome);
     note(outcome, console);
-    Ending ending(request, {{home.value(), outcome.restart}});
+    Ending ending(request, {{worked.value(), outcome.restart}});
     const ExitStatus status = ending.end(outcome.status, console);
     show(outcome, ending, request, console);
     return status;
 }
 
+HomeOutcome HomeCommand::workIn(const QString &directory, const Work &work, const Request &request,
+                                const UserSessions &sessions)
+{
+    Result<HomeFolder> home = homeAt(directory);
+    if (home)
+        home = takeUp(home.value(), request);
+    if (!home)
+        return HomeOutcome::failed(home.error());
+    HomeOutcome outcome = work(home.value());
+    warnOfSession(home.value(), sessions, outcome);
+    return outcome;
+}
+
 ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &work,
-                                  const Request &request, Console &console)
+                                  const Request &request, Console &console) const
 {
     const UserSessions sessions;
     QList<FlaggedHome> flagged;
     ManyHomes homes(request.has(u"json"_s), console);
+    const HomeWorker worker(request.has(u"json"_s), console.style());
+    const bool apart = HomeOwner::callerMayBecomeOthers();
+    const bool writes = mayWrite(info(), request);
     homes.run(directories, [&](const QString &directory) {
-        const Result<HomeFolder> home = homeAt(directory, request);
-        if (!home)
-            return HomeOutcome::failed(home.error());
-        HomeOutcome outcome = work(home.value());
-        warnOfSession(home.value(), sessions, outcome);
-        flagged.append({home.value(), outcome.restart});
+        const auto step = [&] { return workIn(directory, work, request, sessions); };
+        const HomeOutcome outcome = apart ? worker.run(step, writes) : step();
+        if (const Result<HomeFolder> home = namedHome(directory); home && outcome.restart)
+            flagged.append({home.value(), outcome.restart});
         return outcome;
     });
     Ending ending(request, flagged);

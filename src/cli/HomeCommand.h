@@ -10,6 +10,10 @@
 
 #include <functional>
 
+namespace varnel {
+class UserSessions;
+}
+
 namespace varnel::cli {
 
 /// What a command found or did in one home.
@@ -49,8 +53,11 @@ protected:
 
 private:
     static ExitStatus runInOne(const Work &work, const Request &request, Console &console);
-    static ExitStatus runInMany(const QStringList &directories, const Work &work,
-                                const Request &request, Console &console);
+    ExitStatus runInMany(const QStringList &directories, const Work &work, const Request &request,
+                         Console &console) const;
+    /// One home of several. Where this process may become the home's owner, it does so here.
+    static HomeOutcome workIn(const QString &directory, const Work &work, const Request &request,
+                              const UserSessions &sessions);
 };
 
 } // namespace varnel::cli

@@ -1,6 +1,7 @@
 #include "cli/HomeSession.h"
 
 #include "base/Literals.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
@@ -42,7 +43,7 @@ std::optional<Error> whyUnreadable(const FileStore &store, const QString &path)
 Result<HomeFolder> chosenHome(const Request &request)
 {
     if (request.has(homeOption))
-        return homeAt(request.value(homeOption), request);
+        return homeAt(request.value(homeOption));
     const Result<HomeFolder> home = ownHome();
     return home ? home : asNotFound(home.error());
 }
@@ -53,19 +54,24 @@ HomeFolder sessionHome()
     return home ? home.value() : HomeFolder();
 }
 
-Result<HomeFolder> homeAt(const QString &directory, const Request &request)
+Result<HomeFolder> homeAt(const QString &directory)
 {
     if (directory.isEmpty())
         return Error {ErrorCode::Invalid, u"--home needs the name of a folder"_s};
-    Result<HomeFolder> home = namedHome(directory);
-    if (!home)
-        return asNotFound(home.error());
-    if (!request.has(newHomeOption) && !QFileInfo(home.value().path + u"/Library").isDir())
-        return Error {ErrorCode::NotFound,
-                      (home.value().path.isEmpty() ? u"/"_s : home.value().path)
-                          + u": no folder Library in it, so it is taken for no home folder"
-                            u" (--new-home makes one of it)"};
-    return home;
+    const Result<HomeFolder> home = namedHome(directory);
+    return home ? home : asNotFound(home.error());
+}
+
+Result<HomeFolder> takeUp(const HomeFolder &home, const Request &request)
+{
+    Result<HomeFolder> worked = workAsOwner(home);
+    if (!worked || home.own || request.has(newHomeOption)
+        || QFileInfo(worked.value().reached(home.path + u"/Library")).isDir())
+        return worked;
+    return Error {ErrorCode::NotFound,
+                  (home.path.isEmpty() ? u"/"_s : home.path)
+                      + u": no folder Library in it, so it is taken for no home folder"
+                        u" (--new-home makes one of it)"};
 }
 
 StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &request)

@@ -19,12 +19,17 @@
 
 namespace varnel::cli {
 
-/// The home that a command line names with --home, else one's own. NotFound for a named folder that
-/// has no Library folder, unless --new-home was given. Makes nothing.
+/// The home that a command line names with --home, else one's own. NotFound where there is no such
+/// folder. Looks at nothing in it.
 [[nodiscard]] Result<HomeFolder> chosenHome(const Request &request);
 
 /// The home in a folder that the command line names; errors as above, Invalid for an empty name.
-[[nodiscard]] Result<HomeFolder> homeAt(const QString &directory, const Request &request);
+[[nodiscard]] Result<HomeFolder> homeAt(const QString &directory);
+
+/// The home to work on from here, with its owner's rights where this process can take them; all
+/// that only the caller may read is read by then. NotFound for a named folder that has no Library
+/// folder, unless --new-home was given. Makes nothing.
+[[nodiscard]] Result<HomeFolder> takeUp(const HomeFolder &home, const Request &request);
 
 /// One's own home, for what works on no home but runs programs; without a path where there is none.
 [[nodiscard]] HomeFolder sessionHome();

@@ -5,16 +5,19 @@
 
 #include <QLoggingCategory>
 
+#include <utility>
+
 namespace varnel::cli {
 
 namespace {
 
 int silences = 0;
+std::function<void(const QString &line)> sink = Console::note;
 
 void logLine(QtMsgType, const QMessageLogContext &context, const QString &text)
 {
     if (silences == 0)
-        Console::note(QString::fromUtf8(context.category) + u": " + text);
+        sink(QString::fromUtf8(context.category) + u": " + text);
 }
 
 } // namespace
@@ -24,6 +27,11 @@ void prepareLogging(bool verbose)
     qInstallMessageHandler(logLine);
     if (!verbose)
         QLoggingCategory::setFilterRules(u"*=false"_s);
+}
+
+void sendLogTo(std::function<void(const QString &line)> newSink)
+{
+    sink = std::move(newSink);
 }
 
 LogSilence::LogSilence(bool wanted) : wanted(wanted)

@@ -80,9 +80,9 @@ Outcome reached(const QList<LoginItemRow> &before, const QList<LoginItemRow> &af
     return after == before ? Outcome::Unchanged : Outcome::Halfway;
 }
 
-bool hasWayBack(const QString &backupFile, const QString &path)
+bool hasWayBack(const QString &backupFile, const QString &path, const FileStore &files)
 {
-    const Result<QList<BackupRow>> rows = readBackupRows(backupFile);
+    const Result<QList<BackupRow>> rows = readBackupRows(backupFile, files);
     return rows && std::any_of(rows.value().begin(), rows.value().end(), [&](const BackupRow &row) {
                return row.isLoginItem() && row.loginItemPath() == path;
            });
@@ -102,8 +102,7 @@ void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &repo
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    const bool wayBack =
-        hasWayBack(session.fileStore().databasePlace(backupFile).path, report.change.path);
+    const bool wayBack = hasWayBack(backupFile, report.change.path, session.fileStore());
     if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
     if (wayBack && !session.isDryRun())

@@ -40,7 +40,9 @@ Result<InfoRows> readMacOSX(const Request &request)
     const Result<QString> root = systemRoot(request);
     if (!root)
         return root.error();
-    const Result<HomeFolder> home = chosenHome(request);
+    Result<HomeFolder> home = chosenHome(request);
+    if (home)
+        home = takeUp(home.value(), request);
     if (!home)
         return home.error();
     const SystemVersion version = readSystemVersion(LinuxFileReader(), root.value());

@@ -42,12 +42,10 @@ const QString &DisabledItemsStore::path() const
 }
 
 /// The told logs know nothing of a store that can't be opened.
-Result<Sqlite> DisabledItemsStore::opened(Sqlite::Access access)
+Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access access)
 {
-    const FileStore::DatabasePlace place = files.databasePlace(storePath);
-    if (access == Sqlite::Access::Create && !place.lasts)
-        access = Sqlite::Access::Scratch;
-    Result<Sqlite> store = Sqlite::open(place.path, access);
+    Result<Sqlite> store =
+        Sqlite::open(place, access, [this](const QString &path) { return files.read(path); });
     if (!store)
         varnelLog(lcIo, storePath + u": " + store.error().text);
     return store;
@@ -55,9 +53,8 @@ Result<Sqlite> DisabledItemsStore::opened(Sqlite::Access access)
 
 Result<Sqlite> DisabledItemsStore::openToWrite()
 {
-    if (const Result<void> ready = files.readyForDatabase(storePath); !ready)
-        return ready.error();
-    return opened(Sqlite::Access::Create);
+    const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
+    return place ? opened(place.value().path, place.value().access()) : place.error();
 }
 
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
@@ -68,11 +65,14 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
         varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
     };
     // Reading makes no file; a store that is not there holds nothing.
-    if (!files.exists(storePath)) {
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
+    if (!place && (place.error().code == ErrorCode::NotFound || !files.exists(storePath))) {
         logQuery();
         return {};
     }
-    Result<Sqlite> reader = opened(Sqlite::Access::ReadOnly);
+    if (!place)
+        return place.error();
+    Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
     logQuery();

@@ -36,7 +36,7 @@ public:
     Result<void> deleteDisabledLoginItemsData(const QString &path);
 
 private:
-    [[nodiscard]] Result<Sqlite> opened(Sqlite::Access access);
+    [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
 
     QString storePath;

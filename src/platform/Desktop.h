@@ -10,6 +10,10 @@ class Desktop {
 public:
     virtual ~Desktop() = default;
 
+    /// Whether this process may ask the desktop. One that works with the rights of somebody else
+    /// than the person at the screen may not: what it would show is offered for copying.
+    [[nodiscard]] virtual bool isReachable() const { return true; }
+
     /// Opens an address in the user's browser.
     virtual void openUrl(const QString &address) = 0;
 

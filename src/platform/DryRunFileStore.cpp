@@ -1,5 +1,7 @@
 #include "platform/DryRunFileStore.h"
 
+#include <QFileInfo>
+
 namespace varnel {
 
 namespace {
@@ -62,28 +64,30 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
     return {};
 }
 
-Result<void> DryRunFileStore::readyForDatabase(const QString &path)
+Result<FileStore::DatabasePlace> DryRunFileStore::readyForDatabase(const QString &path)
 {
-    if (databases.contains(path))
-        return {};
-    const Result<QByteArray> &now = original(path);
-    const ErrorCode code = now ? ErrorCode::Invalid : now.error().code;
-    // What is no file is for whoever opens the database to refuse, in his own words.
-    if (code == ErrorCode::NotAFile)
-        return {};
-    if (!now && code != ErrorCode::NotFound)
+    const auto tries = [](const PrivateCopy &copy) { return DatabasePlace {copy.path(), false}; };
+    if (const auto at = databases.find(path); at != databases.end())
+        return tries(at->second);
+    const Result<DatabasePlace> now = inner.databasePlace(path);
+    if (!now && now.error().code != ErrorCode::NotFound)
         return now.error();
-    Result<PrivateCopy> copy = now ? PrivateCopy::of(path) : PrivateCopy::ofNothing();
+    // What is no file is for whoever opens the database to refuse, in his own words.
+    if (now && QFileInfo::exists(now.value().path) && !QFileInfo(now.value().path).isFile())
+        return now;
+    Result<PrivateCopy> copy = now
+        ? PrivateCopy::of(now.value().path, [this](const QString &at) { return inner.read(at); })
+        : PrivateCopy::ofNothing();
     if (!copy)
         return Error {copy.error().code, path + u": " + copy.error().text};
-    databases.emplace(path, std::move(copy).value());
-    return {};
+    return tries(databases.emplace(path, std::move(copy).value()).first->second);
 }
 
-FileStore::DatabasePlace DryRunFileStore::databasePlace(const QString &path) const
+Result<FileStore::DatabasePlace> DryRunFileStore::databasePlace(const QString &path) const
 {
     const auto at = databases.find(path);
-    return at != databases.end() ? DatabasePlace {at->second.path(), false} : DatabasePlace {path};
+    return at != databases.end() ? DatabasePlace {at->second.path(), false}
+                                 : inner.databasePlace(path);
 }
 
 } // namespace varnel

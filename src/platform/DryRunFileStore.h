@@ -29,9 +29,9 @@ public:
     /// Nothing is removed.
     Result<void> remove(const QString &) override { return {}; }
     Result<void> flush(const QString &) override { return {}; }
-    /// Nothing is made in that place.
-    Result<void> readyForDatabase(const QString &path) override;
-    DatabasePlace databasePlace(const QString &path) const override;
+    /// Nothing is made in that place: the database is a copy, gone with this store.
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     /// The files that would now differ from what they are, in the order of their first change.
     [[nodiscard]] const QStringList &changedPaths() const { return changed; }

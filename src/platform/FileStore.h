@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Sqlite.h"
 #include "platform/FileReader.h"
 
 #include <QDateTime>
@@ -57,18 +58,27 @@ public:
     [[nodiscard]] virtual Result<void> remove(const QString &path) = 0;
     [[nodiscard]] virtual Result<void> flush(const QString &folder) = 0;
 
+    /// Where a library finds a database.
+    struct DatabasePlace {
+        QString path; ///< to be opened as it stands: every link on the way is resolved
+        bool lasts = true; ///< false: changes there are only tried out, and gone with this store
+
+        /// How to open it for changes.
+        [[nodiscard]] Sqlite::Access access() const
+        {
+            return lasts ? Sqlite::Access::Create : Sqlite::Access::Scratch;
+        }
+    };
+
     /// Makes a place ready for a library that opens its database by path: where nothing stands, an
     /// empty file (which is a valid empty database) is made as update() makes one. When the
     /// process's user is not the home's owner, a place outside the home is NotPermitted, and so is
     /// one with a journal beside it: the library would do what that journal says.
-    [[nodiscard]] virtual Result<void> readyForDatabase(const QString &path) = 0;
+    [[nodiscard]] virtual Result<DatabasePlace> readyForDatabase(const QString &path) = 0;
 
-    struct DatabasePlace {
-        QString path;
-        bool lasts = true; ///< false: changes there are only tried out, and gone with this store
-    };
-    /// Where the library finds the database that stands for a path.
-    [[nodiscard]] virtual DatabasePlace databasePlace(const QString &path) const { return {path}; }
+    /// The place of a database that is only read; nothing is made. NotFound where nothing stands; a
+    /// place outside the home is refused as above, a journal is not.
+    [[nodiscard]] virtual Result<DatabasePlace> databasePlace(const QString &path) const = 0;
 };
 
 } // namespace varnel

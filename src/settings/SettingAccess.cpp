@@ -3,6 +3,7 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "platform/FileStore.h"
 #include "platform/FinderInfo.h"
 #include "settings/BarItems.h"
 #include "settings/Catalogue.h"
@@ -63,6 +64,11 @@ QString SettingAccess::filePath(const SettingRow &row) const
 {
     return row.mechanism == Mechanism::LibraryFolder ? libraryPath()
                                                      : homeFolder.preferencesDirectory() + row.file;
+}
+
+bool SettingAccess::fileExists(const SettingRow &row) const
+{
+    return files.fileStore().exists(filePath(row));
 }
 
 QString SettingAccess::libraryPath() const

@@ -51,6 +51,8 @@ public:
 
     /// The preference file that holds the setting; the Library folder for that folder's flag.
     [[nodiscard]] QString filePath(const SettingRow &row) const;
+    /// Whether anything stands there.
+    [[nodiscard]] bool fileExists(const SettingRow &row) const;
 
 private:
     [[nodiscard]] QString libraryPath() const;

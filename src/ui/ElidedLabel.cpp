@@ -45,9 +45,16 @@ void ElidedLabel::showText(const QString &text)
     updateTip();
 }
 
+void ElidedLabel::setLastingTip(const QString &tip)
+{
+    hasLastingTip = true;
+    setToolTip(tip);
+}
+
 void ElidedLabel::updateTip()
 {
-    setToolTip(fitting() == text() ? QString() : text());
+    if (!hasLastingTip)
+        setToolTip(fitting() == text() ? QString() : text());
 }
 
 } // namespace varnel

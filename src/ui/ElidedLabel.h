@@ -13,6 +13,8 @@ public:
 
     /// In the middle at first.
     void setElideMode(Qt::TextElideMode mode) { elide = mode; }
+    /// A tip of its own, in place of the whole text.
+    void setLastingTip(const QString &tip);
     /// Another text, with its tip.
     void showText(const QString &text);
 
@@ -27,6 +29,7 @@ private:
     [[nodiscard]] QString fitting() const;
     void updateTip();
 
+    bool hasLastingTip = false;
     Qt::TextElideMode elide = Qt::ElideMiddle;
 };
 

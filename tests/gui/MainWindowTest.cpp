@@ -276,6 +276,22 @@ TEST_F(MainWindowTest, BroughtToTheFrontItLeavesTheKeyboardToTheSheetThatIsUp)
     EXPECT_EQ(raisedFromBehind(), &window);
 }
 
+TEST_F(MainWindowTest, WhoseRightsTheWindowHasAndWhatItGivesUpIsToldOnTheBand)
+{
+    HomeFolder worked {home.path(), true};
+    worked.workedAs = QStringLiteral("anna");
+    MainWindow asAnna(worked);
+    const auto *label = asAnna.findChild<QLabel *>(QStringLiteral("editedHome"));
+    EXPECT_EQ(label->text(), QString(u"Editing " + home.path() + u" as anna"));
+    for (const QString &given : {QStringLiteral("does not remember its size"),
+                                 QStringLiteral("opens nothing on this desktop"),
+                                 QStringLiteral("applications of anna only")})
+        EXPECT_TRUE(label->toolTip().contains(given)) << qPrintable(label->toolTip());
+    asAnna.resize(asAnna.minimumSize());
+    asAnna.show();
+    EXPECT_TRUE(label->toolTip().contains(QStringLiteral("anna only"))) << "whatever its width";
+}
+
 TEST_F(MainWindowTest, TheWindowIsNeverSmallerThanItsPagesNeed)
 {
     EXPECT_EQ(window.size(), QSize(960, 660));

@@ -2,6 +2,8 @@
 #include "sysinfo/views/BSDProcessesModule.h"
 #include "sysinfo/views/BSDProcessesView.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
 
@@ -141,6 +143,18 @@ TEST_F(ProcessPageTest, RevealingHandsTheDesktopProgramFolderAndArguments)
                                             QStringLiteral("/B b.app"),
                                             {QStringLiteral("-R"), QStringLiteral("/B b.app")}}}));
     EXPECT_EQ(processTable().model()->rowCount(), 2);
+}
+
+TEST_F(ProcessPageTest, WithoutADesktopToAskThePathIsOfferedForCopying)
+{
+    desktop.reachable = false;
+    addProcess(1, QStringLiteral("/A.app"), QStringLiteral("A"));
+    showProcesses();
+    selectProcess(0);
+    EXPECT_EQ(button(u"showInFinderButton").text(), QStringLiteral("Copy Path"));
+    click(button(u"showInFinderButton"));
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("/A.app"));
+    EXPECT_TRUE(desktop.launches.isEmpty());
 }
 
 TEST_F(ProcessPageTest, TerminatingSendsSignal15LogsTheResultAndTakesTheRowAway)

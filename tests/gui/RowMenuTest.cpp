@@ -121,6 +121,16 @@ TEST_F(RowMenuTest, TheFileIsShownOnceThereIsOne)
     EXPECT_EQ(fileManager.launches[0].arguments, (QStringList {u"-R"_s, file}));
 }
 
+TEST_F(RowMenuTest, WithoutADesktopToAskThePathIsOfferedForCopying)
+{
+    fileManager.reachable = false;
+    putFile(u"com.apple.dock.plist"_s, u"<key>autohide</key><true/>"_s);
+    open(u"HideDockView"_s);
+    take(menuAt(*view), u"Copy Path of File"_s);
+    EXPECT_EQ(QApplication::clipboard()->text(), home.preference(u"com.apple.dock.plist"_s));
+    EXPECT_TRUE(fileManager.launches.isEmpty());
+}
+
 TEST_F(RowMenuTest, TheLibraryFolderHasNoKeyAndIsShownItself)
 {
     open(u"UserLibraryFolderView"_s);

@@ -5,10 +5,13 @@
 #include "settings/views/SettingsColumn.h"
 #include "shell/views/TabView.h"
 #include "shell/views/Varnel.h"
+#include "support/FakeDesktop.h"
 #include "support/gui/Input.h"
 #include "support/gui/WindowFixture.h"
 #include "support/LogCapture.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -21,12 +24,6 @@ using namespace varnel::test;
 namespace {
 
 /// Opens nothing; writes down what it was asked to open.
-struct NotingDesktop : Desktop {
-    void openUrl(const QString &address) override { addresses << address; }
-    void launch(const QString &, const QString &, const QStringList &) override { }
-    QStringList addresses;
-};
-
 /// The whole window as it is when the program has started.
 class WelcomePage : public testing::Test, protected WindowFixture {
 protected:
@@ -57,7 +54,7 @@ protected:
     }
     void backToTheWelcomePage() { window.tabView()->setCurrentIndex(0); }
 
-    NotingDesktop desktop;
+    FakeDesktop desktop;
     HostPorts ports {host.ports().facts,
                      host.ports().processTable,
                      host.ports().processManager,
@@ -159,6 +156,14 @@ TEST_F(WelcomePage, TheWebSitesButtonHandsItsAddressToTheDesktop)
     click(*window.findChild<QAbstractButton *>(u"websiteButton"_s));
     EXPECT_EQ(desktop.addresses, QStringList(u"https://varnel.example/"_s));
     EXPECT_EQ(window.tabView()->currentIndex(), 0);
+}
+
+TEST_F(WelcomePage, WithoutADesktopToAskTheWebSitesAddressIsCopied)
+{
+    desktop.reachable = false;
+    click(*window.findChild<QAbstractButton *>(u"websiteButton"_s));
+    EXPECT_EQ(QApplication::clipboard()->text(), u"https://varnel.example/"_s);
+    EXPECT_TRUE(desktop.addresses.isEmpty());
 }
 
 TEST_F(WelcomePage, TheTitleIsAsWideAsItsTextAndNothingIsCutInTheSmallestWindow)

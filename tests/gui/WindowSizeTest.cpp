@@ -73,6 +73,16 @@ TEST_F(WindowSizeTest, TheNextRunsWindowIsAsBigAsThisOnesWas)
     EXPECT_FALSE(maximizedNext);
 }
 
+TEST_F(WindowSizeTest, WithoutAMemoryNothingIsReadAndNothingIsWritten)
+{
+    putFile("[window]\nsize=@Size(500 320)\n");
+    const WindowSize size(window, WindowSize::Memory::None);
+    EXPECT_EQ(window.size(), QSize(400, 300));
+    window.resize(600, 420);
+    size.remember();
+    EXPECT_EQ(nextSize(), QSize(500, 320));
+}
+
 TEST_F(WindowSizeTest, AMaximizedWindowComesBackSoAndRemembersItsOwnSize)
 {
     const WindowSize size(window);

@@ -57,15 +57,15 @@ public:
             return *error;
         return inner.flush(folder);
     }
-    Result<void> readyForDatabase(const QString &path) override
+    Result<DatabasePlace> databasePlace(const QString &path) const override
+    {
+        return inner.databasePlace(path);
+    }
+    Result<DatabasePlace> readyForDatabase(const QString &path) override
     {
         if (const std::optional<Error> error = begin(QStringLiteral("ready "), path))
             return *error;
         return inner.readyForDatabase(path);
-    }
-    DatabasePlace databasePlace(const QString &path) const override
-    {
-        return inner.databasePlace(path);
     }
 
     mutable QStringList calls; ///< "read /path", "update /path", "exists /path", ...

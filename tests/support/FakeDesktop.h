@@ -15,6 +15,8 @@ public:
         bool operator==(const Launch &) const = default;
     };
 
+    [[nodiscard]] bool isReachable() const override { return reachable; }
+
     void openUrl(const QString &address) override { addresses.append(address); }
 
     void launch(const QString &program, const QString &workingDirectory,
@@ -23,6 +25,7 @@ public:
         launches.append(Launch {program, workingDirectory, arguments});
     }
 
+    bool reachable = true;
     QStringList addresses;
     QList<Launch> launches;
 };

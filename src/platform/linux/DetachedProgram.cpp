@@ -1,7 +1,7 @@
 #include "platform/linux/DetachedProgram.h"
 
-#include "platform/linux/ChildUser.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxTerminal.h"
 #include "platform/linux/SystemError.h"
 
@@ -43,7 +43,7 @@ private:
 
 /// Everything that the child needs, made before it is one: it may ask for no memory.
 struct Start {
-    const ChildUser &user;
+    const HomeOwner &user;
     QByteArray program;
     QByteArray folder; ///< empty: where this process is
     Words arguments;
@@ -62,7 +62,7 @@ int runProgram(const Start &start)
 {
     ::setsid();
     LinuxTerminal::streamsAsUsual();
-    if (!start.user.become())
+    if (!start.user.becomeInChild())
         return EPERM;
     if (!start.folder.isEmpty() && ::chdir(start.folder.constData()) != 0)
         return errno;
@@ -106,7 +106,7 @@ int startAlone(const Start &start)
 
 } // namespace
 
-Result<void> startDetached(const ChildUser &user, const QString &program,
+Result<void> startDetached(const HomeOwner &user, const QString &program,
                            const QStringList &arguments, const QString &folder)
 {
     const QString path = program.contains(u'/') ? program : QStandardPaths::findExecutable(program);

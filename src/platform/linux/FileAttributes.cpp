@@ -63,6 +63,15 @@ int copyAttribute(const FileDescriptor &from, const FileDescriptor &to, const QB
         : errno;
 }
 
+int setOwner(const FileDescriptor &file, uid_t owner, gid_t group)
+{
+    struct stat now { };
+    if (::fstat(file.get(), &now) != 0)
+        return errno;
+    const bool isIts = now.st_uid == owner && now.st_gid == group;
+    return isIts || ::fchown(file.get(), owner, group) == 0 ? 0 : errno;
+}
+
 bool isBoundToItsFile(const QByteArray &name)
 {
     return name == "security.capability" || name == "security.ima" || name == "security.evm";
@@ -89,17 +98,15 @@ int copyExtendedAttributes(const FileDescriptor &from, const FileDescriptor &to)
 
 } // namespace
 
-int setOwnerAndMode(const FileDescriptor &file, uid_t owner, gid_t group, mode_t mode)
+// Only what differs is set: some file systems refuse every call, even one that would change
+// nothing.
+
+int setMode(const FileDescriptor &file, mode_t mode)
 {
     struct stat now { };
     if (::fstat(file.get(), &now) != 0)
         return errno;
-    if ((now.st_uid != owner || now.st_gid != group) && ::fchown(file.get(), owner, group) != 0)
-        return errno;
-    // Only what differs: some file systems refuse every call, even one that would change nothing.
-    if ((now.st_mode & ALLPERMS) != mode && ::fchmod(file.get(), mode) != 0)
-        return errno;
-    return 0;
+    return (now.st_mode & ALLPERMS) == mode || ::fchmod(file.get(), mode) == 0 ? 0 : errno;
 }
 
 int copyAttributes(const FileDescriptor &from, const struct stat &status, const FileDescriptor &to)
@@ -109,7 +116,9 @@ int copyAttributes(const FileDescriptor &from, const struct stat &status, const 
     // set in between, and both agree in the end.
     if (const int error = copyExtendedAttributes(from, to))
         return error;
-    return setOwnerAndMode(to, status.st_uid, status.st_gid, mode);
+    if (const int error = setOwner(to, status.st_uid, status.st_gid))
+        return error;
+    return setMode(to, mode);
 }
 
 } // namespace varnel

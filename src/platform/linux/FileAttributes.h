@@ -15,8 +15,7 @@ namespace varnel {
 [[nodiscard]] int copyAttributes(const FileDescriptor &from, const struct stat &status,
                                  const FileDescriptor &to);
 
-/// Gives a file owner, group and mode, where it does not have them: 0 or an errno value.
-[[nodiscard]] int setOwnerAndMode(const FileDescriptor &file, uid_t owner, gid_t group,
-                                  mode_t mode);
+/// Gives a file a mode, where it does not have it: 0 or an errno value.
+[[nodiscard]] int setMode(const FileDescriptor &file, mode_t mode);
 
 } // namespace varnel

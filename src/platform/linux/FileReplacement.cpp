@@ -24,15 +24,9 @@ int prepare(TemporaryFile &file, const QByteArray &bytes, const SetAttributes &s
     return file.flush();
 }
 
-int prepareNew(TemporaryFile &file, const struct stat &home, const QByteArray &bytes, mode_t mode)
+int prepareNew(TemporaryFile &file, const QByteArray &bytes, mode_t mode)
 {
-    return prepare(file, bytes, [&](const FileDescriptor &made) {
-        struct stat now { };
-        if (::fstat(made.get(), &now) != 0)
-            return errno;
-        const bool ownHome = home.st_uid == ::geteuid();
-        return setOwnerAndMode(made, home.st_uid, ownHome ? now.st_gid : home.st_gid, mode);
-    });
+    return prepare(file, bytes, [&](const FileDescriptor &made) { return setMode(made, mode); });
 }
 
 /// Whether the file is still the one that was read.
@@ -63,21 +57,20 @@ int replaceFile(const FileDescriptor &folder, const QByteArray &name, const File
     return file.replaceTarget();
 }
 
-int createFile(const FileDescriptor &folder, const QByteArray &name, const struct stat &home,
-               const QByteArray &bytes)
+int createFile(const FileDescriptor &folder, const QByteArray &name, const QByteArray &bytes)
 {
     TemporaryFile file(folder, name);
-    if (const int error = prepareNew(file, home, bytes, S_IRUSR | S_IWUSR))
+    if (const int error = prepareNew(file, bytes, S_IRUSR | S_IWUSR))
         return error;
     const int moved = file.becomeTarget();
     return moved == EEXIST ? EAGAIN : moved;
 }
 
-int putFile(const FileDescriptor &folder, const QByteArray &name, const struct stat &home,
-            const QByteArray &bytes, mode_t mode)
+int putFile(const FileDescriptor &folder, const QByteArray &name, const QByteArray &bytes,
+            mode_t mode)
 {
     TemporaryFile file(folder, name);
-    if (const int error = prepareNew(file, home, bytes, mode))
+    if (const int error = prepareNew(file, bytes, mode))
         return error;
     return file.replaceTarget();
 }

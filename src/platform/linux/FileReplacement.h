@@ -18,13 +18,12 @@ struct FileContent;
 [[nodiscard]] int replaceFile(const FileDescriptor &folder, const QByteArray &name,
                               const FileContent &old, const QByteArray &bytes);
 
-/// Makes a file, mode 0600. It belongs to the owner and group of the home, if that is somebody
-/// else's; otherwise to whom the system gives it.
+/// Makes a file, mode 0600.
 [[nodiscard]] int createFile(const FileDescriptor &folder, const QByteArray &name,
-                             const struct stat &home, const QByteArray &bytes);
+                             const QByteArray &bytes);
 
 /// The same with a mode of one's own, and whatever stands there gives way.
 [[nodiscard]] int putFile(const FileDescriptor &folder, const QByteArray &name,
-                          const struct stat &home, const QByteArray &bytes, mode_t mode);
+                          const QByteArray &bytes, mode_t mode);
 
 } // namespace varnel

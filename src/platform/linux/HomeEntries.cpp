@@ -90,11 +90,7 @@ Result<void> putFile(const HomeFolder &home, const QString &path, const QByteArr
 {
     return outcome(path,
                    inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
-                       struct stat owner { };
-                       const FileDescriptor homeFolder = openHome(home);
-                       if (!homeFolder || ::fstat(homeFolder.get(), &owner) != 0)
-                           return errno;
-                       const int error = putFile(folder, name, owner, bytes, mode);
+                       const int error = putFile(folder, name, bytes, mode);
                        return error == 0 ? flushFolder(folder) : error;
                    }));
 }

@@ -1,7 +1,7 @@
 #include "platform/linux/LinuxCommandRunner.h"
 
-#include "platform/linux/ChildUser.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxTerminal.h"
 
 #include <QProcess>
@@ -22,10 +22,10 @@ Error fail(const QString &launchPath, const QString &reason)
 }
 
 /// In the child.
-void becomeOrEnd(const ChildUser &user, const FileDescriptor &refusal)
+void becomeOrEnd(const HomeOwner &user, const FileDescriptor &refusal)
 {
     LinuxTerminal::streamsAsUsual();
-    if (user.become())
+    if (user.becomeInChild())
         return;
     const std::uint64_t one = 1;
     (void)!::write(refusal.get(), &one, sizeof one);
@@ -41,7 +41,7 @@ Result<QString> LinuxCommandRunner::run(const QString &launchPath, const QString
     // A bare name would be looked for along PATH, which is the caller's to choose, not ours.
     if (!launchPath.startsWith(u'/'))
         return fail(launchPath, QStringLiteral("Not an absolute path"));
-    const Result<ChildUser> user = ChildUser::ofHome(home);
+    const Result<HomeOwner> user = HomeOwner::of(home);
     if (!user)
         return fail(launchPath, user.error().text);
     QProcess child;

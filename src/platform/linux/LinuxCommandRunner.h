@@ -5,7 +5,7 @@
 
 namespace varnel {
 
-/// Runs a child process without standard input, as the user that ChildUser tells.
+/// Runs a child process without standard input, as the user that HomeOwner tells.
 class LinuxCommandRunner : public CommandRunner {
 public:
     /// For the home that the programs are run on behalf of; without a path for none.

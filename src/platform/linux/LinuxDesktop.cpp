@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxDesktop.h"
 
 #include "base/Logging.h"
-#include "platform/linux/ChildUser.h"
 #include "platform/linux/DetachedProgram.h"
+#include "platform/linux/HomeOwner.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -28,7 +28,7 @@ LinuxDesktop::LinuxDesktop(HomeFolder home) : home(std::move(home)) { }
 void LinuxDesktop::start(const QString &program, const QStringList &arguments,
                          const QString &folder) const
 {
-    const Result<ChildUser> user = ChildUser::ofHome(home);
+    const Result<HomeOwner> user = HomeOwner::of(home);
     const Result<void> started = user
         ? startDetached(user.value(), program, arguments, folder)
         : Result<void>(Error {user.error().code, program + u": " + user.error().text});

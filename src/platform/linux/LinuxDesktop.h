@@ -7,11 +7,13 @@ namespace varnel {
 
 /// The session's desktop, through the programs that speak for it: `xdg-open` for addresses and
 /// folders, `gdbus` for its file manager. They run on their own; this program ends without waiting
-/// for them. They run as the user that ChildUser tells.
+/// for them. They run as the user that HomeOwner tells.
 class LinuxDesktop : public Desktop {
 public:
     /// For the home that the session works on; without a path for none.
     explicit LinuxDesktop(HomeFolder home);
+
+    [[nodiscard]] bool isReachable() const override { return !home.asOwner(); }
 
     void openUrl(const QString &address) override;
 

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxFileStore.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/FileReplacement.h"
@@ -10,6 +11,8 @@
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
 #include "platform/linux/TemporaryFile.h"
+
+#include <QFile>
 
 #include <algorithm>
 #include <array>
@@ -41,17 +44,10 @@ Error describe(const QString &path, int error)
     }
 }
 
-int createIn(const HomeFolder &home, const Place &place, const QByteArray &bytes)
-{
-    struct stat status { };
-    const FileDescriptor folder = openHome(home);
-    if (!folder || ::fstat(folder.get(), &status) != 0)
-        return errno;
-    return createFile(place.folder, place.name, status, bytes);
-}
-
 bool isForeign(const HomeFolder &home)
 {
+    if (home.asOwner())
+        return false;
     struct stat status { };
     const FileDescriptor folder = openHome(home);
     return !folder || ::fstat(folder.get(), &status) != 0 || status.st_uid != ::geteuid();
@@ -174,7 +170,7 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
     if (!bytes || (old != nullptr && *bytes == old->bytes))
         return {};
     const int error = old != nullptr ? replaceFile(place.folder, place.name, *old, *bytes)
-                                     : createIn(home, place, *bytes);
+                                     : createFile(place.folder, place.name, *bytes);
     if (error != 0)
         return fail(path, error);
     finish(place, path, withoutLock);
@@ -200,7 +196,25 @@ Result<void> LinuxFileStore::flush(const QString &folder)
     return error == 0 ? Result<void>() : fail(folder, error);
 }
 
-Result<void> LinuxFileStore::readyForDatabase(const QString &path)
+/// A name for what the walk came to, in which no link is left but that by which a home is reached.
+FileStore::DatabasePlace LinuxFileStore::placeOf(const Place &place) const
+{
+    const QString folder =
+        QFile::symLinkTarget(u"/proc/self/fd/"_s + QString::number(place.folder.get()));
+    return {home.reached(folder + u'/' + QFile::decodeName(place.name))};
+}
+
+Result<FileStore::DatabasePlace> LinuxFileStore::databasePlace(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    if (place.error == ENOENT || (place.error == 0 && !place.status))
+        return describe(path, ENOENT);
+    if (place.error != 0)
+        return fail(path, place.error);
+    return placeOf(place);
+}
+
+Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString &path)
 {
     const Place place = walkPath(home, path);
     // Without its folder there is no database yet, which is no failure to tell.
@@ -211,11 +225,12 @@ Result<void> LinuxFileStore::readyForDatabase(const QString &path)
     if (isForeign(home) && hasJournal(place))
         return fail(path, EPERM);
     if (place.status)
-        return {};
-    return update(path, [](const std::optional<QByteArray> &old) {
+        return placeOf(place);
+    const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
         return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
                    : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
     });
+    return made ? Result<DatabasePlace>(placeOf(place)) : made.error();
 }
 
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)

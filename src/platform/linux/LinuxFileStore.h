@@ -40,7 +40,8 @@ public:
     Result<void> update(const QString &path, const Change &change) override;
     Result<void> remove(const QString &path) override;
     Result<void> flush(const QString &folder) override;
-    Result<void> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> readyForDatabase(const QString &path) override;
+    Result<DatabasePlace> databasePlace(const QString &path) const override;
 
     /// The files that were changed without the folder's lock, because another run did not give it
     /// up in time. What that run changed meanwhile may be lost: worth telling the user.
@@ -51,6 +52,7 @@ public:
     void sweep(const QString &folder);
 
 private:
+    [[nodiscard]] DatabasePlace placeOf(const Place &place) const;
     [[nodiscard]] Error fail(const QString &path, int error) const;
     [[nodiscard]] Error failToRead(const QString &path, int error) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,

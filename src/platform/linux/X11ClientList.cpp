@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include <unistd.h>
@@ -125,22 +127,34 @@ QSet<int> Session::owners(const std::vector<xcb_window_t> &windows)
     return known ? *known : statedOwners(local);
 }
 
+std::unique_ptr<Session> connected()
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return nullptr;
+    const XcbLibrary *x = XcbLibrary::get();
+    auto session = x != nullptr ? std::make_unique<Session>(*x) : nullptr;
+    return session && session->isReady() ? std::move(session) : nullptr;
+}
+
+std::unique_ptr<Session> kept;
+
 } // namespace
 
 std::optional<QSet<int>> windowOwners()
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+    const std::unique_ptr<Session> fresh = kept ? nullptr : connected();
+    Session *session = kept ? kept.get() : fresh.get();
+    if (session == nullptr)
         return std::nullopt;
-    const XcbLibrary *x = XcbLibrary::get();
-    if (x == nullptr)
-        return std::nullopt;
-    Session session(*x);
-    if (!session.isReady())
-        return std::nullopt;
-    const std::optional<std::vector<xcb_window_t>> windows = session.clientList();
+    const std::optional<std::vector<xcb_window_t>> windows = session->clientList();
     if (!windows)
         return std::nullopt;
-    return session.owners(*windows);
+    return session->owners(*windows);
+}
+
+void keepDisplayConnection()
+{
+    kept = connected();
 }
 
 } // namespace varnel

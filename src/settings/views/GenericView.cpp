@@ -8,7 +8,8 @@
 #include "ui/ElidedLabel.h"
 #include "ui/Theme.h"
 
-#include <QFileInfo>
+#include <QApplication>
+#include <QClipboard>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -262,13 +263,22 @@ QString GenericView::filePath() const
 
 bool GenericView::canShowFile() const
 {
-    return context.desktop && QFileInfo::exists(filePath());
+    return context.desktop && context.access.fileExists(setting());
+}
+
+bool GenericView::copiesPath() const
+{
+    return context.desktop && !context.desktop->isReachable();
 }
 
 void GenericView::showFile() const
 {
-    if (canShowFile())
+    if (!canShowFile())
+        return;
+    if (context.desktop->isReachable())
         context.desktop->reveal(filePath());
+    else
+        QApplication::clipboard()->setText(filePath());
 }
 
 void GenericView::takeControl(QWidget *control)

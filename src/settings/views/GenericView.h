@@ -98,6 +98,8 @@ public:
     void showFile() const;
     /// Whether there is a file manager to be asked, and a file to be shown.
     [[nodiscard]] bool canShowFile() const;
+    /// Whether showFile() has to copy the file's path, having no desktop to ask.
+    [[nodiscard]] bool copiesPath() const;
 
     /// Makes the row's widgets, once.
     void makeControls();

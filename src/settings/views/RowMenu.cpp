@@ -98,7 +98,8 @@ void RowMenu::addActions(QMenu &menu, int place)
     copy->setEnabled(!keys.isEmpty());
     connect(copy, &QAction::triggered, this, [keys] { QApplication::clipboard()->setText(keys); });
 
-    QAction *show = menu.addAction(tr("Show File in File Manager"));
+    QAction *show = menu.addAction(row.copiesPath() ? tr("Copy Path of File")
+                                                    : tr("Show File in File Manager"));
     show->setEnabled(row.canShowFile());
     connect(show, &QAction::triggered, &row, &GenericView::showFile);
 }

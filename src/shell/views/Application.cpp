@@ -2,13 +2,16 @@
 
 #include "base/Literals.h"
 #include "platform/linux/EarlyFonts.h"
+#include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxInstanceGuard.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
 #include "platform/linux/LinuxTerminal.h"
+#include "platform/linux/X11ClientList.h"
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
+#include "shell/views/AccessibilityBus.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -35,10 +38,26 @@ int answer(const QString &text)
     return written ? Done : refuse(Failed, u"standard output: " + written.error().text);
 }
 
-/// The home folder, with its standard folders where they may be made.
-Result<HomeFolder> chooseHome(const StartOptions &options)
+Result<HomeFolder> chosenHome(const StartOptions &options)
 {
-    Result<HomeFolder> home = options.home ? namedHome(*options.home) : ownHome();
+    return options.home ? namedHome(*options.home) : ownHome();
+}
+
+bool becomesOwner(const Result<HomeFolder> &home)
+{
+    const Result<HomeOwner> owner = home ? HomeOwner::of(home.value()) : home.error();
+    return owner && owner.value().isAnother();
+}
+
+/// The home as it is worked on from here: with its owner's rights where they are not the caller's,
+/// and with its standard folders where they may be made.
+Result<HomeFolder> takeUp(const HomeFolder &chosen, const StartOptions &options)
+{
+    if (becomesOwner(chosen)) {
+        connectToAccessibilityBus();
+        keepDisplayConnection();
+    }
+    Result<HomeFolder> home = workAsOwner(chosen);
     if (!home)
         return home;
     const auto missing = options.home && !options.newHome ? StandardFolders::Missing::NeedLibrary
@@ -50,7 +69,7 @@ Result<HomeFolder> chooseHome(const StartOptions &options)
     return home;
 }
 
-int openWindow(const HomeFolder &home, const QString &systemRoot)
+int openWindow(const HomeFolder &chosen, const StartOptions &options)
 {
     MainWindow *window = nullptr;
     LinuxInstanceGuard guard;
@@ -58,9 +77,13 @@ int openWindow(const HomeFolder &home, const QString &systemRoot)
         if (window != nullptr)
             window->raiseToUser();
     };
-    if (guard.acquire(home.path, raise) == InstanceGuard::Outcome::AlreadyRunning)
+    // The lock lies in a folder of the caller's.
+    if (guard.acquire(chosen.path, raise) == InstanceGuard::Outcome::AlreadyRunning)
         return Done;
-    Application application(home, systemRoot);
+    const Result<HomeFolder> home = takeUp(chosen, options);
+    if (!home)
+        return refuse(Failed, home.error().text);
+    Application application(home.value(), options.systemRoot);
     window = &application.window();
     window->show();
     return QApplication::exec();
@@ -71,10 +94,11 @@ int openWindow(const HomeFolder &home, const QString &systemRoot)
 Application::Application(const HomeFolder &home, const QString &systemRoot)
     : store(home), files(store), finderInfo(home), runner(home),
       host(home, systemRoot, store, folders), mainWindow(home),
-      windowSize(mainWindow), context {home,    SharedObject::getSharedObject(),
-                                       files,   finderInfo,
-                                       folders, runner,
-                                       dialogs, &host.ports()},
+      windowSize(mainWindow, home.asOwner() ? WindowSize::Memory::None : WindowSize::Memory::Kept),
+      context {home,    SharedObject::getSharedObject(),
+               files,   finderInfo,
+               folders, runner,
+               dialogs, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
     for (const QString &folder : Tools::foldersWrittenTo(home)
@@ -115,8 +139,11 @@ int runApplication(int argc, char **argv)
         if (i > 0 && arguments.last().toLocal8Bit() != argv[i])
             return refuse(Usage, u"an argument is not UTF-8 text"_s);
     }
-    if (const StartOptions early = parseStartOptions(arguments); !early.answer.isEmpty())
+    const StartOptions early = parseStartOptions(arguments);
+    if (!early.answer.isEmpty())
         return answer(early.answer);
+    // Before there is a second thread; the rights themselves go once the display is there.
+    const bool renounced = becomesOwner(chosenHome(early)) && HomeOwner::renounce() == 0;
     EarlyFonts fonts;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("varnel"));
@@ -126,12 +153,14 @@ int runApplication(int argc, char **argv)
     const StartOptions options = parseStartOptions(QApplication::arguments());
     if (!options.mistake.isEmpty())
         return refuse(Usage, options.mistake + u" Try varnel --help.");
-    const Result<HomeFolder> home = chooseHome(options);
+    const Result<HomeFolder> home = chosenHome(options);
     if (!home)
         return refuse(Failed, home.error().text);
+    if (becomesOwner(home) && !renounced)
+        return refuse(Failed, home.value().path + u": can't be worked on as its owner");
     fonts.wait();
     Theme::apply(application);
-    return openWindow(home.value(), options.systemRoot);
+    return openWindow(home.value(), options);
 }
 
 } // namespace varnel

@@ -49,8 +49,16 @@ void MainWindow::dressBand(const HomeFolder &home)
          {static_cast<QWidget *>(ui->bandName), static_cast<QWidget *>(ui->bandSubtitle),
           static_cast<QWidget *>(ui->editedHome)})
         inkOnBand(text);
-    if (!home.own)
-        ui->editedHome->setText(tr("Editing ") + home.path);
+    if (!home.own || home.asOwner())
+        ui->editedHome->setText(tr("Editing ") + home.path
+                                + (home.asOwner() ? tr(" as ") + home.workedAs : QString()));
+    if (home.asOwner())
+        ui->editedHome->setLastingTip(
+            tr("%1\nThis window has the rights of %2, and no others. It does not remember its "
+               "size, "
+               "opens nothing on this desktop (it offers paths for copying), and lists the "
+               "applications of %2 only.")
+                .arg(ui->editedHome->text(), home.workedAs));
 }
 
 void MainWindow::dressTabs()

@@ -7,6 +7,9 @@
 #include "ui/Icons.h"
 #include "ui/Theme.h"
 
+#include <QApplication>
+#include <QClipboard>
+
 #include <array>
 
 #include "ui_WelcomeView.h"
@@ -47,6 +50,8 @@ WelcomeView::WelcomeView(const PageContext &context)
     ui->setupUi(this);
     awakeFromNib();
     addLinks();
+    if (context.host != nullptr && !context.host->desktop.isReachable())
+        ui->websiteButton->setToolTip(tr("Copies %1").arg(websiteAddress));
     connect(ui->websiteButton, &QAbstractButton::clicked, this, &WelcomeView::openBrackwellWebsite);
 }
 
@@ -84,8 +89,12 @@ void WelcomeView::addLinks()
 
 void WelcomeView::openBrackwellWebsite()
 {
-    if (context.host != nullptr)
+    if (context.host == nullptr)
+        return;
+    if (context.host->desktop.isReachable())
         context.host->desktop.openUrl(websiteAddress);
+    else
+        QApplication::clipboard()->setText(websiteAddress);
 }
 
 } // namespace varnel

@@ -37,8 +37,12 @@ QSize fitting(const QWidget &window, QSize size)
 
 } // namespace
 
-WindowSize::WindowSize(QWidget &window) : window(window)
+WindowSize::WindowSize(QWidget &window, Memory memory) : window(window), memory(memory)
 {
+    if (memory == Memory::None) {
+        window.resize(fitting(window, window.size()));
+        return;
+    }
     const QSettings settings(filePath(), QSettings::IniFormat);
     const QSize remembered = settings.value(sizeKey).toSize();
     const bool any = remembered.isValid();
@@ -49,6 +53,8 @@ WindowSize::WindowSize(QWidget &window) : window(window)
 
 void WindowSize::remember() const
 {
+    if (memory == Memory::None)
+        return;
     QSettings settings(filePath(), QSettings::IniFormat);
     settings.setValue(sizeKey, ownSize(window));
     settings.setValue(maximizedKey, window.isMaximized());

@@ -1,10 +1,13 @@
 #include "sysinfo/views/BSDProcessesView.h"
 
+#include "platform/Desktop.h"
 #include "sysinfo/ProcessActions.h"
 #include "sysinfo/views/ProcessCell.h"
 #include "sysinfo/views/ProcessModel.h"
 #include "ui/Theme.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QShortcut>
 
@@ -25,7 +28,20 @@ BSDProcessesView::BSDProcessesView(const PageContext &context, QWidget *parent)
     connect(ui->killProcessButton, &QPushButton::clicked, this, &BSDProcessesView::killProcess);
     auto *refresh = new QShortcut(QKeySequence::Refresh, this);
     connect(refresh, &QShortcut::activated, this, &BSDProcessesView::refreshData);
+    if (context.host && !context.host->desktop.isReachable())
+        offerWhatIsLeft();
     tableViewSelected();
+}
+
+/// The window works as the home's owner: it sees that person's processes, and no desktop.
+void BSDProcessesView::offerWhatIsLeft()
+{
+    ui->showInFinderButton->setText(tr("Copy Path"));
+    ui->emptyLabel->setText(tr("No applications of %1 with a window are running.\n"
+                               "This window works as %1 and sees nobody else's.")
+                                .arg(context.home.workedAs));
+    ui->tableView->setToolTip(tr("This window works as %1 and shows the applications of %1 only.")
+                                  .arg(context.home.workedAs));
 }
 
 BSDProcessesView::~BSDProcessesView() = default;
@@ -94,8 +110,13 @@ void BSDProcessesView::refreshData()
 
 void BSDProcessesView::showInFinder()
 {
-    if (const int row = selectedRow(); row >= 0)
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    if (context.host->desktop.isReachable())
         varnel::showInFinder(processes->rows()[row], context.host->desktop);
+    else
+        QApplication::clipboard()->setText(processes->rows()[row].bundleLocation);
 }
 
 void BSDProcessesView::killProcess()

@@ -34,6 +34,7 @@ public:
 
 private:
     void setUpTable();
+    void offerWhatIsLeft();
     void reloadTable();
     void select(const QString &bundleLocation);
     [[nodiscard]] int selectedRow() const;

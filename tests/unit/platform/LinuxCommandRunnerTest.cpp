@@ -6,6 +6,7 @@
 
 #include <QTemporaryDir>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -136,10 +137,28 @@ struct ForeignHomeChild : testing::Test {
 
 TEST_F(ForeignHomeChild, HasTheOwnersRightsAndNothingOfRoots)
 {
-    EXPECT_EQ(status(u"Uid|Gid|Groups|CapPrm|CapEff|NoNewPrivs"_s).value().simplified(),
+    EXPECT_EQ(status(u"Uid|Gid|Groups|CapPrm|CapEff|CapBnd|NoNewPrivs"_s).value().simplified(),
               u"Uid: 54321 54321 54321 54321 Gid: 54321 54321 54321 54321 Groups: 54321 "
-              "CapPrm: 0000000000000000 CapEff: 0000000000000000 NoNewPrivs: 1"_s);
-    EXPECT_EQ(shell(u"echo \"$HOME,$USER,$LOGNAME\""_s).value(), QString(home.path + u",,\n"));
+              "CapPrm: 0000000000000000 CapEff: 0000000000000000 CapBnd: 0000000000000000 "
+              "NoNewPrivs: 1"_s);
+}
+
+TEST_F(ForeignHomeChild, FindsNothingOfTheCallersEnvironmentSessionAndFolder)
+{
+    qputenv("VARNEL_TEST_SECRET", "marked secret");
+    const QStringList variables = LinuxCommandRunner(home)
+                                      .run(u"/usr/bin/env"_s, {})
+                                      .value()
+                                      .split(u'\n', Qt::SkipEmptyParts);
+    qunsetenv("VARNEL_TEST_SECRET");
+    EXPECT_THAT(variables,
+                testing::UnorderedElementsAre(u"PATH=/usr/local/bin:/usr/bin:/bin"_s,
+                                              u"LANG=C.UTF-8"_s, QString(u"HOME=" + home.path),
+                                              u"USER=54321"_s, u"LOGNAME=54321"_s));
+    EXPECT_EQ(shell(u"pwd -P; read -r line </proc/$$/stat; set -- ${line##*)};"
+                    " [ $4 = $$ ] && echo leads its session"_s)
+                  .value(),
+              u"/\nleads its session\n"_s);
 }
 
 TEST_F(ForeignHomeChild, OfAnAccountHasItsGroups)

@@ -166,7 +166,8 @@ TEST_F(LinuxDesktopTest, InSomebodyElsesHomeProgramsHaveTheOwnersRights)
     LinuxDesktop desktop {HomeFolder {home.path(), true}};
     EXPECT_EQ(callsOf([&] {
                   desktop.launch(QStringLiteral("/bin/sh"), QStringLiteral("/"),
-                                 {QStringLiteral("-c"), QStringLiteral("id -u >\"$CALLS\"")});
+                                 {QStringLiteral("-c"), QStringLiteral("id -u >\"$1\""),
+                                  QStringLiteral("sh"), pipe()});
               }),
               "54321\n");
 }

@@ -140,16 +140,6 @@ TEST_F(LinuxFileStoreForeignHome, OwnerAndGroupAreKept)
     EXPECT_EQ(modeOf(path), 0640U);
 }
 
-TEST_F(LinuxFileStoreForeignHome, ANewFileBelongsToTheHomesOwner)
-{
-    handOver();
-    ASSERT_EQ(::chown(qPrintable(folder), 0, 0), 0);
-    ASSERT_TRUE(update("new"));
-    EXPECT_EQ(statusOf(path).st_uid, stranger);
-    EXPECT_EQ(statusOf(path).st_gid, stranger);
-    EXPECT_EQ(modeOf(path), 0600U);
-}
-
 TEST_F(LinuxFileStorePlainUser, AFileOfTheUsersOwnIsReplacedWithoutPrivileges)
 {
     writeRaw(path, "old", 0600);

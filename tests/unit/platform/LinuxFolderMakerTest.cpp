@@ -72,16 +72,6 @@ TEST_F(LinuxFolderMakerTest, InSomebodyElsesHomeAPathThatClimbsOutIsRefused)
     EXPECT_FALSE(QFileInfo::exists(around.path() + u"/elsewhere"));
 }
 
-TEST_F(LinuxFolderMakerTest, InSomebodyElsesHomeItBelongsToThem)
-{
-    if (!giveHomeAway())
-        GTEST_SKIP() << "needs the right to give files away";
-    ASSERT_TRUE(maker.makeFolder(home.home(), in(QStringLiteral("Library/One"))).ok());
-    const QFileInfo made(in(QStringLiteral("Library/One")));
-    EXPECT_EQ(made.ownerId(), somebody);
-    EXPECT_EQ(made.groupId(), somebody);
-}
-
 TEST_F(LinuxFolderMakerTest, InSomebodyElsesHomeALinkThatLeadsOutIsRefused)
 {
     const TemporaryHome elsewhere;

@@ -115,19 +115,6 @@ TEST_F(LinuxStandardFoldersTest, AHomeThatIsMissingIsNotMade)
     EXPECT_FALSE(QFileInfo::exists(path));
 }
 
-TEST_F(LinuxStandardFoldersTest, WhatIsMadeInSomebodyElsesHomeIsTheirs)
-{
-    VARNEL_NEEDS_ROOT();
-    ASSERT_EQ(::chown(qPrintable(path), stranger, 777), 0);
-    ASSERT_TRUE(folders.ensure(home, Missing::Make).ok());
-    ASSERT_TRUE(LinuxFolderMaker().makeFolder(home, support + u"/Own/").ok());
-    for (const QString &folder : {library, preferences, support, QString(support + u"/Own")}) {
-        EXPECT_EQ(statusOf(folder).st_uid, stranger);
-        EXPECT_EQ(statusOf(folder).st_gid, 777U);
-        EXPECT_EQ(modeOf(folder), 0700U);
-    }
-}
-
 TEST_F(LinuxStandardFoldersTest, ALinkOutOfSomebodyElsesHomeIsRefused)
 {
     VARNEL_NEEDS_ROOT();

@@ -1,0 +1,218 @@
+#include "platform/linux/Worker.h"
+
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxTerminal.h"
+
+#include <QFile>
+#include <QString>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+
+namespace varnel {
+
+namespace {
+
+/// What the copy ends with when the work came to its end.
+constexpr int finished = 0;
+/// How often it is looked at while it says nothing, in milliseconds.
+constexpr int tick = 100;
+
+bool speakToNobody()
+{
+    const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    return null >= 0 && ::dup2(null, STDIN_FILENO) >= 0 && ::dup2(null, STDOUT_FILENO) >= 0
+        && ::dup2(null, STDERR_FILENO) >= 0;
+}
+
+/// In the copy.
+[[noreturn]] void workAndEnd(const Worker::Work &work, const FileDescriptor &pipe, pid_t starter)
+{
+    // Its starter's end by a signal, or by a key of the terminal, is its end.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != starter || !speakToNobody())
+        ::_exit(1);
+    ::setsid();
+    bool told = true;
+    work([&](const QByteArray &line) {
+        told = told && LinuxTerminal::writeAll(pipe.get(), QByteArray(line + '\n')).ok();
+    });
+    ::_exit(told ? finished : 1);
+}
+
+/// How much of the processor a process has used, in ticks; -1 when it can't be told.
+qint64 processorTicks(pid_t process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray line = file.readAll();
+    // The name may hold anything, but ends at the last bracket.
+    const QByteArrayList fields = line.mid(line.lastIndexOf(')') + 1).simplified().split(' ');
+    constexpr qsizetype user = 11; // counted behind the name
+    constexpr qsizetype system = 12;
+    return fields.value(user).toLongLong() + fields.value(system).toLongLong();
+}
+
+/// The working copy, seen from the process that started it.
+class Watch {
+public:
+    Watch(pid_t process, FileDescriptor pipe, const Worker::Limits &limits)
+        : process(process), pipe(std::move(pipe)), limits(limits)
+    {
+    }
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+    ~Watch()
+    {
+        if (!gone)
+            end();
+    }
+
+    Result<void> follow(const Worker::Hear &hear);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    [[nodiscard]] bool waitForBytes() const;
+    [[nodiscard]] bool isStopped();
+    [[nodiscard]] bool isSilent();
+    bool takeBytes(const Worker::Hear &hear);
+    [[nodiscard]] Result<void> ended();
+    void end();
+
+    pid_t process;
+    FileDescriptor pipe;
+    const Worker::Limits &limits;
+    bool gone = false;
+    int status = 0;
+    QByteArray unfinished;
+    qsizetype heard = 0;
+    Clock::time_point lastSign = Clock::now();
+    qint64 lastTicks = 0;
+};
+
+Error failed(const QString &why)
+{
+    return {ErrorCode::Failed, why};
+}
+
+bool Watch::waitForBytes() const
+{
+    pollfd waited {pipe.get(), POLLIN, 0};
+    return uninterrupted([&] { return ::poll(&waited, 1, tick); }) > 0;
+}
+
+/// Somebody with the worker's rights may stop it, and would hold up everybody else's homes.
+bool Watch::isStopped()
+{
+    if (gone || ::waitpid(process, &status, WNOHANG | WUNTRACED) != process)
+        return false;
+    gone = !WIFSTOPPED(status);
+    return !gone;
+}
+
+bool Watch::isSilent()
+{
+    if (Clock::now() - lastSign < limits.silence)
+        return false;
+    const qint64 ticks = processorTicks(process);
+    if (ticks == lastTicks)
+        return true;
+    lastTicks = ticks;
+    lastSign = Clock::now();
+    return false;
+}
+
+/// False at the end of what is said.
+bool Watch::takeBytes(const Worker::Hear &hear)
+{
+    std::array<char, std::size_t {1} << 16> buffer {};
+    const ssize_t count =
+        uninterrupted([&] { return ::read(pipe.get(), buffer.data(), buffer.size()); });
+    if (count <= 0)
+        return false;
+    lastSign = Clock::now();
+    heard += count;
+    if (heard > limits.bytes)
+        return true;
+    unfinished.append(buffer.data(), count);
+    qsizetype from = 0;
+    for (qsizetype end = 0; (end = unfinished.indexOf('\n', from)) >= 0; from = end + 1)
+        hear(unfinished.mid(from, end - from));
+    unfinished.remove(0, from);
+    return true;
+}
+
+Result<void> Watch::follow(const Worker::Hear &hear)
+{
+    for (;;) {
+        if (waitForBytes() && !takeBytes(hear))
+            return ended();
+        if (heard > limits.bytes)
+            return failed(QStringLiteral("its answer is too long"));
+        if (isStopped())
+            return failed(QStringLiteral("somebody stopped the work, so it was ended"));
+        if (isSilent())
+            return failed(
+                QStringLiteral("nothing was heard of the work for %1 s, so it was ended")
+                    .arg(std::chrono::floor<std::chrono::seconds>(limits.silence).count()));
+    }
+}
+
+/// It has said all that it says; how it ends tells whether that was all.
+Result<void> Watch::ended()
+{
+    // Readable as soon as the process is gone.
+    const FileDescriptor handle(int(::syscall(SYS_pidfd_open, process, 0)));
+    while (!gone) {
+        pollfd waited {handle.get(), POLLIN, 0};
+        uninterrupted([&] { return ::poll(&waited, 1, handle ? tick : 1); });
+        if (isStopped())
+            return failed(QStringLiteral("somebody stopped the work, so it was ended"));
+        if (!gone && isSilent())
+            return failed(QStringLiteral("the work did not end by itself, so it was ended"));
+    }
+    if (WIFSIGNALED(status))
+        return failed(QStringLiteral("the work was ended by signal %1").arg(WTERMSIG(status)));
+    if (WEXITSTATUS(status) != finished)
+        return failed(QStringLiteral("the work ended before its time"));
+    return {};
+}
+
+void Watch::end()
+{
+    ::kill(process, SIGKILL);
+    uninterrupted([&] { return ::waitpid(process, &status, 0); });
+    gone = true;
+}
+
+} // namespace
+
+Result<void> Worker::run(const Work &work, const Hear &hear) const
+{
+    std::array<int, 2> ends {};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        return failed(qt_error_string(errno));
+    FileDescriptor reading(ends[0]);
+    FileDescriptor writing(ends[1]);
+    const pid_t starter = ::getpid();
+    const pid_t process = ::fork();
+    if (process < 0)
+        return failed(qt_error_string(errno));
+    if (process == 0) {
+        reading = FileDescriptor();
+        workAndEnd(work, writing, starter);
+    }
+    writing = FileDescriptor();
+    return Watch(process, std::move(reading), limits).follow(hear);
+}
+
+} // namespace varnel
