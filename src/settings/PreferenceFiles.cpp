@@ -7,6 +7,8 @@
 #include "plist/PropertyList.h"
 #include "settings/EditDrafts.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <limits>
 
