@@ -145,7 +145,6 @@ ExitStatus LoginItemsReport::status() const
 Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
                                        const QString &path, StandardFolders::Missing folders)
 {
-    const LogSilence silence(session.isDryRun());
     LoginItemsSession items(session);
     LoginItemsReport report = planned(items, action, path);
     report.dryRun = session.isDryRun();
