@@ -198,9 +198,9 @@ TEST_F(HiddenHomeTest, itsDatabasesAreOpenedThroughTheHome)
     const QString file = place.path + u"/Library/a.sqlite";
     const auto work = [&](const HomeFolder &worked) {
         LinuxFileStore store(worked);
-        const Result<QString> name = store.readyForDatabase(file);
+        const Result<FileStore::DatabasePlace> found = store.readyForDatabase(file);
         Result<Sqlite> database =
-            name ? Sqlite::open(name.value(), Sqlite::Access::Create) : name.error();
+            found ? Sqlite::open(found.value().path, Sqlite::Access::Create) : found.error();
         const Result<void> made = database
             ? database.value().run(u"CREATE TABLE users (value1 TEXT)"_s, Sqlite::Verb::CreateTable)
             : database.error();

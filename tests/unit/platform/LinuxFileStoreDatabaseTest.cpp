@@ -17,7 +17,7 @@ struct ForeignDatabasePlace : ForeignHome {
     QString database = home.path() + u"/Library/a.sqlite";
     [[nodiscard]] ErrorCode readyError()
     {
-        const Result<QString> ready = store.readyForDatabase(database);
+        const Result<FileStore::DatabasePlace> ready = store.readyForDatabase(database);
         return ready ? ErrorCode::Invalid : ready.error().code;
     }
 };
@@ -49,7 +49,8 @@ TEST_F(DatabasePlace, ADatabaseThatIsThereStaysAsItIs)
 
 TEST_F(DatabasePlace, AMissingFolderIsNotFoundAndNothingIsMade)
 {
-    const Result<QString> ready = store.readyForDatabase(home.path() + u"/none/a.sqlite");
+    const Result<FileStore::DatabasePlace> ready =
+        store.readyForDatabase(home.path() + u"/none/a.sqlite");
     ASSERT_FALSE(ready.ok());
     EXPECT_EQ(ready.error().code, ErrorCode::NotFound);
     EXPECT_FALSE(QFileInfo::exists(home.path() + u"/none"));
