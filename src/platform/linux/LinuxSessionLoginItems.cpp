@@ -44,9 +44,9 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
 LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders,
                                                const QString &supportFolder, FileStore &store,
                                                FolderMaker &maker, const FileReader &hostFiles)
-    : home(std::move(home)), folders(std::move(folders)),
-      orderFile(supportFolder + u"LoginItemsOrder.txt"), kept(keptFolder(supportFolder), store),
-      store(store), maker(maker), hostFiles(hostFiles)
+    : home(std::move(home)), folders(std::move(folders)), kept(keptFolder(supportFolder), store),
+      order(supportFolder + u"LoginItemsOrder.txt", store), store(store), maker(maker),
+      hostFiles(hostFiles)
 {
 }
 
@@ -64,7 +64,7 @@ QString LinuxSessionLoginItems::userFile(const QString &fileName) const
 QList<AutostartItem> LinuxSessionLoginItems::items() const
 {
     QList<AutostartItem> list = readAutostartList(folders, store, hostFiles, parsed);
-    const QStringList inserted = order();
+    const QStringList inserted = order.names();
     if (inserted.isEmpty())
         return list;
     QHash<QString, qsizetype> places;
@@ -151,7 +151,7 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
     for (const AutostartItem &item : itemsOf(path))
         moved.append(item.fileName);
     if (!moved.isEmpty())
-        return changeOrder(moved, true);
+        return moveToEnd(moved);
 
     // Without knowing what is kept, a new entry would take its place for good.
     const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
@@ -171,7 +171,7 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
     }
     if (restored.isEmpty())
         return insertNew(path);
-    Result<void> ordered = changeOrder(restored, true);
+    Result<void> ordered = moveToEnd(restored);
     if (!ordered)
         return ordered;
     // What is back in the list needs no keeping; a leftover does no harm.
@@ -223,7 +223,7 @@ Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
     }
     if (Result<void> written = writeFile(userFile(name), bytes); !written)
         return written;
-    return changeOrder({name}, true);
+    return moveToEnd({name});
 }
 
 /// A file name that neither the user's nor a system's folder has: taking a system's would hide that
@@ -275,7 +275,8 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
                           taken.error().text + u" (the entry is kept in " + kept.fileOf(path)
                               + u')'};
     }
-    return changeOrder(names, false);
+    makeFolders(QFileInfo(order.file()).path());
+    return order.remove(names);
 }
 
 QString LinuxSessionLoginItems::keptIn(const QString &path) const
@@ -321,26 +322,10 @@ void LinuxSessionLoginItems::makeFolders(const QString &folder)
     }
 }
 
-QStringList LinuxSessionLoginItems::order() const
+Result<void> LinuxSessionLoginItems::moveToEnd(const QStringList &fileNames)
 {
-    const Result<QByteArray> bytes = store.read(orderFile);
-    return bytes ? QString::fromUtf8(bytes.value()).split(u'\n', Qt::SkipEmptyParts)
-                 : QStringList();
-}
-
-Result<void> LinuxSessionLoginItems::changeOrder(const QStringList &fileNames, bool append)
-{
-    makeFolders(QFileInfo(orderFile).path());
-    return store.update(orderFile, [&](const std::optional<QByteArray> &old) -> Answer {
-        QStringList names =
-            QString::fromUtf8(old.value_or(QByteArray())).split(u'\n', Qt::SkipEmptyParts);
-        names.removeIf([&](const QString &name) { return fileNames.contains(name); });
-        if (append)
-            names += fileNames;
-        if (names.isEmpty() && !old)
-            return std::optional<QByteArray>();
-        return std::optional(names.isEmpty() ? QByteArray() : names.join(u'\n').toUtf8() + '\n');
-    });
+    makeFolders(QFileInfo(order.file()).path());
+    return order.moveToEnd(fileNames);
 }
 
 } // namespace varnel

@@ -3,6 +3,7 @@
 #include "base/HomeFolder.h"
 #include "platform/linux/AutostartList.h"
 #include "platform/linux/KeptLoginItems.h"
+#include "platform/linux/LoginItemsOrder.h"
 #include "platform/linux/ParsedEntries.h"
 #include "platform/SessionLoginItems.h"
 
@@ -63,13 +64,12 @@ private:
     void makeUserFolder();
     void makeFolders(const QString &folder);
 
-    [[nodiscard]] QStringList order() const;
-    Result<void> changeOrder(const QStringList &fileNames, bool append);
+    Result<void> moveToEnd(const QStringList &fileNames);
 
     HomeFolder home;
     AutostartFolders folders;
-    QString orderFile;
     KeptLoginItems kept;
+    LoginItemsOrder order;
     FileStore &store;
     FolderMaker &maker;
     const FileReader &hostFiles;

@@ -287,3 +287,26 @@ TEST_F(LoginItemsOfSession, AKeptRecordNamesPlainFilesOnly)
     EXPECT_EQ(entries[0].fileName, u"fine.desktop"_s);
     EXPECT_EQ(entries[0].mode, 0755U);
 }
+
+TEST_F(LoginItemsOfSession, TheOrderHoldsNamesWithLineFeedsAndReadsFilesOfEarlierVersions)
+{
+    const QStringList names {u"a\nb.desktop"_s, u"b.desktop"_s, u"\"c\\n.desktop"_s, u"d.desktop"_s,
+                             u"e\\\n\".desktop"_s};
+    for (const QString &name : names)
+        write(folders.user + u'/' + name, entry("/opt/" + QByteArray::number(names.indexOf(name))));
+    write(support + u"LoginItemsOrder.txt", "b.desktop\n\"c\\n.desktop\n");
+    QStringList expected = paths();
+    EXPECT_EQ(expected.mid(3), (QStringList {u"/opt/1"_s, u"/opt/2"_s}));
+    for (const int number : {3, 0, 4, 0, 1, 2, 4, 3}) {
+        const QString path = u"/opt/"_s + QString::number(number);
+        EXPECT_TRUE(list().insertAtEnd(path));
+        expected.removeOne(path);
+        expected.append(path);
+        EXPECT_EQ(paths(), expected);
+    }
+    EXPECT_TRUE(read(support + u"LoginItemsOrder.txt").contains("\nb.desktop\n"))
+        << "plain names stand as ever";
+    EXPECT_TRUE(list().removeEvery(u"/opt/0"_s));
+    expected.removeOne(u"/opt/0"_s);
+    EXPECT_EQ(paths(), expected);
+}
