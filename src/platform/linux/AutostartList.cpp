@@ -47,8 +47,10 @@ QMap<QString, Found> filesByName(const AutostartFolders &folders)
 {
     const auto names = [](const QString &folder) {
         logUnnamableEntries(folder);
-        return QDir(folder).entryList({QStringLiteral("*.desktop")},
-                                      QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+        // The toolkit compares names without their case unless it is told otherwise.
+        return QDir(folder).entryList(
+            {QStringLiteral("*.desktop")},
+            QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive, QDir::Name);
     };
     QMap<QString, Found> found;
     for (const QString &folder : folders.system) {

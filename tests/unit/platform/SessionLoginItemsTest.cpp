@@ -310,3 +310,13 @@ TEST_F(LoginItemsOfSession, TheOrderHoldsNamesWithLineFeedsAndReadsFilesOfEarlie
     expected.removeOne(u"/opt/0"_s);
     EXPECT_EQ(paths(), expected);
 }
+
+TEST_F(LoginItemsOfSession, OnlyNamesThatEndInDesktopExactlyAreEntries)
+{
+    user("Upper.DESKTOP", entry("/opt/upper"));
+    user("Mixed.Desktop", entry("/opt/mixed"));
+    user("old.desktop~", entry("/opt/old"));
+    user("fine.desktop", entry("/opt/fine"));
+    system("Upper.DESKTOP", entry("/opt/upper"));
+    EXPECT_EQ(paths(), (QStringList {u"/opt/fine"_s}));
+}
