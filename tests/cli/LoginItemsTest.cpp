@@ -192,6 +192,22 @@ TEST_F(LoginItemsTest, whereStoringFailsTheItemIsKeptAndTheMessageSaysWhere)
     EXPECT_EQ(fileBytes(autostart + u"/ann.desktop"), before);
 }
 
+TEST_F(LoginItemsTest, ofTwoEntriesOfOneProgramEachCanBeTakenOutAndComesBack)
+{
+    writeFile(autostart + u"/one.desktop", mailEntry);
+    writeFile(autostart + u"/two.desktop", mailEntry);
+    const QString two = autostart + u"/two.desktop";
+    for (const QString &path : {mail, two}) {
+        EXPECT_EQ(run({u"disable"_s, path}).status, 0);
+        EXPECT_EQ(list().filter(u"on "_s).size(), 1);
+        EXPECT_EQ(list().filter(u"off "_s), list().filter(path));
+        const Outcome enabled = run({u"enable"_s, path});
+        EXPECT_EQ(enabled.status, 0);
+        EXPECT_TRUE(enabled.out.startsWith("Changed")) << enabled.out.toStdString();
+        EXPECT_EQ(list().filter(u"on "_s).size(), 2);
+    }
+}
+
 TEST_F(LoginItemsTest, whatCannotBeAddedChangesNothing)
 {
     const Outcome outcome = run({u"add"_s, u"/opt/ann's"_s});

@@ -236,6 +236,23 @@ TEST_F(LoginItemsPage, SavingAppliesEmptiesTheListAndDoesNotReadAgain)
     EXPECT_EQ(rows.value()[0].loginItemAction(), Action::Enable);
 }
 
+TEST_F(LoginItemsPage, TheFirstOfTwoEntriesOfOneProgramIsOffAfterARestartAndCanBeTickedAgain)
+{
+    put(u"one"_s, u"/opt/same"_s);
+    put(u"two"_s, u"/opt/same"_s);
+    const QString two = u"on " + autostart + u"two.desktop";
+    start();
+    EXPECT_EQ(lines(), (QStringList {u"on /opt/same"_s, two}));
+    tick(0);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), (QStringList {two, u"off /opt/same"_s}));
+    tick(1);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), (QStringList {two, u"on /opt/same"_s}));
+}
+
 TEST_F(LoginItemsPage, CancellingAsksAndContinueLeavesEverything)
 {
     startWithThree();

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxSessionLoginItems.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
@@ -7,10 +8,13 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 #include <optional>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace varnel {
 
@@ -21,6 +25,14 @@ using Answer = Result<std::optional<QByteArray>>;
 QString keptFolder(const QString &supportFolder)
 {
     return supportFolder + u"RemovedLoginItems/";
+}
+
+template <typename Entry> QStringList namesOf(const QList<Entry> &entries)
+{
+    QStringList names;
+    for (const Entry &entry : entries)
+        names.append(entry.fileName);
+    return names;
 }
 
 Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
@@ -34,7 +46,7 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
         if (!form)
             return form.error();
         entry.link = form.value().link;
-        entry.mode = form.value().mode;
+        entry.mode = form.value().mode & (S_IRWXU | S_IRWXG | S_IRWXO);
     }
     return entry;
 }
@@ -61,9 +73,16 @@ QString LinuxSessionLoginItems::userFile(const QString &fileName) const
     return folders.user + u'/' + fileName;
 }
 
+AutostartList LinuxSessionLoginItems::unread() const
+{
+    return AutostartList({folders, store, hostFiles, kept, parsed});
+}
+
 QList<AutostartItem> LinuxSessionLoginItems::items() const
 {
-    QList<AutostartItem> list = readAutostartList(folders, store, hostFiles, parsed);
+    AutostartList now = unread();
+    now.read();
+    QList<AutostartItem> list = now.items();
     const QStringList inserted = order.names();
     if (inserted.isEmpty())
         return list;
@@ -79,6 +98,7 @@ QList<AutostartItem> LinuxSessionLoginItems::items() const
 void LinuxSessionLoginItems::beginChanges()
 {
     manyChanges = true;
+    known.reset();
 }
 
 void LinuxSessionLoginItems::endChanges()
@@ -95,22 +115,19 @@ bool LinuxSessionLoginItems::stillStands(const AutostartItem &item) const
 
 void LinuxSessionLoginItems::readKnown()
 {
-    known.emplace();
-    changed.clear();
-    for (const AutostartItem &item : items())
-        (*known)[item.path].append(item);
+    known.emplace(unread());
+    known->read();
 }
 
 QList<AutostartItem> LinuxSessionLoginItems::itemsOf(const QString &path)
 {
-    if (!manyChanges || !known || changed.contains(path))
+    if (!manyChanges || !known)
         readKnown();
-    const QList<AutostartItem> before = known->value(path);
+    const QList<AutostartItem> before = known->itemsOf(path);
     if (!std::all_of(before.begin(), before.end(),
                      [this](const AutostartItem &item) { return stillStands(item); }))
         readKnown();
-    changed.insert(path);
-    return known->value(path);
+    return known->itemsOf(path);
 }
 
 Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
@@ -147,36 +164,36 @@ QString LinuxSessionLoginItems::applicationsFolder() const
 
 Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 {
-    QStringList moved;
-    for (const AutostartItem &item : itemsOf(path))
-        moved.append(item.fileName);
-    if (!moved.isEmpty())
-        return moveToEnd(moved);
-
+    const QStringList names = namesOf(itemsOf(path));
     // Without knowing what is kept, a new entry would take its place for good.
+    const Result<QList<KeptEntry>> back = returning(path);
+    if (!back)
+        return back.error();
+    const QList<KeptEntry> &entries = back.value();
+    if (names.isEmpty() && entries.isEmpty())
+        return insertNew(path);
+    if (Result<void> put = putBack(path, entries); !put)
+        return put;
+    if (Result<void> ordered = moveToEnd(names + namesOf(entries)); !ordered)
+        return ordered;
+    forget(path, entries);
+    return {};
+}
+
+Result<QList<KeptEntry>> LinuxSessionLoginItems::returning(const QString &path) const
+{
     const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
     if (!entries)
         return entries.error();
-    makeUserFolder();
-    QStringList restored;
-    for (const KeptEntry &entry : entries.value()) {
+    QList<KeptEntry> back;
+    for (const KeptEntry &entry : latestOfEachName(entries.value())) {
         const Result<bool> free = canTake(entry);
         if (!free)
             return free.error();
-        if (!free.value())
-            continue;
-        if (Result<void> put = putBack(entry); !put)
-            return put;
-        restored.append(entry.fileName);
+        if (free.value())
+            back.append(entry);
     }
-    if (restored.isEmpty())
-        return insertNew(path);
-    Result<void> ordered = moveToEnd(restored);
-    if (!ordered)
-        return ordered;
-    // What is back in the list needs no keeping; a leftover does no harm.
-    (void)removeEntry(home, kept.fileOf(path));
-    return {};
+    return back;
 }
 
 /// A place is free for a kept entry when nothing stands there, or only what hides the system's.
@@ -195,6 +212,18 @@ Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
                                                                       : now.error();
 }
 
+Result<void> LinuxSessionLoginItems::putBack(const QString &path, const QList<KeptEntry> &entries)
+{
+    if (entries.isEmpty())
+        return {};
+    makeUserFolder();
+    Result<void> put;
+    for (auto entry = entries.begin(); put && entry != entries.end(); ++entry)
+        put = putBack(*entry);
+    known->readAgain(path, namesOf(entries));
+    return put;
+}
+
 Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
 {
     const QString file = userFile(entry.fileName);
@@ -208,21 +237,36 @@ Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
     return putFile(home, file, entry.bytes, entry.mode);
 }
 
+/// What is back in the list needs no keeping, unless that alone tells its path: an update may have
+/// changed what the path was worked out from. A leftover does no harm: it names the same entry.
+void LinuxSessionLoginItems::forget(const QString &path, const QList<KeptEntry> &entries)
+{
+    if (entries.isEmpty() || !known->hasPathWithout(path, entries))
+        return;
+    if (const Result<bool> more = kept.forget(path, entries); more && !more.value())
+        (void)removeEntry(home, kept.fileOf(path));
+    known->readAgain(path, {});
+}
+
 Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
 {
     const QString name = freeName(path);
     QByteArray bytes = newAutostartEntry(path);
-    if (path.endsWith(u".desktop")) {
-        const Result<QByteArray> installed = hostFiles.read(path);
+    const Result<QByteArray> installed =
+        path.endsWith(u".desktop") ? hostFiles.read(path) : Result<QByteArray>(QByteArray());
+    if (installed) {
+        const std::optional<AutostartEntry> entry = parsed.entryOf(path, installed.value());
         // A copy under another name, or of an entry that is not installed, must say where it comes
         // from.
         const bool speaksForItself = name == QFileInfo(path).fileName()
             && folders.applications.contains(QFileInfo(path).path());
-        if (installed && parsed.entryOf(path, installed.value()))
+        if (entry)
             bytes = speaksForItself ? installed.value() : withOwnPath(installed.value(), path);
     }
+    makeUserFolder();
     if (Result<void> written = writeFile(userFile(name), bytes); !written)
         return written;
+    known->readAgain(path, {name});
     return moveToEnd({name});
 }
 
@@ -255,28 +299,33 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     if (matching.isEmpty())
         return {};
     QList<KeptEntry> entries;
-    QStringList names;
     for (const AutostartItem &item : matching) {
         const Result<KeptEntry> form = keptForm(home, item);
         if (!form)
             return form.error();
         entries.append(form.value());
-        names.append(item.fileName);
     }
     makeFolders(kept.folder());
     if (Result<void> keeping = kept.keep(path, entries); !keeping)
         return keeping;
     varnelLog(lcIo, path + u": kept in " + kept.fileOf(path));
-
-    makeUserFolder();
-    for (const AutostartItem &item : matching) {
-        if (Result<void> taken = takeOut(item); !taken)
-            return Error {taken.error().code,
-                          taken.error().text + u" (the entry is kept in " + kept.fileOf(path)
-                              + u')'};
-    }
+    if (Result<void> taken = takeOut(path, matching); !taken)
+        return taken;
     makeFolders(QFileInfo(order.file()).path());
-    return order.remove(names);
+    return order.remove(namesOf(matching));
+}
+
+Result<void> LinuxSessionLoginItems::takeOut(const QString &path, const QList<AutostartItem> &items)
+{
+    makeUserFolder();
+    Result<void> taken;
+    for (auto item = items.begin(); taken && item != items.end(); ++item)
+        taken = takeOut(*item);
+    known->readAgain(path, namesOf(items));
+    if (taken)
+        return {};
+    return Error {taken.error().code,
+                  taken.error().text + u" (the entry is kept in " + kept.fileOf(path) + u')'};
 }
 
 QString LinuxSessionLoginItems::keptIn(const QString &path) const

@@ -7,8 +7,7 @@
 #include "platform/linux/ParsedEntries.h"
 #include "platform/SessionLoginItems.h"
 
-#include <QHash>
-#include <QSet>
+#include <QList>
 #include <QStringList>
 
 #include <optional>
@@ -31,6 +30,8 @@ public:
     /// supportFolder ends in a slash. Everything outlives this object.
     LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders, const QString &supportFolder,
                            FileStore &store, FolderMaker &maker, const FileReader &hostFiles);
+    LinuxSessionLoginItems(const LinuxSessionLoginItems &) = delete;
+    LinuxSessionLoginItems &operator=(const LinuxSessionLoginItems &) = delete;
 
     /// The folders beside the home's support folder (ending in a slash) in which it puts files.
     [[nodiscard]] static QStringList foldersWrittenTo(const HomeFolder &home,
@@ -48,6 +49,8 @@ private:
     void beginChanges() override;
     void endChanges() override;
 
+    [[nodiscard]] AutostartList unread() const;
+    /// The list in its order.
     [[nodiscard]] QList<AutostartItem> items() const;
     /// Those of one application, as they are now.
     [[nodiscard]] QList<AutostartItem> itemsOf(const QString &path);
@@ -55,15 +58,19 @@ private:
     [[nodiscard]] bool stillStands(const AutostartItem &item) const;
     [[nodiscard]] QString userFile(const QString &fileName) const;
     [[nodiscard]] QString freeName(const QString &path) const;
+
+    [[nodiscard]] Result<QList<KeptEntry>> returning(const QString &path) const;
     [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
 
+    Result<void> putBack(const QString &path, const QList<KeptEntry> &entries);
     Result<void> putBack(const KeptEntry &entry);
+    void forget(const QString &path, const QList<KeptEntry> &entries);
     Result<void> insertNew(const QString &path);
+    Result<void> takeOut(const QString &path, const QList<AutostartItem> &items);
     Result<void> takeOut(const AutostartItem &item);
     Result<void> writeFile(const QString &file, const QByteArray &bytes);
     void makeUserFolder();
     void makeFolders(const QString &folder);
-
     Result<void> moveToEnd(const QStringList &fileNames);
 
     HomeFolder home;
@@ -75,10 +82,8 @@ private:
     const FileReader &hostFiles;
     mutable ParsedEntries parsed;
 
-    using ItemsByPath = QHash<QString, QList<AutostartItem>>;
     bool manyChanges = false;
-    std::optional<ItemsByPath> known; ///< the list as it was read last
-    QSet<QString> changed; ///< paths that were asked for since, and so may have changed
+    std::optional<AutostartList> known; ///< the list as it was read last
 };
 
 } // namespace varnel

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::test;
@@ -23,6 +26,19 @@ const QByteArray clockEntry =
 class LoginItemsInAHome : public testing::Test, protected LoginItemsHome {
 protected:
     void enabledClock() { writeRaw(userFile(u"clock.desktop"_s), clockEntry); }
+    static QByteArray entry(const QByteArray &exec, const QByteArray &more = {})
+    {
+        return "[Desktop Entry]\nType=Application\nName=x\nExec=" + exec + '\n' + more;
+    }
+    void keepAs(const QString &path, const QStringList &names)
+    {
+        QDir().mkpath(support + u"RemovedLoginItems");
+        QList<KeptEntry> entries;
+        for (const QString &name : names)
+            entries.append(
+                {name, true, entry(path.toUtf8(), "X-Of=" + name.toUtf8() + '\n'), {}, 0644});
+        EXPECT_TRUE(KeptLoginItems(support + u"RemovedLoginItems/", store).keep(path, entries));
+    }
 };
 
 } // namespace
@@ -170,4 +186,102 @@ TEST_F(LoginItemsInAHome, AThousandItemsAreReadWithOneReadOfEachFile)
     ASSERT_TRUE(items);
     EXPECT_EQ(items.value().size(), 1000);
     EXPECT_LE(counting.operations, 1001) << "each entry, and the order of the insertions";
+}
+
+TEST_F(LoginItemsInAHome, OfTwoEntriesOfOneProgramTheFirstGoesAndComesBackAndTheOtherStaysAsItIs)
+{
+    for (const QByteArray exec : {"/opt/clock", "/opt/Clock.app/Contents/MacOS/Clock"}) {
+        writeRaw(userFile(u"one.desktop"_s), entry(exec));
+        writeRaw(userFile(u"two.desktop"_s), entry(exec, "X-Own=two\n"));
+        const QString program = exec.startsWith("/opt/Clock") ? u"/opt/Clock.app"_s : clockPath;
+        const QString two = userFile(u"two.desktop"_s);
+        ASSERT_EQ(lines(), (QStringList {u"on " + program, u"on " + two}));
+        EXPECT_TRUE(save(Action::Disable, program).isEmpty());
+        EXPECT_EQ(lines(), (QStringList {u"on " + two, u"off " + program}));
+        EXPECT_EQ(stored(), QStringList {program}) << "reading does not clean it out";
+        restore();
+        EXPECT_EQ(lines(), (QStringList {u"on " + two, u"on " + program}));
+        EXPECT_EQ(readRaw(userFile(u"one.desktop"_s)), entry(exec));
+        EXPECT_TRUE(stored().isEmpty());
+        EXPECT_TRUE(QFile::remove(backupFile));
+        EXPECT_TRUE(QFile::remove(support + u"LoginItemsOrder.txt"));
+    }
+}
+
+TEST_F(LoginItemsInAHome, InWhateverOrderEntriesOfOneProgramGoAndComeBackEachKeepsItsPath)
+{
+    const QStringList names {u"a.desktop"_s, u"b.desktop"_s, u"c.desktop"_s};
+    QStringList paths {clockPath, userFile(names[1]), userFile(names[2])};
+    const auto states = [&](const QStringList &out) {
+        QStringList all;
+        for (const QString &path : paths)
+            all.append((out.contains(path) ? u"off " : u"on ") + path);
+        all.sort();
+        return all;
+    };
+    const auto sortedLines = [&] {
+        QStringList all = lines();
+        all.sort();
+        return all;
+    };
+    for (const QString &name : names)
+        writeRaw(userFile(name), entry("/opt/clock", "X-Of=" + name.toUtf8() + '\n'));
+    QStringList order = paths;
+    std::sort(order.begin(), order.end());
+    do {
+        QStringList out;
+        for (const QString &path : std::as_const(order)) {
+            EXPECT_TRUE(save(Action::Disable, path).isEmpty());
+            out.append(path);
+            EXPECT_EQ(sortedLines(), states(out));
+        }
+        for (const QString &path : std::as_const(order)) {
+            EXPECT_TRUE(save(Action::Enable, path).isEmpty());
+            out.removeOne(path);
+            EXPECT_EQ(sortedLines(), states(out));
+        }
+        for (const QString &name : names)
+            EXPECT_TRUE(readRaw(userFile(name)).contains(name.toUtf8()));
+        EXPECT_TRUE(entriesOf(support + u"RemovedLoginItems").isEmpty());
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST_F(LoginItemsInAHome, AnItemThatAnEarlierVersionLetAnotherStandForCanBeEnabled)
+{
+    keepAs(clockPath, {u"one.desktop"_s});
+    const QString two = userFile(u"two.desktop"_s);
+    writeRaw(two, entry("/opt/clock"));
+    EXPECT_EQ(lines(), QStringList {u"on " + two});
+    EXPECT_TRUE(disabled.addDisabledLoginItemsData(u"/opt/other"_s, {}));
+    EXPECT_TRUE(access.writeData(Action::Enable, clockPath, false, false));
+    EXPECT_EQ(lines(), (QStringList {u"on " + two, u"on " + clockPath, u"off /opt/other"_s}));
+    EXPECT_TRUE(readRaw(userFile(u"one.desktop"_s)).contains("X-Of=one"));
+}
+
+TEST_F(LoginItemsInAHome, TwoEntriesThatAnEarlierVersionTookOutUnderOnePathComeBackAsTwo)
+{
+    keepAs(clockPath, {u"one.desktop"_s, u"two.desktop"_s});
+    EXPECT_TRUE(disabled.addDisabledLoginItemsData(clockPath, {}));
+    EXPECT_EQ(lines(), QStringList {u"off " + clockPath});
+    EXPECT_TRUE(save(Action::Enable, clockPath).isEmpty());
+    EXPECT_EQ(lines(), (QStringList {u"on " + clockPath, u"on " + userFile(u"two.desktop"_s)}));
+    EXPECT_TRUE(stored().isEmpty());
+}
+
+TEST_F(LoginItemsInAHome, AnItemComesBackUnderItsPathThoughThatWouldBeWorkedOutOtherwiseByNow)
+{
+    const QString installed = folders.applications.first() + u"/clock.desktop";
+    writeRaw(installed, clockEntry);
+    enabledClock();
+    ASSERT_EQ(lines(), QStringList {u"on " + installed});
+    EXPECT_TRUE(save(Action::Disable, installed).isEmpty());
+    writeRaw(installed, clockEntry + "\nX-New=of the next release\n");
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(save(Action::Enable, installed).isEmpty());
+        EXPECT_EQ(lines(), QStringList {u"on " + installed});
+        EXPECT_EQ(readRaw(userFile(u"clock.desktop"_s)), clockEntry);
+        EXPECT_EQ(entriesOf(folders.user), QStringList {u"clock.desktop"_s});
+        EXPECT_TRUE(save(Action::Disable, installed).isEmpty());
+        EXPECT_EQ(lines(), QStringList {u"off " + installed});
+    }
 }
