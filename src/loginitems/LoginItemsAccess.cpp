@@ -1,5 +1,6 @@
 #include "loginitems/LoginItemsAccess.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/SessionLoginItems.h"
 #include "plist/BundleIcon.h"
@@ -23,12 +24,11 @@ Result<void> firstFailure(Result<void> first, Result<void> second)
     return first.ok() ? std::move(second) : std::move(first);
 }
 
-/// The told logs know nothing of the session's list.
-Result<void> logged(Result<void> outcome)
+/// The told logs know nothing of what this layer alone sees.
+Error logged(const QString &path, const Error &error)
 {
-    if (!outcome)
-        varnelLog(lcIo, outcome.error().text);
-    return outcome;
+    varnelLog(lcIo, path + u": " + error.text);
+    return error;
 }
 
 } // namespace
@@ -101,19 +101,29 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
 
 Result<void> LoginItemsAccess::add(const QString &path, bool enabled)
 {
-    return enabled ? logged(session.insertAtEnd(path))
+    return enabled ? session.insertAtEnd(path)
                    : store.addDisabledLoginItemsData(path, selectedBackupFileName);
 }
 
 Result<void> LoginItemsAccess::remove(const QString &path, bool enabled)
 {
-    return enabled ? logged(session.removeEvery(path)) : store.deleteDisabledLoginItemsData(path);
+    return enabled ? session.removeEvery(path) : store.deleteDisabledLoginItemsData(path);
 }
 
 Result<void> LoginItemsAccess::enable(const QString &path)
 {
-    Result<void> inserted = logged(session.insertAtEnd(path));
-    return firstFailure(std::move(inserted), store.deleteDisabledLoginItemsData(path));
+    Result<void> inserted = session.insertAtEnd(path);
+    // What did not come into the list stays in the store: else it would be in neither.
+    const Result<bool> listed = session.lists(path);
+    if (!listed)
+        return firstFailure(std::move(inserted), listed.error());
+    if (listed.value())
+        return firstFailure(std::move(inserted), store.deleteDisabledLoginItemsData(path));
+    if (!inserted)
+        return inserted;
+    return logged(
+        path,
+        {ErrorCode::Failed, u"not in the list after it was added, so it stays switched off"_s});
 }
 
 Result<void> LoginItemsAccess::disable(const QString &path)
@@ -121,7 +131,7 @@ Result<void> LoginItemsAccess::disable(const QString &path)
     // Stored first, then removed, and removed even when storing failed: the session keeps what it
     // removes.
     Result<void> stored = store.addDisabledLoginItemsData(path, selectedBackupFileName);
-    return firstFailure(std::move(stored), logged(session.removeEvery(path)));
+    return firstFailure(std::move(stored), session.removeEvery(path));
 }
 
 } // namespace varnel

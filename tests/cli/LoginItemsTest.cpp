@@ -208,6 +208,28 @@ TEST_F(LoginItemsTest, ofTwoEntriesOfOneProgramEachCanBeTakenOutAndComesBack)
     }
 }
 
+TEST_F(LoginItemsTest, whatDoesNotComeIntoTheListStaysOffAndEndsWithFour)
+{
+    const QString hidden = home.path() + u"/hidden.desktop";
+    writeFile(hidden, mailEntry.left(mailEntry.indexOf("# kept")) + "Hidden=true\n");
+    EXPECT_EQ(run({u"add"_s, hidden}).status, 0);
+    EXPECT_EQ(run({u"add"_s, clock}).status, 0);
+    const QStringList before = list();
+    const auto expectRefused = [&](const QString &path) {
+        const Outcome outcome = run({u"enable"_s, path, u"--json"_s, u"--verbose"_s});
+        EXPECT_EQ(outcome.status, 4);
+        EXPECT_TRUE(QString::fromUtf8(outcome.err).contains(path)) << outcome.err.toStdString();
+        EXPECT_FALSE(outcome.err.contains("deleteDisabledLoginItemsData"));
+        EXPECT_EQ(outcome.json().value(u"failures"_s).toArray().size(), 1);
+        EXPECT_EQ(list(), before);
+    };
+    expectRefused(hidden);
+    ASSERT_TRUE(QDir(autostart).isEmpty());
+    ASSERT_TRUE(QDir().rmdir(autostart));
+    writeFile(autostart, "a file in the folder's place");
+    expectRefused(clock);
+}
+
 TEST_F(LoginItemsTest, whatCannotBeAddedChangesNothing)
 {
     const Outcome outcome = run({u"add"_s, u"/opt/ann's"_s});

@@ -253,6 +253,20 @@ TEST_F(LoginItemsPage, TheFirstOfTwoEntriesOfOneProgramIsOffAfterARestartAndCanB
     EXPECT_EQ(lines(), (QStringList {two, u"on /opt/same"_s}));
 }
 
+TEST_F(LoginItemsPage, WhatDoesNotComeIntoTheListIsStillOffAfterARestart)
+{
+    const QString hidden = home.path() + u"/hidden.desktop";
+    writeRaw(hidden, "[Desktop Entry]\nType=Application\nName=x\nExec=/opt/x\nHidden=true\n");
+    start();
+    add(hidden);
+    click(button(u"saveButton"_s));
+    start();
+    tick(0);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), QStringList {u"off " + hidden});
+}
+
 TEST_F(LoginItemsPage, CancellingAsksAndContinueLeavesEverything)
 {
     startWithThree();

@@ -27,6 +27,21 @@ QString keptFolder(const QString &supportFolder)
     return supportFolder + u"RemovedLoginItems/";
 }
 
+/// The store logs what fails in it; these are the failures that nobody has told yet.
+template <typename Outcome> Outcome logged(Outcome outcome)
+{
+    if (!outcome)
+        varnelLog(lcIo, outcome.error().text);
+    return outcome;
+}
+
+Error keptFromStarting(const QString &path)
+{
+    const QString text = u"its own entry says that this session does not start it"_s;
+    varnelLog(lcIo, path + u": " + text);
+    return {ErrorCode::Failed, text};
+}
+
 template <typename Entry> QStringList namesOf(const QList<Entry> &entries)
 {
     QStringList names;
@@ -42,7 +57,7 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
     entry.ofUser = item.ofUser;
     entry.bytes = item.bytes;
     if (item.ofUser) {
-        const Result<EntryForm> form = formOf(home, item.file);
+        const Result<EntryForm> form = logged(formOf(home, item.file));
         if (!form)
             return form.error();
         entry.link = form.value().link;
@@ -130,6 +145,11 @@ QList<AutostartItem> LinuxSessionLoginItems::itemsOf(const QString &path)
     return known->itemsOf(path);
 }
 
+Result<bool> LinuxSessionLoginItems::lists(const QString &path)
+{
+    return !itemsOf(path).isEmpty();
+}
+
 Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
 {
     QList<SessionLoginItem> list;
@@ -166,12 +186,12 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 {
     const QStringList names = namesOf(itemsOf(path));
     // Without knowing what is kept, a new entry would take its place for good.
-    const Result<QList<KeptEntry>> back = returning(path);
+    const Result<Returning> back = returning(path);
     if (!back)
         return back.error();
-    const QList<KeptEntry> &entries = back.value();
+    const QList<KeptEntry> entries = back.value().entries;
     if (names.isEmpty() && entries.isEmpty())
-        return insertNew(path);
+        return back.value().anyOff ? keptFromStarting(path) : insertNew(path);
     if (Result<void> put = putBack(path, entries); !put)
         return put;
     if (Result<void> ordered = moveToEnd(names + namesOf(entries)); !ordered)
@@ -180,18 +200,23 @@ Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
     return {};
 }
 
-Result<QList<KeptEntry>> LinuxSessionLoginItems::returning(const QString &path) const
+Result<LinuxSessionLoginItems::Returning>
+LinuxSessionLoginItems::returning(const QString &path) const
 {
     const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
     if (!entries)
         return entries.error();
-    QList<KeptEntry> back;
+    Returning back;
     for (const KeptEntry &entry : latestOfEachName(entries.value())) {
         const Result<bool> free = canTake(entry);
         if (!free)
             return free.error();
-        if (free.value())
-            back.append(entry);
+        if (!free.value())
+            continue;
+        if (wouldStart(entry))
+            back.entries.append(entry);
+        else
+            back.anyOff = true;
     }
     return back;
 }
@@ -202,7 +227,8 @@ Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
 {
     const QString file = userFile(entry.fileName);
     if (const Result<EntryForm> form = formOf(home, file); !form)
-        return form.error().code == ErrorCode::NotFound ? Result<bool>(entry.ofUser) : form.error();
+        return form.error().code == ErrorCode::NotFound ? Result<bool>(entry.ofUser)
+                                                        : logged(Result<bool>(form.error()));
     const Result<QByteArray> now = store.read(file);
     if (now)
         return now.value() == hidingAutostartEntry();
@@ -212,6 +238,22 @@ Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
                                                                       : now.error();
 }
 
+/// Of a system-wide entry only the hiding is lifted: what it says now counts.
+bool LinuxSessionLoginItems::wouldStart(const KeptEntry &entry) const
+{
+    const auto starts = [this](const QByteArray &bytes) {
+        const std::optional<AutostartEntry> read = parseAutostartEntry(bytes);
+        return read && startsInSession(*read, folders);
+    };
+    if (entry.ofUser)
+        return starts(entry.bytes);
+    for (const QString &folder : folders.system) {
+        if (const Result<QByteArray> bytes = hostFiles.read(folder + u'/' + entry.fileName))
+            return starts(bytes.value());
+    }
+    return false;
+}
+
 Result<void> LinuxSessionLoginItems::putBack(const QString &path, const QList<KeptEntry> &entries)
 {
     if (entries.isEmpty())
@@ -219,7 +261,7 @@ Result<void> LinuxSessionLoginItems::putBack(const QString &path, const QList<Ke
     makeUserFolder();
     Result<void> put;
     for (auto entry = entries.begin(); put && entry != entries.end(); ++entry)
-        put = putBack(*entry);
+        put = logged(putBack(*entry));
     known->readAgain(path, namesOf(entries));
     return put;
 }
@@ -256,6 +298,8 @@ Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
         path.endsWith(u".desktop") ? hostFiles.read(path) : Result<QByteArray>(QByteArray());
     if (installed) {
         const std::optional<AutostartEntry> entry = parsed.entryOf(path, installed.value());
+        if (entry && !startsInSession(*entry, folders))
+            return keptFromStarting(path);
         // A copy under another name, or of an entry that is not installed, must say where it comes
         // from.
         const bool speaksForItself = name == QFileInfo(path).fileName()
@@ -338,7 +382,7 @@ Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
 {
     const QString file = userFile(item.fileName);
     if (item.ofUser && (item.isLink || !item.overSystem)) {
-        if (Result<void> removed = removeEntry(home, file); !removed)
+        if (Result<void> removed = logged(removeEntry(home, file)); !removed)
             return removed;
     }
     if (item.ofUser && !item.overSystem)

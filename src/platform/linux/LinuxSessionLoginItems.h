@@ -24,7 +24,8 @@ class FolderMaker;
 /// Inserting writes an entry into the user's folder; a desktop entry is copied, for anything else
 /// one is made. Removing keeps the entry first, then deletes it, or, where a system-wide one of its
 /// name would come to light, leaves an entry that hides it. Inserting the same application again
-/// puts back what was kept, byte for byte.
+/// puts back what was kept, byte for byte. An entry that this session would not start is neither
+/// put back nor copied.
 class LinuxSessionLoginItems : public SessionLoginItems {
 public:
     /// supportFolder ends in a slash. Everything outlives this object.
@@ -45,6 +46,8 @@ public:
     Result<void> removeEvery(const QString &path) override;
     QString keptIn(const QString &path) const override;
 
+    Result<bool> lists(const QString &path) override;
+
 private:
     void beginChanges() override;
     void endChanges() override;
@@ -59,8 +62,13 @@ private:
     [[nodiscard]] QString userFile(const QString &fileName) const;
     [[nodiscard]] QString freeName(const QString &path) const;
 
-    [[nodiscard]] Result<QList<KeptEntry>> returning(const QString &path) const;
+    struct Returning {
+        QList<KeptEntry> entries; ///< to be put back
+        bool anyOff = false; ///< there is one that would not start
+    };
+    [[nodiscard]] Result<Returning> returning(const QString &path) const;
     [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
+    [[nodiscard]] bool wouldStart(const KeptEntry &entry) const;
 
     Result<void> putBack(const QString &path, const QList<KeptEntry> &entries);
     Result<void> putBack(const KeptEntry &entry);

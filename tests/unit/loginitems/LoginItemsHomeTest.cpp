@@ -1,5 +1,6 @@
 #include "support/LoginItemsHome.h"
 #include "support/FailingFileStore.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -284,4 +285,61 @@ TEST_F(LoginItemsInAHome, AnItemComesBackUnderItsPathThoughThatWouldBeWorkedOutO
         EXPECT_TRUE(save(Action::Disable, installed).isEmpty());
         EXPECT_EQ(lines(), QStringList {u"off " + installed});
     }
+}
+
+TEST_F(LoginItemsInAHome, WhatTheListDoesNotShowAfterItWasAddedStaysInTheStore)
+{
+    const QString path = home.path() + u"/clock.desktop";
+    for (const QByteArray more : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n",
+                                  "OnlyShowIn=KDE;\n", "NotShowIn=GNOME;\n"}) {
+        writeRaw(path, entry("/opt/clock", more));
+        EXPECT_TRUE(disabled.addDisabledLoginItemsData(path, {}));
+        const LogCapture log;
+        for (int again = 0; again < 2; ++again)
+            EXPECT_EQ(save(Action::Enable, path).size(), 1) << more.toStdString();
+        EXPECT_EQ(lines(), QStringList {u"off " + path}) << more.toStdString();
+        EXPECT_EQ(log.texts(u"varnel.io"_s).filter(path).size(), 2);
+        EXPECT_TRUE(log.texts(u"varnel.loginitems"_s)
+                        .filter(u"(deleteDisabledLoginItemsData)"_s)
+                        .isEmpty());
+        EXPECT_TRUE(entriesOf(folders.user).isEmpty()) << "no copy that nothing starts is left";
+    }
+}
+
+TEST_F(LoginItemsInAHome, AnEntryOfAnotherDesktopIsNotPutBackAndStaysKeptAndStored)
+{
+    writeRaw(userFile(u"clock.desktop"_s), entry("/opt/clock", "OnlyShowIn=GNOME;\n"));
+    EXPECT_TRUE(save(Action::Disable, clockPath).isEmpty());
+    AutostartFolders elsewhere = folders;
+    elsewhere.desktops = {u"KDE"_s};
+    LinuxSessionLoginItems there(home.home(), elsewhere, support, store, maker, reader);
+    LoginItemsAccess accessThere(there, disabled, backup, reader);
+    EXPECT_FALSE(accessThere.writeData(Action::Enable, clockPath, false, false).ok());
+    EXPECT_EQ(stored(), QStringList {clockPath});
+    EXPECT_TRUE(entriesOf(folders.user).isEmpty());
+    EXPECT_TRUE(save(Action::Enable, clockPath).isEmpty());
+    EXPECT_EQ(lines(), QStringList {u"on " + clockPath});
+}
+
+TEST_F(LoginItemsInAHome, WhereTheFolderCannotBeWrittenTheItemStaysInTheStoreAndTheLogSaysSoOnce)
+{
+    EXPECT_TRUE(disabled.addDisabledLoginItemsData(clockPath, {}));
+    QDir().rmdir(folders.user);
+    writeRaw(folders.user, "a file in the folder's place");
+    const LogCapture log;
+    const QList<Error> failures = save(Action::Enable, clockPath);
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_EQ(log.texts(u"varnel.io"_s), QStringList {failures[0].text});
+    EXPECT_EQ(lines(), QStringList {u"off " + clockPath});
+}
+
+TEST_F(LoginItemsInAHome, WhatCannotBeTakenOutIsLoggedOnce)
+{
+    enabledClock();
+    writeRaw(support + u"RemovedLoginItems", "a file in the folder's place");
+    const LogCapture log;
+    const QList<Error> failures = save(Action::Remove, clockPath, true);
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_EQ(log.texts(u"varnel.io"_s), QStringList {failures[0].text});
+    EXPECT_EQ(readRaw(userFile(u"clock.desktop"_s)), clockEntry);
 }
