@@ -31,6 +31,12 @@ Error logged(const QString &path, const Error &error)
     return error;
 }
 
+/// Of what has no whole path, nothing can be made that opens at login.
+bool hasWholePath(const QString &path)
+{
+    return path.startsWith(u'/');
+}
+
 } // namespace
 
 LoginItemsAccess::LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store,
@@ -79,6 +85,13 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
 {
     if (actionId < LoginItemChange::Add || actionId > LoginItemChange::Disable)
         return {};
+    // Somebody else may have written it into the store, and it must be possible to get rid of it;
+    // a backup, played back, brings no such path in.
+    const bool isCleanUp = backup && actionId == LoginItemChange::Remove;
+    if (!hasWholePath(path) && !isCleanUp)
+        return logged(path,
+                      {ErrorCode::Invalid,
+                       u"the path does not begin with a slash, so nothing was written"_s});
     const bool tellsState = actionId == LoginItemChange::Remove;
     Result<void> kept;
     if (backup)

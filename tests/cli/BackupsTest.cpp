@@ -288,6 +288,18 @@ TEST_F(BackupsTest, aLoginItemThatDoesNotComeIntoTheListStaysOffAndTheFileStays)
     EXPECT_TRUE(varnelctl.run({u"login-items"_s, u"list"_s}).out.contains("off  hidden.desktop"));
 }
 
+TEST_F(BackupsTest, aLoginItemWithoutAWholePathWritesNothingAndFails)
+{
+    varnelctl.environment.remove(u"XDG_CONFIG_HOME"_s);
+    put(u"quillet1.sqlite"_s, {u"250,'','0','1'"_s, u"250,'Mail.app','2','0'"_s});
+    const Outcome restored = backups({u"restore"_s, u"quillet1.sqlite"_s, u"--json"_s});
+    EXPECT_EQ(restored.status, 4);
+    EXPECT_TRUE(restored.err.contains("does not begin with a slash")) << restored.err.toStdString();
+    EXPECT_FALSE(QDir(home.path() + u"/.config/autostart").exists());
+    EXPECT_FALSE(varnelctl.run({u"login-items"_s, u"list"_s}).out.contains("Mail"));
+    EXPECT_EQ(restored.json()[u"failures"].toArray().size(), 2);
+}
+
 TEST_F(BackupsTest, aFileThatIsNoBackupChangesNothing)
 {
     writeFile(folder + u"quillet1.sqlite", "words");

@@ -343,3 +343,29 @@ TEST_F(LoginItemsInAHome, WhatCannotBeTakenOutIsLoggedOnce)
     EXPECT_EQ(log.texts(u"varnel.io"_s), QStringList {failures[0].text});
     EXPECT_EQ(readRaw(userFile(u"clock.desktop"_s)), clockEntry);
 }
+
+TEST_F(LoginItemsInAHome, ARowOfABackupWithoutAWholePathWritesNothingAndIsAFailure)
+{
+    const QStringList before = entriesOf(support);
+    for (const QString &path : {QString(), u"Mail.app"_s, u"../Mail.app"_s, u" /Mail.app"_s}) {
+        for (const int action : {0, 1, 2, 3}) {
+            for (const bool enabled : {false, true}) {
+                const LogCapture log;
+                const Result<void> played = access.writeData(action, path, enabled, false);
+                ASSERT_FALSE(played.ok()) << action << ' ' << path.toStdString();
+                EXPECT_EQ(log.texts(), QStringList {path + u": " + played.error().text});
+            }
+        }
+    }
+    EXPECT_EQ(entriesOf(support), before);
+    EXPECT_TRUE(entriesOf(folders.user).isEmpty());
+}
+
+TEST_F(LoginItemsInAHome, WhatStandsInTheStoreWithoutAWholePathCanBeRemoved)
+{
+    EXPECT_TRUE(disabled.addDisabledLoginItemsData(u"Mail.app"_s, {}));
+    EXPECT_EQ(save(Action::Enable, u"Mail.app"_s).size(), 1);
+    EXPECT_EQ(lines(), QStringList {u"off Mail.app"_s});
+    EXPECT_TRUE(save(Action::Remove, u"Mail.app"_s).isEmpty());
+    EXPECT_TRUE(lines().isEmpty());
+}
