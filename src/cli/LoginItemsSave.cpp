@@ -132,7 +132,8 @@ ExitStatus LoginItemsReport::status() const
     case Outcome::Unknown:
         return ExitStatus::Negative;
     case Outcome::Unchanged:
-        return ExitStatus::Failed;
+        // What did not come into the list has its way back in a backup file by then.
+        return change.actionId == LoginItemChange::Enable ? ExitStatus::Partly : ExitStatus::Failed;
     case Outcome::Halfway:
         return ExitStatus::Partly;
     case Outcome::Nothing:

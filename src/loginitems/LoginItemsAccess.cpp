@@ -1,5 +1,6 @@
 #include "loginitems/LoginItemsAccess.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/SessionLoginItems.h"
 #include "plist/BundleIcon.h"
@@ -30,12 +31,17 @@ Result<void> orNeverStored(Result<void> deleted)
     return never ? Result<void>() : std::move(deleted);
 }
 
-/// The told logs know nothing of the session's list.
-Result<void> logged(Result<void> outcome)
+/// The told logs know nothing of what this layer alone sees.
+Error logged(const QString &path, const Error &error)
 {
-    if (!outcome)
-        varnelLog(lcIo, outcome.error().text);
-    return outcome;
+    varnelLog(lcIo, path + u": " + error.text);
+    return error;
+}
+
+/// Of what has no whole path, nothing can be made that opens at login.
+bool hasWholePath(const QString &path)
+{
+    return path.startsWith(u'/');
 }
 
 } // namespace
@@ -86,6 +92,13 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
 {
     if (actionId < LoginItemChange::Add || actionId > LoginItemChange::Disable)
         return {};
+    // Somebody else may have written it into the store, and it must be possible to get rid of it;
+    // a backup, played back, brings no such path in.
+    const bool isCleanUp = backup && actionId == LoginItemChange::Remove;
+    if (!hasWholePath(path) && !isCleanUp)
+        return logged(path,
+                      {ErrorCode::Invalid,
+                       u"the path does not begin with a slash, so nothing was written"_s});
     const bool tellsState = actionId == LoginItemChange::Remove;
     Result<void> kept;
     if (backup)
@@ -108,21 +121,31 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
 
 Result<void> LoginItemsAccess::add(const QString &path, bool enabled)
 {
-    return enabled ? logged(session.insertAtEnd(path))
+    return enabled ? session.insertAtEnd(path)
                    : store.addDisabledLoginItemsData(path, selectedBackupFileName);
 }
 
 Result<void> LoginItemsAccess::remove(const QString &path, bool enabled)
 {
-    return enabled ? logged(session.removeEvery(path))
+    return enabled ? session.removeEvery(path)
                    : orNeverStored(store.deleteDisabledLoginItemsData(path));
 }
 
 Result<void> LoginItemsAccess::enable(const QString &path)
 {
-    Result<void> inserted = logged(session.insertAtEnd(path));
-    return firstFailure(std::move(inserted),
-                        orNeverStored(store.deleteDisabledLoginItemsData(path)));
+    Result<void> inserted = session.insertAtEnd(path);
+    // What did not come into the list stays in the store: else it would be in neither.
+    const Result<bool> listed = session.lists(path);
+    if (!listed)
+        return firstFailure(std::move(inserted), listed.error());
+    if (listed.value())
+        return firstFailure(std::move(inserted),
+                            orNeverStored(store.deleteDisabledLoginItemsData(path)));
+    if (!inserted)
+        return inserted;
+    return logged(
+        path,
+        {ErrorCode::Failed, u"not in the list after it was added, so it stays switched off"_s});
 }
 
 Result<void> LoginItemsAccess::disable(const QString &path)
@@ -130,7 +153,7 @@ Result<void> LoginItemsAccess::disable(const QString &path)
     // Stored first, then removed, and removed even when storing failed: the session keeps what it
     // removes.
     Result<void> stored = store.addDisabledLoginItemsData(path, selectedBackupFileName);
-    return firstFailure(std::move(stored), logged(session.removeEvery(path)));
+    return firstFailure(std::move(stored), session.removeEvery(path));
 }
 
 } // namespace varnel

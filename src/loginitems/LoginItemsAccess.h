@@ -40,8 +40,10 @@ public:
     [[nodiscard]] LoginItemRow newRow(const QString &path) const;
 
     /// Makes one change, its way back first when `backup` says so. A failure of one step stops
-    /// neither the next nor the change; the first is returned. Action numbers of 4 or more, or
-    /// below 0, do nothing.
+    /// neither the next nor the change, but what did not come into the session's list is not taken
+    /// out of the store. The first failure is returned; all have been logged. Action numbers of 4
+    /// or more, or below 0, do nothing. A path that does not begin with a slash is a failure and
+    /// writes nothing; with `backup` it can still be removed.
     Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
 
     /// To be held while several changes are made in one go.

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <algorithm>
+
 namespace varnel {
 
 /// One item of the session's login-items list that resolves to an application.
@@ -14,7 +16,8 @@ struct SessionLoginItem {
     QString icon; ///< file path or icon-theme name; null when there is none
 };
 
-/// The session's list of what starts at login.
+/// The session's list of what starts at login. What fails in it has been logged to lcIo by the one
+/// who met it.
 class SessionLoginItems {
 public:
     virtual ~SessionLoginItems() = default;
@@ -25,6 +28,16 @@ public:
     /// Inserts the application at the end. One that was removed before comes back byte for byte. A
     /// path that is in the list moves to the end.
     virtual Result<void> insertAtEnd(const QString &path) = 0;
+
+    /// Whether the list holds the path now. An error: the list can't be had.
+    [[nodiscard]] virtual Result<bool> lists(const QString &path)
+    {
+        const Result<QList<SessionLoginItem>> items = snapshot();
+        if (!items)
+            return items.error();
+        return std::any_of(items.value().begin(), items.value().end(),
+                           [&](const SessionLoginItem &item) { return item.path == path; });
+    }
 
     /// The icon that the application brings along in the host's own way; null where that has none.
     [[nodiscard]] virtual QString iconOf(const QString &path) const = 0;

@@ -314,6 +314,37 @@ TEST_F(BackupsTest, loginItemsAreReadAgainAfterEachRow)
     EXPECT_TRUE(listed.json()[u"loginItems"].toArray().isEmpty()) << listed.out.toStdString();
 }
 
+TEST_F(BackupsTest, aLoginItemThatDoesNotComeIntoTheListStaysOffAndTheFileStays)
+{
+    varnelctl.environment.remove(u"XDG_CONFIG_HOME"_s);
+    const QString entry = home.path() + u"/hidden.desktop";
+    writeFile(entry, "[Desktop Entry]\nType=Application\nName=x\nExec=/opt/x\nHidden=true\n");
+    put(u"quillet1.sqlite"_s, {u"250,'" + entry + u"','3','0'"});
+    put(u"quillet2.sqlite"_s, {u"250,'" + entry + u"','2','0'"});
+    EXPECT_EQ(backups({u"restore"_s, u"quillet1.sqlite"_s}).status, 0);
+    const Outcome restored = backups({u"restore"_s, u"quillet2.sqlite"_s});
+    EXPECT_EQ(restored.status, 4);
+    EXPECT_TRUE(restored.err.contains("hidden.desktop")) << restored.err.toStdString();
+    EXPECT_TRUE(QDir(home.path() + u"/.config/autostart").isEmpty());
+    EXPECT_TRUE(varnelctl.run({u"login-items"_s, u"list"_s}).out.contains("off  hidden.desktop"));
+}
+
+TEST_F(BackupsTest, aLoginItemWithoutAWholePathWritesNothingAndFails)
+{
+    varnelctl.environment.remove(u"XDG_CONFIG_HOME"_s);
+    put(u"quillet1.sqlite"_s, {u"250,'','0','1'"_s});
+    put(u"quillet2.sqlite"_s, {u"250,'Mail.app','2','0'"_s});
+    for (const QString &file : {u"quillet1.sqlite"_s, u"quillet2.sqlite"_s}) {
+        const Outcome restored = backups({u"restore"_s, file, u"--json"_s});
+        EXPECT_EQ(restored.status, 4);
+        EXPECT_TRUE(restored.err.contains("does not begin with a slash"))
+            << restored.err.toStdString();
+        EXPECT_EQ(restored.json()[u"failures"].toArray().size(), 1);
+    }
+    EXPECT_FALSE(QDir(home.path() + u"/.config/autostart").exists());
+    EXPECT_FALSE(varnelctl.run({u"login-items"_s, u"list"_s}).out.contains("Mail"));
+}
+
 TEST_F(BackupsTest, aFileThatIsNoBackupChangesNothing)
 {
     writeFile(folder + u"quillet1.sqlite", "words");

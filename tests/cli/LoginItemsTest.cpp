@@ -192,6 +192,44 @@ TEST_F(LoginItemsTest, whereStoringFailsTheItemIsKeptAndTheMessageSaysWhere)
     EXPECT_EQ(fileBytes(autostart + u"/ann.desktop"), before);
 }
 
+TEST_F(LoginItemsTest, ofTwoEntriesOfOneProgramEachCanBeTakenOutAndComesBack)
+{
+    writeFile(autostart + u"/one.desktop", mailEntry);
+    writeFile(autostart + u"/two.desktop", mailEntry);
+    const QString two = autostart + u"/two.desktop";
+    for (const QString &path : {mail, two}) {
+        EXPECT_EQ(run({u"disable"_s, path}).status, 0);
+        EXPECT_EQ(list().filter(u"on "_s).size(), 1);
+        EXPECT_EQ(list().filter(u"off "_s), list().filter(path));
+        const Outcome enabled = run({u"enable"_s, path});
+        EXPECT_EQ(enabled.status, 0);
+        EXPECT_TRUE(enabled.out.startsWith("Changed")) << enabled.out.toStdString();
+        EXPECT_EQ(list().filter(u"on "_s).size(), 2);
+    }
+}
+
+TEST_F(LoginItemsTest, whatDoesNotComeIntoTheListStaysOffAndEndsWithFour)
+{
+    const QString hidden = home.path() + u"/hidden.desktop";
+    writeFile(hidden, mailEntry.left(mailEntry.indexOf("# kept")) + "Hidden=true\n");
+    EXPECT_EQ(run({u"add"_s, hidden}).status, 0);
+    EXPECT_EQ(run({u"add"_s, clock}).status, 0);
+    const QStringList before = list();
+    const auto expectRefused = [&](const QString &path) {
+        const Outcome outcome = run({u"enable"_s, path, u"--json"_s, u"--verbose"_s});
+        EXPECT_EQ(outcome.status, 4);
+        EXPECT_TRUE(QString::fromUtf8(outcome.err).contains(path)) << outcome.err.toStdString();
+        EXPECT_FALSE(outcome.err.contains("deleteDisabledLoginItemsData"));
+        EXPECT_EQ(outcome.json().value(u"failures"_s).toArray().size(), 1);
+        EXPECT_EQ(list(), before);
+    };
+    expectRefused(hidden);
+    ASSERT_TRUE(QDir(autostart).isEmpty());
+    ASSERT_TRUE(QDir().rmdir(autostart));
+    writeFile(autostart, "a file in the folder's place");
+    expectRefused(clock);
+}
+
 TEST_F(LoginItemsTest, whatCannotBeAddedChangesNothing)
 {
     const Outcome outcome = run({u"add"_s, u"/opt/ann's"_s});

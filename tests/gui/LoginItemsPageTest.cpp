@@ -247,6 +247,37 @@ TEST_F(LoginItemsPage, SavingAppliesEmptiesTheListAndDoesNotReadAgain)
     EXPECT_EQ(rows.value()[0].loginItemAction(), Action::Enable);
 }
 
+TEST_F(LoginItemsPage, TheFirstOfTwoEntriesOfOneProgramIsOffAfterARestartAndCanBeTickedAgain)
+{
+    put(u"one"_s, u"/opt/same"_s);
+    put(u"two"_s, u"/opt/same"_s);
+    const QString two = u"on " + autostart + u"two.desktop";
+    start();
+    EXPECT_EQ(lines(), (QStringList {u"on /opt/same"_s, two}));
+    tick(0);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), (QStringList {two, u"off /opt/same"_s}));
+    tick(1);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), (QStringList {two, u"on /opt/same"_s}));
+}
+
+TEST_F(LoginItemsPage, WhatDoesNotComeIntoTheListIsStillOffAfterARestart)
+{
+    const QString hidden = home.path() + u"/hidden.desktop";
+    writeRaw(hidden, "[Desktop Entry]\nType=Application\nName=x\nExec=/opt/x\nHidden=true\n");
+    start();
+    add(hidden);
+    click(button(u"saveButton"_s));
+    start();
+    tick(0);
+    click(button(u"saveButton"_s));
+    start();
+    EXPECT_EQ(lines(), QStringList {u"off " + hidden});
+}
+
 TEST_F(LoginItemsPage, CancellingAsksAndContinueLeavesEverything)
 {
     startWithThree();

@@ -21,7 +21,11 @@ public:
     {
         varnelLog(lcLoginItems, u"session: insert " + path);
         if (failure)
-            return *failure;
+            return logged(*failure);
+        if (insertFailure)
+            return logged(*insertFailure);
+        if (hidesWhatIsInserted)
+            return {};
         items.removeIf([&](const SessionLoginItem &item) { return item.path == path; });
         items.append({path.section(u'/', -1), path, {}});
         return {};
@@ -30,7 +34,7 @@ public:
     {
         varnelLog(lcLoginItems, u"session: remove " + path);
         if (failure)
-            return *failure;
+            return logged(*failure);
         items.removeIf([&](const SessionLoginItem &item) { return item.path == path; });
         return {};
     }
@@ -48,6 +52,15 @@ public:
     QList<SessionLoginItem> items;
     QHash<QString, QString> icons; ///< by path
     std::optional<Error> failure; ///< of everything, while it is set
+    std::optional<Error> insertFailure; ///< of inserting alone
+    bool hidesWhatIsInserted = false;
+
+private:
+    static Error logged(const Error &error)
+    {
+        varnelLog(lcIo, error.text);
+        return error;
+    }
 };
 
 } // namespace varnel::test

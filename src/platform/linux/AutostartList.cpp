@@ -1,5 +1,6 @@
 #include "platform/linux/AutostartList.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "platform/FileReader.h"
@@ -9,22 +10,18 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QMap>
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
-#include <optional>
+#include <utility>
 
 namespace varnel {
 
 namespace {
-
-struct Found {
-    QString file;
-    bool ofUser = false;
-    bool overSystem = false;
-};
 
 /// The toolkit leaves such entries out without a word.
 void logUnnamableEntries(const QString &folder)
@@ -42,24 +39,19 @@ void logUnnamableEntries(const QString &folder)
     }
 }
 
-/// By file name; the user's entry over the system's, the more important folder over the less.
-QMap<QString, Found> filesByName(const AutostartFolders &folders)
+/// The toolkit compares names without their case unless it is told otherwise.
+QStringList entryNames(const QString &folder)
 {
-    const auto names = [](const QString &folder) {
-        logUnnamableEntries(folder);
-        return QDir(folder).entryList({QStringLiteral("*.desktop")},
-                                      QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
-    };
-    QMap<QString, Found> found;
-    for (const QString &folder : folders.system) {
-        for (const QString &name : names(folder)) {
-            if (!found.contains(name))
-                found.insert(name, {folder + u'/' + name, false, false});
-        }
-    }
-    for (const QString &name : names(folders.user))
-        found.insert(name, {folders.user + u'/' + name, true, found.contains(name)});
-    return found;
+    logUnnamableEntries(folder);
+    return QDir(folder).entryList({u"*.desktop"_s},
+                                  QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive,
+                                  QDir::Unsorted);
+}
+
+bool standsThere(const QString &file)
+{
+    const QFileInfo info(file);
+    return !info.isDir() && (info.exists() || info.isSymLink());
 }
 
 /// An absolute path of a program that is there; null otherwise.
@@ -75,26 +67,6 @@ QString findProgram(const QString &word, const QStringList &folders)
             return file.filePath();
     }
     return {};
-}
-
-bool starts(const AutostartEntry &entry, const AutostartFolders &folders)
-{
-    if (entry.off)
-        return false;
-    if (!folders.ofThisSession)
-        return true;
-    const auto isRunning = [&](const QString &desktop) {
-        return folders.desktops.contains(desktop);
-    };
-    if (!entry.onlyShowIn.isEmpty()
-        && std::none_of(entry.onlyShowIn.begin(), entry.onlyShowIn.end(), isRunning))
-        return false;
-    if (std::any_of(entry.notShowIn.begin(), entry.notShowIn.end(), isRunning))
-        return false;
-    if (entry.tryExec.isEmpty())
-        return true;
-    const QFileInfo program(findProgram(entry.tryExec, folders.programs));
-    return program.isFile() && program.isExecutable();
 }
 
 /// The installed entry that the item is a link to or a copy of; null when there is none.
@@ -127,7 +99,7 @@ QString bundleOrProgram(const QString &program)
     return program;
 }
 
-/// Rules 2 and 3; null where neither tells.
+/// Rules 3 and 4; null where neither tells.
 QString sharedPath(const AutostartItem &item, const AutostartFolders &folders,
                    const FileReader &files)
 {
@@ -139,45 +111,211 @@ QString sharedPath(const AutostartItem &item, const AutostartFolders &folders,
     return program.isNull() ? QString() : bundleOrProgram(program);
 }
 
+bool hasWrittenPath(const AutostartItem &item)
+{
+    return item.entry.ownPath.startsWith(u'/');
+}
+
+/// What a link or a system-wide entry says may have changed meanwhile, and is the same entry still.
+bool isTheSame(const KeptEntry &kept, const AutostartItem &item)
+{
+    return kept.ofUser == item.ofUser && kept.link.isNull() != item.isLink
+        && (!item.ofUser || item.isLink || kept.bytes == item.bytes);
+}
+
+/// Tells whose path is whose.
+class Claims {
+public:
+    Claims(const QList<AutostartItem> &items, const AllKept &kept) : kept(kept)
+    {
+        readKeptNames();
+        for (const AutostartItem &item : items) {
+            const QString sure = surePath(item);
+            if (!sure.isNull())
+                taken.insert(sure);
+            byName.insert(item.fileName, sure.isNull() ? item.shared : sure);
+        }
+        for (auto each = kept.byPath.begin(); each != kept.byPath.end(); ++each) {
+            if (isHeld(each.key(), each.value()))
+                taken.insert(each.key());
+        }
+    }
+
+    /// To be asked in the items' order.
+    QString pathOf(const AutostartItem &item)
+    {
+        QString path = surePath(item);
+        if (!path.isNull())
+            return path;
+        path = item.shared;
+        if (path.isNull() || taken.contains(path) || kept.mayHold(path))
+            path = item.file;
+        taken.insert(path);
+        return path;
+    }
+
+private:
+    void readKeptNames()
+    {
+        for (auto each = kept.byPath.begin(); each != kept.byPath.end(); ++each) {
+            for (const KeptEntry &entry : each.value())
+                keptByName[entry.fileName].append({each.key(), &entry});
+        }
+    }
+
+    /// Rules 1 and 2; null where neither tells.
+    [[nodiscard]] QString surePath(const AutostartItem &item) const
+    {
+        if (hasWrittenPath(item))
+            return item.entry.ownPath;
+        for (const auto &[path, entry] : keptByName.value(item.fileName)) {
+            if (isTheSame(*entry, item))
+                return path;
+        }
+        return {};
+    }
+
+    /// An entry that was taken out holds its path, unless one stands in its place that leads there.
+    [[nodiscard]] bool isHeld(const QString &path, const QList<KeptEntry> &entries) const
+    {
+        return std::any_of(entries.begin(), entries.end(), [&](const KeptEntry &entry) {
+            return byName.value(entry.fileName) != path;
+        });
+    }
+
+    const AllKept &kept;
+    QHash<QString, QList<std::pair<QString, const KeptEntry *>>> keptByName;
+    QHash<QString, QString> byName; ///< what the entries lead to
+    QSet<QString> taken;
+};
+
+QStringList pathsOf(const QList<AutostartItem> &items, const AllKept &kept)
+{
+    Claims claims(items, kept);
+    QStringList paths;
+    for (const AutostartItem &item : items)
+        paths.append(claims.pathOf(item));
+    return paths;
+}
+
 } // namespace
 
-QList<AutostartItem> readAutostartList(const AutostartFolders &folders, const FileReader &userFiles,
-                                       const FileReader &hostFiles, ParsedEntries &parsed)
+bool startsInSession(const AutostartEntry &entry, const AutostartFolders &folders)
 {
-    QList<AutostartItem> items;
-    QSet<QString> taken;
-    const QMap<QString, Found> found = filesByName(folders);
-    for (auto at = found.begin(); at != found.end(); ++at) {
-        Result<QByteArray> bytes = (at->ofUser ? userFiles : hostFiles).read(at->file);
-        if (!bytes)
-            continue;
-        const std::optional<AutostartEntry> &entry = parsed.entryOf(at->file, bytes.value());
-        if (!entry || !starts(*entry, folders))
-            continue;
-        AutostartItem item;
-        item.fileName = at.key();
-        item.file = at->file;
-        item.ofUser = at->ofUser;
-        item.overSystem = at->overSystem;
-        item.bytes = std::move(bytes).value();
-        item.isLink = QFileInfo(at->file).isSymLink();
-        item.entry = *entry;
-        if (item.entry.ownPath.startsWith(u'/')) {
-            item.path = item.entry.ownPath;
-            taken.insert(item.path);
+    if (entry.off)
+        return false;
+    if (!folders.ofThisSession)
+        return true;
+    const auto isRunning = [&](const QString &desktop) {
+        return folders.desktops.contains(desktop);
+    };
+    if (!entry.onlyShowIn.isEmpty()
+        && std::none_of(entry.onlyShowIn.begin(), entry.onlyShowIn.end(), isRunning))
+        return false;
+    if (std::any_of(entry.notShowIn.begin(), entry.notShowIn.end(), isRunning))
+        return false;
+    if (entry.tryExec.isEmpty())
+        return true;
+    const QFileInfo program(findProgram(entry.tryExec, folders.programs));
+    return program.isFile() && program.isExecutable();
+}
+
+void AutostartList::read()
+{
+    kept = from.kept.all();
+    QMap<QByteArray, Found> found; // in the order of the names' bytes
+    for (const QString &folder : from.folders.system) {
+        for (const QString &name : entryNames(folder)) {
+            if (!found.contains(name.toUtf8()))
+                found.insert(name.toUtf8(), {folder + u'/' + name, false, false});
         }
-        items.append(std::move(item));
     }
-    // What was written into an entry is sure; the others give way to it, wherever they stand.
-    for (AutostartItem &item : items) {
-        if (!item.path.isNull())
+    for (const QString &name : entryNames(from.folders.user))
+        found.insert(name.toUtf8(),
+                     {from.folders.user + u'/' + name, true, found.contains(name.toUtf8())});
+    list.clear();
+    for (auto at = found.begin(); at != found.end(); ++at) {
+        if (std::optional<AutostartItem> item = readItem(QString::fromUtf8(at.key()), *at))
+            list.append(*std::move(item));
+    }
+    givePaths();
+}
+
+void AutostartList::readAgain(const QString &path, const QStringList &fileNames)
+{
+    from.kept.readAgain(kept, path);
+    list.removeIf([&](const AutostartItem &item) { return fileNames.contains(item.fileName); });
+    for (const QString &name : fileNames) {
+        std::optional<AutostartItem> item = readItem(name, find(name));
+        if (!item)
             continue;
-        item.path = sharedPath(item, folders, hostFiles);
-        if (item.path.isNull() || taken.contains(item.path))
-            item.path = item.file;
-        taken.insert(item.path);
+        const auto place = std::lower_bound(list.begin(), list.end(), name.toUtf8(),
+                                            [](const AutostartItem &each, const QByteArray &other) {
+                                                return each.fileName.toUtf8() < other;
+                                            });
+        list.insert(place, *std::move(item));
     }
-    return items;
+    givePaths();
+}
+
+QList<AutostartItem> AutostartList::itemsOf(const QString &path) const
+{
+    QList<AutostartItem> all;
+    std::copy_if(list.begin(), list.end(), std::back_inserter(all),
+                 [&](const AutostartItem &item) { return item.path == path; });
+    return all;
+}
+
+bool AutostartList::hasPathWithout(const QString &path, const QList<KeptEntry> &entries) const
+{
+    AllKept others = kept;
+    others.byPath[path].removeIf([&](const KeptEntry &entry) { return entries.contains(entry); });
+    return pathsOf(list, others).contains(path);
+}
+
+/// The user's entry over the system's, the more important folder over the less.
+AutostartList::Found AutostartList::find(const QString &fileName) const
+{
+    const QString users = from.folders.user + u'/' + fileName;
+    QStringList files {users};
+    for (const QString &folder : from.folders.system)
+        files.append(folder + u'/' + fileName);
+    files.removeIf([](const QString &file) { return !standsThere(file); });
+    if (files.isEmpty())
+        return {};
+    const bool ofUser = files.first() == users;
+    return {files.first(), ofUser, ofUser && files.size() > 1};
+}
+
+std::optional<AutostartItem> AutostartList::readItem(const QString &fileName,
+                                                     const Found &found) const
+{
+    if (found.file.isNull())
+        return std::nullopt;
+    Result<QByteArray> bytes = (found.ofUser ? from.userFiles : from.hostFiles).read(found.file);
+    if (!bytes)
+        return std::nullopt;
+    const std::optional<AutostartEntry> &entry = from.parsed.entryOf(found.file, bytes.value());
+    if (!entry || !startsInSession(*entry, from.folders))
+        return std::nullopt;
+    AutostartItem item;
+    item.fileName = fileName;
+    item.file = found.file;
+    item.ofUser = found.ofUser;
+    item.overSystem = found.overSystem;
+    item.bytes = std::move(bytes).value();
+    item.isLink = QFileInfo(found.file).isSymLink();
+    item.entry = *entry;
+    if (!hasWrittenPath(item))
+        item.shared = sharedPath(item, from.folders, from.hostFiles);
+    return item;
+}
+
+void AutostartList::givePaths()
+{
+    const QStringList paths = pathsOf(list, kept);
+    for (qsizetype i = 0; i < list.size(); ++i)
+        list[i].path = paths[i];
 }
 
 } // namespace varnel

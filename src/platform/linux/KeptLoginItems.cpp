@@ -1,8 +1,12 @@
 #include "platform/linux/KeptLoginItems.h"
 
+#include "base/Literals.h"
+#include "base/Logging.h"
 #include "platform/FileStore.h"
 
 #include <QCryptographicHash>
+#include <QDir>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -13,6 +17,11 @@
 namespace varnel {
 
 namespace {
+
+using Answer = Result<std::optional<QByteArray>>;
+
+constexpr QLatin1String pathKey("path");
+constexpr QLatin1String entriesKey("entries");
 
 QJsonValue encoded(const QByteArray &bytes)
 {
@@ -48,11 +57,21 @@ std::optional<KeptEntry> fromJson(const QJsonObject &object)
     return entry;
 }
 
-QList<KeptEntry> parse(const QByteArray &bytes)
+QJsonArray entriesIn(const QJsonObject &record)
+{
+    return record[entriesKey].toArray();
+}
+
+/// None where the file holds something else.
+std::optional<QJsonObject> parse(const QByteArray &bytes)
+{
+    const QJsonObject record = QJsonDocument::fromJson(bytes).object();
+    return record[entriesKey].isArray() ? std::optional(record) : std::nullopt;
+}
+
+QList<KeptEntry> readable(const QJsonArray &array)
 {
     QList<KeptEntry> entries;
-    const QJsonArray array =
-        QJsonDocument::fromJson(bytes).object()[QStringLiteral("entries")].toArray();
     for (const auto &value : array) {
         if (std::optional<KeptEntry> entry = fromJson(value.toObject()))
             entries.append(*std::move(entry));
@@ -60,7 +79,51 @@ QList<KeptEntry> parse(const QByteArray &bytes)
     return entries;
 }
 
+/// Leaves all else as it stands.
+QJsonArray without(const QJsonArray &array, const QList<KeptEntry> &entries)
+{
+    QJsonArray rest;
+    for (const auto &value : array) {
+        const std::optional<KeptEntry> entry = fromJson(value.toObject());
+        if (!entry || !entries.contains(*entry))
+            rest.append(value);
+    }
+    return rest;
+}
+
+QByteArray written(QJsonObject record, const QString &path, const QJsonArray &entries)
+{
+    record[pathKey] = path;
+    record[entriesKey] = entries;
+    return QJsonDocument(record).toJson();
+}
+
+QString recordName(const QString &path)
+{
+    const QByteArray hash =
+        QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return QString::fromLatin1(hash) + u".json";
+}
+
 } // namespace
+
+QList<KeptEntry> latestOfEachName(const QList<KeptEntry> &entries)
+{
+    QHash<QString, qsizetype> last;
+    for (qsizetype i = 0; i < entries.size(); ++i)
+        last.insert(entries[i].fileName, i);
+    QList<KeptEntry> latest;
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        if (last.value(entries[i].fileName) == i)
+            latest.append(entries[i]);
+    }
+    return latest;
+}
+
+bool AllKept::mayHold(const QString &path) const
+{
+    return !unreadable.isEmpty() && unreadable.contains(recordName(path));
+}
 
 KeptLoginItems::KeptLoginItems(QString folder, FileStore &files)
     : folderPath(std::move(folder)), files(files)
@@ -69,37 +132,86 @@ KeptLoginItems::KeptLoginItems(QString folder, FileStore &files)
 
 QString KeptLoginItems::fileOf(const QString &path) const
 {
-    const QByteArray hash =
-        QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex();
-    return folderPath + QString::fromLatin1(hash) + u".json";
+    return folderPath + recordName(path);
 }
 
 Result<QList<KeptEntry>> KeptLoginItems::entriesOf(const QString &path) const
 {
     const Result<QByteArray> bytes = files.read(fileOf(path));
     if (bytes)
-        return parse(bytes.value());
+        return readable(entriesIn(parse(bytes.value()).value_or(QJsonObject())));
     return bytes.error().code == ErrorCode::NotFound ? Result<QList<KeptEntry>>(QList<KeptEntry>())
                                                      : bytes.error();
 }
 
+AllKept KeptLoginItems::all() const
+{
+    AllKept all;
+    const QStringList names =
+        QDir(folderPath)
+            .entryList({u"*.json"_s},
+                       QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive);
+    for (const QString &name : names)
+        readRecord(all, name);
+    return all;
+}
+
+void KeptLoginItems::readAgain(AllKept &all, const QString &path) const
+{
+    all.byPath.remove(path);
+    all.unreadable.remove(recordName(path));
+    readRecord(all, recordName(path));
+}
+
+void KeptLoginItems::readRecord(AllKept &all, const QString &name) const
+{
+    const Result<QByteArray> bytes = files.read(folderPath + name);
+    if (!bytes && bytes.error().code == ErrorCode::NotFound)
+        return;
+    const std::optional<QJsonObject> record = bytes ? parse(bytes.value()) : std::nullopt;
+    const QString path = record ? (*record)[pathKey].toString() : QString();
+    if (recordName(path) == name)
+        all.byPath.insert(path, readable(entriesIn(*record)));
+    else
+        all.unreadable.insert(name);
+}
+
 Result<void> KeptLoginItems::keep(const QString &path, const QList<KeptEntry> &entries)
 {
-    using Answer = Result<std::optional<QByteArray>>;
     return files.update(fileOf(path), [&](const std::optional<QByteArray> &old) -> Answer {
-        QList<KeptEntry> all = old ? parse(*old) : QList<KeptEntry>();
-        for (const KeptEntry &entry : entries) {
-            // One that was removed before under this name is put back as it was last.
-            all.removeIf([&](const KeptEntry &other) { return other.fileName == entry.fileName; });
-            all.append(entry);
-        }
-        QJsonArray array;
-        for (const KeptEntry &entry : std::as_const(all))
-            array.append(toJson(entry));
-        return std::optional(QJsonDocument(QJsonObject {{QStringLiteral("path"), path},
-                                                        {QStringLiteral("entries"), array}})
-                                 .toJson());
+        const std::optional<QJsonObject> record = old ? parse(*old) : QJsonObject();
+        // Written over, it would be lost, whatever it is.
+        if (!record)
+            return unreadable(path);
+        QJsonArray all = without(entriesIn(*record), entries);
+        for (const KeptEntry &entry : entries)
+            all.append(toJson(entry));
+        return std::optional(written(*record, path, all));
     });
+}
+
+Result<bool> KeptLoginItems::forget(const QString &path, const QList<KeptEntry> &entries)
+{
+    bool more = false;
+    const Result<void> updated =
+        files.update(fileOf(path), [&](const std::optional<QByteArray> &old) -> Answer {
+            const std::optional<QJsonObject> record = old ? parse(*old) : QJsonObject();
+            if (!record)
+                return unreadable(path);
+            const QJsonArray rest = without(entriesIn(*record), entries);
+            more = !rest.isEmpty();
+            return more ? std::optional(written(*record, path, rest)) : std::nullopt;
+        });
+    return updated ? Result<bool>(more) : updated.error();
+}
+
+Error KeptLoginItems::unreadable(const QString &path) const
+{
+    Error error {ErrorCode::Failed,
+                 fileOf(path)
+                     + u": holds no kept login items that can be read, and is left as it is"};
+    varnelLog(lcIo, error.text);
+    return error;
 }
 
 } // namespace varnel

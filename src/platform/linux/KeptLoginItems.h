@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QMap>
+#include <QSet>
 #include <QString>
 
 #include <sys/types.h>
@@ -24,7 +26,20 @@ struct KeptEntry {
     bool operator==(const KeptEntry &) const = default;
 };
 
-/// The removed entries, one file for each application, in a folder of the program's own.
+/// Of those of one name the one that was kept last.
+[[nodiscard]] QList<KeptEntry> latestOfEachName(const QList<KeptEntry> &entries);
+
+/// What is kept of all applications.
+struct AllKept {
+    QMap<QString, QList<KeptEntry>> byPath;
+    QSet<QString> unreadable; ///< files of applications that can't be told
+
+    /// Whether one of those is the application's.
+    [[nodiscard]] bool mayHold(const QString &path) const;
+};
+
+/// The removed entries, one file for each application, in a folder of the program's own. What
+/// stands in such a file and is none that can be read stays there.
 class KeptLoginItems {
 public:
     /// The folder ends in a slash; it must exist before the first keep().
@@ -33,13 +48,24 @@ public:
     [[nodiscard]] const QString &folder() const { return folderPath; }
     [[nodiscard]] QString fileOf(const QString &path) const;
 
-    /// Empty where nothing is kept; an error where that can't be told.
+    /// In the order in which they were kept, of one name the latest last. Empty where nothing is
+    /// kept; an error where that can't be told.
     [[nodiscard]] Result<QList<KeptEntry>> entriesOf(const QString &path) const;
 
-    /// Adds to what is kept already.
+    [[nodiscard]] AllKept all() const;
+    void readAgain(AllKept &all, const QString &path) const;
+
+    /// Adds to what is kept already: of one name, other bytes stay beside the new ones.
     Result<void> keep(const QString &path, const QList<KeptEntry> &entries);
 
+    /// Gives these up. Answers whether anything else stands in the file; where nothing does, it is
+    /// left as it is, to be removed.
+    Result<bool> forget(const QString &path, const QList<KeptEntry> &entries);
+
 private:
+    void readRecord(AllKept &all, const QString &name) const;
+    [[nodiscard]] Error unreadable(const QString &path) const;
+
     QString folderPath;
     FileStore &files;
 };

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxSessionLoginItems.h"
 
+#include "base/Literals.h"
 #include "base/Logging.h"
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
@@ -7,10 +8,13 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 #include <optional>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace varnel {
 
@@ -23,6 +27,29 @@ QString keptFolder(const QString &supportFolder)
     return supportFolder + u"RemovedLoginItems/";
 }
 
+/// The store logs what fails in it; these are the failures that nobody has told yet.
+template <typename Outcome> Outcome logged(Outcome outcome)
+{
+    if (!outcome)
+        varnelLog(lcIo, outcome.error().text);
+    return outcome;
+}
+
+Error keptFromStarting(const QString &path)
+{
+    const QString text = u"its own entry says that this session does not start it"_s;
+    varnelLog(lcIo, path + u": " + text);
+    return {ErrorCode::Failed, text};
+}
+
+template <typename Entry> QStringList namesOf(const QList<Entry> &entries)
+{
+    QStringList names;
+    for (const Entry &entry : entries)
+        names.append(entry.fileName);
+    return names;
+}
+
 Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
 {
     KeptEntry entry;
@@ -30,11 +57,11 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
     entry.ofUser = item.ofUser;
     entry.bytes = item.bytes;
     if (item.ofUser) {
-        const Result<EntryForm> form = formOf(home, item.file);
+        const Result<EntryForm> form = logged(formOf(home, item.file));
         if (!form)
             return form.error();
         entry.link = form.value().link;
-        entry.mode = form.value().mode;
+        entry.mode = form.value().mode & (S_IRWXU | S_IRWXG | S_IRWXO);
     }
     return entry;
 }
@@ -44,9 +71,9 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
 LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders,
                                                const QString &supportFolder, FileStore &store,
                                                FolderMaker &maker, const FileReader &hostFiles)
-    : home(std::move(home)), folders(std::move(folders)),
-      orderFile(supportFolder + u"LoginItemsOrder.txt"), kept(keptFolder(supportFolder), store),
-      store(store), maker(maker), hostFiles(hostFiles)
+    : home(std::move(home)), folders(std::move(folders)), kept(keptFolder(supportFolder), store),
+      order(supportFolder + u"LoginItemsOrder.txt", store), store(store), maker(maker),
+      hostFiles(hostFiles)
 {
 }
 
@@ -61,10 +88,17 @@ QString LinuxSessionLoginItems::userFile(const QString &fileName) const
     return folders.user + u'/' + fileName;
 }
 
+AutostartList LinuxSessionLoginItems::unread() const
+{
+    return AutostartList({folders, store, hostFiles, kept, parsed});
+}
+
 QList<AutostartItem> LinuxSessionLoginItems::items() const
 {
-    QList<AutostartItem> list = readAutostartList(folders, store, hostFiles, parsed);
-    const QStringList inserted = order();
+    AutostartList now = unread();
+    now.read();
+    QList<AutostartItem> list = now.items();
+    const QStringList inserted = order.names();
     if (inserted.isEmpty())
         return list;
     QHash<QString, qsizetype> places;
@@ -79,6 +113,7 @@ QList<AutostartItem> LinuxSessionLoginItems::items() const
 void LinuxSessionLoginItems::beginChanges()
 {
     manyChanges = true;
+    known.reset();
 }
 
 void LinuxSessionLoginItems::endChanges()
@@ -95,22 +130,24 @@ bool LinuxSessionLoginItems::stillStands(const AutostartItem &item) const
 
 void LinuxSessionLoginItems::readKnown()
 {
-    known.emplace();
-    changed.clear();
-    for (const AutostartItem &item : items())
-        (*known)[item.path].append(item);
+    known.emplace(unread());
+    known->read();
 }
 
 QList<AutostartItem> LinuxSessionLoginItems::itemsOf(const QString &path)
 {
-    if (!manyChanges || !known || changed.contains(path))
+    if (!manyChanges || !known)
         readKnown();
-    const QList<AutostartItem> before = known->value(path);
+    const QList<AutostartItem> before = known->itemsOf(path);
     if (!std::all_of(before.begin(), before.end(),
                      [this](const AutostartItem &item) { return stillStands(item); }))
         readKnown();
-    changed.insert(path);
-    return known->value(path);
+    return known->itemsOf(path);
+}
+
+Result<bool> LinuxSessionLoginItems::lists(const QString &path)
+{
+    return !itemsOf(path).isEmpty();
 }
 
 Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
@@ -147,36 +184,41 @@ QString LinuxSessionLoginItems::applicationsFolder() const
 
 Result<void> LinuxSessionLoginItems::insertAtEnd(const QString &path)
 {
-    QStringList moved;
-    for (const AutostartItem &item : itemsOf(path))
-        moved.append(item.fileName);
-    if (!moved.isEmpty())
-        return changeOrder(moved, true);
-
+    const QStringList names = namesOf(itemsOf(path));
     // Without knowing what is kept, a new entry would take its place for good.
+    const Result<Returning> back = returning(path);
+    if (!back)
+        return back.error();
+    const QList<KeptEntry> entries = back.value().entries;
+    if (names.isEmpty() && entries.isEmpty())
+        return back.value().anyOff ? keptFromStarting(path) : insertNew(path);
+    if (Result<void> put = putBack(path, entries); !put)
+        return put;
+    if (Result<void> ordered = moveToEnd(names + namesOf(entries)); !ordered)
+        return ordered;
+    forget(path, entries);
+    return {};
+}
+
+Result<LinuxSessionLoginItems::Returning>
+LinuxSessionLoginItems::returning(const QString &path) const
+{
     const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
     if (!entries)
         return entries.error();
-    makeUserFolder();
-    QStringList restored;
-    for (const KeptEntry &entry : entries.value()) {
+    Returning back;
+    for (const KeptEntry &entry : latestOfEachName(entries.value())) {
         const Result<bool> free = canTake(entry);
         if (!free)
             return free.error();
         if (!free.value())
             continue;
-        if (Result<void> put = putBack(entry); !put)
-            return put;
-        restored.append(entry.fileName);
+        if (wouldStart(entry))
+            back.entries.append(entry);
+        else
+            back.anyOff = true;
     }
-    if (restored.isEmpty())
-        return insertNew(path);
-    Result<void> ordered = changeOrder(restored, true);
-    if (!ordered)
-        return ordered;
-    // What is back in the list needs no keeping; a leftover does no harm.
-    (void)removeEntry(home, kept.fileOf(path));
-    return {};
+    return back;
 }
 
 /// A place is free for a kept entry when nothing stands there, or only what hides the system's.
@@ -185,7 +227,8 @@ Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
 {
     const QString file = userFile(entry.fileName);
     if (const Result<EntryForm> form = formOf(home, file); !form)
-        return form.error().code == ErrorCode::NotFound ? Result<bool>(entry.ofUser) : form.error();
+        return form.error().code == ErrorCode::NotFound ? Result<bool>(entry.ofUser)
+                                                        : logged(Result<bool>(form.error()));
     const Result<QByteArray> now = store.read(file);
     if (now)
         return now.value() == hidingAutostartEntry();
@@ -193,6 +236,34 @@ Result<bool> LinuxSessionLoginItems::canTake(const KeptEntry &entry) const
     const ErrorCode code = now.error().code;
     return code == ErrorCode::NotFound || code == ErrorCode::NotAFile ? Result<bool>(false)
                                                                       : now.error();
+}
+
+/// Of a system-wide entry only the hiding is lifted: what it says now counts.
+bool LinuxSessionLoginItems::wouldStart(const KeptEntry &entry) const
+{
+    const auto starts = [this](const QByteArray &bytes) {
+        const std::optional<AutostartEntry> read = parseAutostartEntry(bytes);
+        return read && startsInSession(*read, folders);
+    };
+    if (entry.ofUser)
+        return starts(entry.bytes);
+    for (const QString &folder : folders.system) {
+        if (const Result<QByteArray> bytes = hostFiles.read(folder + u'/' + entry.fileName))
+            return starts(bytes.value());
+    }
+    return false;
+}
+
+Result<void> LinuxSessionLoginItems::putBack(const QString &path, const QList<KeptEntry> &entries)
+{
+    if (entries.isEmpty())
+        return {};
+    makeUserFolder();
+    Result<void> put;
+    for (auto entry = entries.begin(); put && entry != entries.end(); ++entry)
+        put = logged(putBack(*entry));
+    known->readAgain(path, namesOf(entries));
+    return put;
 }
 
 Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
@@ -208,22 +279,39 @@ Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
     return putFile(home, file, entry.bytes, entry.mode);
 }
 
+/// What is back in the list needs no keeping, unless that alone tells its path: an update may have
+/// changed what the path was worked out from. A leftover does no harm: it names the same entry.
+void LinuxSessionLoginItems::forget(const QString &path, const QList<KeptEntry> &entries)
+{
+    if (entries.isEmpty() || !known->hasPathWithout(path, entries))
+        return;
+    if (const Result<bool> more = kept.forget(path, entries); more && !more.value())
+        (void)removeEntry(home, kept.fileOf(path));
+    known->readAgain(path, {});
+}
+
 Result<void> LinuxSessionLoginItems::insertNew(const QString &path)
 {
     const QString name = freeName(path);
     QByteArray bytes = newAutostartEntry(path);
-    if (path.endsWith(u".desktop")) {
-        const Result<QByteArray> installed = hostFiles.read(path);
+    const Result<QByteArray> installed =
+        path.endsWith(u".desktop") ? hostFiles.read(path) : Result<QByteArray>(QByteArray());
+    if (installed) {
+        const std::optional<AutostartEntry> entry = parsed.entryOf(path, installed.value());
+        if (entry && !startsInSession(*entry, folders))
+            return keptFromStarting(path);
         // A copy under another name, or of an entry that is not installed, must say where it comes
         // from.
         const bool speaksForItself = name == QFileInfo(path).fileName()
             && folders.applications.contains(QFileInfo(path).path());
-        if (installed && parsed.entryOf(path, installed.value()))
+        if (entry)
             bytes = speaksForItself ? installed.value() : withOwnPath(installed.value(), path);
     }
+    makeUserFolder();
     if (Result<void> written = writeFile(userFile(name), bytes); !written)
         return written;
-    return changeOrder({name}, true);
+    known->readAgain(path, {name});
+    return moveToEnd({name});
 }
 
 /// A file name that neither the user's nor a system's folder has: taking a system's would hide that
@@ -255,27 +343,33 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     if (matching.isEmpty())
         return {};
     QList<KeptEntry> entries;
-    QStringList names;
     for (const AutostartItem &item : matching) {
         const Result<KeptEntry> form = keptForm(home, item);
         if (!form)
             return form.error();
         entries.append(form.value());
-        names.append(item.fileName);
     }
     makeFolders(kept.folder());
     if (Result<void> keeping = kept.keep(path, entries); !keeping)
         return keeping;
     varnelLog(lcIo, path + u": kept in " + kept.fileOf(path));
+    if (Result<void> taken = takeOut(path, matching); !taken)
+        return taken;
+    makeFolders(QFileInfo(order.file()).path());
+    return order.remove(namesOf(matching));
+}
 
+Result<void> LinuxSessionLoginItems::takeOut(const QString &path, const QList<AutostartItem> &items)
+{
     makeUserFolder();
-    for (const AutostartItem &item : matching) {
-        if (Result<void> taken = takeOut(item); !taken)
-            return Error {taken.error().code,
-                          taken.error().text + u" (the entry is kept in " + kept.fileOf(path)
-                              + u')'};
-    }
-    return changeOrder(names, false);
+    Result<void> taken;
+    for (auto item = items.begin(); taken && item != items.end(); ++item)
+        taken = takeOut(*item);
+    known->readAgain(path, namesOf(items));
+    if (taken)
+        return {};
+    return Error {taken.error().code,
+                  taken.error().text + u" (the entry is kept in " + kept.fileOf(path) + u')'};
 }
 
 QString LinuxSessionLoginItems::keptIn(const QString &path) const
@@ -293,7 +387,7 @@ Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
 {
     const QString file = userFile(item.fileName);
     if (item.ofUser && (item.isLink || !item.overSystem)) {
-        if (Result<void> removed = removeEntry(home, file); !removed)
+        if (Result<void> removed = logged(removeEntry(home, file)); !removed)
             return removed;
     }
     if (item.ofUser && !item.overSystem)
@@ -326,26 +420,10 @@ void LinuxSessionLoginItems::makeFolders(const QString &folder)
     }
 }
 
-QStringList LinuxSessionLoginItems::order() const
+Result<void> LinuxSessionLoginItems::moveToEnd(const QStringList &fileNames)
 {
-    const Result<QByteArray> bytes = store.read(orderFile);
-    return bytes ? QString::fromUtf8(bytes.value()).split(u'\n', Qt::SkipEmptyParts)
-                 : QStringList();
-}
-
-Result<void> LinuxSessionLoginItems::changeOrder(const QStringList &fileNames, bool append)
-{
-    makeFolders(QFileInfo(orderFile).path());
-    return store.update(orderFile, [&](const std::optional<QByteArray> &old) -> Answer {
-        QStringList names =
-            QString::fromUtf8(old.value_or(QByteArray())).split(u'\n', Qt::SkipEmptyParts);
-        names.removeIf([&](const QString &name) { return fileNames.contains(name); });
-        if (append)
-            names += fileNames;
-        if (names.isEmpty() && !old)
-            return std::optional<QByteArray>();
-        return std::optional(names.isEmpty() ? QByteArray() : names.join(u'\n').toUtf8() + '\n');
-    });
+    makeFolders(QFileInfo(order.file()).path());
+    return order.moveToEnd(fileNames);
 }
 
 } // namespace varnel

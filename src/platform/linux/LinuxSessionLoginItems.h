@@ -3,11 +3,11 @@
 #include "base/HomeFolder.h"
 #include "platform/linux/AutostartList.h"
 #include "platform/linux/KeptLoginItems.h"
+#include "platform/linux/LoginItemsOrder.h"
 #include "platform/linux/ParsedEntries.h"
 #include "platform/SessionLoginItems.h"
 
-#include <QHash>
-#include <QSet>
+#include <QList>
 #include <QStringList>
 
 #include <optional>
@@ -24,12 +24,15 @@ class FolderMaker;
 /// Inserting writes an entry into the user's folder; a desktop entry is copied, for anything else
 /// one is made. Removing keeps the entry first, then deletes it, or, where a system-wide one of its
 /// name would come to light, leaves an entry that hides it. Inserting the same application again
-/// puts back what was kept, byte for byte.
+/// puts back what was kept, byte for byte. An entry that this session would not start is neither
+/// put back nor copied.
 class LinuxSessionLoginItems : public SessionLoginItems {
 public:
     /// supportFolder ends in a slash. Everything outlives this object.
     LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders, const QString &supportFolder,
                            FileStore &store, FolderMaker &maker, const FileReader &hostFiles);
+    LinuxSessionLoginItems(const LinuxSessionLoginItems &) = delete;
+    LinuxSessionLoginItems &operator=(const LinuxSessionLoginItems &) = delete;
 
     /// The folders beside the home's support folder (ending in a slash) in which it puts files.
     [[nodiscard]] static QStringList foldersWrittenTo(const HomeFolder &home,
@@ -44,10 +47,14 @@ public:
     QString keptIn(const QString &path) const override;
     QString keepingPlace(const QString &path) const override;
 
+    Result<bool> lists(const QString &path) override;
+
 private:
     void beginChanges() override;
     void endChanges() override;
 
+    [[nodiscard]] AutostartList unread() const;
+    /// The list in its order.
     [[nodiscard]] QList<AutostartItem> items() const;
     /// Those of one application, as they are now.
     [[nodiscard]] QList<AutostartItem> itemsOf(const QString &path);
@@ -55,31 +62,37 @@ private:
     [[nodiscard]] bool stillStands(const AutostartItem &item) const;
     [[nodiscard]] QString userFile(const QString &fileName) const;
     [[nodiscard]] QString freeName(const QString &path) const;
-    [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
 
+    struct Returning {
+        QList<KeptEntry> entries; ///< to be put back
+        bool anyOff = false; ///< there is one that would not start
+    };
+    [[nodiscard]] Result<Returning> returning(const QString &path) const;
+    [[nodiscard]] Result<bool> canTake(const KeptEntry &entry) const;
+    [[nodiscard]] bool wouldStart(const KeptEntry &entry) const;
+
+    Result<void> putBack(const QString &path, const QList<KeptEntry> &entries);
     Result<void> putBack(const KeptEntry &entry);
+    void forget(const QString &path, const QList<KeptEntry> &entries);
     Result<void> insertNew(const QString &path);
+    Result<void> takeOut(const QString &path, const QList<AutostartItem> &items);
     Result<void> takeOut(const AutostartItem &item);
     Result<void> writeFile(const QString &file, const QByteArray &bytes);
     void makeUserFolder();
     void makeFolders(const QString &folder);
-
-    [[nodiscard]] QStringList order() const;
-    Result<void> changeOrder(const QStringList &fileNames, bool append);
+    Result<void> moveToEnd(const QStringList &fileNames);
 
     HomeFolder home;
     AutostartFolders folders;
-    QString orderFile;
     KeptLoginItems kept;
+    LoginItemsOrder order;
     FileStore &store;
     FolderMaker &maker;
     const FileReader &hostFiles;
     mutable ParsedEntries parsed;
 
-    using ItemsByPath = QHash<QString, QList<AutostartItem>>;
     bool manyChanges = false;
-    std::optional<ItemsByPath> known; ///< the list as it was read last
-    QSet<QString> changed; ///< paths that were asked for since, and so may have changed
+    std::optional<AutostartList> known; ///< the list as it was read last
 };
 
 } // namespace varnel

@@ -159,14 +159,39 @@ TEST_F(LoginItemsAccessTest, WhereStoringFailsDisablingStillRemoves)
     EXPECT_TRUE(session.items.isEmpty());
 }
 
-TEST_F(LoginItemsAccessTest, WhereInsertingFailsEnablingStillDeletesFromTheStore)
+TEST_F(LoginItemsAccessTest, WhereInsertingFailsTheItemStaysInTheStoreAndTheFailureIsToldOnce)
 {
     EXPECT_TRUE(store.addDisabledLoginItemsData(mail, {}));
     session.failure = Error {ErrorCode::NotPermitted, u"list.desktop: Permission denied"_s};
     const LogCapture log;
-    EXPECT_FALSE(access.writeData(2, mail, true, false).ok());
-    EXPECT_TRUE(log.texts(u"varnel.loginitems"_s).contains(deleteQuery));
+    const Result<void> enabled = access.writeData(2, mail, true, false);
+    ASSERT_FALSE(enabled.ok());
+    EXPECT_EQ(enabled.error().text, session.failure->text);
+    EXPECT_FALSE(log.texts(u"varnel.loginitems"_s).contains(deleteQuery));
     EXPECT_EQ(log.texts(u"varnel.io"_s), QStringList {u"list.desktop: Permission denied"_s});
+    session.failure.reset();
+    EXPECT_EQ(lines(), QStringList {u"off Mail.app /A/Mail.app"_s});
+}
+
+TEST_F(LoginItemsAccessTest, WhatIsNotInTheListAfterItWasAddedStaysInTheStoreAndIsToldOnce)
+{
+    EXPECT_TRUE(store.addDisabledLoginItemsData(mail, {}));
+    session.hidesWhatIsInserted = true;
+    const LogCapture log;
+    const Result<void> enabled = access.writeData(2, mail, true, false);
+    ASSERT_FALSE(enabled.ok());
+    EXPECT_FALSE(log.texts(u"varnel.loginitems"_s).contains(deleteQuery));
+    EXPECT_EQ(log.texts(u"varnel.io"_s), QStringList {mail + u": " + enabled.error().text});
+    EXPECT_EQ(lines(), QStringList {u"off Mail.app /A/Mail.app"_s});
+}
+
+TEST_F(LoginItemsAccessTest, WhatIsInTheListLeavesTheStoreThoughItsPlaceCouldNotBeChanged)
+{
+    EXPECT_TRUE(store.addDisabledLoginItemsData(mail, {}));
+    session.items = {{u"Mail"_s, mail, {}}};
+    session.insertFailure = Error {ErrorCode::Failed, u"no order"_s};
+    EXPECT_TRUE(steps(2, true, false).contains(deleteQuery));
+    EXPECT_FALSE(outcome.ok());
 }
 
 TEST_F(LoginItemsAccessTest, EnabledItemsComeFirstThenTheStoresOwnNames)

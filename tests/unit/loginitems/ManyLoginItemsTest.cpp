@@ -131,3 +131,23 @@ TEST_F(ManyLoginItems, AfterASaveTheListIsReadAfresh)
     ASSERT_TRUE(session.removeEvery(application(7)).ok());
     EXPECT_TRUE(session.snapshot().value().isEmpty());
 }
+
+TEST_F(ManyLoginItems, WhatHappenedBetweenASingleChangeAndASaveIsSeen)
+{
+    putEntries(1);
+    ASSERT_TRUE(session.insertAtEnd(application(0)).ok());
+    write(entry(1), entryFor(1));
+    saveAll(LoginItemChange::Disable, 2);
+    EXPECT_TRUE(session.snapshot().value().isEmpty());
+}
+
+TEST_F(ManyLoginItems, EnablingReadsEachEntryAFewTimesHoweverManyThereAre)
+{
+    constexpr int count = 20;
+    putEntries(count);
+    saveAll(LoginItemChange::Disable, count);
+    store.calls.clear();
+    saveAll(LoginItemChange::Enable, count);
+    EXPECT_LE(entriesRead(), 3 * count);
+    EXPECT_EQ(session.snapshot().value().size(), count);
+}

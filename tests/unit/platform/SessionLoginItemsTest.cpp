@@ -287,3 +287,60 @@ TEST_F(LoginItemsOfSession, AKeptRecordNamesPlainFilesOnly)
     EXPECT_EQ(entries[0].fileName, u"fine.desktop"_s);
     EXPECT_EQ(entries[0].mode, 0755U);
 }
+
+TEST_F(LoginItemsOfSession, OnlyNamesThatEndInDesktopExactlyAreEntries)
+{
+    user("Upper.DESKTOP", entry("/opt/upper"));
+    user("Mixed.Desktop", entry("/opt/mixed"));
+    user("old.desktop~", entry("/opt/old"));
+    user("fine.desktop", entry("/opt/fine"));
+    system("Upper.DESKTOP", entry("/opt/upper"));
+    EXPECT_EQ(paths(), (QStringList {u"/opt/fine"_s}));
+}
+
+TEST_F(LoginItemsOfSession, OfTheEntriesOfOneProgramTheFirstByTheBytesOfItsNameHasItsPath)
+{
+    const QString first = QString::fromUtf8("\xee\x80\x80.desktop"); // U+E000
+    const QString second = QString::fromUtf8("\xf0\x90\x80\x80.desktop"); // U+10000
+    write(folders.user + u'/' + second, entry("/opt/same"));
+    write(folders.user + u'/' + first, entry("/opt/same"));
+    user("Z.desktop", entry("/opt/z"));
+    user("a.desktop", entry("/opt/z"));
+    EXPECT_EQ(paths(),
+              (QStringList {u"/opt/z"_s, userFile("a.desktop"), u"/opt/same"_s,
+                            folders.user + u'/' + second}));
+}
+
+TEST_F(LoginItemsOfSession, ANewEntryOfARemovedOnesProgramGoesByItsOwnFile)
+{
+    user("clock.desktop", clockEntry);
+    EXPECT_TRUE(list().removeEvery(u"/opt/clock"_s));
+    user("another.desktop", entry("/opt/clock"));
+    EXPECT_EQ(paths(), (QStringList {userFile("another.desktop")}));
+    user("clock.desktop", entry("/opt/clock"));
+    EXPECT_EQ(paths(), (QStringList {u"/opt/clock"_s, userFile("clock.desktop")}))
+        << "nothing is out any more, and the first by name has the path";
+}
+
+TEST_F(LoginItemsOfSession, TheOrderHoldsNamesWithLineFeedsAndReadsFilesOfEarlierVersions)
+{
+    const QStringList names {u"a\nb.desktop"_s, u"b.desktop"_s, u"\"c\\n.desktop"_s, u"d.desktop"_s,
+                             u"e\\\n\".desktop"_s};
+    for (const QString &name : names)
+        write(folders.user + u'/' + name, entry("/opt/" + QByteArray::number(names.indexOf(name))));
+    write(support + u"LoginItemsOrder.txt", "b.desktop\n\"c\\n.desktop\n");
+    QStringList expected = paths();
+    EXPECT_EQ(expected.mid(3), (QStringList {u"/opt/1"_s, u"/opt/2"_s}));
+    for (const int number : {3, 0, 4, 0, 1, 2, 4, 3}) {
+        const QString path = u"/opt/"_s + QString::number(number);
+        EXPECT_TRUE(list().insertAtEnd(path));
+        expected.removeOne(path);
+        expected.append(path);
+        EXPECT_EQ(paths(), expected);
+    }
+    EXPECT_TRUE(read(support + u"LoginItemsOrder.txt").contains("\nb.desktop\n"))
+        << "plain names stand as ever";
+    EXPECT_TRUE(list().removeEvery(u"/opt/0"_s));
+    expected.removeOne(u"/opt/0"_s);
+    EXPECT_EQ(paths(), expected);
+}
