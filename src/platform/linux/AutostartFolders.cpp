@@ -41,6 +41,7 @@ AutostartFolders autostartFoldersOfSession(const HomeFolder &home)
 {
     const QString data = absoluteFolder("XDG_DATA_HOME", home.path + u"/.local/share");
     AutostartFolders folders;
+    folders.home = home;
     folders.user = absoluteFolder("XDG_CONFIG_HOME", home.path + u"/.config") + u"/autostart";
     folders.system =
         each(absoluteFolders("XDG_CONFIG_DIRS", QStringLiteral("/etc/xdg")), u"/autostart");
@@ -56,6 +57,7 @@ AutostartFolders autostartFoldersOfSession(const HomeFolder &home)
 AutostartFolders autostartFoldersOfHome(const HomeFolder &home)
 {
     AutostartFolders folders;
+    folders.home = home;
     folders.user = home.path + u"/.config/autostart";
     folders.applications = {home.path + u"/.local/share/applications"};
     folders.ofThisSession = false;

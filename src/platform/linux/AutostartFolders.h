@@ -9,6 +9,7 @@ namespace varnel {
 
 /// Where a session looks for what starts at login, and for what its entries speak of.
 struct AutostartFolders {
+    HomeFolder home {}; ///< by which its folders are reached
     QString user; ///< the user's autostart folder, inside the home or where XDG_CONFIG_HOME says
     QStringList system; ///< system-wide autostart folders, the most important first
     QStringList applications; ///< installed desktop entries, the most important first

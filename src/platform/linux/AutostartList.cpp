@@ -24,10 +24,10 @@ namespace varnel {
 namespace {
 
 /// The toolkit leaves such entries out without a word.
-void logUnnamableEntries(const QString &folder)
+void logUnnamableEntries(const QString &folder, const HomeFolder &home)
 {
     const std::unique_ptr<DIR, CloseFolder> entries(
-        ::opendir(QFile::encodeName(folder).constData()));
+        ::opendir(QFile::encodeName(home.reached(folder)).constData()));
     if (!entries)
         return;
     while (const dirent *entry = ::readdir(entries.get())) {
@@ -40,12 +40,12 @@ void logUnnamableEntries(const QString &folder)
 }
 
 /// The toolkit compares names without their case unless it is told otherwise.
-QStringList entryNames(const QString &folder)
+QStringList entryNames(const QString &folder, const HomeFolder &home)
 {
-    logUnnamableEntries(folder);
-    return QDir(folder).entryList({u"*.desktop"_s},
-                                  QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive,
-                                  QDir::Unsorted);
+    logUnnamableEntries(folder, home);
+    return QDir(home.reached(folder))
+        .entryList({u"*.desktop"_s},
+                   QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive, QDir::Unsorted);
 }
 
 bool standsThere(const QString &file)
@@ -225,12 +225,12 @@ void AutostartList::read()
     kept = from.kept.all();
     QMap<QByteArray, Found> found; // in the order of the names' bytes
     for (const QString &folder : from.folders.system) {
-        for (const QString &name : entryNames(folder)) {
+        for (const QString &name : entryNames(folder, from.folders.home)) {
             if (!found.contains(name.toUtf8()))
                 found.insert(name.toUtf8(), {folder + u'/' + name, false, false});
         }
     }
-    for (const QString &name : entryNames(from.folders.user))
+    for (const QString &name : entryNames(from.folders.user, from.folders.home))
         found.insert(name.toUtf8(),
                      {from.folders.user + u'/' + name, true, found.contains(name.toUtf8())});
     list.clear();
@@ -280,7 +280,8 @@ AutostartList::Found AutostartList::find(const QString &fileName) const
     QStringList files {users};
     for (const QString &folder : from.folders.system)
         files.append(folder + u'/' + fileName);
-    files.removeIf([](const QString &file) { return !standsThere(file); });
+    files.removeIf(
+        [this](const QString &file) { return !standsThere(from.folders.home.reached(file)); });
     if (files.isEmpty())
         return {};
     const bool ofUser = files.first() == users;
@@ -304,7 +305,7 @@ std::optional<AutostartItem> AutostartList::readItem(const QString &fileName,
     item.ofUser = found.ofUser;
     item.overSystem = found.overSystem;
     item.bytes = std::move(bytes).value();
-    item.isLink = QFileInfo(found.file).isSymLink();
+    item.isLink = QFileInfo(from.folders.home.reached(found.file)).isSymLink();
     item.entry = *entry;
     if (!hasWrittenPath(item))
         item.shared = sharedPath(item, from.folders, from.hostFiles);

@@ -5,7 +5,6 @@
 #include "platform/FileStore.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -147,11 +146,14 @@ Result<QList<KeptEntry>> KeptLoginItems::entriesOf(const QString &path) const
 AllKept KeptLoginItems::all() const
 {
     AllKept all;
-    const QStringList names =
-        QDir(folderPath)
-            .entryList({u"*.json"_s},
-                       QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive);
-    for (const QString &name : names)
+    const Result<QList<FolderEntry>> entries = files.list(folderPath);
+    QStringList names;
+    for (const FolderEntry &entry : entries ? entries.value() : QList<FolderEntry>()) {
+        if (entry.name.endsWith(u".json"))
+            names.append(entry.name);
+    }
+    names.sort();
+    for (const QString &name : std::as_const(names))
         readRecord(all, name);
     return all;
 }

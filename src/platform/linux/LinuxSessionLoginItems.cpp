@@ -125,7 +125,8 @@ void LinuxSessionLoginItems::endChanges()
 bool LinuxSessionLoginItems::stillStands(const AutostartItem &item) const
 {
     const Result<QByteArray> now = item.ofUser ? store.read(item.file) : hostFiles.read(item.file);
-    return now && now.value() == item.bytes && QFileInfo(item.file).isSymLink() == item.isLink;
+    return now && now.value() == item.bytes
+        && QFileInfo(home.reached(item.file)).isSymLink() == item.isLink;
 }
 
 void LinuxSessionLoginItems::readKnown()
@@ -325,7 +326,7 @@ QString LinuxSessionLoginItems::freeName(const QString &path) const
     }
     const auto isTaken = [&](const QString &name) {
         const auto standsIn = [&](const QString &folder) {
-            const QFileInfo file(folder + u'/' + name);
+            const QFileInfo file(home.reached(folder) + u'/' + name);
             return file.exists() || file.isSymLink();
         };
         return standsIn(folders.user)

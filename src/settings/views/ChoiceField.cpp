@@ -43,7 +43,9 @@ QComboBox *ChoiceField::makeComboBox(QWidget *parent, std::function<void()> edit
     auto *comboBox = new QComboBox(parent);
     for (const Choice &choice : setting->choices)
         comboBox->addItem(choice.label);
-    comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // The choices never change. Following them, the list would give itself its own width some
+    // milliseconds after each change of font, past the layout that has less room for it.
+    comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
     comboBox->setMinimumWidth(Theme::fieldWidth);
     WheelGuard::protect(comboBox);
     box.attach(comboBox, parent, std::move(edited));
