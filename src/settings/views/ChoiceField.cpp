@@ -13,6 +13,21 @@ bool leavesChoice(const SettingRow &row, const SettingReading &reading)
     return row.missingKeepsChoice && !reading.found;
 }
 
+/// As wide as the fields, or as its longest choice: a minimum width would let layouts squeeze it.
+class ChoiceList : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+    [[nodiscard]] QSize sizeHint() const override { return wide(QComboBox::sizeHint()); }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return wide(QComboBox::minimumSizeHint());
+    }
+
+private:
+    static QSize wide(const QSize &size) { return size.expandedTo({Theme::fieldWidth, 0}); }
+};
+
 } // namespace
 
 ChoiceField::ChoiceField(const SettingRow &row) : setting(&row) { }
@@ -40,13 +55,11 @@ void ChoiceField::read(const SettingAccess &access, bool updateControls)
 
 QComboBox *ChoiceField::makeComboBox(QWidget *parent, std::function<void()> edited)
 {
-    auto *comboBox = new QComboBox(parent);
+    auto *comboBox = new ChoiceList(parent);
     for (const Choice &choice : setting->choices)
         comboBox->addItem(choice.label);
-    // The choices never change. Following them, the list would give itself its own width some
-    // milliseconds after each change of font, past the layout that has less room for it.
+    // The choices never change: there is nothing to follow by a timer, past the row's layout.
     comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
-    comboBox->setMinimumWidth(Theme::fieldWidth);
     WheelGuard::protect(comboBox);
     box.attach(comboBox, parent, std::move(edited));
     return comboBox;
