@@ -9,7 +9,6 @@ namespace varnel {
 
 /// Where a session looks for what starts at login, and for what its entries speak of.
 struct AutostartFolders {
-    HomeFolder home {}; ///< by which its folders are reached
     QString user; ///< the user's autostart folder, inside the home or where XDG_CONFIG_HOME says
     QStringList system; ///< system-wide autostart folders, the most important first
     QStringList applications; ///< installed desktop entries, the most important first
@@ -17,6 +16,7 @@ struct AutostartFolders {
     QStringList desktops; ///< the names of the running desktop
     /// Whether OnlyShowIn, NotShowIn and TryExec are obeyed: they speak of this machine's session.
     bool ofThisSession = true;
+    HomeFolder home {}; ///< by which its folders are reached
 };
 
 /// The one of the two below that the home asks for.
