@@ -13,6 +13,22 @@ bool leavesChoice(const SettingRow &row, const SettingReading &reading)
     return row.missingKeepsChoice && !reading.found;
 }
 
+/// As wide as the fields, or as its longest choice: a minimum width would let layouts go below
+/// that, and the toolkit widens the list again when they are done.
+class ChoiceList : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+    [[nodiscard]] QSize sizeHint() const override { return wide(QComboBox::sizeHint()); }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return wide(QComboBox::minimumSizeHint());
+    }
+
+private:
+    static QSize wide(const QSize &size) { return size.expandedTo({Theme::fieldWidth, 0}); }
+};
+
 } // namespace
 
 ChoiceField::ChoiceField(const SettingRow &row) : setting(&row) { }
@@ -40,11 +56,10 @@ void ChoiceField::read(const SettingAccess &access, bool updateControls)
 
 QComboBox *ChoiceField::makeComboBox(QWidget *parent)
 {
-    auto *comboBox = new QComboBox(parent);
+    auto *comboBox = new ChoiceList(parent);
     for (const Choice &choice : setting->choices)
         comboBox->addItem(choice.label);
     comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    comboBox->setMinimumWidth(Theme::fieldWidth);
     WheelGuard::protect(comboBox);
     box.attach(comboBox);
     return comboBox;
