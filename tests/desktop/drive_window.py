@@ -44,6 +44,12 @@ def state(item, which):
     return item.get_state_set().contains(which)
 
 
+def role(item):
+    """A push button by its older name: newer libraries call it "button", newer toolkits tell what opens a menu."""
+    name = item.get_role_name()
+    return "push button" if name in ("button", "button menu", "push button menu") else name
+
+
 def called(item, name):
     """Whether a screen reader would say that name: the item's own, or that of its label."""
     if item.get_name() == name:
@@ -99,19 +105,18 @@ class Screen:
             yield from walk(application)
 
     def tree(self):
-        return "\n".join(f"{item.get_role_name()} {item.get_name()!r}" for item in self.items())
+        return "\n".join(f"{role(item)} {item.get_name()!r}" for item in self.items())
 
-    def find(self, role, name):
+    def find(self, wanted, name):
         def look():
             for item in self.items():
-                if (item.get_role_name() == role and called(item, name)
-                        and state(item, Atspi.StateType.SHOWING)):
+                if role(item) == wanted and called(item, name) and state(item, Atspi.StateType.SHOWING):
                     return item
             return None
-        return self.wait(f"{role} {name!r}", look)
+        return self.wait(f"{wanted} {name!r}", look)
 
-    def press(self, role, name):
-        item = self.find(role, name)
+    def press(self, wanted, name):
+        item = self.find(wanted, name)
         if item.get_n_actions() > 0:
             item.do_action(0)
         else:
