@@ -32,7 +32,7 @@ function __varnelctl_typed
         else if test -z "$ended" -a "$word" = --
             set ended yes
             set gathering ''
-        else if test -z "$ended"; and string match -q -- '-?*' $word
+        else if test -z "$ended"; and string match -qr -- '^-.' $word
             set gathering ''
             if contains -- $word $__varnelctl_valued
                 set awaited $word
@@ -93,7 +93,7 @@ function __varnelctl_process
 end
 
 function __varnelctl_folder
-    __fish_complete_directories (commandline -ct) ''
+    __fish_complete_directories (commandline -ct | string replace -r -- '^-[^=]*=' '') ''
 end
 
 function __varnelctl_assignment
