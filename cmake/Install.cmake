@@ -5,7 +5,7 @@ include(GNUInstallDirs)
 
 install(TARGETS varnel varnelctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES resources/varnel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES resources/varnel.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES resources/example.varnel.varnel.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
 set(icon_theme ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 install(FILES resources/icons/varnel.svg DESTINATION ${icon_theme}/scalable/apps)

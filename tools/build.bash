@@ -15,12 +15,12 @@ die() {
 # packages_for PURPOSE...: the names, one a line.
 packages_for() {
     local package purposes release wanted _
-    # What is to be the next release has no number yet.
-    release=$(source /etc/os-release && printf '%s' "${VERSION_ID:-999}")
+    # What is to be the next release has no number yet; other systems count in other ways.
+    release=$(source /etc/os-release && [[ ${ID-} != debian ]] || printf '%s' "${VERSION_ID:-999}")
     while IFS=$'\t' read -r package purposes _; do
         [[ $package == \#* ]] && continue
         if [[ $purposes == *:* ]]; then
-            ((${release%%.*} >= ${purposes#*:})) || continue
+            ((${release:-0} >= ${purposes#*:})) || continue
             purposes=${purposes%:*}
         fi
         for wanted in "$@"; do

@@ -5,6 +5,8 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 
+#include <QFileInfo>
+
 namespace varnel {
 
 namespace {
@@ -39,7 +41,8 @@ Result<QList<BackupRow>> rowsAt(const QString &place, const QString &path, const
 
 Result<QList<BackupRow>> readBackupRows(const QString &path)
 {
-    return rowsAt(path, path, readPlainly);
+    const QString place = QFileInfo(path).canonicalFilePath();
+    return rowsAt(place.isEmpty() ? path : place, path, readPlainly);
 }
 
 Result<QList<BackupRow>> readBackupRows(const QString &path, const FileStore &files)

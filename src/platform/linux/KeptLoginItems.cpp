@@ -5,6 +5,7 @@
 #include "platform/FileStore.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -124,8 +125,8 @@ bool AllKept::mayHold(const QString &path) const
     return !unreadable.isEmpty() && unreadable.contains(recordName(path));
 }
 
-KeptLoginItems::KeptLoginItems(QString folder, FileStore &files)
-    : folderPath(std::move(folder)), files(files)
+KeptLoginItems::KeptLoginItems(QString folder, FileStore &files, HomeFolder home)
+    : folderPath(std::move(folder)), files(files), home(std::move(home))
 {
 }
 
@@ -146,14 +147,11 @@ Result<QList<KeptEntry>> KeptLoginItems::entriesOf(const QString &path) const
 AllKept KeptLoginItems::all() const
 {
     AllKept all;
-    const Result<QList<FolderEntry>> entries = files.list(folderPath);
-    QStringList names;
-    for (const FolderEntry &entry : entries ? entries.value() : QList<FolderEntry>()) {
-        if (entry.name.endsWith(u".json"))
-            names.append(entry.name);
-    }
-    names.sort();
-    for (const QString &name : std::as_const(names))
+    const QStringList names =
+        QDir(home.reached(folderPath))
+            .entryList({u"*.json"_s},
+                       QDir::Files | QDir::Hidden | QDir::System | QDir::CaseSensitive);
+    for (const QString &name : names)
         readRecord(all, name);
     return all;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/HomeFolder.h"
 #include "base/Result.h"
 
 #include <QByteArray>
@@ -43,7 +44,7 @@ struct AllKept {
 class KeptLoginItems {
 public:
     /// The folder ends in a slash; it must exist before the first keep().
-    KeptLoginItems(QString folder, FileStore &files);
+    KeptLoginItems(QString folder, FileStore &files, HomeFolder home = {});
 
     [[nodiscard]] const QString &folder() const { return folderPath; }
     [[nodiscard]] QString fileOf(const QString &path) const;
@@ -68,6 +69,7 @@ private:
 
     QString folderPath;
     FileStore &files;
+    HomeFolder home; ///< by which the folder is reached
 };
 
 } // namespace varnel

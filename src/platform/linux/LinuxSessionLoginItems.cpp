@@ -71,7 +71,8 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
 LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders folders,
                                                const QString &supportFolder, FileStore &store,
                                                FolderMaker &maker, const FileReader &hostFiles)
-    : home(std::move(home)), folders(std::move(folders)), kept(keptFolder(supportFolder), store),
+    : home(std::move(home)), folders(std::move(folders)),
+      kept(keptFolder(supportFolder), store, this->home),
       order(supportFolder + u"LoginItemsOrder.txt", store), store(store), maker(maker),
       hostFiles(hostFiles)
 {

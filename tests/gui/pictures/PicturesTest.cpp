@@ -29,13 +29,15 @@ protected:
             skip = true;
         QApplication::setPalette(GetParam() ? Theme::darkPalette() : Theme::lightPalette());
         makeUpHost();
-        // The test's folder has another name each time: the pictures show one beneath it.
-        QDir::setCurrent(home.path());
-        QDir().mkpath(u"Users/ann/Library/Preferences"_s);
-        QDir().mkpath(u"Users/ann/Library/Application Support"_s);
-        context.home = {u"Users/ann"_s, false};
+        // The test's folder has another name each time: the pictures show another.
+        QDir().mkpath(place + u"/Library/Preferences");
+        QDir().mkpath(place + u"/Library/Application Support");
+        context.home.path = u"/Users/ann"_s;
+        context.home.own = false;
+        context.home.reachedAt = place;
+        store = LinuxFileStore(context.home);
+        finderInfo = LinuxFinderInfo(context.home);
     }
-    ~PicturesTest() override { QDir::setCurrent(before); }
 
     void SetUp() override
     {
@@ -86,7 +88,7 @@ protected:
     /// A backup file as two saved settings leave it.
     void putBackup(const QString &name)
     {
-        const QDir folder(home.path() + u"/Users/ann/Library/Application Support/Varnel/Backup");
+        const QDir folder(place + u"/Library/Application Support/Varnel/Backup");
         ASSERT_TRUE(folder.mkpath(u"."_s));
         BackupWriter writer(folder.filePath(name), store);
         ASSERT_TRUE(writer.addDataToBackupFile({1300, 3, u""_s}).ok());
@@ -97,7 +99,7 @@ protected:
         choose(*page.findChild<QWidget *>(viewClass)->findChild<QComboBox *>(), index);
     }
 
-    QString before = QDir::currentPath();
+    const QString place = home.path() + u"/Users/ann";
     bool skip = false;
 };
 
