@@ -20,7 +20,7 @@ Tools::Tools(HomeFolder homeFolder, FolderMaker &folderMaker, CommandRunner &com
 
 QString Tools::ensured(const QString &path) const
 {
-    if (QFileInfo::exists(path))
+    if (QFileInfo::exists(home.reached(path)))
         return path;
     const Result<void> made = folders.makeFolder(home, path);
     // The caller gets the path regardless, and finds out when it writes there. A missing parent is
@@ -67,7 +67,7 @@ QString Tools::createBackupFile() const
     int number = 0;
     do {
         path = folder + u"quillet" + QString::number(++number) + u".sqlite";
-    } while (QFileInfo::exists(path));
+    } while (QFileInfo::exists(home.reached(path)));
     varnelLog(lcShell, fillIn(u"Backup File Name: %@", {path}));
     return path;
 }

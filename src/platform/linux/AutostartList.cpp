@@ -4,6 +4,7 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "platform/FileReader.h"
+#include "platform/FileStore.h"
 #include "platform/linux/CloseFolder.h"
 #include "platform/linux/ParsedEntries.h"
 
@@ -220,6 +221,15 @@ bool startsInSession(const AutostartEntry &entry, const AutostartFolders &folder
     return program.isFile() && program.isExecutable();
 }
 
+/// A link that leads out of bounds is not even looked behind.
+QStringList AutostartList::usersNames() const
+{
+    const Result<FileStore::Standing> standing = from.userFiles.look(from.folders.user);
+    return standing && standing.value() == FileStore::Standing::Outside
+        ? QStringList()
+        : entryNames(from.folders.user, from.folders.home);
+}
+
 void AutostartList::read()
 {
     kept = from.kept.all();
@@ -230,7 +240,7 @@ void AutostartList::read()
                 found.insert(name.toUtf8(), {folder + u'/' + name, false, false});
         }
     }
-    for (const QString &name : entryNames(from.folders.user, from.folders.home))
+    for (const QString &name : usersNames())
         found.insert(name.toUtf8(),
                      {from.folders.user + u'/' + name, true, found.contains(name.toUtf8())});
     list.clear();

@@ -14,6 +14,7 @@
 namespace varnel {
 
 class FileReader;
+class FileStore;
 class ParsedEntries;
 
 /// One entry that starts at login.
@@ -35,7 +36,7 @@ struct AutostartItem {
 /// Where the list is read from; everything outlives the list.
 struct AutostartSources {
     const AutostartFolders &folders;
-    const FileReader &userFiles; ///< reads the user's folder
+    const FileStore &userFiles; ///< reads the user's folder
     const FileReader &hostFiles; ///< reads the others
     const KeptLoginItems &kept;
     ParsedEntries &parsed; ///< remembers what the entries hold
@@ -72,6 +73,8 @@ public:
     [[nodiscard]] bool hasPathWithout(const QString &path, const QList<KeptEntry> &entries) const;
 
 private:
+    [[nodiscard]] QStringList usersNames() const;
+
     struct Found {
         QString file;
         bool ofUser = false;

@@ -16,6 +16,7 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <linux/capability.h>
+#include <linux/close_range.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -55,6 +56,29 @@ bool HomeOwner::callerMayBecomeOthers()
 }
 
 namespace {
+
+/// Takes away what a program that is run would inherit; this process keeps what it has.
+void keepNothingForPrograms()
+{
+    __user_cap_header_struct header = capabilityHeader();
+    Capabilities now {};
+    if (::syscall(SYS_capget, &header, now.data()) != 0)
+        return;
+    for (__user_cap_data_struct &half : now)
+        half.inheritable = 0;
+    ::syscall(SYS_capset, &header, now.data());
+}
+
+/// What the caller left open for this process is not the owner's to look at.
+void keepFilesFromProgram()
+{
+    constexpr unsigned firstFile = 3;
+    if (::syscall(SYS_close_range, firstFile, ~0U, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+    // A kernel that does not know the call.
+    for (int file = firstFile, last = int(::sysconf(_SC_OPEN_MAX)); file < last; ++file)
+        ::fcntl(file, F_SETFD, FD_CLOEXEC);
+}
 
 bool dropCapabilities()
 {
@@ -193,6 +217,7 @@ int HomeOwner::renounce()
         return errno;
     // What a program could gain beyond that: nothing, as long as the line above holds. So a system
     // that refuses to have these taken away is no reason to stop.
+    keepNothingForPrograms();
     ::prctl(PR_CAP_AMBIENT, PR_CAP_AMBIENT_CLEAR_ALL, 0, 0, 0);
     for (unsigned long capability = 0; ::prctl(PR_CAPBSET_DROP, capability, 0, 0, 0) == 0;)
         ++capability;
@@ -210,6 +235,7 @@ bool HomeOwner::becomeInChild() const
     if (another && (renounce() != 0 || !changeIds()))
         return false;
     if (apart) {
+        keepFilesFromProgram();
         (void)::setsid(); // fails where it leads a session of its own already
         return ::chdir("/") == 0;
     }

@@ -147,6 +147,9 @@ Result<QList<KeptEntry>> KeptLoginItems::entriesOf(const QString &path) const
 AllKept KeptLoginItems::all() const
 {
     AllKept all;
+    const Result<FileStore::Standing> standing = files.look(folderPath);
+    if (standing && standing.value() == FileStore::Standing::Outside)
+        return all;
     const QStringList names =
         QDir(home.reached(folderPath))
             .entryList({u"*.json"_s},
