@@ -11,8 +11,12 @@ import signal
 import sqlite3
 import stat
 import subprocess
+import sys
 import tempfile
 from dataclasses import dataclass, field
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "attacks"))
+import attack  # noqa: E402
 
 TEMPORARY = re.compile(r"\A\..+\.varnel-\d+-[0-9a-f]{16}\Z", re.DOTALL)
 SAMPLES = pathlib.Path(__file__).resolve().parent.parent / "data" / "preferences"
@@ -61,11 +65,21 @@ class Run:
 
 
 class Sandbox:
-    """`build` is a build folder; the sandbox lies in the working directory, gone with the object."""
+    """`build` is a build folder; the sandbox lies in the working directory, gone with the object.
 
-    def __init__(self, build, keep=False):
+    Where it is `foreign`, root runs the program on the home of somebody who has no account, and the sandbox
+    lies where that one may enter.
+    """
+
+    def __init__(self, build, keep=False, foreign=False):
+        if foreign:
+            attack.need_root()
         self.build = pathlib.Path(build).resolve()
-        self.root = pathlib.Path(tempfile.mkdtemp(prefix="faults-", dir=os.getcwd())).resolve()
+        place = attack.place(on_disk=False) if foreign else os.getcwd()
+        self.root = pathlib.Path(tempfile.mkdtemp(prefix="faults-", dir=place)).resolve()
+        self.claim, self.owner = attack.claim_user() if foreign else (None, None)
+        if foreign:
+            self.root.chmod(0o755)
         self.keep = keep
         self.watched = self.root / "watched"
         self.home = self.watched / "home"
@@ -78,6 +92,8 @@ class Sandbox:
     def __exit__(self, *error):
         if not self.keep:
             shutil.rmtree(self.root, ignore_errors=True)
+        if self.claim:
+            self.claim.close()
 
     # The home
 
@@ -87,15 +103,29 @@ class Sandbox:
         (self.watched / "tmp").mkdir(parents=True)
         for folder in ("Library/Preferences", "Library/Application Support"):
             (self.home / folder).mkdir(parents=True)
+        self.preparing = True
 
     def remember(self):
         """Takes the home as it is for the state from which every run begins."""
         shutil.rmtree(self.template, ignore_errors=True)
         shutil.copytree(self.home, self.template, symlinks=True)
+        self.preparing = False
 
     def begin(self):
         shutil.rmtree(self.home)
         shutil.copytree(self.template, self.home, symlinks=True)
+        self.give()
+
+    def give(self):
+        """What the tests make in a foreign home is its owner's."""
+        if self.owner is not None:
+            attack.give(self.home, self.owner)
+            os.chown(self.watched / "tmp", self.owner, self.owner)
+
+    def not_the_owners(self):
+        """What runs have left in a foreign home that its owner could not do away with."""
+        return [f"{path} belongs to {os.lstat(path).st_uid}" for path in attack.walk(self.home)
+                if self.owner is not None and os.lstat(path).st_uid != self.owner]
 
     @property
     def preferences(self):
@@ -122,17 +152,21 @@ class Sandbox:
     def environment(self):
         kept = {name: os.environ[name] for name in ("PATH", "UBSAN_OPTIONS") if name in os.environ}
         none = str(self.root / "none")
-        return kept | {"HOME": str(self.home), "TMPDIR": str(self.watched / "tmp"), "TZ": "UTC",
+        home = self.home if self.owner is None else self.root
+        return kept | {"HOME": str(home), "TMPDIR": str(self.watched / "tmp"), "TZ": "UTC",
                        "LC_ALL": "C.UTF-8", "XDG_CONFIG_DIRS": none, "XDG_DATA_DIRS": none,
                        # The layer comes before the sanitizer's own library, and a killed process
                        # has no chance to free anything.
                        "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0:exitcode=99"}
 
     def command(self, words):
-        return [str(self.build / "bin/varnelctl"), "--verbose", *words]
+        named = [] if self.owner is None else ["--home", str(self.home)]
+        return [str(self.build / "bin/varnelctl"), "--verbose", *words, *named]
 
     def run(self, *words, fault=Fault()):
         """Runs varnelctl to its end under the layer, which only records without a fault."""
+        if self.preparing:
+            self.give()
         environment = self.environment()
         record = self.root / "record"
         record.unlink(missing_ok=True)
@@ -152,6 +186,15 @@ def read_record(path):
         lines = path.read_text().splitlines()
         return [Met(int(number), *rest) for number, *rest in (line.split("\t") for line in lines)]
     return []
+
+
+def unless_skipped(main):
+    """The exit status of main(), or the one that tells that the machine doesn't let it run."""
+    try:
+        return main()
+    except attack.Skip as why:
+        print("skipped:", why)
+        return attack.SKIPPED
 
 
 # Readers

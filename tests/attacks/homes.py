@@ -1,0 +1,113 @@
+"""Homes as the programs leave them, and files that only root may read."""
+
+import base64
+import contextlib
+import json
+import os
+import pathlib
+import plistlib
+import shutil
+import sqlite3
+
+from attack import MARKER, PRIVATE_SIZE, give
+
+PRIVATE = MARKER.decode()
+PREFERENCES = "Library/Preferences"
+SUPPORT = "Library/Application Support/Varnel"
+BACKUPS = f"{SUPPORT}/Backup"
+KEPT = f"{SUPPORT}/RemovedLoginItems"
+STORE = f"{SUPPORT}/disableLoginItems.sqlite"
+ORDER = f"{SUPPORT}/LoginItemsOrder.txt"
+AUTOSTART = ".config/autostart"
+BACKUP = f"{BACKUPS}/quillet1.sqlite"
+DOCK = f"{PREFERENCES}/com.apple.dock.plist"
+CAPTURE = f"{PREFERENCES}/com.apple.screencapture.plist"
+MAIL, CLOCK, VPN = (f"/Applications/{name}.app" for name in ("Mail", "Clock", "Vpn"))
+
+SIZE = 48  # of the Dock, in a home
+
+TABLE = "CREATE TABLE users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"
+STORE_TABLE = "CREATE TABLE users (value1 TEXT)"
+ROWS = [(1008, "2", "", ""), (1004, str(SIZE), "", ""), (250, MAIL, "1", "0")]
+
+
+def database(path, table, rows):
+    """A database file with these rows."""
+    with contextlib.closing(sqlite3.connect(path, isolation_level=None)) as opened:
+        opened.execute(table)
+        for row in rows:
+            opened.execute(f"INSERT INTO users VALUES({','.join('?' * len(row))})", row)
+
+
+def entry(name, program):
+    return f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}/{name}\n"
+
+
+def kept(name, program):
+    """(name, content) of the file that remembers a login item which was taken out."""
+    import hashlib
+    text = base64.b64encode(entry(name, program).encode()).decode()
+    content = {"path": program, "entries": [{"fileName": f"{name}.desktop", "ofUser": True, "bytes": text,
+                                             "link": None, "mode": 0o644}]}
+    return hashlib.sha1(program.encode()).hexdigest() + ".json", json.dumps(content)
+
+
+def make_home(path, user, group=None):
+    """A home with preference files, a backup, and login items on and off."""
+    path = pathlib.Path(path)
+    for folder in (PREFERENCES, BACKUPS, KEPT, AUTOSTART):
+        (path / folder).mkdir(parents=True)
+    (path / DOCK).write_bytes(plistlib.dumps({"tilesize": SIZE, "autohide": False}, fmt=plistlib.FMT_BINARY))
+    (path / CAPTURE).write_bytes(plistlib.dumps({"name": "shot"}))
+    database(path / BACKUP, TABLE, ROWS)
+    database(path / STORE, STORE_TABLE, [(CLOCK,)])
+    (path / ORDER).write_text("Mail.desktop\n")
+    (path / AUTOSTART / "Mail.desktop").write_text(entry("Mail", MAIL))
+    name, content = kept("Clock", CLOCK)
+    (path / KEPT / name).write_text(content)
+    for folder in (SUPPORT, BACKUPS, KEPT):
+        (path / folder).chmod(0o700)
+    give(path, user, group)
+    return path
+
+
+def empty_home(path, user, group=None):
+    path = pathlib.Path(path)
+    for folder in (PREFERENCES, "Library/Application Support"):
+        (path / folder).mkdir(parents=True)
+    give(path, user, group)
+    return path
+
+
+def remake(path, make, user, **more):
+    shutil.rmtree(path, ignore_errors=True)
+    return make(path, user, **more)
+
+
+def private_files(folder):
+    """One file of every kind that the programs read, each with what nobody else may know."""
+    folder = pathlib.Path(folder)
+    library = folder / "home"
+    for name in (PREFERENCES, BACKUPS, KEPT, AUTOSTART):
+        (library / name).mkdir(parents=True)
+    plist = plistlib.dumps({"tilesize": PRIVATE_SIZE, "name": PRIVATE})
+    (library / DOCK).write_bytes(plist)
+    (library / CAPTURE).write_bytes(plist)
+    rows = [(1400, "0", PRIVATE, ""), (250, f"/{PRIVATE}.app", "1", "0")]
+    database(library / BACKUP, TABLE, rows)
+    database(library / BACKUPS / f"{PRIVATE}.sqlite", TABLE, rows)
+    database(library / STORE, STORE_TABLE, [(f"/{PRIVATE}.app",)])
+    (library / ORDER).write_text(f"{PRIVATE}.desktop\n")
+    (library / AUTOSTART / f"{PRIVATE}.desktop").write_text(entry(PRIVATE, f"/{PRIVATE}.app"))
+    (library / AUTOSTART / "Mail.desktop").write_text(entry(PRIVATE, f"/{PRIVATE}.app"))
+    (library / "vpn.desktop").write_text(entry(PRIVATE, VPN))
+    name, content = kept(PRIVATE, MAIL)
+    (library / KEPT / name).write_text(content)
+    (library / "text").write_text(PRIVATE * 40)
+    bundle = library / "Private.app/Contents"
+    (bundle / "Resources").mkdir(parents=True)
+    (bundle / "Info.plist").write_bytes(plistlib.dumps({"CFBundleIconFile": PRIVATE}))
+    (bundle / "Resources" / f"{PRIVATE}.icns").write_bytes(b"icns" + MARKER)
+    for path in [library, *library.rglob("*")]:
+        path.chmod(0o700 if path.is_dir() else 0o600)
+    return library
