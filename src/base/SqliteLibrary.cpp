@@ -2,8 +2,13 @@
 
 #include "base/LateLibrary.h"
 
+#include <cerrno>
 #include <cstring>
 #include <optional>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace varnel {
 
@@ -18,10 +23,27 @@ int nameAsItStands(sqlite3_vfs *, const char *name, int room, char *full)
     return SQLITE_OK;
 }
 
+/// In the place of the library's call: what was a file when it was looked at may be a pipe by now,
+/// and opening that would wait for somebody at its other end.
+int openWithoutWaiting(const char *path, int flags, int mode)
+{
+    const int file = ::open(path, flags | O_NONBLOCK | O_NOCTTY, mode);
+    struct stat status { };
+    if (file < 0
+        || (::fstat(file, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))))
+        return file;
+    ::close(file);
+    errno = EISDIR; // the one error after which the library does not try again
+    return -1;
+}
+
 bool addFilesAsNamed(const SqliteLibrary &sqlite)
 {
-    const sqlite3_vfs *usual = sqlite.findFiles(nullptr);
-    if (usual == nullptr)
+    sqlite3_vfs *usual = sqlite.findFiles(nullptr);
+    if (usual == nullptr
+        || usual->xSetSystemCall(usual, "open",
+                                 reinterpret_cast<sqlite3_syscall_ptr>(openWithoutWaiting))
+            != SQLITE_OK)
         return false;
     static sqlite3_vfs asNamed;
     asNamed = *usual;

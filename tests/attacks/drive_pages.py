@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Works on every page of the window over the accessibility bus: saves, switches a login item, plays a backup back.
+"""Works on every page of the window over the accessibility bus: saves, switches a login item, plays a backup back;
+then closes it and has the applications ended that were changed.
 
 usage: drive_pages.py PROGRAM ARGUMENT...
 
@@ -18,7 +19,8 @@ from drive_window import PATIENCE, Atspi, Failure, Screen, called, state  # noqa
 
 def there(screen, role, name):
     """What is to be seen at this moment, if anything."""
-    return next((item for item in screen.items() if item.get_role_name() == role and called(item, name)
+    names = ("push button", "button") if role == "push button" else (role,)
+    return next((item for item in screen.items() if item.get_role_name() in names and called(item, name)
                  and state(item, Atspi.StateType.SHOWING)), None)
 
 
@@ -66,6 +68,15 @@ def welcome(screen):
     screen.find("label", "Where to begin")
 
 
+def close(screen):
+    """The question comes where something was saved."""
+    subprocess.run(["xdotool", "key", "--clearmodifiers", "alt+F4"], check=True)
+    ended = screen.wait("the end, or the question what to end", lambda: True if screen.process.poll() is not None
+                        else there(screen, "push button", "Close Applications"))
+    if ended is not True:
+        screen.click(ended)
+
+
 def main():
     environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     Atspi.init()
@@ -73,9 +84,8 @@ def main():
         try:
             screen = Screen(program)
             screen.find("frame", "Varnel")
-            for page in (settings, login_items, system, backups, welcome):
-                page(screen)
-            program.terminate()
+            for step in (settings, login_items, system, backups, welcome, close):
+                step(screen)
             status = program.wait(PATIENCE)
         except Failure as why:
             print("failed:", why)

@@ -2,8 +2,8 @@
 
 import base64
 import contextlib
+import hashlib
 import json
-import os
 import pathlib
 import plistlib
 import shutil
@@ -45,7 +45,6 @@ def entry(name, program):
 
 def kept(name, program):
     """(name, content) of the file that remembers a login item which was taken out."""
-    import hashlib
     text = base64.b64encode(entry(name, program).encode()).decode()
     content = {"path": program, "entries": [{"fileName": f"{name}.desktop", "ofUser": True, "bytes": text,
                                              "link": None, "mode": 0o644}]}
@@ -67,14 +66,6 @@ def make_home(path, user, group=None):
     (path / KEPT / name).write_text(content)
     for folder in (SUPPORT, BACKUPS, KEPT):
         (path / folder).chmod(0o700)
-    give(path, user, group)
-    return path
-
-
-def empty_home(path, user, group=None):
-    path = pathlib.Path(path)
-    for folder in (PREFERENCES, "Library/Application Support"):
-        (path / folder).mkdir(parents=True)
     give(path, user, group)
     return path
 

@@ -40,6 +40,7 @@ def trespasses(process):
 
 
 def take_file(process):
+    """What it writes its output to."""
     opened = os.pidfd_open(process)
     taken = libc.syscall(PIDFD_GETFD, opened, 1, 0)
     if taken < 0:

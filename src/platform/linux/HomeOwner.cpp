@@ -273,15 +273,18 @@ Result<HomeFolder> workAsOwner(const HomeFolder &home)
     const Result<HomeOwner> owner = HomeOwner::ofOpened(home, folder);
     if (!owner)
         return owner.error();
-    if (!owner.value().isAnother())
-        return home;
-    if (const Result<void> became = owner.value().become(); !became)
-        return became.error();
     HomeFolder worked = home;
-    worked.workedAs = owner.value().name();
+    if (owner.value().isAnother()) {
+        if (const Result<void> became = owner.value().become(); !became)
+            return became.error();
+        worked.workedAs = owner.value().name();
+        // The caller's folder for temporary files need not be open to the owner.
+        ::unsetenv("TMPDIR");
+    } else if (home.own || !HomeOwner::callerMayBecomeOthers()) {
+        return home;
+    }
+    // Whose the home is was asked of this folder: another one may bear its name by now.
     worked.reachedAt = reachedThrough(folder);
-    // The caller's folder for temporary files need not be open to the owner.
-    ::unsetenv("TMPDIR");
     // Open for as long as this process lives: whoever works on the home reaches it through this.
     folder.release();
     return worked;

@@ -78,7 +78,8 @@ private:
 
 /// Becomes the home's owner where that is somebody else, as HomeOwner tells, and gives the home as
 /// this process reaches it from then on. The home's folder is opened before and stays open, so that
-/// the owner needs no way to it. For good: there is no way back, and no further home.
+/// the owner needs no way to it, and root, on a named home of its own, none that could be changed.
+/// For good: there is no way back, and no further home.
 [[nodiscard]] Result<HomeFolder> workAsOwner(const HomeFolder &home);
 
 } // namespace varnel
