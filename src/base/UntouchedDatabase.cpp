@@ -10,6 +10,10 @@
 #include <array>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace varnel {
 
 namespace {
@@ -19,13 +23,26 @@ constexpr qint64 largestCopy = qint64(64) << 20;
 constexpr std::array<QStringView, 2> companionEndings {u"-journal", u"-wal"};
 const QString copyName = QStringLiteral("copy.sqlite");
 
+/// False for what is no regular file: whoever opened a pipe would wait for its other end.
+bool openFile(QFile &file, const QString &path)
+{
+    const int opened = ::open(QFile::encodeName(path).constData(),
+                              O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
+    struct stat status { };
+    if (opened >= 0 && ::fstat(opened, &status) == 0 && S_ISREG(status.st_mode)
+        && file.open(opened, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return true;
+    if (opened >= 0)
+        ::close(opened);
+    return false;
+}
+
 /// A journal that ends in its own mark names, before it, a journal that several databases share.
 bool namesFurtherFiles(const QString &journal)
 {
     static const QByteArray mark = QByteArray::fromHex("d9d505f920a163d7");
-    QFile file(journal);
-    return file.open(QIODevice::ReadOnly)
-        && file.seek(std::max(file.size() - mark.size(), qint64(0)))
+    QFile file;
+    return openFile(file, journal) && file.seek(std::max(file.size() - mark.size(), qint64(0)))
         && file.read(mark.size()) == mark;
 }
 
@@ -78,9 +95,9 @@ QStringList companionsOf(const QString &path)
 
 Result<QByteArray> readPlainly(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Error {ErrorCode::Failed, file.errorString()};
+    QFile file;
+    if (!openFile(file, path))
+        return Error {ErrorCode::Failed, QStringLiteral("it can't be read as a file")};
     return file.readAll();
 }
 
@@ -111,8 +128,8 @@ bool hasUnfinishedBusiness(const QString &path)
     constexpr int writeVersion = 18;
     constexpr int readVersion = 19;
     constexpr char withLog = 2;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    if (!openFile(file, path))
         return false;
     const QByteArray header = file.read(readVersion + 1);
     return header.size() > readVersion

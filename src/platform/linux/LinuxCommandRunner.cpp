@@ -6,6 +6,7 @@
 
 #include <QProcess>
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -19,6 +20,21 @@ namespace {
 Error fail(const QString &launchPath, const QString &reason)
 {
     return {ErrorCode::Failed, launchPath + u": " + reason};
+}
+
+/// Waits for the end of the child and of what it writes, and gives the beginning of that: the child
+/// may be somebody else's, who has it write without end.
+QByteArray drained(QProcess &child)
+{
+    constexpr qsizetype most = qsizetype(16) << 20;
+    QByteArray output;
+    do {
+        const QByteArray more = child.readAll();
+        output += more.left(std::max(most - output.size(), qsizetype(0)));
+    } while (child.waitForReadyRead(-1));
+    child.waitForFinished(-1);
+    const QByteArray more = child.readAll();
+    return output + more.left(std::max(most - output.size(), qsizetype(0)));
 }
 
 /// In the child.
@@ -54,12 +70,11 @@ Result<QString> LinuxCommandRunner::run(const QString &launchPath, const QString
     child.start(launchPath, arguments, QIODevice::ReadOnly);
     if (!child.waitForStarted(-1))
         return fail(launchPath, child.errorString());
-    // Drains the pipe while it waits, however much the child writes.
-    child.waitForFinished(-1);
+    const QByteArray output = drained(child);
     std::uint64_t refused = 0;
     if (::read(refusal.get(), &refused, sizeof refused) == ssize_t {sizeof refused})
         return fail(launchPath, QStringLiteral("Cannot be run as the owner of the home"));
-    return QString::fromUtf8(child.readAll());
+    return QString::fromUtf8(output);
 }
 
 } // namespace varnel
