@@ -197,10 +197,13 @@ Result<void> LinuxFileStore::flush(const QString &folder)
 }
 
 /// A name for what the walk came to, in which no link is left but that by which a home is reached.
-FileStore::DatabasePlace LinuxFileStore::placeOf(const Place &place) const
+FileStore::DatabasePlace LinuxFileStore::placeOf(const Place &place, const QString &path) const
 {
     const QString folder =
         QFile::symLinkTarget(u"/proc/self/fd/"_s + QString::number(place.folder.get()));
+    // Without /proc nothing tells the folder's name.
+    if (folder.isEmpty())
+        return {path};
     return {home.reached(folder + u'/' + QFile::decodeName(place.name))};
 }
 
@@ -211,7 +214,7 @@ Result<FileStore::DatabasePlace> LinuxFileStore::databasePlace(const QString &pa
         return describe(path, ENOENT);
     if (place.error != 0)
         return fail(path, place.error);
-    return placeOf(place);
+    return placeOf(place, path);
 }
 
 Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString &path)
@@ -225,12 +228,12 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
     if (isForeign(home) && hasJournal(place))
         return fail(path, EPERM);
     if (place.status)
-        return placeOf(place);
+        return placeOf(place, path);
     const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
         return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
                    : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
     });
-    return made ? Result<DatabasePlace>(placeOf(place)) : made.error();
+    return made ? Result<DatabasePlace>(placeOf(place, path)) : made.error();
 }
 
 void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)

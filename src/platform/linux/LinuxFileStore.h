@@ -52,7 +52,7 @@ public:
     void sweep(const QString &folder);
 
 private:
-    [[nodiscard]] DatabasePlace placeOf(const Place &place) const;
+    [[nodiscard]] DatabasePlace placeOf(const Place &place, const QString &path) const;
     [[nodiscard]] Error fail(const QString &path, int error) const;
     [[nodiscard]] Error failToRead(const QString &path, int error) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
