@@ -1,6 +1,7 @@
 #include "shell/views/Application.h"
 
 #include "base/Literals.h"
+#include "platform/linux/CallersFolders.h"
 #include "platform/linux/EarlyFonts.h"
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
@@ -143,7 +144,9 @@ int runApplication(int argc, char **argv)
     if (!early.answer.isEmpty())
         return answer(early.answer);
     // Before there is a second thread; the rights themselves go once the display is there.
-    const bool renounced = becomesOwner(chosenHome(early)) && HomeOwner::renounce() == 0;
+    const Result<HomeFolder> earlyHome = chosenHome(early);
+    const bool renounced = becomesOwner(earlyHome) && HomeOwner::renounce() == 0;
+    leaveFoldersOfOthers();
     EarlyFonts fonts;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("varnel"));
@@ -153,7 +156,8 @@ int runApplication(int argc, char **argv)
     const StartOptions options = parseStartOptions(QApplication::arguments());
     if (!options.mistake.isEmpty())
         return refuse(Usage, options.mistake + u" Try varnel --help.");
-    const Result<HomeFolder> home = chosenHome(options);
+    const Result<HomeFolder> home =
+        options.home == early.home ? earlyHome : chosenHome(options);
     if (!home)
         return refuse(Failed, home.error().text);
     if (becomesOwner(home) && !renounced)
