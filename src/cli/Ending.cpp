@@ -4,6 +4,7 @@
 #include "cli/Console.h"
 #include "cli/DryRun.h"
 #include "cli/EndedApplications.h"
+#include "cli/HomeWorker.h"
 #include "platform/linux/HomeOwner.h"
 
 #include <QHash>
@@ -37,6 +38,26 @@ QList<FlaggedHome> onePerUser(QList<FlaggedHome> homes)
     return once;
 }
 
+HomeOutcome endedIn(const Result<HomeFolder> &home, RestartFlags flags)
+{
+    const Result<void> done =
+        home ? endProcesses(processesEndedFor(closeRows(flags)), home.value()) : home.error();
+    return done ? HomeOutcome() : HomeOutcome::failed(done.error());
+}
+
+/// What runs as somebody else can be stopped by that somebody, so it is watched.
+HomeOutcome endFor(const FlaggedHome &flagged, const Console &console)
+{
+    const Result<HomeOwner> owner = HomeOwner::of(flagged.home);
+    if (!owner || !owner.value().isAnother())
+        return endedIn(flagged.home, flagged.flags);
+    const auto work = [&] { return endedIn(workAsOwner(flagged.home), flagged.flags); };
+    HomeOutcome outcome = HomeWorker(work, true, false, console.style()).outcome();
+    for (QString &message : outcome.messages)
+        message.prepend(flagged.home.path + u": ");
+    return outcome;
+}
+
 } // namespace
 
 OptionInfo Ending::option()
@@ -50,14 +71,14 @@ Ending::Ending(const Request &request, QList<FlaggedHome> flagged)
 {
 }
 
-bool Ending::endAll() const
+bool Ending::endAll(const Console &console) const
 {
     bool all = true;
     for (const FlaggedHome &each : homes) {
-        const Result<void> done = endProcesses(processesEndedFor(closeRows(each.flags)), each.home);
-        if (!done)
-            Console::message(done.error().text);
-        all = all && done.ok();
+        const HomeOutcome outcome = endFor(each, console);
+        for (const QString &message : outcome.messages)
+            Console::message(message);
+        all = all && outcome.status == ExitStatus::Done;
     }
     return all;
 }
@@ -67,7 +88,7 @@ ExitStatus Ending::end(ExitStatus status, Console &console)
     if (!wanted || homes.isEmpty())
         return status;
     if (!dryRun) {
-        if (!endAll())
+        if (!endAll(console))
             return status == ExitStatus::Done ? ExitStatus::Partly : status;
         console.noteWrite();
     }

@@ -39,7 +39,7 @@ public:
 
 private:
     /// False where not all of them could be ended, which has been said.
-    [[nodiscard]] bool endAll() const;
+    [[nodiscard]] bool endAll(const Console &console) const;
 
     bool wanted;
     bool dryRun;

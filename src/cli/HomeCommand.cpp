@@ -9,9 +9,11 @@
 #include "cli/Outcome.h"
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
+#include "platform/linux/UserDatabase.h"
 #include "platform/linux/UserSessions.h"
 
 #include <QSet>
+#include <QThread>
 
 #include <algorithm>
 
@@ -130,23 +132,31 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
 {
     const UserSessions sessions;
     QList<FlaggedHome> flagged;
-    ManyHomes homes(request.has(u"json"_s), console);
-    const HomeWorker worker(request.has(u"json"_s), console.style());
+    const bool json = request.has(u"json"_s);
     const bool apart = HomeOwner::callerMayBecomeOthers();
     const bool writes = mayWrite(info(), request);
-    homes.run(directories, [&](const QString &directory) {
-        const auto step = [&] { return workIn(directory, work, request, sessions); };
-        const HomeOutcome outcome = apart ? worker.run(step, writes) : step();
-        if (const Result<HomeFolder> home = namedHome(directory); home && outcome.restart)
-            flagged.append({home.value(), outcome.restart});
-        return outcome;
-    });
+    const auto begin = [&](const QString &directory) -> ManyHomes::Waiting {
+        const auto step = [&, directory] { return workIn(directory, work, request, sessions); };
+        std::shared_ptr<HomeWorker> worker;
+        if (apart)
+            worker = std::make_shared<HomeWorker>(step, writes, json, console.style());
+        return [&flagged, directory, step, worker] {
+            const HomeOutcome outcome = worker ? worker->outcome() : step();
+            if (const Result<HomeFolder> home = namedHome(directory); home && outcome.restart)
+                flagged.append({home.value(), outcome.restart});
+            return outcome;
+        };
+    };
+    if (apart)
+        prepareUserDatabase();
+    ManyHomes homes(json, console);
+    homes.run(directories, begin, QThread::idealThreadCount());
     Ending ending(request, flagged);
     const ExitStatus status = ending.end(homes.status(), console);
-    if (request.has(u"json"_s)) {
-        QJsonObject object = homes.object();
+    if (json) {
+        QJsonObject object;
         ending.addTo(object);
-        console.print(jsonDocument(object));
+        console.print(homes.document(object));
     } else if (const QString ended = ending.text(); !ended.isEmpty()) {
         console.print(QString(u'\n' + ended));
     }

@@ -105,21 +105,25 @@ HomeOutcome endedEarly(const Error &why, bool writes)
 
 } // namespace
 
-HomeOutcome HomeWorker::run(const std::function<HomeOutcome()> &work, bool writes) const
+HomeWorker::HomeWorker(const std::function<HomeOutcome()> &work, bool writes, bool json,
+                       const Style &style)
+    : writes(writes), style(style), worker([&](const Worker::Tell &tell) {
+          sendLogTo([&](const QString &line) { tell(lineOf({{logMember, line}})); });
+          tell(lineOf(answerOf(work(), json, style)));
+      })
+{
+}
+
+HomeOutcome HomeWorker::outcome()
 {
     std::optional<HomeOutcome> outcome;
-    const Result<void> done = worker.run(
-        [&](const Worker::Tell &tell) {
-            sendLogTo([&](const QString &line) { tell(lineOf({{logMember, line}})); });
-            tell(lineOf(answerOf(work(), json, style)));
-        },
-        [&](const QByteArray &line) {
-            const QJsonObject answer = QJsonDocument::fromJson(line).object();
-            if (answer.contains(logMember))
-                Console::note(answer.value(logMember).toString());
-            else if (!outcome)
-                outcome = outcomeOf(answer, style);
-        });
+    const Result<void> done = worker.follow([&](const QByteArray &line) {
+        const QJsonObject answer = QJsonDocument::fromJson(line).object();
+        if (answer.contains(logMember))
+            Console::note(answer.value(logMember).toString());
+        else if (!outcome)
+            outcome = outcomeOf(answer, style);
+    });
     if (!done)
         return endedEarly(done.error(), writes);
     if (!outcome)

@@ -2,14 +2,18 @@
 
 #include "base/Literals.h"
 #include "cli/ProgressLine.h"
+#include "cli/SettingReport.h"
 #include "cli/TextWidth.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxTerminal.h"
 
 #include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QSet>
 
 #include <algorithm>
+#include <deque>
 #include <memory>
 
 namespace varnel::cli {
@@ -57,6 +61,15 @@ QString summary(qsizetype troubled, qsizetype all)
     return u"%1 of %2 homes: not as it should be; the messages above tell"_s.arg(troubled).arg(all);
 }
 
+/// Two levels deep in the document. No text in it has a line feed of its own.
+QByteArray elementOfHomes(const QJsonObject &object)
+{
+    const QByteArray indent(8, ' ');
+    QByteArray text = printableJson(QJsonDocument(object).toJson(QJsonDocument::Indented));
+    text.chop(1);
+    return indent + text.replace("\n", QByteArray('\n' + indent));
+}
+
 bool isTrouble(ExitStatus status)
 {
     return status != ExitStatus::Done && status != ExitStatus::Negative;
@@ -66,12 +79,17 @@ bool isTrouble(ExitStatus status)
 
 ManyHomes::ManyHomes(bool json, Console &console) : json(json), console(console) { }
 
-void ManyHomes::run(const QStringList &directories, const Step &step)
+void ManyHomes::run(const QStringList &directories, const Begin &begin, int ahead)
 {
     const QStringList homes = eachOnce(directories);
     const std::unique_ptr<ProgressLine> progress = progressFor(homes.size());
+    std::deque<Waiting> begun;
+    qsizetype next = 0;
     for (const QString &directory : homes) {
-        const HomeOutcome outcome = step(directory);
+        for (; next < homes.size() && begun.size() <= size_t(ahead); ++next)
+            begun.push_back(begin(homes[next]));
+        const HomeOutcome outcome = begun.front()();
+        begun.pop_front();
         if (progress && !outcome.messages.isEmpty())
             progress->clear();
         show(directory, outcome);
@@ -99,7 +117,7 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
         object.insert(u"status"_s, int(outcome.status));
         if (!outcome.messages.isEmpty())
             object.insert(u"messages"_s, QJsonArray::fromStringList(outcome.messages));
-        objects.append(object);
+        objects += (objects.isEmpty() ? "" : ",") + QByteArray("\n") + elementOfHomes(object);
     } else if (outcome.text) {
         print(directory, outcome.text(console.style()));
     }
@@ -111,6 +129,14 @@ void ManyHomes::print(const QString &directory, const QString &text)
         return;
     console.print((printed ? u"\n"_s : QString()) + heading(directory, console.style()) + text);
     printed = true;
+}
+
+QByteArray ManyHomes::document(QJsonObject object) const
+{
+    object.insert(u"homes"_s, QJsonArray());
+    QByteArray document = jsonDocument(object);
+    const QByteArray none = "\"homes\": [";
+    return document.insert(document.indexOf(none) + none.size(), objects);
 }
 
 ExitStatus ManyHomes::status() const

@@ -170,16 +170,18 @@ Result<HomeOwner> HomeOwner::ofOpened(const HomeFolder &home, const FileDescript
     HomeOwner owner(::getuid(), ::getgid());
     owner.apart = home.asOwner();
     owner.homePath = home.path;
-    owner.userName = nameOf(owner.user);
     owner.canBecome = callerMayBecomeOthers();
     // Root that may not change its user works with the rights it has, but lends them to no program.
-    if (home.path.isEmpty() || home.asOwner() || (!owner.canBecome && ::geteuid() != 0))
-        return owner;
-    const Result<std::pair<uid_t, gid_t>> found = ownerOf(home, folder);
-    if (!found)
-        return found.error();
-    if (found.value().first != ::geteuid())
-        owner.takeOver(found.value().first, found.value().second);
+    if (!home.path.isEmpty() && !home.asOwner() && (owner.canBecome || ::geteuid() == 0)) {
+        const Result<std::pair<uid_t, gid_t>> found = ownerOf(home, folder);
+        if (!found)
+            return found.error();
+        if (found.value().first != ::geteuid()) {
+            owner.takeOver(found.value().first, found.value().second);
+            return owner;
+        }
+    }
+    owner.userName = nameOf(owner.user);
     return owner;
 }
 
@@ -188,11 +190,12 @@ void HomeOwner::takeOver(uid_t owner, gid_t groupOfHome)
     another = true;
     apart = true;
     user = owner;
-    userName = nameOf(owner);
+    userName = QByteArray::number(owner);
     // A user without an account is in no group; root's would be a right of root's.
     group = groupOfHome != 0 ? groupOfHome : nogroup;
     groups = {group};
     if (const std::optional<UserEntry> entry = userEntry(owner)) {
+        userName = entry->name;
         group = entry->group;
         groups = groupsOf(entry->name, group);
     }

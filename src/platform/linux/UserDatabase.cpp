@@ -16,4 +16,11 @@ std::optional<UserEntry> userEntry(uid_t user)
     return UserEntry {found->pw_name, found->pw_dir, found->pw_gid};
 }
 
+void prepareUserDatabase()
+{
+    // Every source is asked for a user whom none of them has.
+    constexpr auto nobodys = uid_t(-2);
+    (void)userEntry(nobodys);
+}
+
 } // namespace varnel

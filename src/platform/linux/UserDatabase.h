@@ -18,4 +18,7 @@ struct UserEntry {
 /// None of a user that it does not know, or where it can't be asked.
 [[nodiscard]] std::optional<UserEntry> userEntry(uid_t user);
 
+/// Has what the system needs for asking loaded, so that copies of this process need not do so.
+void prepareUserDatabase();
+
 } // namespace varnel

@@ -22,6 +22,8 @@ namespace {
 
 /// What the copy ends with when the work came to its end.
 constexpr int finished = 0;
+/// What the copy says is written here.
+constexpr int answers = STDERR_FILENO + 1;
 /// How often it is looked at while it says nothing, in milliseconds.
 constexpr int tick = 100;
 
@@ -32,17 +34,26 @@ bool speakToNobody()
         && ::dup2(null, STDERR_FILENO) >= 0;
 }
 
+/// The answers of others, which this process may hear at the same time, are not for the copy.
+bool keepOpenOnly(const FileDescriptor &writing)
+{
+    if (writing.get() != answers && ::dup3(writing.get(), answers, O_CLOEXEC) < 0)
+        return false;
+    ::closefrom(answers + 1);
+    return true;
+}
+
 /// In the copy.
-[[noreturn]] void workAndEnd(const Worker::Work &work, const FileDescriptor &pipe, pid_t starter)
+[[noreturn]] void workAndEnd(const Worker::Work &work, const FileDescriptor &writing, pid_t starter)
 {
     // Its starter's end by a signal, or by a key of the terminal, is its end.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != starter || !speakToNobody())
+    if (::getppid() != starter || !speakToNobody() || !keepOpenOnly(writing))
         ::_exit(1);
     ::setsid();
     bool told = true;
     work([&](const QByteArray &line) {
-        told = told && LinuxTerminal::writeAll(pipe.get(), QByteArray(line + '\n')).ok();
+        told = told && LinuxTerminal::writeAll(answers, QByteArray(line + '\n')).ok();
     });
     ::_exit(told ? finished : 1);
 }
@@ -61,57 +72,47 @@ qint64 processorTicks(pid_t process)
     return fields.value(user).toLongLong() + fields.value(system).toLongLong();
 }
 
-/// The working copy, seen from the process that started it.
-class Watch {
-public:
-    Watch(pid_t process, FileDescriptor pipe, const Worker::Limits &limits)
-        : process(process), pipe(std::move(pipe)), limits(limits)
-    {
-    }
-    Watch(const Watch &) = delete;
-    Watch &operator=(const Watch &) = delete;
-    ~Watch()
-    {
-        if (!gone)
-            end();
-    }
-
-    Result<void> follow(const Worker::Hear &hear);
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    [[nodiscard]] bool waitForBytes() const;
-    [[nodiscard]] bool isStopped();
-    [[nodiscard]] bool isSilent();
-    bool takeBytes(const Worker::Hear &hear);
-    [[nodiscard]] Result<void> ended();
-    void end();
-
-    pid_t process;
-    FileDescriptor pipe;
-    const Worker::Limits &limits;
-    bool gone = false;
-    int status = 0;
-    QByteArray unfinished;
-    qsizetype heard = 0;
-    Clock::time_point lastSign = Clock::now();
-    qint64 lastTicks = 0;
-};
-
 Error failed(const QString &why)
 {
     return {ErrorCode::Failed, why};
 }
 
-bool Watch::waitForBytes() const
+} // namespace
+
+Worker::Worker(const Work &work) : Worker(work, Limits()) { }
+
+Worker::Worker(const Work &work, const Limits &limits) : limits(limits)
+{
+    std::array<int, 2> ends {};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        notBegun = errno;
+        return;
+    }
+    pipe = FileDescriptor(ends[0]);
+    const FileDescriptor writing(ends[1]);
+    const pid_t starter = ::getpid();
+    process = ::fork();
+    notBegun = process < 0 ? errno : 0;
+    if (process == 0)
+        workAndEnd(work, writing, starter);
+}
+
+Worker::~Worker()
+{
+    if (process < 0 || gone)
+        return;
+    ::kill(process, SIGKILL);
+    uninterrupted([&] { return ::waitpid(process, &status, 0); });
+}
+
+bool Worker::waitForBytes() const
 {
     pollfd waited {pipe.get(), POLLIN, 0};
     return uninterrupted([&] { return ::poll(&waited, 1, tick); }) > 0;
 }
 
 /// Somebody with the worker's rights may stop it, and would hold up everybody else's homes.
-bool Watch::isStopped()
+bool Worker::isStopped()
 {
     if (gone || ::waitpid(process, &status, WNOHANG | WUNTRACED) != process)
         return false;
@@ -119,7 +120,7 @@ bool Watch::isStopped()
     return !gone;
 }
 
-bool Watch::isSilent()
+bool Worker::isSilent()
 {
     if (Clock::now() - lastSign < limits.silence)
         return false;
@@ -132,7 +133,7 @@ bool Watch::isSilent()
 }
 
 /// False at the end of what is said.
-bool Watch::takeBytes(const Worker::Hear &hear)
+bool Worker::takeBytes(const Hear &hear)
 {
     std::array<char, std::size_t {1} << 16> buffer {};
     const ssize_t count =
@@ -151,8 +152,11 @@ bool Watch::takeBytes(const Worker::Hear &hear)
     return true;
 }
 
-Result<void> Watch::follow(const Worker::Hear &hear)
+Result<void> Worker::follow(const Hear &hear)
 {
+    if (process < 0)
+        return failed(qt_error_string(notBegun));
+    lastSign = Clock::now();
     for (;;) {
         if (waitForBytes() && !takeBytes(hear))
             return ended();
@@ -168,7 +172,7 @@ Result<void> Watch::follow(const Worker::Hear &hear)
 }
 
 /// It has said all that it says; how it ends tells whether that was all.
-Result<void> Watch::ended()
+Result<void> Worker::ended()
 {
     // Readable as soon as the process is gone.
     const FileDescriptor handle(int(::syscall(SYS_pidfd_open, process, 0)));
@@ -185,34 +189,6 @@ Result<void> Watch::ended()
     if (WEXITSTATUS(status) != finished)
         return failed(QStringLiteral("the work ended before its time"));
     return {};
-}
-
-void Watch::end()
-{
-    ::kill(process, SIGKILL);
-    uninterrupted([&] { return ::waitpid(process, &status, 0); });
-    gone = true;
-}
-
-} // namespace
-
-Result<void> Worker::run(const Work &work, const Hear &hear) const
-{
-    std::array<int, 2> ends {};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
-        return failed(qt_error_string(errno));
-    FileDescriptor reading(ends[0]);
-    FileDescriptor writing(ends[1]);
-    const pid_t starter = ::getpid();
-    const pid_t process = ::fork();
-    if (process < 0)
-        return failed(qt_error_string(errno));
-    if (process == 0) {
-        reading = FileDescriptor();
-        workAndEnd(work, writing, starter);
-    }
-    writing = FileDescriptor();
-    return Watch(process, std::move(reading), limits).follow(hear);
 }
 
 } // namespace varnel

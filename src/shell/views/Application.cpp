@@ -156,8 +156,7 @@ int runApplication(int argc, char **argv)
     const StartOptions options = parseStartOptions(QApplication::arguments());
     if (!options.mistake.isEmpty())
         return refuse(Usage, options.mistake + u" Try varnel --help.");
-    const Result<HomeFolder> home =
-        options.home == early.home ? earlyHome : chosenHome(options);
+    const Result<HomeFolder> home = options.home == early.home ? earlyHome : chosenHome(options);
     if (!home)
         return refuse(Failed, home.error().text);
     if (becomesOwner(home) && !renounced)

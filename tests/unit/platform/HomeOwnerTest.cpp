@@ -36,13 +36,12 @@ struct HomeOwnerTest : Test {
     [[nodiscard]] QByteArray taken(const Work &work) const
     {
         QByteArray told;
-        const Result<void> done = Worker().run(
-            [&](const Worker::Tell &tell) {
-                const Result<HomeFolder> worked = workAsOwner(home.home());
-                tell((worked ? work(worked.value()) : "refused: " + worked.error().text.toUtf8())
-                         .replace('\n', ' '));
-            },
-            [&](const QByteArray &line) { told = line; });
+        Worker worker([&](const Worker::Tell &tell) {
+            const Result<HomeFolder> worked = workAsOwner(home.home());
+            tell((worked ? work(worked.value()) : "refused: " + worked.error().text.toUtf8())
+                     .replace('\n', ' '));
+        });
+        const Result<void> done = worker.follow([&](const QByteArray &line) { told = line; });
         return done ? told : done.error().text.toUtf8();
     }
     static void give(const QString &path, uid_t user, gid_t group)
@@ -166,12 +165,11 @@ struct HiddenHomeTest : HomeOwnerTest {
     [[nodiscard]] QByteArray told(const Work &work) const
     {
         QByteArray said;
-        const Result<void> done = Worker().run(
-            [&](const Worker::Tell &tell) {
-                const Result<HomeFolder> worked = workAsOwner(place);
-                tell(worked ? work(worked.value()) : worked.error().text.toUtf8());
-            },
-            [&](const QByteArray &line) { said = line; });
+        Worker worker([&](const Worker::Tell &tell) {
+            const Result<HomeFolder> worked = workAsOwner(place);
+            tell(worked ? work(worked.value()) : worked.error().text.toUtf8());
+        });
+        const Result<void> done = worker.follow([&](const QByteArray &line) { said = line; });
         return done ? said : done.error().text.toUtf8();
     }
 

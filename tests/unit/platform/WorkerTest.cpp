@@ -1,6 +1,7 @@
 #include "platform/linux/Worker.h"
 
 #include <QByteArrayList>
+#include <QDir>
 
 #include <array>
 
@@ -19,7 +20,7 @@ namespace {
 struct WorkerTest : Test {
     Result<void> run(const Worker::Work &work)
     {
-        return Worker(limits).run(work, [this](const QByteArray &line) { heard.append(line); });
+        return Worker(work, limits).follow([this](const QByteArray &line) { heard.append(line); });
     }
     [[nodiscard]] QString whyNot(const Worker::Work &work)
     {
@@ -59,6 +60,33 @@ TEST_F(WorkerTest, theWorkIsDoneInAnotherProcessWhoseStreamsLeadNowhere)
     EXPECT_NE(heard[0].toInt(), ::getpid());
     EXPECT_EQ(heard[0], heard[1]) << "a session of its own";
     EXPECT_THAT(heard.mid(2), Each(QByteArray("/dev/null")));
+}
+
+TEST_F(WorkerTest, severalWorkSideBySideAndHearNothingOfEachOther)
+{
+    const auto files = [](const Worker::Tell &tell) {
+        for (const QString &name : QDir(u"/proc/self/fd"_s).entryList(QDir::Files))
+            tell(name.toUtf8());
+    };
+    Worker first(files);
+    Worker second(files);
+    QByteArrayList heardOfFirst;
+    EXPECT_TRUE(second.follow([this](const QByteArray &line) { heard.append(line); }));
+    EXPECT_TRUE(first.follow([&](const QByteArray &line) { heardOfFirst.append(line); }));
+    EXPECT_EQ(heard, heardOfFirst);
+    EXPECT_THAT(heard, IsSubsetOf({"0", "1", "2", "3", "4"})) << "the last lists them";
+}
+
+TEST_F(WorkerTest, oneThatNobodyFollowsIsEnded)
+{
+    const pid_t process = [] {
+        const Worker worker([](const Worker::Tell &) {
+            for (;;)
+                ::pause();
+        });
+        return worker.id();
+    }();
+    EXPECT_EQ(::kill(process, 0), -1) << "it is gone";
 }
 
 TEST_F(WorkerTest, oneThatDiesIsTold)
