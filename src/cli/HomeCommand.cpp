@@ -13,13 +13,16 @@
 #include "platform/linux/UserSessions.h"
 
 #include <QSet>
-#include <QThread>
 
 #include <algorithm>
 
 namespace varnel::cli {
 
 namespace {
+
+/// In how many homes the work is begun ahead of that which is waited for: most of its time it waits
+/// for the disk.
+constexpr int begunAhead = 8;
 
 void note(const HomeOutcome &outcome, Console &console)
 {
@@ -150,7 +153,7 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
     if (apart)
         prepareUserDatabase();
     ManyHomes homes(json, console);
-    homes.run(directories, begin, QThread::idealThreadCount());
+    homes.run(directories, begin, begunAhead);
     Ending ending(request, flagged);
     const ExitStatus status = ending.end(homes.status(), console);
     if (json) {

@@ -105,6 +105,9 @@ QString elided(const QString &text, int columns, const QString &ellipsis)
 
 QByteArray printableJson(const QByteArray &json)
 {
+    const auto isPlain = [](char byte) { return byte >= 0 && byte <= '~'; };
+    if (std::all_of(json.begin(), json.end(), isPlain))
+        return json;
     QString out;
     for (const QChar character : QString::fromUtf8(json)) {
         // What is below stands for itself in no text of a document, and does between them.

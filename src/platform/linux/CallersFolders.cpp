@@ -38,9 +38,9 @@ void leaveFoldersOfOthers()
 {
     if (!HomeOwner::callerMayBecomeOthers())
         return;
-    for (const char *variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
-                                 "XDG_STATE_HOME", "FONTCONFIG_FILE", "FONTCONFIG_PATH",
-                                 "FONTCONFIG_SYSROOT"})
+    for (const char *variable :
+         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME",
+          "FONTCONFIG_FILE", "FONTCONFIG_PATH", "FONTCONFIG_SYSROOT"})
         if (qEnvironmentVariableIsSet(variable) && !isOwn(qgetenv(variable)))
             qunsetenv(variable);
     if (!qEnvironmentVariableIsSet("HOME"))
