@@ -12,12 +12,16 @@ namespace varnel {
 
 namespace {
 
+QString tableStatement()
+{
+    return u"CREATE TABLE IF NOT EXISTS users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"_s;
+}
+
 void createTable(Sqlite &database)
 {
-    const QString sql =
-        u"CREATE TABLE IF NOT EXISTS users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"_s;
     // A failure is logged and the row is tried all the same: the table may be there.
-    if (const Result<void> created = database.run(sql, Sqlite::Verb::CreateTable); !created)
+    if (const Result<void> created = database.run(tableStatement(), Sqlite::Verb::CreateTable);
+        !created)
         varnelLog(lcBackup,
                   fillIn(u"Failed to create the SQL query for creating a table with error: %s",
                          {created.error().text}));
@@ -85,6 +89,20 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
         return {};
     const Result<void> inserted = insertRow(database.value(), insertion.insertQuery);
     return inserted ? Result<void>() : inFile(backupFileName, inserted.error());
+}
+
+Result<void> tryBackupRow(const QString &backupFileName, const BackupInsertion &insertion)
+{
+    const Result<PrivateCopy> place = PrivateCopy::ofNothing();
+    if (!place)
+        return inFile(backupFileName, place.error());
+    Result<Sqlite> database = Sqlite::open(place.value().path(), Sqlite::Access::Scratch);
+    Result<void> tried = database ? Result<void>() : database.error();
+    if (tried)
+        tried = database.value().run(tableStatement(), Sqlite::Verb::CreateTable);
+    if (tried)
+        tried = database.value().run(insertion.insertQuery, Sqlite::Verb::Insert);
+    return tried ? tried : inFile(backupFileName, tried.error());
 }
 
 } // namespace varnel

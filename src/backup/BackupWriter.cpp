@@ -4,8 +4,21 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "platform/FileStore.h"
 
 namespace varnel {
+
+namespace {
+
+BackupInsertion insertionOf(const ChangeRecord &record)
+{
+    const QString id = QString::number(record.locationId);
+    return {fillIn(u"SELECT * FROM users WHERE id=%d", {id}),
+            fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
+                   {id, QString::number(record.actionId), record.extraData, u""_s})};
+}
+
+} // namespace
 
 BackupWriter::BackupWriter(QString backupFileName, FileStore &files)
     : backupFileName(std::move(backupFileName)), files(files)
@@ -15,11 +28,15 @@ BackupWriter::BackupWriter(QString backupFileName, FileStore &files)
 Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
 {
     varnelLog(lcBackup, fillIn(u"addDataToBackupFile (Quillet): %@", {backupFileName}));
-    const QString id = QString::number(record.locationId);
-    return addBackupRow(files, backupFileName,
-                        {fillIn(u"SELECT * FROM users WHERE id=%d", {id}),
-                         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
-                                {id, QString::number(record.actionId), record.extraData, u""_s})});
+    return addBackupRow(files, backupFileName, insertionOf(record));
+}
+
+Result<void> BackupWriter::tryOut(const ChangeRecord &record) const
+{
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(backupFileName);
+    if (!place && place.error().code != ErrorCode::NotFound)
+        return place.error();
+    return tryBackupRow(backupFileName, insertionOf(record));
 }
 
 } // namespace varnel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/PendingChanges.h"
+#include "settings/SavePlan.h"
 
 #include <QString>
 
@@ -18,6 +18,9 @@ public:
     /// The first row of a setting wins. Values go into the statements as they are: text with an
     /// apostrophe fails, is logged with the library's text, and is returned as an error.
     Result<void> addDataToBackupFile(const ChangeRecord &record) override;
+
+    /// What it would answer in a new file. Nothing is made, and nothing logged.
+    [[nodiscard]] Result<void> tryOut(const ChangeRecord &record) const;
 
 private:
     QString backupFileName;

@@ -11,30 +11,30 @@ namespace varnel::cli {
 
 namespace {
 
-QString differencesText(const QList<SettingDifference> &differences, const Style &style)
+QString differencesText(const QList<SettingChange> &differences, const Style &style)
 {
     if (differences.isEmpty())
         return u"Nothing differs.\n"_s;
     Table table;
     table.addHeading(u"Differs"_s);
-    for (const SettingDifference &each : differences)
+    for (const SettingChange &each : differences)
         table.addRow({{QString::number(each.row->id), Table::Look::Quiet},
                       {each.row->name},
-                      {labelText(*each.row, each.current), Table::Look::Strong},
-                      {u"wanted: " + labelText(*each.row, each.wanted)}});
+                      {labelText(*each.row, each.oldValue), Table::Look::Strong},
+                      {u"wanted: " + labelText(*each.row, each.newValue)}});
     return table.text(style);
 }
 
-QJsonObject differencesObject(const QList<SettingDifference> &differences)
+QJsonObject differencesObject(const QList<SettingChange> &differences)
 {
     QJsonArray objects;
-    for (const SettingDifference &each : differences)
+    for (const SettingChange &each : differences)
         objects.append(QJsonObject {{u"id"_s, each.row->id},
                                     {u"name"_s, each.row->name},
-                                    {u"current"_s, exchangedJson(*each.row, each.current)},
-                                    {u"currentLabel"_s, labelText(*each.row, each.current)},
-                                    {u"wanted"_s, exchangedJson(*each.row, each.wanted)},
-                                    {u"wantedLabel"_s, labelText(*each.row, each.wanted)}});
+                                    {u"current"_s, exchangedJson(*each.row, each.oldValue)},
+                                    {u"currentLabel"_s, labelText(*each.row, each.oldValue)},
+                                    {u"wanted"_s, exchangedJson(*each.row, each.newValue)},
+                                    {u"wantedLabel"_s, labelText(*each.row, each.newValue)}});
     return {{u"differences"_s, objects}};
 }
 
@@ -42,7 +42,7 @@ HomeOutcome differencesIn(const HomeFolder &home, const Profile &profile)
 {
     HomeSession session(home);
     const ProfileComparison comparison = ProfileComparison::of(session, profile);
-    const QList<SettingDifference> &differences = comparison.differences;
+    const QList<SettingChange> &differences = comparison.differences;
     HomeOutcome outcome;
     outcome.status = differences.isEmpty() ? ExitStatus::Done : ExitStatus::Negative;
     outcome.messages = comparison.unsavable;

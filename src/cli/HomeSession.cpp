@@ -3,8 +3,6 @@
 #include "base/Literals.h"
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
-#include "platform/linux/LinuxStandardFolders.h"
 #include "plist/PropertyList.h"
 #include "shell/Tools.h"
 
@@ -82,49 +80,32 @@ StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &re
 
 HomeSession::HomeSession(const HomeFolder &home, Mode mode)
     : disk(home), finderInfo(home),
-      trial(mode == Mode::DryRun ? std::optional<Trial>(std::in_place, disk, finderInfo)
+      loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), disk, folders,
+                 applications),
+      runner(home),
+      trial(mode == Mode::DryRun ? std::optional<Trial>(std::in_place, disk, finderInfo, loginItems)
                                  : std::nullopt),
-      files(fileStore(), &editDrafts), settings(home, files, finder())
+      work(home, ports()), files(work.files()), settings(home, files, work.finderInfo())
 {
 }
 
-FileStore &HomeSession::fileStore()
+HomePorts HomeSession::ports()
 {
     if (trial)
-        return trial->store;
-    return disk;
-}
-
-FinderInfo &HomeSession::finder()
-{
-    if (trial)
-        return trial->finderInfo;
-    return finderInfo;
-}
-
-FolderMaker &HomeSession::folderMaker()
-{
-    if (trial)
-        return trial->folders;
-    return folders;
+        return {trial->store,      trial->finderInfo, trial->folders, standardFolders,
+                trial->loginItems, applications,      runner};
+    return {disk, finderInfo, folders, standardFolders, loginItems, applications, runner};
 }
 
 Result<void> HomeSession::beginWriting(StandardFolders::Missing missing)
 {
-    if (trial)
-        return trial->expectFolders(home(), missing);
-    if (Result<void> made = LinuxStandardFolders().ensure(home(), missing); !made)
-        return made;
-    for (const QString &folder : Tools::foldersWrittenTo(home())
-             + LinuxSessionLoginItems::foldersWrittenTo(home(), Tools::supportFolderOf(home())))
-        disk.sweep(folder);
-    return {};
+    return trial ? trial->expectFolders(work, missing) : work.beginWriting(missing);
 }
 
-Result<void> HomeSession::Trial::expectFolders(const HomeFolder &home,
+Result<void> HomeSession::Trial::expectFolders(const Workspace &workspace,
                                                StandardFolders::Missing missing)
 {
-    const Result<QStringList> toMake = LinuxStandardFolders().toMake(home, missing);
+    const Result<QStringList> toMake = workspace.foldersToMake(missing);
     if (!toMake)
         return toMake.error();
     for (const QString &folder : toMake.value())

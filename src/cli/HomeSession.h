@@ -2,14 +2,18 @@
 
 #include "cli/Request.h"
 #include "cli/SettingReport.h"
+#include "home/Workspace.h"
 #include "platform/DryRunFileStore.h"
 #include "platform/DryRunFinderInfo.h"
 #include "platform/DryRunFolderMaker.h"
+#include "platform/DryRunSessionLoginItems.h"
+#include "platform/linux/LinuxCommandRunner.h"
+#include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/linux/LinuxFolderMaker.h"
-#include "platform/StandardFolders.h"
-#include "settings/EditDrafts.h"
+#include "platform/linux/LinuxSessionLoginItems.h"
+#include "platform/linux/LinuxStandardFolders.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 
@@ -49,19 +53,12 @@ public:
 
     [[nodiscard]] const HomeFolder &home() const { return settings.home(); }
     [[nodiscard]] bool isDryRun() const { return trial.has_value(); }
-    [[nodiscard]] FileStore &fileStore();
-    [[nodiscard]] FinderInfo &finder();
-    [[nodiscard]] FolderMaker &folderMaker();
-    /// What trials and writes of this home share.
-    [[nodiscard]] EditDrafts *drafts() { return &editDrafts; }
+    [[nodiscard]] Workspace &workspace() { return work; }
     [[nodiscard]] SettingAccess &access() { return settings; }
 
     /// What every command that writes does first: makes sure of the home's standard folders, and
     /// removes the temporary files that killed runs left.
     [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing missing);
-
-    /// Files that were changed while another run was changing them.
-    [[nodiscard]] QStringList changedWithoutLock() const { return disk.changedWithoutLock(); }
 
     /// What the home holds for each of the settings; every file is loaded once.
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
@@ -76,19 +73,28 @@ public:
 private:
     /// What stands before the home while changes are tried out.
     struct Trial {
-        Trial(const FileStore &disk, const FinderInfo &host) : store(disk), finderInfo(host) { }
-        Result<void> expectFolders(const HomeFolder &home, StandardFolders::Missing missing);
+        Trial(const FileStore &disk, const FinderInfo &host, const SessionLoginItems &items)
+            : store(disk), finderInfo(host), loginItems(items)
+        {
+        }
+        Result<void> expectFolders(const Workspace &workspace, StandardFolders::Missing missing);
 
         DryRunFileStore store;
         DryRunFinderInfo finderInfo;
         DryRunFolderMaker folders;
+        DryRunSessionLoginItems loginItems;
     };
+    [[nodiscard]] HomePorts ports();
 
     LinuxFileStore disk;
     LinuxFinderInfo finderInfo;
     LinuxFolderMaker folders;
+    LinuxStandardFolders standardFolders;
+    LinuxFileReader applications;
+    LinuxSessionLoginItems loginItems;
+    LinuxCommandRunner runner;
     std::optional<Trial> trial;
-    EditDrafts editDrafts;
+    Workspace work;
     PreferenceFiles files;
     SettingAccess settings;
 };

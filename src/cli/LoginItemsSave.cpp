@@ -1,7 +1,6 @@
 #include "cli/LoginItemsSave.h"
 
 #include "backup/BackupReader.h"
-#include "cli/BackupFileOfRun.h"
 #include "cli/Log.h"
 #include "cli/LoginItemsSession.h"
 #include "loginitems/PendingLoginItems.h"
@@ -90,7 +89,7 @@ bool hasWayBack(const QString &backupFile, const QString &path, const FileStore 
 
 void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &report)
 {
-    const QString backupFile = backupFileOfRun(session);
+    const QString backupFile = session.workspace().backupFile();
     items.setBackupFile(backupFile);
     // The page has read before it saves, and what it met twice is in one place since.
     const QList<LoginItemRow> before = items.access().readData();
@@ -102,7 +101,7 @@ void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &repo
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    const bool wayBack = hasWayBack(backupFile, report.change.path, session.fileStore());
+    const bool wayBack = hasWayBack(backupFile, report.change.path, session.workspace().files());
     if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
     if (wayBack && !session.isDryRun())

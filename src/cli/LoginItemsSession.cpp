@@ -6,14 +6,10 @@
 namespace varnel::cli {
 
 LoginItemsSession::LoginItemsSession(HomeSession &session)
-    : sessionList(session.home(), autostartFoldersOf(session.home()),
-                  Tools::supportFolderOf(session.home()), session.fileStore(),
-                  session.folderMaker(), files),
-      triedList(session.isDryRun() ? std::optional<DryRunSessionLoginItems>(sessionList)
-                                   : std::nullopt),
-      changedList(triedList ? static_cast<SessionLoginItems &>(*triedList) : sessionList),
-      store(Tools::supportFolderOf(session.home()), session.fileStore()),
-      backup({}, session.fileStore()), loginItems(changedList, store, backup, files)
+    : workspace(session.workspace()),
+      store(Tools::supportFolderOf(session.home()), workspace.files()),
+      backup({}, workspace.files()),
+      loginItems(workspace.loginItems(), store, backup, workspace.applications())
 {
 }
 

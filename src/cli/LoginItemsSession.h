@@ -1,13 +1,9 @@
 #pragma once
 
 #include "backup/LoginItemsBackupWriter.h"
+#include "home/Workspace.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
-#include "platform/DryRunSessionLoginItems.h"
-#include "platform/linux/LinuxFileReader.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
-
-#include <optional>
 
 namespace varnel::cli {
 
@@ -23,15 +19,12 @@ public:
     void setBackupFile(const QString &fileName) { backup.setBackupFile(fileName); }
 
     [[nodiscard]] LoginItemsAccess &access() { return loginItems; }
-    [[nodiscard]] const SessionLoginItems &list() const { return changedList; }
+    [[nodiscard]] const SessionLoginItems &list() const { return workspace.loginItems(); }
     /// The list as it is; nothing is changed.
     [[nodiscard]] QList<LoginItemRow> rows();
 
 private:
-    LinuxFileReader files;
-    LinuxSessionLoginItems sessionList;
-    std::optional<DryRunSessionLoginItems> triedList;
-    SessionLoginItems &changedList; ///< one of the two
+    Workspace &workspace;
     DisabledItemsStore store;
     LoginItemsBackupWriter backup;
     LoginItemsAccess loginItems;

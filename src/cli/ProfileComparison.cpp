@@ -1,21 +1,9 @@
 #include "cli/ProfileComparison.h"
 
-#include "cli/Log.h"
-#include "cli/Save.h"
-#include "settings/Rehearsal.h"
+#include "cli/SaveOutput.h"
 #include "settings/ValueText.h"
 
 namespace varnel::cli {
-
-namespace {
-
-SaveFailure failureOf(const WantedValue &wanted, const Error &error)
-{
-    return {
-        SaveFailure::Step::Write, {wanted.row->id, wanted.value.number, wanted.value.text}, error};
-}
-
-} // namespace
 
 ProfileComparison ProfileComparison::of(HomeSession &session, const Profile &profile)
 {
@@ -40,17 +28,15 @@ ProfileComparison ProfileComparison::of(HomeSession &session, const Profile &pro
 
 void ProfileComparison::tryOut(HomeSession &session, const QList<WantedValue> &settings)
 {
-    // Trying a write out would log as the write itself does.
-    const LogSilence silence;
-    Rehearsal rehearsal(session.home(), session.fileStore(), session.finder());
-    for (const WantedValue &wanted : settings) {
-        const Result<bool> change = rehearsal.wouldChange(*wanted.row, wanted.value);
-        if (!change && change.error().code == ErrorCode::Unloadable)
-            failures.append(failureOf(wanted, change.error()));
-        else if (!change || change.value())
-            toSave.append(wanted);
-        else if (!isThere(rehearsal, wanted))
-            unsavable.append(notMadeHere(*wanted.row));
+    const SavePlan plan(session.access(), settings);
+    for (const SavePlan::Setting &setting : plan.settings()) {
+        const auto &[row, oldValue, newValue] = setting.change;
+        if (setting.error && setting.error->code == ErrorCode::Unloadable)
+            failures.append({SaveFailure::Step::Write, recordOf(*row, newValue), *setting.error});
+        else if (setting.error || setting.differs)
+            toSave.append({row, newValue});
+        else if (setting.notMade)
+            unsavable.append(notMadeHere(*row));
     }
 }
 

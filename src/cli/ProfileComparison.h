@@ -6,17 +6,10 @@
 
 namespace varnel::cli {
 
-/// A setting that has another value in a home than a profile wants.
-struct SettingDifference {
-    const SettingRow *row = nullptr;
-    SettingValue current;
-    SettingValue wanted;
-};
-
 /// A home beside a profile.
 struct ProfileComparison {
     QList<SettingReport> reports; ///< of all the profile's settings, in its order
-    QList<SettingDifference> differences;
+    QList<SettingChange> differences; ///< from what the home holds to what is wanted
     /// The settings to hand to a save, in its order.
     QList<WantedValue> toSave;
     /// Settings whose file can't be loaded. They are not handed to a save: it would keep their old

@@ -4,7 +4,7 @@
 #include "cli/Log.h"
 #include "cli/LoginItemsSession.h"
 #include "settings/Catalogue.h"
-#include "settings/Rehearsal.h"
+#include "settings/SavePlan.h"
 
 namespace varnel::cli {
 
@@ -12,12 +12,7 @@ namespace {
 
 class HomePlayback : public PlaybackTarget {
 public:
-    explicit HomePlayback(HomeSession &session)
-        : session(session),
-          rehearsal(session.home(), session.fileStore(), session.finder(), session.drafts()),
-          items(session)
-    {
-    }
+    explicit HomePlayback(HomeSession &session) : session(session), items(session) { }
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override
     {
@@ -26,16 +21,17 @@ public:
             report.skipped.append(settingId);
             return {};
         }
-        const SettingValue wanted {value, extra};
-        const SettingValue old = session.access().read(*row).value;
-        const Result<bool> differs = tryOut(*row, wanted);
-        Result<void> written = write(*row, wanted);
-        if (!written)
-            report.settingFailures.append(
-                {SaveFailure::Step::Write, {settingId, value, extra}, written.error()});
-        else if (differs && differs.value())
-            report.changes.append({row, old, wanted});
-        return written;
+        (void)session.access().read(*row); // it tells what it meets
+        const LogSilence silence(session.isDryRun());
+        SavePlan plan(session.access(), {{row, {value, extra}}});
+        const SavePlan::Setting planned = plan.settings().front();
+        const QList<SaveFailure> failures = plan.write(report.restart);
+        report.settingFailures += failures;
+        if (!failures.isEmpty())
+            return failures.first().error;
+        if (planned.differs)
+            report.changes.append(planned.change);
+        return {};
     }
 
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override
@@ -57,26 +53,12 @@ public:
 
     RestoreReport finished()
     {
-        report.filesWithoutLock = session.changedWithoutLock();
+        report.filesWithoutLock = session.workspace().files().changedWithoutLock();
         return report;
     }
 
 private:
-    Result<bool> tryOut(const SettingRow &row, const SettingValue &value)
-    {
-        // Trying a write out would log as the write itself does.
-        const LogSilence silence;
-        return rehearsal.wouldChange(row, value);
-    }
-
-    Result<void> write(const SettingRow &row, const SettingValue &value)
-    {
-        const LogSilence silence(session.isDryRun());
-        return session.access().write(row, value, report.restart);
-    }
-
     HomeSession &session;
-    Rehearsal rehearsal;
     LoginItemsSession items;
     RestoreReport report;
 };

@@ -3,7 +3,7 @@
 #include "backup/BackupRow.h"
 #include "cli/ExitStatus.h"
 #include "cli/HomeSession.h"
-#include "cli/Save.h"
+#include "settings/SavePlan.h"
 
 #include <QList>
 #include <QString>
@@ -13,7 +13,7 @@ namespace varnel::cli {
 
 /// What a restore did, or would do.
 struct RestoreReport {
-    QList<SavedChange> changes; ///< settings whose files differ from before
+    QList<SettingChange> changes; ///< settings whose files differ from before
     QList<BackupRow> loginItems; ///< login-item rows that were played
     QList<int> skipped; ///< numbers of rows that no setting has
     // Playing stops at the first failure, so there is one at most in both.

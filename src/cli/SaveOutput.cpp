@@ -8,6 +8,8 @@
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
+#include <algorithm>
+
 namespace varnel::cli {
 
 namespace {
@@ -27,7 +29,7 @@ QString message(const SaveFailure &failure)
         + (apostrophe ? u" (no backup file can hold a text with an apostrophe)" : u"");
 }
 
-QJsonObject changeObject(const SavedChange &change)
+QJsonObject changeObject(const SettingChange &change)
 {
     return {{u"id"_s, change.row->id},
             {u"old"_s, exchangedJson(*change.row, change.oldValue)},
@@ -44,7 +46,7 @@ QJsonObject failureObject(const SaveFailure &failure)
 }
 
 /// What was there. The same words for another form of the value: a text "YES" reads as no.
-QString was(const SavedChange &change)
+QString was(const SettingChange &change)
 {
     const QString before = labelText(*change.row, change.oldValue);
     const bool sameWords = before == labelText(*change.row, change.newValue);
@@ -53,17 +55,17 @@ QString was(const SavedChange &change)
 
 } // namespace
 
-QJsonArray changeObjects(const QList<SavedChange> &changes)
+QJsonArray changeObjects(const QList<SettingChange> &changes)
 {
     QJsonArray objects;
-    for (const SavedChange &change : changes)
+    for (const SettingChange &change : changes)
         objects.append(changeObject(change));
     return objects;
 }
 
-void addChanges(Table &table, const QList<SavedChange> &changes)
+void addChanges(Table &table, const QList<SettingChange> &changes)
 {
-    for (const SavedChange &change : changes)
+    for (const SettingChange &change : changes)
         table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
                       {change.row->name},
                       {labelText(*change.row, change.newValue), Table::Look::Strong},
@@ -114,17 +116,35 @@ QStringList saveMessages(const SaveReport &report)
     return messages;
 }
 
+QString notMadeHere(const SettingRow &row)
+{
+    return row.name + u": not there to be changed; its application has to make it first";
+}
+
+ExitStatus statusOf(const SaveReport &report)
+{
+    if (report.failures.isEmpty() && report.filesWithoutLock.isEmpty())
+        return ExitStatus::Done;
+    const bool leftAlone =
+        std::any_of(report.failures.begin(), report.failures.end(), [](const auto &failure) {
+            return failure.step == SaveFailure::Step::Write
+                && failure.error.code == ErrorCode::Unloadable;
+        });
+    return report.changes.isEmpty() && !leftAlone ? ExitStatus::Failed : ExitStatus::Partly;
+}
+
 HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
                         const Request &request, const QList<SaveFailure> &failedBefore)
 {
-    HomeSession session(home, sessionMode(request));
-    Result<SaveReport> saved = saveSettings(session, wanted, foldersToMake(home, request));
+    HomeSession session(home);
+    Result<SaveReport> saved = saveSettings(session.workspace(), session.access(), wanted,
+                                            {foldersToMake(home, request), isDryRun(request)});
     if (!saved)
         return HomeOutcome::failed(saved.error());
     SaveReport &report = saved.value();
     report.failures = failedBefore + report.failures;
     HomeOutcome outcome;
-    outcome.status = report.status();
+    outcome.status = statusOf(report);
     outcome.messages = saveMessages(report);
     outcome.changes = !report.changes.isEmpty();
     outcome.dryRun = report.dryRun;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "backup/SettingsSave.h"
 #include "cli/HomeCommand.h"
-#include "cli/Save.h"
 #include "cli/Table.h"
 
 #include <QJsonArray>
@@ -11,9 +11,9 @@
 namespace varnel::cli {
 
 /// Each change with its number, old and new value, and the new one in words.
-[[nodiscard]] QJsonArray changeObjects(const QList<SavedChange> &changes);
+[[nodiscard]] QJsonArray changeObjects(const QList<SettingChange> &changes);
 /// The same for people, a row a change.
-void addChanges(Table &table, const QList<SavedChange> &changes);
+void addChanges(Table &table, const QList<SettingChange> &changes);
 
 /// What a save did, for scripts; "failures" is there only when there are any.
 [[nodiscard]] QJsonObject saveObject(const SaveReport &report);
@@ -23,6 +23,13 @@ void addChanges(Table &table, const QList<SavedChange> &changes);
 
 /// A line for everything that did not go as it should.
 [[nodiscard]] QStringList saveMessages(const SaveReport &report);
+
+/// What to say of a setting that a save leaves as it is, since it would have to make what only the
+/// application makes.
+[[nodiscard]] QString notMadeHere(const SettingRow &row);
+
+/// Failed only when nothing was written and no file was met that can't be loaded.
+[[nodiscard]] ExitStatus statusOf(const SaveReport &report);
 
 /// Saves the values in one home and tells what came of it, and of what had failed before.
 [[nodiscard]] HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,

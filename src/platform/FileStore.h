@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -57,6 +58,14 @@ public:
     /// a power cut can bring it back.
     [[nodiscard]] virtual Result<void> remove(const QString &path) = 0;
     [[nodiscard]] virtual Result<void> flush(const QString &folder) = 0;
+
+    /// Removes the temporary files that runs which died left in a folder. Updates do so in the
+    /// folder that they write to; this is for the start of a run.
+    virtual void sweep(const QString & /*folder*/) { }
+
+    /// The files that were changed without a lock, because another run did not give it up in time.
+    /// What that run changed meanwhile may be lost: worth telling the user.
+    [[nodiscard]] virtual QStringList changedWithoutLock() const { return {}; }
 
     /// Where a library finds a database.
     struct DatabasePlace {

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -53,6 +54,9 @@ public:
     [[nodiscard]] virtual QString keptIn(const QString & /*path*/) const { return {}; }
     /// The file in which what is removed of it would be kept; null where nothing would be.
     [[nodiscard]] virtual QString keepingPlace(const QString & /*path*/) const { return {}; }
+
+    /// The folders in which it puts files, there or not.
+    [[nodiscard]] virtual QStringList foldersWrittenTo() const { return {}; }
 
     /// While one lives, the list need not be read anew for each change: a save of many changes goes
     /// by the list as it was when it began. What another program does meanwhile to an item that is

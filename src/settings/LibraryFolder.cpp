@@ -1,7 +1,5 @@
 #include "settings/LibraryFolder.h"
 
-#include "platform/FinderInfo.h"
-
 namespace varnel {
 
 namespace {
@@ -10,12 +8,28 @@ namespace {
 constexpr size_t flagsByte = 8;
 constexpr std::uint8_t invisibleBit = 0x40;
 
+bool isInvisible(const FinderInfo::Reading &reading)
+{
+    return reading.error != 0 || (reading.bytes[flagsByte] & invisibleBit) != 0;
+}
+
 } // namespace
+
+SettingReading libraryReading(const FinderInfo::Reading &reading)
+{
+    return {{isInvisible(reading) ? 0 : 1}, reading.error == 0};
+}
+
+FinderInfoBytes withInvisibility(FinderInfoBytes bytes, bool invisible)
+{
+    const int flags = bytes[flagsByte];
+    bytes[flagsByte] = std::uint8_t(invisible ? flags | invisibleBit : flags & ~invisibleBit);
+    return bytes;
+}
 
 bool isInvisible(const FinderInfo &finderInfo, const QString &path)
 {
-    const FinderInfo::Reading reading = finderInfo.read(path);
-    return reading.error != 0 || (reading.bytes[flagsByte] & invisibleBit) != 0;
+    return isInvisible(finderInfo.read(path));
 }
 
 int setFileInvisibility(FinderInfo &finderInfo, const QString &path, bool invisible)
@@ -23,9 +37,7 @@ int setFileInvisibility(FinderInfo &finderInfo, const QString &path, bool invisi
     const FinderInfo::Reading reading = finderInfo.read(path);
     if (reading.error != 0)
         return reading.error;
-    FinderInfoBytes bytes = reading.bytes;
-    const int flags = bytes[flagsByte];
-    bytes[flagsByte] = std::uint8_t(invisible ? flags | invisibleBit : flags & ~invisibleBit);
+    const FinderInfoBytes bytes = withInvisibility(reading.bytes, invisible);
     return bytes == reading.bytes ? 0 : finderInfo.write(path, bytes);
 }
 

@@ -1,10 +1,18 @@
 #pragma once
 
+#include "platform/FinderInfo.h"
+#include "settings/SettingReading.h"
+
 #include <QString>
 
 namespace varnel {
 
-class FinderInfo;
+/// What the setting of the Library folder shows for that folder's Finder information. One whose
+/// information can't be read counts as hidden.
+[[nodiscard]] SettingReading libraryReading(const FinderInfo::Reading &reading);
+
+/// The information with the invisible flag set or cleared, and nothing else touched.
+[[nodiscard]] FinderInfoBytes withInvisibility(FinderInfoBytes bytes, bool invisible);
 
 /// Whether the Finder hides a file or folder. One whose Finder information can't be read counts as
 /// hidden.

@@ -65,17 +65,11 @@ QStringList PendingChanges::actionString(int settingId, int value, const QString
 
 QList<SaveFailure> PendingChanges::saveChanges()
 {
-    QList<SaveFailure> failures;
-    for (const ChangeRecord &record : backups) {
-        if (const Result<void> kept = keeper.addDataToBackupFile(record); !kept)
-            failures.append({SaveFailure::Step::Backup, record, kept.error()});
-    }
-    for (const ChangeRecord &record : changes) {
-        if (const Result<void> written =
-                writeData(record.locationId, record.actionId, record.extraData);
-            !written)
-            failures.append({SaveFailure::Step::Write, record, written.error()});
-    }
+    QList<WantedValue> wanted;
+    for (const ChangeRecord &record : std::as_const(changes))
+        if (const SettingRow *row = findSetting(record.locationId))
+            wanted.append({row, {record.actionId, record.extraData}});
+    QList<SaveFailure> failures = SavePlan(access, wanted).commit(keeper, flags, backups);
     changes.clear();
     return failures;
 }

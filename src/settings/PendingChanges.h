@@ -1,8 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "settings/ChangeRecord.h"
-#include "settings/SettingAccess.h"
+#include "settings/SavePlan.h"
 
 #include <QList>
 #include <QStringList>
@@ -10,22 +9,6 @@
 #include <optional>
 
 namespace varnel {
-
-/// Where the old value of a setting is kept before the new one is written.
-class OldValueKeeper {
-public:
-    virtual ~OldValueKeeper() = default;
-    /// Keeps the record, unless one of the same setting is kept already.
-    virtual Result<void> addDataToBackupFile(const ChangeRecord &record) = 0;
-};
-
-/// What went wrong with one record of a save.
-struct SaveFailure {
-    enum class Step { Backup, Write };
-    Step step = Step::Write;
-    ChangeRecord record;
-    Error error;
-};
 
 /// The pending changes of a run and the old values to back up, over lists that somebody else holds.
 class PendingChanges {
@@ -48,9 +31,9 @@ public:
     /// Location, short location, action text; empty for an unknown number.
     [[nodiscard]] QStringList actionString(int settingId, int value, const QString &extra) const;
 
-    /// Backup rows in list order, then the writes in list order; empties the pending list, keeps
-    /// the backup list. Failures never stop it; they are returned in the order in which they
-    /// happened.
+    /// Backup rows in list order, then the writes, as SavePlan makes them, in list order; empties
+    /// the pending list, keeps the backup list. Failures never stop it; they are returned in the
+    /// order in which they happened.
     QList<SaveFailure> saveChanges();
 
     /// Empties the pending list only.

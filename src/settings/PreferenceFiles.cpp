@@ -4,8 +4,6 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "platform/FileStore.h"
-#include "plist/PropertyList.h"
-#include "settings/EditDrafts.h"
 
 #include <QLocale>
 
@@ -22,38 +20,6 @@ int truncated(double real)
     constexpr double most = std::numeric_limits<int>::max();
     // A comparison with NaN is false; it has no number to give.
     return real == real ? int(std::clamp(real, least, most)) : 0;
-}
-
-Error unloadable(const QString &path, const Error &why)
-{
-    return {ErrorCode::Unloadable, path + u": " + why.text};
-}
-
-/// An absent dictionary on the way is no error: there is nothing to set or remove in.
-Result<void> apply(plist::PropertyList &list, const KeyChange &change)
-{
-    Result<void> done =
-        change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
-    if (!done && done.error().code == ErrorCode::NotFound)
-        return {};
-    return done;
-}
-
-Result<QByteArray> changed(const QString &path, plist::PropertyList list,
-                           const QList<KeyChange> &changes)
-{
-    for (const KeyChange &change : changes) {
-        if (const Result<void> done = apply(list, change); !done)
-            return Error {done.error().code, path + u": " + done.error().text};
-    }
-    return list.bytes();
-}
-
-Result<std::optional<QByteArray>> asAnswer(Result<QByteArray> bytes)
-{
-    if (!bytes)
-        return bytes.error();
-    return std::optional(std::move(bytes).value());
 }
 
 bool isPlainWord(const QString &text)
@@ -148,13 +114,6 @@ QString textValue(const plist::Value &value)
     return noTextForm();
 }
 
-PreferenceFiles::PreferenceFiles(FileStore &store, EditDrafts *drafts)
-    : store(store), drafts(drafts)
-{
-}
-
-PreferenceFiles::~PreferenceFiles() = default;
-
 std::optional<QString> PreferenceFiles::readStringPlistValue(const QString &path,
                                                              const QString &key) const
 {
@@ -211,34 +170,15 @@ Result<void> PreferenceFiles::change(const QString &path, const QList<KeyChange>
     shared.erase(path);
     return store.update(
         path, [&](const std::optional<QByteArray> &old) -> Result<std::optional<QByteArray>> {
-            if (old)
-                return asAnswer(edited(path, *old, changes));
-            if (ifMissing == IfMissing::LeaveMissing)
-                return std::optional<QByteArray>();
-            return asAnswer(changed(path, plist::PropertyList::empty(), changes));
+            Result<PreferenceContent> content = PreferenceContent::of(path, old);
+            if (!content) {
+                varnelLog(lcIo, content.error().text);
+                return content.error();
+            }
+            if (const Result<bool> done = content.value().change(changes, ifMissing); !done)
+                return done.error();
+            return content.value().bytes();
         });
-}
-
-Result<QByteArray> PreferenceFiles::edited(const QString &path, const QByteArray &old,
-                                           const QList<KeyChange> &changes) const
-{
-    if (const auto known = drafts != nullptr ? drafts->edited(old, changes) : std::nullopt)
-        return *known;
-    Result<plist::PropertyList> list = open(old);
-    if (!list) {
-        const Error error = unloadable(path, list.error());
-        varnelLog(lcIo, error.text);
-        return error;
-    }
-    Result<QByteArray> bytes = changed(path, std::move(list).value(), changes);
-    if (bytes && drafts != nullptr)
-        drafts->keepEdit(old, changes, bytes.value());
-    return bytes;
-}
-
-Result<plist::PropertyList> PreferenceFiles::open(const QByteArray &bytes) const
-{
-    return drafts != nullptr ? drafts->open(bytes) : plist::PropertyList::open(bytes);
 }
 
 PreferenceFiles::LoadedFile PreferenceFiles::loaded(const QString &path) const
@@ -254,12 +194,12 @@ PreferenceFiles::LoadedFile PreferenceFiles::load(const QString &path) const
     Result<QByteArray> bytes = store.read(path);
     if (!bytes)
         return nullptr; // the store has said why, unless there is no such file
-    Result<plist::PropertyList> list = open(bytes.value());
-    if (list)
-        return std::make_shared<const plist::PropertyList>(std::move(list).value());
+    Result<PreferenceContent> content = PreferenceContent::of(path, bytes.value());
+    if (content)
+        return std::make_shared<const PreferenceContent>(std::move(content).value());
     if (!reported.contains(path)) {
         reported.insert(path);
-        varnelLog(lcIo, unloadable(path, list.error()).text);
+        varnelLog(lcIo, content.error().text);
     }
     return nullptr;
 }

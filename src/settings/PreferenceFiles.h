@@ -2,7 +2,7 @@
 
 #include "base/Result.h"
 #include "plist/Value.h"
-#include "settings/KeyChange.h"
+#include "settings/PreferenceContent.h"
 
 #include <QList>
 #include <QSet>
@@ -15,12 +15,7 @@
 
 namespace varnel {
 
-class EditDrafts;
 class FileStore;
-
-namespace plist {
-class PropertyList;
-}
 
 /// The integer value of what stands under a key: booleans 0 or 1, reals truncated towards zero,
 /// strings by their leading number, 64-bit values cut to 32. None for a missing key, and for what
@@ -38,10 +33,7 @@ class PropertyList;
 /// were missing and is never written; the writers then answer Unloadable. Both are logged to lcIo.
 class PreferenceFiles {
 public:
-    /// Work that two of these have in common (one tries writes out, one makes them) is done once
-    /// when both are given the same drafts, which outlive them.
-    explicit PreferenceFiles(FileStore &store, EditDrafts *drafts = nullptr);
-    ~PreferenceFiles();
+    explicit PreferenceFiles(FileStore &store) : store(store) { }
     PreferenceFiles(const PreferenceFiles &) = delete;
     PreferenceFiles &operator=(const PreferenceFiles &) = delete;
 
@@ -73,7 +65,7 @@ public:
     Result<void> changeExisting(const QString &path, const QStringList &keyPath,
                                 const std::optional<plist::NewValue> &value);
 
-    enum class IfMissing { Create, LeaveMissing };
+    using IfMissing = PreferenceContent::IfMissing;
     /// Several changes in one file, in order, as one step: all of them or none.
     Result<void> change(const QString &path, const QList<KeyChange> &changes, IfMissing ifMissing);
 
@@ -92,16 +84,11 @@ public:
     };
 
 private:
-    using LoadedFile = std::shared_ptr<const plist::PropertyList>; ///< null: reads as missing
+    using LoadedFile = std::shared_ptr<const PreferenceContent>; ///< null: reads as missing
     [[nodiscard]] LoadedFile load(const QString &path) const;
     [[nodiscard]] LoadedFile loaded(const QString &path) const;
 
-    [[nodiscard]] Result<plist::PropertyList> open(const QByteArray &bytes) const;
-    [[nodiscard]] Result<QByteArray> edited(const QString &path, const QByteArray &old,
-                                            const QList<KeyChange> &changes) const;
-
     FileStore &store;
-    EditDrafts *drafts;
     mutable int passes = 0;
     mutable std::map<QString, LoadedFile> shared; ///< empty outside a pass
     mutable QSet<QString> reported; ///< files that were logged as unloadable by a read

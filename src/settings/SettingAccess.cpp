@@ -5,9 +5,7 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 #include "platform/FinderInfo.h"
-#include "settings/BarItems.h"
 #include "settings/Catalogue.h"
-#include "settings/ChoiceMapping.h"
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingWrite.h"
@@ -20,23 +18,11 @@ namespace varnel {
 
 namespace {
 
-SettingReading readingOf(const SettingRow &row, const plist::Value &stored)
-{
-    return {{indexOfStored(row, stored)}, stored.kind != plist::Kind::Missing};
-}
-
 void logBarItems(const SettingRow &row, const QString &text)
 {
     varnelLog(lcSettings, fillIn(u"value: %@", {text}));
     if (text == defaultText())
         varnelLog(lcSettings, u"delete "_s + row.keys.first());
-}
-
-Error flagError(const QString &path, int error)
-{
-    const bool refused = error == EACCES || error == EPERM || error == EROFS;
-    return {refused ? ErrorCode::NotPermitted : ErrorCode::Failed,
-            path + u": " + qt_error_string(error)};
 }
 
 /// Whether a write of the one setting may change what the other is.
@@ -100,24 +86,10 @@ void SettingAccess::forgetWhatChanged(const SettingRow &written) const
 
 SettingReading SettingAccess::lookUp(const SettingRow &row) const
 {
-    switch (row.mechanism) {
-    case Mechanism::Choice:
-    case Mechanism::DebugMenu: // only the last of its two keys is read
-        return readingOf(row, files.readValue(filePath(row), {row.keys.last()}));
-    case Mechanism::LibraryPlaylist:
-        return readLibraryPlaylist(row);
-    case Mechanism::NestedChoice:
-        return readingOf(row, files.readValue(filePath(row), row.keys));
-    case Mechanism::LibraryFolder:
-        return readLibraryFolder();
-    case Mechanism::Number:
-        return readNumber(row);
-    case Mechanism::Text:
-        return readText(row);
-    case Mechanism::BarItems:
-        return readBarItems(row);
-    }
-    return {};
+    if (row.mechanism == Mechanism::LibraryFolder)
+        return libraryReading(finderInfo.read(libraryPath()));
+    const QString path = filePath(row);
+    return readingOf(row, [&](const QStringList &keys) { return files.readValue(path, keys); });
 }
 
 void SettingAccess::logNested(const SettingRow &row) const
@@ -127,66 +99,44 @@ void SettingAccess::logNested(const SettingRow &row) const
     varnelLog(lcSettings, isThere ? u"Value Found"_s : u"Value Not Found"_s);
 }
 
-SettingReading SettingAccess::readLibraryPlaylist(const SettingRow &row) const
+void SettingAccess::logWrite(const SettingRow &row, const SettingValue &value) const
 {
-    const QString path = filePath(row);
-    const std::optional<int> hide = files.readNumberPlistValue(path, row.keys[0]);
-    const std::optional<int> show = files.readNumberPlistValue(path, row.keys[1]);
-    if (!hide || !show)
-        return {{row.defaultIndex()}, false};
-    return {{*hide != 0 && *show != 1 ? 1 : 0}, true};
-}
-
-SettingReading SettingAccess::readLibraryFolder() const
-{
-    const QString path = libraryPath();
-    return {{isInvisible(finderInfo, path) ? 0 : 1}, finderInfo.read(path).error == 0};
-}
-
-SettingReading SettingAccess::readNumber(const SettingRow &row) const
-{
-    const std::optional<int> number = files.readNumberPlistValue(filePath(row), row.keys.first());
-    return {{number.value_or(-1)}, number.has_value()};
-}
-
-SettingReading SettingAccess::readText(const SettingRow &row) const
-{
-    const plist::Value stored = files.readValue(filePath(row), {row.keys.first()});
-    if (stored.kind == plist::Kind::Missing)
-        return {{0, defaultText()}, false};
-    return {{0, textValue(stored)}, true, stored.kind != plist::Kind::String};
-}
-
-SettingReading SettingAccess::readBarItems(const SettingRow &row) const
-{
-    const plist::Value stored = files.readValue(filePath(row), {row.keys.first()});
-    if (stored.kind != plist::Kind::StringArray && stored.kind != plist::Kind::Array)
-        return {{0, defaultText()}, false};
-    return {{0, BarItems::fromNames(stored.strings).text()}, true};
+    if (row.mechanism == Mechanism::BarItems)
+        logBarItems(row, value.text);
 }
 
 Result<void> SettingAccess::write(const SettingRow &row, const SettingValue &value,
                                   RestartFlags &flags)
 {
     const SettingWrite write = SettingWrite::of(row, value);
-    if (row.mechanism == Mechanism::BarItems)
-        logBarItems(row, value.text);
+    logWrite(row, value);
     Result<void> written = write.hidesLibrary
         ? writeLibraryFolder(*write.hidesLibrary)
         : files.change(filePath(row), write.changes, write.ifMissing);
     if (write.restarts)
         flags |= *write.restarts;
-    forgetWhatChanged(row);
+    wrote(row, value, written.ok());
     return written;
+}
+
+void SettingAccess::wrote(const SettingRow &row, const SettingValue &, bool) const
+{
+    forgetWhatChanged(row);
+}
+
+Error SettingAccess::flagError(int error) const
+{
+    const bool refused = error == EACCES || error == EPERM || error == EROFS;
+    return {refused ? ErrorCode::NotPermitted : ErrorCode::Failed,
+            libraryPath() + u": " + qt_error_string(error)};
 }
 
 Result<void> SettingAccess::writeLibraryFolder(bool hidden)
 {
-    const QString path = libraryPath();
-    const int error = setFileInvisibility(finderInfo, path, hidden);
+    const int error = setFileInvisibility(finderInfo, libraryPath(), hidden);
     if (error == 0)
         return {};
-    const Error failure = flagError(path, error);
+    const Error failure = flagError(error);
     varnelLog(lcIo, failure.text);
     return failure;
 }

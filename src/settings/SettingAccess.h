@@ -2,7 +2,7 @@
 
 #include "base/HomeFolder.h"
 #include "base/Result.h"
-#include "settings/SettingRow.h"
+#include "settings/SettingReading.h"
 
 #include <QHash>
 #include <QString>
@@ -11,25 +11,6 @@ namespace varnel {
 
 class FinderInfo;
 class PreferenceFiles;
-
-/// The pair that a setting exchanges: its integer, and its string for string settings.
-struct SettingValue {
-    int number = 0;
-    QString text = QStringLiteral("");
-
-    bool operator==(const SettingValue &) const = default;
-};
-
-struct SettingReading {
-    SettingValue value; ///< what the setting's own control would exchange after a fresh read
-    /// Whether the key is there, with a value that the setting can show; for the Library folder,
-    /// whether its flag could be read.
-    bool found = false;
-    /// Text settings: what is stored is no text, and the value is its text form.
-    bool notText = false;
-    // Text settings: the string as stored. Numbers: the raw number even where a control would clamp
-    // it; -1 when not found. 1402 with its key missing reads as its default index.
-};
 
 /// Reads and writes settings by their rows, without any control.
 class SettingAccess {
@@ -47,6 +28,20 @@ public:
     /// was.
     Result<void> write(const SettingRow &row, const SettingValue &value, RestartFlags &flags);
 
+    // What a write consists of, for a plan of several.
+
+    /// What is told of a write before it is made.
+    void logWrite(const SettingRow &row, const SettingValue &value) const;
+    Result<void> writeLibraryFolder(bool hidden);
+    [[nodiscard]] Error flagError(int error) const;
+    /// Takes notice of what a write has made of a setting.
+    void wrote(const SettingRow &row, const SettingValue &value, bool done) const;
+
+    [[nodiscard]] PreferenceFiles &preferenceFiles() { return files; }
+    [[nodiscard]] const PreferenceFiles &preferenceFiles() const { return files; }
+    [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
+    [[nodiscard]] QString libraryPath() const;
+
     [[nodiscard]] const HomeFolder &home() const;
 
     /// The preference file that holds the setting; the Library folder for that folder's flag.
@@ -55,16 +50,8 @@ public:
     [[nodiscard]] bool fileExists(const SettingRow &row) const;
 
 private:
-    [[nodiscard]] QString libraryPath() const;
     [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
     void logNested(const SettingRow &row) const;
-    [[nodiscard]] SettingReading readLibraryPlaylist(const SettingRow &row) const;
-    [[nodiscard]] SettingReading readLibraryFolder() const;
-    [[nodiscard]] SettingReading readNumber(const SettingRow &row) const;
-    [[nodiscard]] SettingReading readText(const SettingRow &row) const;
-    [[nodiscard]] SettingReading readBarItems(const SettingRow &row) const;
-
-    Result<void> writeLibraryFolder(bool hidden);
     void forgetWhatChanged(const SettingRow &written) const;
 
     HomeFolder homeFolder;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/PreferenceFiles.h"
-#include "settings/SettingAccess.h"
+#include "settings/SettingReading.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/SettingAccess.h"
+#include "settings/SettingReading.h"
 
 namespace varnel {
 

@@ -60,14 +60,21 @@ QString Tools::pathForDataFile() const
     return pathForSupportFolder() + u"Pellora.userdata";
 }
 
-QString Tools::createBackupFile() const
+QString Tools::nextBackupFile(const HomeFolder &home)
 {
-    const QString folder = pathForBackupFolder();
+    const QString folder = backupFolderOf(home);
     QString path;
     int number = 0;
     do {
         path = folder + u"quillet" + QString::number(++number) + u".sqlite";
     } while (QFileInfo::exists(home.reached(path)));
+    return path;
+}
+
+QString Tools::createBackupFile() const
+{
+    static_cast<void>(pathForBackupFolder());
+    const QString path = nextBackupFile(home);
     varnelLog(lcShell, fillIn(u"Backup File Name: %@", {path}));
     return path;
 }

@@ -35,6 +35,9 @@ public:
     /// The user-data file in the support folder, which is made when missing.
     [[nodiscard]] QString pathForDataFile() const;
 
+    /// The path that createBackupFile() would give now.
+    [[nodiscard]] static QString nextBackupFile(const HomeFolder &home);
+
     /// The first free name of "quillet1.sqlite", "quillet2.sqlite", ... in the backup folder; gaps
     /// are used again. Logs it. The file itself is made by the first backup row.
     [[nodiscard]] QString createBackupFile() const;

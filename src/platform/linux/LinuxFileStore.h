@@ -43,13 +43,8 @@ public:
     Result<DatabasePlace> readyForDatabase(const QString &path) override;
     Result<DatabasePlace> databasePlace(const QString &path) const override;
 
-    /// The files that were changed without the folder's lock, because another run did not give it
-    /// up in time. What that run changed meanwhile may be lost: worth telling the user.
-    [[nodiscard]] QStringList changedWithoutLock() const { return unlocked; }
-
-    /// Removes the temporary files that runs which died left in a folder of the home. Updates do so
-    /// in the folder that they write to; this is for the start of the program.
-    void sweep(const QString &folder);
+    QStringList changedWithoutLock() const override { return unlocked; }
+    void sweep(const QString &folder) override;
 
 private:
     [[nodiscard]] DatabasePlace placeOf(const Place &place, const QString &path) const;

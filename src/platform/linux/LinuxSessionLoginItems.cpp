@@ -78,10 +78,9 @@ LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders
 {
 }
 
-QStringList LinuxSessionLoginItems::foldersWrittenTo(const HomeFolder &home,
-                                                     const QString &supportFolder)
+QStringList LinuxSessionLoginItems::foldersWrittenTo() const
 {
-    return {autostartFoldersOf(home).user, keptFolder(supportFolder)};
+    return {folders.user, kept.folder()};
 }
 
 QString LinuxSessionLoginItems::userFile(const QString &fileName) const

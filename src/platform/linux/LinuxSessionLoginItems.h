@@ -34,10 +34,6 @@ public:
     LinuxSessionLoginItems(const LinuxSessionLoginItems &) = delete;
     LinuxSessionLoginItems &operator=(const LinuxSessionLoginItems &) = delete;
 
-    /// The folders beside the home's support folder (ending in a slash) in which it puts files.
-    [[nodiscard]] static QStringList foldersWrittenTo(const HomeFolder &home,
-                                                      const QString &supportFolder);
-
     Result<QList<SessionLoginItem>> snapshot() const override;
     /// The icon of a desktop entry.
     QString iconOf(const QString &path) const override;
@@ -48,6 +44,8 @@ public:
     QString keepingPlace(const QString &path) const override;
 
     Result<bool> lists(const QString &path) override;
+    /// Beside the support folder.
+    QStringList foldersWrittenTo() const override;
 
 private:
     void beginChanges() override;

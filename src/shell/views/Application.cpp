@@ -102,8 +102,8 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
                dialogs, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
-    for (const QString &folder : Tools::foldersWrittenTo(home)
-             + LinuxSessionLoginItems::foldersWrittenTo(home, Tools::supportFolderOf(home)))
+    for (const QString &folder :
+         Tools::foldersWrittenTo(home) + context.host->loginItems.foldersWrittenTo())
         store.sweep(folder);
     bool closeAsked = false;
     mainWindow.setCloseGate([&closeAsked] {

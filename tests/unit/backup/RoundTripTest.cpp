@@ -4,6 +4,7 @@
 #include "backup/BackupWriter.h"
 #include "backup/Playback.h"
 #include "settings/Catalogue.h"
+#include "settings/PendingChanges.h"
 #include "support/PlistReferee.h"
 #include "support/SettingsHome.h"
 

@@ -1,0 +1,127 @@
+#include "backup/SettingsSave.h"
+
+#include "backup/BackupWriter.h"
+#include "base/Logging.h"
+#include "home/Workspace.h"
+#include "platform/FileStore.h"
+#include "settings/Catalogue.h"
+
+#include <algorithm>
+
+namespace varnel {
+
+namespace {
+
+/// Whether the folder of the Library flag is one that a dry run has to take for made.
+Result<bool> begin(const Workspace &workspace, const SettingAccess &access, const SaveTerms &terms)
+{
+    if (!terms.dryRun) {
+        const Result<void> ready = workspace.beginWriting(terms.folders);
+        return ready ? Result<bool>(false) : ready.error();
+    }
+    const Result<QStringList> made = workspace.foldersToMake(terms.folders);
+    return made ? Result<bool>(made.value().contains(access.libraryPath())) : made.error();
+}
+
+/// Why nothing can be written: files that are no property lists are no reason.
+std::optional<Error> obstacle(const SavePlan &plan)
+{
+    for (const SavePlan::Setting &setting : plan.settings()) {
+        if (!setting.error || setting.error->code == ErrorCode::Unloadable)
+            continue;
+        // A file that could not be read has been logged.
+        if (setting.write.hidesLibrary)
+            varnelLog(lcIo, setting.error->text);
+        return setting.error;
+    }
+    return std::nullopt;
+}
+
+QList<const SettingRow *> notMadeIn(const SavePlan &plan)
+{
+    QList<const SettingRow *> rows;
+    for (const SavePlan::Setting &setting : plan.settings())
+        if (setting.notMade)
+            rows.append(setting.change.row);
+    return rows;
+}
+
+/// The failures that can be foreseen.
+QList<SaveFailure> foreseen(const SavePlan &plan, const BackupWriter &writer)
+{
+    QList<SaveFailure> failures;
+    for (const ChangeRecord &record : plan.oldValues())
+        if (const Result<void> kept = writer.tryOut(record); !kept)
+            failures.append({SaveFailure::Step::Backup, record, kept.error()});
+    for (const SavePlan::Setting &setting : plan.settings())
+        if (setting.error)
+            failures.append({SaveFailure::Step::Write,
+                             recordOf(*setting.change.row, setting.change.newValue),
+                             *setting.error});
+    return failures;
+}
+
+RestartFlags flagsOf(const SavePlan &plan)
+{
+    RestartFlags flags;
+    for (const SavePlan::Setting &setting : plan.settings())
+        if (setting.write.restarts)
+            flags |= *setting.write.restarts;
+    return flags;
+}
+
+bool isWritten(const QList<SaveFailure> &failures, const SettingRow &row)
+{
+    return std::none_of(failures.begin(), failures.end(), [&](const SaveFailure &failure) {
+        return failure.step == SaveFailure::Step::Write && failure.record.locationId == row.id;
+    });
+}
+
+bool hasRows(const QList<SaveFailure> &failures, size_t settings)
+{
+    return size_t(std::count_if(failures.begin(), failures.end(),
+                                [](const SaveFailure &failure) {
+                                    return failure.step == SaveFailure::Step::Backup;
+                                }))
+        < settings;
+}
+
+void carryOut(SavePlan &plan, Workspace &workspace, SaveReport &report)
+{
+    if (report.dryRun) {
+        report.failures =
+            foreseen(plan, BackupWriter(workspace.nextBackupFile(), workspace.files()));
+        report.restart = flagsOf(plan);
+    } else {
+        BackupWriter writer(workspace.backupFile(), workspace.files());
+        report.failures = plan.commit(writer, report.restart);
+        if (hasRows(report.failures, plan.settings().size()))
+            report.backupFile = workspace.backupFile();
+        report.filesWithoutLock = workspace.files().changedWithoutLock();
+    }
+    for (const SavePlan::Setting &setting : plan.settings())
+        if (isWritten(report.failures, *setting.change.row))
+            report.changes.append(setting.change);
+}
+
+} // namespace
+
+Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
+                                const QList<WantedValue> &wanted, const SaveTerms &terms)
+{
+    const Result<bool> libraryIsMade = begin(workspace, access, terms);
+    if (!libraryIsMade)
+        return libraryIsMade.error();
+    SavePlan plan(access, wanted, libraryIsMade.value());
+    if (const std::optional<Error> error = obstacle(plan))
+        return *error;
+    SaveReport report;
+    report.dryRun = terms.dryRun;
+    report.notMade = notMadeIn(plan);
+    plan.keepWhatDiffers();
+    if (!plan.settings().empty())
+        carryOut(plan, workspace, report);
+    return report;
+}
+
+} // namespace varnel

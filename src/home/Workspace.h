@@ -1,0 +1,66 @@
+#pragma once
+
+#include "base/HomeFolder.h"
+#include "base/Result.h"
+#include "platform/StandardFolders.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace varnel {
+
+class CommandRunner;
+class FileReader;
+class FileStore;
+class FinderInfo;
+class FolderMaker;
+class SessionLoginItems;
+
+/// What the host offers for the work on one home.
+struct HomePorts {
+    FileStore &files;
+    FinderInfo &finderInfo;
+    FolderMaker &folders;
+    StandardFolders &standardFolders;
+    SessionLoginItems &loginItems;
+    FileReader &applications; ///< reads what stands outside of the home: icons, bundles
+    CommandRunner &runner;
+};
+
+/// Everything that work on one home needs: the home, the ports that are bound to it, its folders,
+/// and the backup file of the run.
+class Workspace {
+public:
+    /// The home has been chosen and is reached with the rights that the work shall have; the ports
+    /// outlive this object.
+    Workspace(HomeFolder home, const HomePorts &ports);
+
+    [[nodiscard]] const HomeFolder &home() const { return homeFolder; }
+    [[nodiscard]] FileStore &files() const { return ports.files; }
+    [[nodiscard]] FinderInfo &finderInfo() const { return ports.finderInfo; }
+    [[nodiscard]] FolderMaker &folders() const { return ports.folders; }
+    [[nodiscard]] SessionLoginItems &loginItems() const { return ports.loginItems; }
+    [[nodiscard]] FileReader &applications() const { return ports.applications; }
+    [[nodiscard]] CommandRunner &runner() const { return ports.runner; }
+
+    /// What everybody does who is going to write: makes sure of the home's standard folders, and
+    /// sweeps. An error: the folders can't be had, and nothing is to be written.
+    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing missing) const;
+    /// The folders that beginWriting() would make, or its error.
+    [[nodiscard]] Result<QStringList> foldersToMake(StandardFolders::Missing missing) const;
+
+    /// Removes the temporary files that killed runs left in the folders that are written to.
+    void sweep() const;
+
+    /// The backup file of this run: chosen, and logged, when it is first asked for, and not made.
+    [[nodiscard]] const QString &backupFile();
+    /// The name that backupFile() would choose now.
+    [[nodiscard]] QString nextBackupFile() const;
+
+private:
+    HomeFolder homeFolder;
+    HomePorts ports;
+    QString chosenBackupFile;
+};
+
+} // namespace varnel
