@@ -31,11 +31,11 @@ Result<void> play(const BackupRow &row, PlaybackTarget &target)
 
 Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target)
 {
-    for (const BackupRow &row : rows) {
-        if (Result<void> written = play(row, target); !written)
-            return written;
-    }
-    return {};
+    Result<void> written;
+    for (auto row = rows.begin(); row != rows.end() && written; ++row)
+        written = play(*row, target);
+    target.finish();
+    return written;
 }
 
 BackupLine describeRow(const BackupRow &row, const DescribeSetting &describe)

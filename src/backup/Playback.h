@@ -17,8 +17,11 @@ public:
     /// An unknown number does nothing and is no error.
     virtual Result<void> writeSetting(int settingId, int value, const QString &extra) = 0;
     virtual Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) = 0;
-    /// Reads both places of login items afresh, which takes what stands in both out of the store.
+    /// What reading both places of login items afresh does, which takes what stands in both out of
+    /// the store, and tells.
     virtual void readLoginItems() = 0;
+    /// Once, after the last row that was played.
+    virtual void finish() { }
 };
 
 /// Plays the rows in file order. After each login item the items are read again, since the next row

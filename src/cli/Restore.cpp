@@ -39,7 +39,7 @@ public:
         report.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
                                   QString::number(enabled ? 1 : 0)});
         const LogSilence silence(session.isDryRun());
-        Result<void> written = items.access().writeData(actionId, path, enabled, false);
+        Result<void> written = playback.writeData(actionId, path, enabled);
         if (!written)
             report.itemFailures.append(path + u": " + written.error().text);
         return written;
@@ -48,7 +48,7 @@ public:
     void readLoginItems() override
     {
         const LogSilence silence(session.isDryRun());
-        (void)items.access().readData();
+        playback.readData();
     }
 
     RestoreReport finished()
@@ -60,6 +60,7 @@ public:
 private:
     HomeSession &session;
     LoginItemsSession items;
+    LoginItemsAccess::Playback playback {items.access()};
     RestoreReport report;
 };
 

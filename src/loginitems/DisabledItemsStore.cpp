@@ -28,6 +28,11 @@ QString deleteQuery(const QString &path)
     return fillIn(u"DELETE FROM users WHERE value1='%@'", {path});
 }
 
+QString readingQuery()
+{
+    return QStringLiteral("SELECT * FROM users");
+}
+
 } // namespace
 
 DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files)
@@ -57,17 +62,19 @@ Result<Sqlite> DisabledItemsStore::openToWrite()
     return place ? opened(place.value().path, place.value().access()) : place.error();
 }
 
-Result<void> DisabledItemsStore::readDisabledLoginItemsData(
-    const std::function<bool(const QString &path)> &isListed)
+void DisabledItemsStore::tellReading()
 {
-    const QString query = QStringLiteral("SELECT * FROM users");
-    const auto logQuery = [&] {
-        varnelLog(lcLoginItems, fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {query}));
-    };
+    varnelLog(lcLoginItems,
+              fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {readingQuery()}));
+}
+
+Result<void> DisabledItemsStore::readPaths(const std::function<void(const QString &path)> &take,
+                                           const std::function<void()> &begun)
+{
     // Reading makes no file; a store that is not there holds nothing.
     const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
     if (!place && (place.error().code == ErrorCode::NotFound || !files.exists(storePath))) {
-        logQuery();
+        begun();
         return {};
     }
     if (!place)
@@ -75,13 +82,33 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
     Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
-    logQuery();
-    QStringList doubled;
-    Result<void> read = reader.value().select(query, 1, [&](const QStringList &texts) {
-        if (isListed(texts[0]))
-            doubled.append(texts[0]);
+    begun();
+    return reader.value().select(readingQuery(), 1, [&](const QStringList &texts) {
+        take(texts[0]);
         return true;
     });
+}
+
+Result<QStringList> DisabledItemsStore::storedPaths()
+{
+    QStringList paths;
+    bool begun = false;
+    const Result<void> read =
+        readPaths([&](const QString &path) { paths.append(path); }, [&begun] { begun = true; });
+    // What opens and has no table holds nothing.
+    return begun ? Result<QStringList>(paths) : read.error();
+}
+
+Result<void> DisabledItemsStore::readDisabledLoginItemsData(
+    const std::function<bool(const QString &path)> &isListed)
+{
+    QStringList doubled;
+    Result<void> read = readPaths(
+        [&](const QString &path) {
+            if (isListed(path))
+                doubled.append(path);
+        },
+        tellReading);
     if (!read || doubled.isEmpty())
         return read;
 

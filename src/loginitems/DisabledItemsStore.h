@@ -28,6 +28,11 @@ public:
     /// leaves it to the caller, who has taken it into the list.
     Result<void>
     readDisabledLoginItemsData(const std::function<bool(const QString &path)> &isListed);
+    /// The log line of a reading.
+    static void tellReading();
+    /// A reading without that line: the paths that are stored, in order. An error where the store
+    /// can't be opened.
+    [[nodiscard]] Result<QStringList> storedPaths();
 
     /// `backupFileName` is only printed (null when none was chosen).
     Result<void> addDisabledLoginItemsData(const QString &path, const QString &backupFileName);
@@ -36,6 +41,8 @@ public:
     Result<void> deleteDisabledLoginItemsData(const QString &path);
 
 private:
+    Result<void> readPaths(const std::function<void(const QString &path)> &take,
+                           const std::function<void()> &begun);
     [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
 

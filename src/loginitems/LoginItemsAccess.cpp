@@ -63,8 +63,7 @@ QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
             listed.insert(item.path);
         }
     }
-    // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
-    (void)store.readDisabledLoginItemsData([&](const QString &path) {
+    const auto isListed = [&](const QString &path) {
         if (listed.contains(path))
             return reading == Reading::Clean;
         listed.insert(path);
@@ -72,8 +71,40 @@ QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
         row.enabled = false;
         rows.append(row);
         return false;
-    });
+    };
+    // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
+    if (reading != Reading::Silent) {
+        (void)store.readDisabledLoginItemsData(isListed);
+    } else if (const Result<QStringList> stored = store.storedPaths()) {
+        for (const QString &path : stored.value())
+            (void)isListed(path);
+    }
     return rows;
+}
+
+Result<void> LoginItemsAccess::Playback::writeData(int actionId, const QString &path, bool enabled)
+{
+    changed = path;
+    if (actionId == LoginItemChange::Disable || (actionId == LoginItemChange::Add && !enabled))
+        stored.insert(path);
+    return access.writeData(actionId, path, enabled, false);
+}
+
+void LoginItemsAccess::Playback::readData()
+{
+    const auto isInBoth = [this] {
+        const Result<bool> listed = access.session.lists(changed);
+        return stored.contains(changed) && (!listed || listed.value());
+    };
+    if (hasRead && !isInBoth()) {
+        DisabledItemsStore::tellReading();
+        return;
+    }
+    (void)access.readData();
+    const Result<QStringList> paths = access.store.storedPaths();
+    hasRead = paths.ok();
+    if (paths)
+        stored = QSet<QString>(paths.value().begin(), paths.value().end());
 }
 
 LoginItemRow LoginItemsAccess::newRow(const QString &path) const

@@ -7,6 +7,7 @@
 #include "platform/SessionLoginItems.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 
 namespace varnel {
@@ -31,8 +32,8 @@ public:
                      const FileReader &files);
 
     /// Clean takes what stands in both places out of the store, as the list shows it enabled;
-    /// LookOnly changes nothing.
-    enum class Reading { Clean, LookOnly };
+    /// LookOnly changes nothing; Silent does not even tell that it reads.
+    enum class Reading { Clean, LookOnly, Silent };
     /// Enabled items in the list's order, then the store's.
     [[nodiscard]] QList<LoginItemRow> readData(Reading reading = Reading::Clean);
 
@@ -51,6 +52,23 @@ public:
     {
         return SessionLoginItems::Changes(session);
     }
+
+    /// Changes that are played back, each followed by a reading. Only the first reading reads all:
+    /// after it, nothing but the item that was changed can have come to stand in both places.
+    class Playback {
+    public:
+        explicit Playback(LoginItemsAccess &access) : access(access), together(access.session) { }
+        Result<void> writeData(int actionId, const QString &path, bool enabled);
+        /// Does and tells what readData() would.
+        void readData();
+
+    private:
+        LoginItemsAccess &access;
+        SessionLoginItems::Changes together;
+        bool hasRead = false;
+        QString changed; ///< what was written last
+        QSet<QString> stored; ///< what the store may hold
+    };
 
     /// Printed in the store's log; null until a backup was opened.
     QString selectedBackupFileName;

@@ -65,7 +65,9 @@ QString SettingAccess::libraryPath() const
 SettingReading SettingAccess::read(const SettingRow &row) const
 {
     if (row.mechanism == Mechanism::NestedChoice)
-        logNested(row);
+        outers.insert(row.id, findsOuter(row));
+    if (tells)
+        tellReading(row);
     return *seen.insert(row.id, lookUp(row));
 }
 
@@ -92,11 +94,16 @@ SettingReading SettingAccess::lookUp(const SettingRow &row) const
     return readingOf(row, [&](const QStringList &keys) { return files.readValue(path, keys); });
 }
 
-void SettingAccess::logNested(const SettingRow &row) const
+bool SettingAccess::findsOuter(const SettingRow &row) const
 {
-    const plist::Value outer = files.readValue(filePath(row), {row.keys.first()});
-    const bool isThere = outer.kind == plist::Kind::Dictionary;
-    varnelLog(lcSettings, isThere ? u"Value Found"_s : u"Value Not Found"_s);
+    return files.readValue(filePath(row), {row.keys.first()}).kind == plist::Kind::Dictionary;
+}
+
+void SettingAccess::tellReading(const SettingRow &row) const
+{
+    if (row.mechanism == Mechanism::NestedChoice)
+        varnelLog(lcSettings,
+                  outers.value(row.id) ? u"Value Found"_s : u"Value Not Found"_s);
 }
 
 void SettingAccess::logWrite(const SettingRow &row, const SettingValue &value) const

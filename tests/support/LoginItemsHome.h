@@ -74,14 +74,14 @@ struct LoginItemsHome {
     void restore()
     {
         struct Target : PlaybackTarget {
-            explicit Target(LoginItemsAccess &access) : access(access) { }
+            explicit Target(LoginItemsAccess &access) : playback(access) { }
             Result<void> writeSetting(int, int, const QString &) override { return {}; }
             Result<void> writeLoginItem(int action, const QString &path, bool enabled) override
             {
-                return access.writeData(action, path, enabled, false);
+                return playback.writeData(action, path, enabled);
             }
-            void readLoginItems() override { (void)access.readData(); }
-            LoginItemsAccess &access;
+            void readLoginItems() override { playback.readData(); }
+            LoginItemsAccess::Playback playback;
         } target(access);
         (void)playBack(readBackupRows(backupFile).value(), target);
     }

@@ -13,8 +13,10 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
     if (!quillet)
         return {};
     Result<void> written = quillet->writeData(settingId, value, extra);
-    if (written)
-        quillet->readData();
+    if (written) {
+        quillet->tellReading();
+        settingsChanged = true;
+    }
     return written;
 }
 
@@ -26,14 +28,23 @@ LoginItemsView *SharedPlayback::loginItemsView() const
 
 Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
 {
-    LoginItemsView *view = loginItemsView();
-    return view != nullptr ? view->writeData(actionId, path, enabled, false) : Result<void>();
+    if (LoginItemsView *view = loginItemsView(); view != nullptr && !loginItems)
+        loginItems.emplace(view->playback());
+    return loginItems ? loginItems->writeData(actionId, path, enabled) : Result<void>();
 }
 
 void SharedPlayback::readLoginItems()
 {
-    if (LoginItemsView *view = loginItemsView())
-        view->readData();
+    if (loginItems)
+        loginItems->readData();
+}
+
+void SharedPlayback::finish()
+{
+    if (const std::shared_ptr<Quillet> quillet = shared.quillet(); quillet && settingsChanged)
+        quillet->readAgain();
+    if (loginItems)
+        loginItemsView()->showAgain();
 }
 
 } // namespace varnel

@@ -135,10 +135,26 @@ void LoginItemsView::changeEvent(QEvent *event)
 void LoginItemsView::readData()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
-    rows->setRows(access.readData());
+    showItems(access.readData());
+}
+
+void LoginItemsView::showAgain()
+{
+    showItems(access.readData(LoginItemsAccess::Reading::Silent));
+}
+
+void LoginItemsView::showItems(const QList<LoginItemRow> &items)
+{
+    rows->setRows(items);
     showEmptyText();
     tableViewSelectionDidChange();
     tableViewSelected();
+}
+
+LoginItemsAccess &LoginItemsView::playback()
+{
+    access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    return access;
 }
 
 void LoginItemsView::showEmptyText()

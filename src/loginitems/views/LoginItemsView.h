@@ -37,6 +37,10 @@ public:
     void addDataToChangeDataList(int actionId, const QString &path, bool enabled);
     /// Makes one change at once. Failures have been logged.
     Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
+    /// The way of several changes that are followed by readings; then showAgain().
+    [[nodiscard]] LoginItemsAccess &playback();
+    /// Reads both places, changes nothing, tells nothing.
+    void showAgain();
 
     void saveChanges();
     /// Asks first.
@@ -67,6 +71,7 @@ private:
     void dressControls();
     void placeFooter();
     void setSaveButtonsEnabled(bool enabled);
+    void showItems(const QList<LoginItemRow> &items);
     void showEmptyText();
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);

@@ -1,9 +1,11 @@
 #include "support/FailingFileStore.h"
+#include "support/LogCapture.h"
 #include "support/LoginItemsHome.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace varnel;
@@ -150,4 +152,68 @@ TEST_F(ManyLoginItems, EnablingReadsEachEntryAFewTimesHoweverManyThereAre)
     saveAll(LoginItemChange::Enable, count);
     EXPECT_LE(entriesRead(), 3 * count);
     EXPECT_EQ(session.snapshot().value().size(), count);
+}
+
+TEST_F(ManyLoginItems, PlayingManyBackReadsEachEntryAFewTimesHoweverManyThereAre)
+{
+    constexpr int count = 20;
+    putEntries(count);
+    store.calls.clear();
+    LoginItemsAccess::Playback playback(access);
+    for (int i = 0; i < count; ++i) {
+        EXPECT_TRUE(playback.writeData(LoginItemChange::Disable, application(i), false).ok());
+        playback.readData();
+    }
+    EXPECT_LE(entriesRead(), 4 * count);
+    EXPECT_TRUE(session.snapshot().value().isEmpty());
+}
+
+namespace {
+
+struct Step {
+    int action = 0;
+    QString path;
+    bool enabled = false;
+};
+
+/// What a home looks like after the steps, and what was told of them.
+QStringList played(const QList<Step> &steps, bool readAllEachTime)
+{
+    LoginItemsHome home;
+    for (const QString &path : {u"/A.app"_s, u"/B.app"_s})
+        (void)home.access.writeData(LoginItemChange::Disable, path, false, false);
+    (void)home.access.writeData(LoginItemChange::Add, u"/A.app"_s, true, false); // in both places
+    QStringList result;
+    {
+        const LogCapture log;
+        if (readAllEachTime) {
+            for (const Step &step : steps) {
+                (void)home.access.writeData(step.action, step.path, step.enabled, false);
+                (void)home.access.readData();
+            }
+        } else {
+            LoginItemsAccess::Playback playback(home.access);
+            for (const Step &step : steps) {
+                (void)playback.writeData(step.action, step.path, step.enabled);
+                playback.readData();
+            }
+        }
+        result = log.texts();
+    }
+    result += home.lines() + home.stored();
+    return result.replaceInStrings(home.home.path(), u"HOME"_s);
+}
+
+} // namespace
+
+TEST(PlayedLoginItems, EndAndTellAsIfEverythingWereReadAfterEach)
+{
+    std::mt19937 chance(1);
+    const auto below = [&](unsigned end) { return unsigned(chance()) % end; };
+    for (int round = 0; round < 20; ++round) {
+        QList<Step> steps;
+        for (unsigned i = 1 + below(10); i > 0; --i)
+            steps.append({int(below(4)), u"/%1.app"_s.arg(QChar(u'A' + below(4))), below(2) == 0});
+        EXPECT_EQ(played(steps, false), played(steps, true)) << round;
+    }
 }
