@@ -4,6 +4,8 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "base/UntouchedDatabase.h"
+#include "home/Workspace.h"
+#include "shell/Tools.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,6 +36,11 @@ template <typename Less> void sortBy(QList<BackupEntry> &entries, bool ascending
 } // namespace
 
 BackupFolder::BackupFolder(QString path, FileStore &files) : folder(std::move(path)), files(files)
+{
+}
+
+BackupFolder::BackupFolder(const Workspace &workspace)
+    : BackupFolder(Tools::backupFolderOf(workspace.home()), workspace.files())
 {
 }
 
@@ -110,6 +117,12 @@ Result<void> BackupFolder::remove(const QString &file)
         removed = files.remove(companion);
     }
     return removed;
+}
+
+Result<void> BackupFolder::removeForGood(const QString &name)
+{
+    Result<void> removed = remove(pathOf(name));
+    return removed ? flush() : removed;
 }
 
 QString creationText(const QDateTime &createdDate)

@@ -10,6 +10,8 @@
 
 namespace varnel {
 
+class Workspace;
+
 /// One backup file of the folder: its name without the folder, and its date.
 using BackupEntry = FolderEntry;
 
@@ -23,6 +25,8 @@ public:
     /// The folder's path ends in a slash; it need not be there. `files`, the store of its home,
     /// outlives this object.
     BackupFolder(QString path, FileStore &files);
+    /// That of a home.
+    explicit BackupFolder(const Workspace &workspace);
 
     [[nodiscard]] const QString &path() const { return folder; }
 
@@ -41,7 +45,10 @@ public:
     [[nodiscard]] Result<QList<BackupRow>> read(const QString &file) const;
     /// Deletes a file and what its last writer left beside it. One that is gone is no error. A
     /// power cut can bring files back until flush().
-    Result<void> remove(const QString &file);
+    [[nodiscard]] Result<void> remove(const QString &file);
+
+    /// remove() of a name, and flush().
+    [[nodiscard]] Result<void> removeForGood(const QString &name);
 
     Result<void> flush() { return files.flush(folder); }
 

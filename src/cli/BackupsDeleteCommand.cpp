@@ -12,10 +12,10 @@ namespace varnel::cli {
 namespace {
 
 /// Checked before the first is deleted: a slip in one name deletes nothing.
-Result<void> check(const Backups &backups, const QStringList &names)
+Result<void> check(const BackupFolder &folder, const QStringList &names)
 {
     for (const QString &name : names)
-        if (Result<void> sound = backups.check(name); !sound)
+        if (Result<void> sound = checkBackup(folder, name); !sound)
             return sound;
     return {};
 }
@@ -30,13 +30,14 @@ QString deletedText(const QStringList &names, bool dry)
 
 HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dry)
 {
-    Backups backups(home);
-    if (const Result<void> sound = check(backups, names); !sound)
+    HomeSession session(home);
+    BackupFolder folder(session.workspace());
+    if (const Result<void> sound = check(folder, names); !sound)
         return HomeOutcome::failed(sound.error());
     HomeOutcome outcome;
     QStringList deleted;
     for (const QString &name : names) {
-        const Result<void> removed = dry ? Result<void>() : backups.remove(name);
+        const Result<void> removed = dry ? Result<void>() : folder.removeForGood(name);
         if (removed)
             deleted.append(name);
         else

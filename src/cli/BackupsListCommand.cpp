@@ -1,7 +1,7 @@
 #include "cli/BackupsListCommand.h"
 
 #include "base/Literals.h"
-#include "cli/Backups.h"
+#include "backup/BackupFolder.h"
 
 #include <QJsonArray>
 
@@ -42,11 +42,14 @@ CommandInfo BackupsListCommand::info() const
 Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
 {
     return Work([](const HomeFolder &home) {
-        HomeOutcome outcome;
-        const Result<QList<BackupEntry>> listed = Backups(home).listed();
+        HomeSession session(home);
+        Result<QList<BackupEntry>> listed = BackupFolder(session.workspace()).list();
         if (!listed)
             return HomeOutcome::failed(listed.error());
-        const QList<BackupEntry> &entries = listed.value();
+        QList<BackupEntry> &entries = listed.value();
+        constexpr bool ascending = true; // the flag is named against its effect
+        sortByName(entries, ascending);
+        HomeOutcome outcome;
         outcome.text = [entries](const Style &style) { return listText(entries, style); };
         outcome.object = [entries] { return listObject(entries); };
         return outcome;

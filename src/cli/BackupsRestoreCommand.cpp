@@ -80,11 +80,11 @@ HomeOutcome outcomeOf(const Restoration &done)
 }
 
 /// Deletes the file whose rows were played.
-void deletePlayed(Backups &backups, Restoration &done, QStringList &messages)
+void deletePlayed(BackupFolder &folder, Restoration &done, QStringList &messages)
 {
-    Result<void> removed = backups.check(done.name);
+    Result<void> removed = checkBackup(folder, done.name);
     if (removed)
-        removed = backups.remove(done.name);
+        removed = folder.removeForGood(done.name);
     done.deleted = removed.ok();
     if (!removed)
         messages.append(removed.error().text);
@@ -94,10 +94,11 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
                       const Request &request)
 {
     const QString &name = request.arguments.first();
-    Backups backups(home);
-    if (const Result<void> sound = backups.check(name); !sound)
+    HomeSession session(home, sessionMode(request));
+    BackupFolder folder(session.workspace());
+    if (const Result<void> sound = checkBackup(folder, name); !sound)
         return HomeOutcome::failed(sound.error());
-    Result<QList<BackupRow>> rows = backups.rows(name);
+    Result<QList<BackupRow>> rows = folder.read(folder.pathOf(name));
     if (!rows)
         return HomeOutcome::failed(rows.error());
     if (!only.isEmpty()) {
@@ -106,7 +107,6 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
             return holdsNothingOf(name, missing);
         rows = rowsOf(rows.value(), only);
     }
-    HomeSession session(home, sessionMode(request));
     if (const Result<void> ready = session.beginWriting(foldersToMake(home, request)); !ready)
         return HomeOutcome::failed(ready.error());
 
@@ -114,7 +114,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
     const bool deletes = done.report.complete() && only.isEmpty() && !request.has(keepOption);
     QStringList problems;
     if (deletes && !done.dryRun)
-        deletePlayed(backups, done, problems);
+        deletePlayed(folder, done, problems);
     HomeOutcome outcome = outcomeOf(done);
     outcome.changes = outcome.changes || deletes;
     if (!problems.isEmpty())

@@ -78,10 +78,11 @@ CommandInfo BackupsShowCommand::info() const
 Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) const
 {
     return Work([name = request.arguments.first()](const HomeFolder &home) {
-        const Backups backups(home);
-        if (const Result<void> sound = backups.check(name); !sound)
+        HomeSession session(home);
+        const BackupFolder folder(session.workspace());
+        if (const Result<void> sound = checkBackup(folder, name); !sound)
             return HomeOutcome::failed(sound.error());
-        const Result<QList<BackupRow>> read = backups.rows(name);
+        const Result<QList<BackupRow>> read = folder.read(folder.pathOf(name));
         if (!read)
             return HomeOutcome::failed(read.error());
         const QList<BackupRow> &rows = read.value();

@@ -1,7 +1,7 @@
 #include "cli/HomesNamed.h"
 
 #include "base/Literals.h"
-#include "cli/NamedFile.h"
+#include "platform/linux/NamedFile.h"
 
 #include <QStringDecoder>
 

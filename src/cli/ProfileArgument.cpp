@@ -1,7 +1,7 @@
 #include "cli/ProfileArgument.h"
 
 #include "base/Literals.h"
-#include "cli/NamedFile.h"
+#include "platform/linux/NamedFile.h"
 
 namespace varnel::cli {
 

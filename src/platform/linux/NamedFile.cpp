@@ -1,8 +1,8 @@
-#include "cli/NamedFile.h"
+#include "platform/linux/NamedFile.h"
 
 #include <QFile>
 
-namespace varnel::cli {
+namespace varnel {
 
 namespace {
 
@@ -35,4 +35,4 @@ Result<QByteArray> readNamedFile(const QString &name, qint64 most)
     return bytes;
 }
 
-} // namespace varnel::cli
+} // namespace varnel
