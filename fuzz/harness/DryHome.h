@@ -1,10 +1,10 @@
 #pragma once
 
 #include "backup/Playback.h"
-#include "platform/DryRunFileStore.h"
-#include "platform/DryRunFinderInfo.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
+#include "support/DryRunFileStore.h"
+#include "support/DryRunFinderInfo.h"
 #include "support/FakeFileReader.h"
 #include "support/FakeFinderInfo.h"
 

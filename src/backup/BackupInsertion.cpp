@@ -91,8 +91,12 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
     return inserted ? Result<void>() : inFile(backupFileName, inserted.error());
 }
 
-Result<void> tryBackupRow(const QString &backupFileName, const BackupInsertion &insertion)
+Result<void> tryBackupRow(const FileStore &files, const QString &backupFileName,
+                          const BackupInsertion &insertion)
 {
+    const Result<FileStore::DatabasePlace> there = files.databasePlace(backupFileName);
+    if (!there && there.error().code != ErrorCode::NotFound)
+        return there.error();
     const Result<PrivateCopy> place = PrivateCopy::ofNothing();
     if (!place)
         return inFile(backupFileName, place.error());

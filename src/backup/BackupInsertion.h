@@ -21,9 +21,9 @@ struct BackupInsertion {
 Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
                           const BackupInsertion &insertion);
 
-/// What became of the row in a new file of that name: tried out in a private one, without a word in
-/// the log.
-[[nodiscard]] Result<void> tryBackupRow(const QString &backupFileName,
+/// What would become of the row in a new file of that name: tried out in a private one, without a
+/// word in the log.
+[[nodiscard]] Result<void> tryBackupRow(const FileStore &files, const QString &backupFileName,
                                         const BackupInsertion &insertion);
 
 } // namespace varnel

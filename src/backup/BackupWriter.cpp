@@ -4,7 +4,6 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "base/Text.h"
-#include "platform/FileStore.h"
 
 namespace varnel {
 
@@ -33,10 +32,7 @@ Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
 
 Result<void> BackupWriter::tryOut(const ChangeRecord &record) const
 {
-    const Result<FileStore::DatabasePlace> place = files.databasePlace(backupFileName);
-    if (!place && place.error().code != ErrorCode::NotFound)
-        return place.error();
-    return tryBackupRow(backupFileName, insertionOf(record));
+    return tryBackupRow(files, backupFileName, insertionOf(record));
 }
 
 } // namespace varnel

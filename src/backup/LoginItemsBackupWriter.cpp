@@ -29,21 +29,27 @@ int inverseAction(int actionId)
 
 } // namespace
 
-LoginItemsBackupWriter::LoginItemsBackupWriter(QString backupFileName, FileStore &files)
-    : backupFileName(std::move(backupFileName)), files(files)
+LoginItemsBackupWriter::LoginItemsBackupWriter(QString backupFileName, FileStore &files,
+                                               Manner manner)
+    : backupFileName(std::move(backupFileName)), files(files), manner(manner)
 {
 }
 
 Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QString &path,
                                                          int enabledFlag)
 {
-    varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
     const QString id = QString::number(BackupRow::loginItemId);
-    return addBackupRow(files, backupFileName,
-                        {fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
-                         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
-                                {id, path, QString::number(inverseAction(actionId)),
-                                 QString::number(enabledFlag)})});
+    const BackupInsertion insertion {
+        fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
+        fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
+               {id, path, QString::number(inverseAction(actionId)), QString::number(enabledFlag)})};
+    if (manner == Manner::Work)
+        varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
+    Result<void> added = manner == Manner::Work ? addBackupRow(files, backupFileName, insertion)
+                                                : tryBackupRow(files, backupFileName, insertion);
+    if (added)
+        kept.insert(path);
+    return added;
 }
 
 } // namespace varnel

@@ -2,6 +2,7 @@
 
 #include "loginitems/LoginItemsAccess.h"
 
+#include <QSet>
 #include <QString>
 
 namespace varnel {
@@ -11,8 +12,10 @@ class FileStore;
 /// Puts the way back from login-item changes into the backup file of a run.
 class LoginItemsBackupWriter : public InverseKeeper {
 public:
+    /// TryOut: nothing is made, and nothing told.
+    enum class Manner { Work, TryOut };
     /// The path may not exist yet; the first row has `files` make the file.
-    LoginItemsBackupWriter(QString backupFileName, FileStore &files);
+    LoginItemsBackupWriter(QString backupFileName, FileStore &files, Manner manner = Manner::Work);
 
     /// Another file for what follows.
     void setBackupFile(const QString &fileName) { backupFileName = fileName; }
@@ -20,9 +23,14 @@ public:
     /// The first row of a path wins. Values go into the statements as they are.
     Result<void> addDataToBackupFile(int actionId, const QString &path, int enabledFlag) override;
 
+    /// Whether a way back of the path stands in the file, be it from before.
+    [[nodiscard]] bool keeps(const QString &path) const { return kept.contains(path); }
+
 private:
     QString backupFileName;
     FileStore &files;
+    Manner manner;
+    QSet<QString> kept;
 };
 
 } // namespace varnel

@@ -2,7 +2,6 @@
 
 #include "backup/BackupWriter.h"
 #include "base/Logging.h"
-#include "home/Workspace.h"
 #include "platform/FileStore.h"
 #include "settings/Catalogue.h"
 
@@ -11,17 +10,6 @@
 namespace varnel {
 
 namespace {
-
-/// Whether the folder of the Library flag is one that a dry run has to take for made.
-Result<bool> begin(const Workspace &workspace, const SettingAccess &access, const SaveTerms &terms)
-{
-    if (!terms.dryRun) {
-        const Result<void> ready = workspace.beginWriting(terms.folders);
-        return ready ? Result<bool>(false) : ready.error();
-    }
-    const Result<QStringList> made = workspace.foldersToMake(terms.folders);
-    return made ? Result<bool>(made.value().contains(access.libraryPath())) : made.error();
-}
 
 /// Why nothing can be written: files that are no property lists are no reason.
 std::optional<Error> obstacle(const SavePlan &plan)
@@ -107,12 +95,12 @@ void carryOut(SavePlan &plan, Workspace &workspace, SaveReport &report)
 } // namespace
 
 Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
-                                const QList<WantedValue> &wanted, const SaveTerms &terms)
+                                const QList<WantedValue> &wanted, const Workspace::Terms &terms)
 {
-    const Result<bool> libraryIsMade = begin(workspace, access, terms);
-    if (!libraryIsMade)
-        return libraryIsMade.error();
-    SavePlan plan(access, wanted, libraryIsMade.value());
+    const Result<QStringList> made = workspace.begin(terms);
+    if (!made)
+        return made.error();
+    SavePlan plan(access, wanted, made.value().contains(access.libraryPath()));
     if (const std::optional<Error> error = obstacle(plan))
         return *error;
     SaveReport report;

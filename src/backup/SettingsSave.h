@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/StandardFolders.h"
+#include "home/Workspace.h"
 #include "settings/SavePlan.h"
 
 #include <QList>
@@ -8,8 +8,6 @@
 #include <QStringList>
 
 namespace varnel {
-
-class Workspace;
 
 /// What came of one save of settings.
 struct SaveReport {
@@ -23,12 +21,6 @@ struct SaveReport {
     RestartFlags restart;
 };
 
-/// What a save may do.
-struct SaveTerms {
-    StandardFolders::Missing folders = StandardFolders::Missing::Make;
-    bool dryRun = false;
-};
-
 /// One save: the old values into the backup file of the run, then the new ones. Of several values
 /// for one setting the last counts. What would leave a file as it is is not written and gets no
 /// row; when that is all, no backup file is made. A dry run tells what a save would do, and touches
@@ -38,6 +30,6 @@ struct SaveTerms {
 /// read at all. A file that is no property list is left alone and told among the failures.
 [[nodiscard]] Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
                                               const QList<WantedValue> &wanted,
-                                              const SaveTerms &terms);
+                                              const Workspace::Terms &terms);
 
 } // namespace varnel

@@ -5,7 +5,6 @@
 #include "cli/DryRun.h"
 #include "cli/Ending.h"
 #include "cli/Lookup.h"
-#include "cli/Restore.h"
 #include "cli/RestoreOutput.h"
 
 #include <QSet>
@@ -94,7 +93,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
                       const Request &request)
 {
     const QString &name = request.arguments.first();
-    HomeSession session(home, sessionMode(request));
+    HomeSession session(home);
     BackupFolder folder(session.workspace());
     if (const Result<void> sound = checkBackup(folder, name); !sound)
         return HomeOutcome::failed(sound.error());
@@ -107,10 +106,13 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
             return holdsNothingOf(name, missing);
         rows = rowsOf(rows.value(), only);
     }
-    if (const Result<void> ready = session.beginWriting(foldersToMake(home, request)); !ready)
-        return HomeOutcome::failed(ready.error());
+    const Workspace::Terms terms = termsOf(home, request);
+    const Result<RestoreReport> played =
+        restoreRows(session.workspace(), session.access(), rows.value(), terms);
+    if (!played)
+        return HomeOutcome::failed(played.error());
 
-    Restoration done {name, session.isDryRun(), playRows(session, rows.value())};
+    Restoration done {name, terms.dryRun, played.value()};
     const bool deletes = done.report.complete() && only.isEmpty() && !request.has(keepOption);
     QStringList problems;
     if (deletes && !done.dryRun)

@@ -14,9 +14,4 @@ bool isDryRun(const Request &request)
     return request.has(dryRunOption().name);
 }
 
-HomeSession::Mode sessionMode(const Request &request)
-{
-    return isDryRun(request) ? HomeSession::Mode::DryRun : HomeSession::Mode::Work;
-}
-
 } // namespace varnel::cli

@@ -12,6 +12,4 @@ namespace varnel::cli {
 
 [[nodiscard]] bool isDryRun(const Request &request);
 
-[[nodiscard]] HomeSession::Mode sessionMode(const Request &request);
-
 } // namespace varnel::cli

@@ -1,6 +1,7 @@
 #include "cli/HomeSession.h"
 
 #include "base/Literals.h"
+#include "cli/DryRun.h"
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
 #include "plist/PropertyList.h"
@@ -72,45 +73,21 @@ Result<HomeFolder> takeUp(const HomeFolder &home, const Request &request)
                         u" (--new-home makes one of it)"};
 }
 
-StandardFolders::Missing foldersToMake(const HomeFolder &home, const Request &request)
+Workspace::Terms termsOf(const HomeFolder &home, const Request &request)
 {
-    return home.own || request.has(newHomeOption) ? StandardFolders::Missing::Make
-                                                  : StandardFolders::Missing::NeedLibrary;
+    const bool make = home.own || request.has(newHomeOption);
+    return {make ? StandardFolders::Missing::Make : StandardFolders::Missing::NeedLibrary,
+            isDryRun(request)};
 }
 
-HomeSession::HomeSession(const HomeFolder &home, Mode mode)
+HomeSession::HomeSession(const HomeFolder &home)
     : disk(home), finderInfo(home),
       loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), disk, folders,
                  applications),
       runner(home),
-      trial(mode == Mode::DryRun ? std::optional<Trial>(std::in_place, disk, finderInfo, loginItems)
-                                 : std::nullopt),
-      work(home, ports()), files(work.files()), settings(home, files, work.finderInfo())
+      work(home, {disk, finderInfo, folders, standardFolders, loginItems, applications, runner}),
+      files(disk), settings(home, files, finderInfo)
 {
-}
-
-HomePorts HomeSession::ports()
-{
-    if (trial)
-        return {trial->store,      trial->finderInfo, trial->folders, standardFolders,
-                trial->loginItems, applications,      runner};
-    return {disk, finderInfo, folders, standardFolders, loginItems, applications, runner};
-}
-
-Result<void> HomeSession::beginWriting(StandardFolders::Missing missing)
-{
-    return trial ? trial->expectFolders(work, missing) : work.beginWriting(missing);
-}
-
-Result<void> HomeSession::Trial::expectFolders(const Workspace &workspace,
-                                               StandardFolders::Missing missing)
-{
-    const Result<QStringList> toMake = workspace.foldersToMake(missing);
-    if (!toMake)
-        return toMake.error();
-    for (const QString &folder : toMake.value())
-        finderInfo.expectFolder(folder);
-    return {};
 }
 
 QList<SettingReport> HomeSession::reports(const QList<const SettingRow *> &rows) const

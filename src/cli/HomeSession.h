@@ -3,10 +3,6 @@
 #include "cli/Request.h"
 #include "cli/SettingReport.h"
 #include "home/Workspace.h"
-#include "platform/DryRunFileStore.h"
-#include "platform/DryRunFinderInfo.h"
-#include "platform/DryRunFolderMaker.h"
-#include "platform/DryRunSessionLoginItems.h"
 #include "platform/linux/LinuxCommandRunner.h"
 #include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
@@ -18,8 +14,6 @@
 #include "settings/SettingAccess.h"
 
 #include <QList>
-
-#include <optional>
 
 namespace varnel::cli {
 
@@ -38,27 +32,17 @@ namespace varnel::cli {
 /// One's own home, for what works on no home but runs programs; without a path where there is none.
 [[nodiscard]] HomeFolder sessionHome();
 
-/// Which of the home's standard folders a command that writes may make.
-[[nodiscard]] StandardFolders::Missing foldersToMake(const HomeFolder &home,
-                                                     const Request &request);
+/// What a command that writes may do: make the home's standard folders, or only tell.
+[[nodiscard]] Workspace::Terms termsOf(const HomeFolder &home, const Request &request);
 
 /// The core, joined to the host for one home folder.
 class HomeSession {
 public:
-    enum class Mode {
-        Work,
-        DryRun ///< whatever is done is tried out in memory: the same work, and nothing is touched
-    };
-    explicit HomeSession(const HomeFolder &home, Mode mode = Mode::Work);
+    explicit HomeSession(const HomeFolder &home);
 
     [[nodiscard]] const HomeFolder &home() const { return settings.home(); }
-    [[nodiscard]] bool isDryRun() const { return trial.has_value(); }
     [[nodiscard]] Workspace &workspace() { return work; }
     [[nodiscard]] SettingAccess &access() { return settings; }
-
-    /// What every command that writes does first: makes sure of the home's standard folders, and
-    /// removes the temporary files that killed runs left.
-    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing missing);
 
     /// What the home holds for each of the settings; every file is loaded once.
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
@@ -71,21 +55,6 @@ public:
     [[nodiscard]] QList<Error> unreadableFiles(const QList<SettingReport> &reports) const;
 
 private:
-    /// What stands before the home while changes are tried out.
-    struct Trial {
-        Trial(const FileStore &disk, const FinderInfo &host, const SessionLoginItems &items)
-            : store(disk), finderInfo(host), loginItems(items)
-        {
-        }
-        Result<void> expectFolders(const Workspace &workspace, StandardFolders::Missing missing);
-
-        DryRunFileStore store;
-        DryRunFinderInfo finderInfo;
-        DryRunFolderMaker folders;
-        DryRunSessionLoginItems loginItems;
-    };
-    [[nodiscard]] HomePorts ports();
-
     LinuxFileStore disk;
     LinuxFinderInfo finderInfo;
     LinuxFolderMaker folders;
@@ -93,7 +62,6 @@ private:
     LinuxFileReader applications;
     LinuxSessionLoginItems loginItems;
     LinuxCommandRunner runner;
-    std::optional<Trial> trial;
     Workspace work;
     PreferenceFiles files;
     SettingAccess settings;

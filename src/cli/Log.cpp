@@ -11,13 +11,11 @@ namespace varnel::cli {
 
 namespace {
 
-int silences = 0;
 std::function<void(const QString &line)> sink = Console::note;
 
 void logLine(QtMsgType, const QMessageLogContext &context, const QString &text)
 {
-    if (silences == 0)
-        sink(QString::fromUtf8(context.category) + u": " + text);
+    sink(QString::fromUtf8(context.category) + u": " + text);
 }
 
 } // namespace
@@ -32,16 +30,6 @@ void prepareLogging(bool verbose)
 void sendLogTo(std::function<void(const QString &line)> newSink)
 {
     sink = std::move(newSink);
-}
-
-LogSilence::LogSilence(bool wanted) : wanted(wanted)
-{
-    silences += int(wanted);
-}
-
-LogSilence::~LogSilence()
-{
-    silences -= int(wanted);
 }
 
 } // namespace varnel::cli

@@ -12,16 +12,4 @@ void prepareLogging(bool verbose);
 /// From here on log lines go there.
 void sendLogTo(std::function<void(const QString &line)> sink);
 
-/// Keeps the log silent while one lives: for work that is only tried out.
-class LogSilence {
-public:
-    explicit LogSilence(bool wanted = true);
-    ~LogSilence();
-    LogSilence(const LogSilence &) = delete;
-    LogSilence &operator=(const LogSilence &) = delete;
-
-private:
-    bool wanted;
-};
-
 } // namespace varnel::cli

@@ -1,11 +1,13 @@
 #include "cli/LoginItemsChangeCommand.h"
 
+#include "backup/LoginItemSave.h"
 #include "base/Literals.h"
 #include "cli/DryRun.h"
-#include "cli/LoginItemsSave.h"
 #include "cli/TextWidth.h"
 #include "loginitems/PendingLoginItems.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 
 namespace varnel::cli {
@@ -87,6 +89,24 @@ QString text(const LoginItemsReport &report, const Style &style)
     return lines;
 }
 
+ExitStatus statusOf(const LoginItemsReport &report)
+{
+    switch (report.outcome) {
+    case Outcome::Unknown:
+        return ExitStatus::Negative;
+    case Outcome::Unchanged:
+        // What did not come into the list has its way back in a backup file by then.
+        return report.change.actionId == LoginItemChange::Enable ? ExitStatus::Partly
+                                                                 : ExitStatus::Failed;
+    case Outcome::Halfway:
+        return ExitStatus::Partly;
+    case Outcome::Nothing:
+    case Outcome::Changed:
+        break;
+    }
+    return report.failures.isEmpty() ? ExitStatus::Done : ExitStatus::Partly;
+}
+
 QStringList messagesOf(const LoginItemsReport &report)
 {
     QStringList messages;
@@ -98,7 +118,7 @@ QStringList messagesOf(const LoginItemsReport &report)
         messages.append(report.change.path + u": taken out of the list and kept in " + report.keptIn
                         + u"; 'login-items enable' brings it back");
     // A list that can't be read has no error of its own: what is in it is just not seen.
-    if (messages.isEmpty() && report.status() != ExitStatus::Done)
+    if (messages.isEmpty() && statusOf(report) != ExitStatus::Done)
         messages.append(report.change.path
                         + u": not seen in the list as it should be; 'login-items list' shows it");
     return messages;
@@ -107,7 +127,7 @@ QStringList messagesOf(const LoginItemsReport &report)
 HomeOutcome outcomeOf(const LoginItemsReport &report)
 {
     HomeOutcome outcome;
-    outcome.status = report.status();
+    outcome.status = statusOf(report);
     outcome.messages = messagesOf(report);
     outcome.changes = report.outcome == Outcome::Changed || report.outcome == Outcome::Halfway;
     outcome.dryRun = report.dryRun;
@@ -139,9 +159,10 @@ Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &reques
     if (typed.isEmpty())
         return Error {ErrorCode::Invalid, u"PATH is empty"_s};
     return Work([wanted = action, typed, &request](const HomeFolder &home) {
-        HomeSession session(home, sessionMode(request));
+        HomeSession session(home);
+        const QString absolute = QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
         const Result<LoginItemsReport> saved =
-            saveLoginItem(session, wanted, typed, foldersToMake(home, request));
+            saveLoginItem(session.workspace(), {wanted, typed, absolute}, termsOf(home, request));
         return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());
     });
 }

@@ -1,7 +1,7 @@
 #include "cli/LoginItemsListCommand.h"
 
+#include "backup/LoginItemsOfHome.h"
 #include "base/Literals.h"
-#include "cli/LoginItemsSession.h"
 #include "cli/Table.h"
 
 #include <QJsonArray>
@@ -50,7 +50,7 @@ Result<HomeCommand::Work> LoginItemsListCommand::prepare(const Request &) const
 {
     return Work([](const HomeFolder &home) {
         HomeSession session(home);
-        const QList<LoginItemRow> rows = LoginItemsSession(session).rows();
+        const QList<LoginItemRow> rows = LoginItemsOfHome(session.workspace()).rows();
         HomeOutcome outcome;
         outcome.text = [rows](const Style &style) { return table(rows, style); };
         outcome.object = [rows] { return listObject(rows); };

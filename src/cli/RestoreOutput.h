@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Restore.h"
+#include "backup/Restore.h"
 #include "cli/Table.h"
 
 #include <QJsonObject>

@@ -137,8 +137,8 @@ HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted
                         const Request &request, const QList<SaveFailure> &failedBefore)
 {
     HomeSession session(home);
-    Result<SaveReport> saved = saveSettings(session.workspace(), session.access(), wanted,
-                                            {foldersToMake(home, request), isDryRun(request)});
+    Result<SaveReport> saved =
+        saveSettings(session.workspace(), session.access(), wanted, termsOf(home, request));
     if (!saved)
         return HomeOutcome::failed(saved.error());
     SaveReport &report = saved.value();

@@ -13,17 +13,14 @@ Workspace::Workspace(HomeFolder home, const HomePorts &homePorts)
 {
 }
 
-Result<void> Workspace::beginWriting(StandardFolders::Missing missing) const
+Result<QStringList> Workspace::begin(const Terms &terms) const
 {
-    Result<void> made = ports.standardFolders.ensure(homeFolder, missing);
-    if (made)
-        sweep();
-    return made;
-}
-
-Result<QStringList> Workspace::foldersToMake(StandardFolders::Missing missing) const
-{
-    return ports.standardFolders.toMake(homeFolder, missing);
+    if (terms.dryRun)
+        return ports.standardFolders.toMake(homeFolder, terms.folders);
+    if (const Result<void> made = ports.standardFolders.ensure(homeFolder, terms.folders); !made)
+        return made.error();
+    sweep();
+    return QStringList();
 }
 
 void Workspace::sweep() const

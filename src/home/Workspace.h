@@ -43,11 +43,15 @@ public:
     [[nodiscard]] FileReader &applications() const { return ports.applications; }
     [[nodiscard]] CommandRunner &runner() const { return ports.runner; }
 
-    /// What everybody does who is going to write: makes sure of the home's standard folders, and
-    /// sweeps. An error: the folders can't be had, and nothing is to be written.
-    [[nodiscard]] Result<void> beginWriting(StandardFolders::Missing missing) const;
-    /// The folders that beginWriting() would make, or its error.
-    [[nodiscard]] Result<QStringList> foldersToMake(StandardFolders::Missing missing) const;
+    /// How far work may go.
+    struct Terms {
+        StandardFolders::Missing folders = StandardFolders::Missing::Make;
+        bool dryRun = false; ///< tell what would be done, and touch nothing
+    };
+    /// What everybody does first who is going to write: makes sure of the home's standard folders,
+    /// and sweeps. Gives the folders that a dry run, which makes none, has to take for made. An
+    /// error: the folders can't be had, and nothing is to be written.
+    [[nodiscard]] Result<QStringList> begin(const Terms &terms) const;
 
     /// Removes the temporary files that killed runs left in the folders that are written to.
     void sweep() const;

@@ -4,24 +4,11 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 
+#include <QFileInfo>
+
 namespace varnel {
 
 namespace {
-
-void logFailure(QStringView format, const Error &error)
-{
-    varnelLog(lcLoginItems, fillIn(format, {error.text}));
-}
-
-Result<void> deletePath(Sqlite &store, const QString &sql)
-{
-    Result<void> deleted = store.run(sql, Sqlite::Verb::Delete);
-    if (deleted)
-        return deleted;
-    logFailure(u"Failed to create the SQL query for deleting data with error: %s", deleted.error());
-    const bool noTable = deleted.error().text == u"no such table: users";
-    return Error {noTable ? ErrorCode::NotFound : deleted.error().code, deleted.error().text};
-}
 
 QString deleteQuery(const QString &path)
 {
@@ -33,12 +20,27 @@ QString readingQuery()
     return QStringLiteral("SELECT * FROM users");
 }
 
+Result<void> takeAll(Sqlite &store, const std::function<void(const QString &path)> &take)
+{
+    return store.select(readingQuery(), 1, [&](const QStringList &texts) {
+        take(texts[0]);
+        return true;
+    });
+}
+
 } // namespace
 
-DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files)
+DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files,
+                                       Manner manner)
     : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")})),
-      files(files)
+      files(files), manner(manner)
 {
+}
+
+void DisabledItemsStore::tell(QStringView format, const QString &argument) const
+{
+    if (manner == Manner::Work)
+        varnelLog(lcLoginItems, fillIn(format, {argument}));
 }
 
 const QString &DisabledItemsStore::path() const
@@ -51,26 +53,62 @@ Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access a
 {
     Result<Sqlite> store =
         Sqlite::open(place, access, [this](const QString &path) { return files.read(path); });
-    if (!store)
+    if (!store && manner == Manner::Work)
         varnelLog(lcIo, storePath + u": " + store.error().text);
     return store;
 }
 
 Result<Sqlite> DisabledItemsStore::openToWrite()
 {
+    if (manner == Manner::TryOut)
+        return openCopy();
     const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
-    return place ? opened(place.value().path, place.value().access()) : place.error();
+    return place ? opened(place.value().path, Sqlite::Access::Create) : place.error();
 }
 
-void DisabledItemsStore::tellReading()
+Result<Sqlite> DisabledItemsStore::openCopy()
 {
-    varnelLog(lcLoginItems,
-              fillIn(u"searchQuery (readDisabledLoginItemsData): %@", {readingQuery()}));
+    if (!copy) {
+        const Result<FileStore::DatabasePlace> now = files.databasePlace(storePath);
+        if (!now && now.error().code != ErrorCode::NotFound)
+            return now.error();
+        // What is no file is for whoever opens the database to refuse, in his own words.
+        if (now && QFileInfo::exists(now.value().path) && !QFileInfo(now.value().path).isFile())
+            return opened(now.value().path, Sqlite::Access::ReadOnly);
+        Result<PrivateCopy> made = now
+            ? PrivateCopy::of(now.value().path,
+                              [this](const QString &at) { return files.read(at); })
+            : PrivateCopy::ofNothing();
+        if (!made)
+            return Error {made.error().code, storePath + u": " + made.error().text};
+        copy = std::move(made).value();
+    }
+    return opened(copy->path(), Sqlite::Access::Scratch);
+}
+
+Result<void> DisabledItemsStore::deletePath(Sqlite &store, const QString &sql) const
+{
+    Result<void> deleted = store.run(sql, Sqlite::Verb::Delete);
+    if (deleted)
+        return deleted;
+    tell(u"Failed to create the SQL query for deleting data with error: %s", deleted.error().text);
+    const bool noTable = deleted.error().text == u"no such table: users";
+    return Error {noTable ? ErrorCode::NotFound : deleted.error().code, deleted.error().text};
+}
+
+void DisabledItemsStore::tellReading() const
+{
+    tell(u"searchQuery (readDisabledLoginItemsData): %@", readingQuery());
 }
 
 Result<void> DisabledItemsStore::readPaths(const std::function<void(const QString &path)> &take,
                                            const std::function<void()> &begun)
 {
+    if (copy) {
+        begun();
+        Result<Sqlite> tried = openCopy();
+        return tried ? takeAll(tried.value(), take) : tried.error();
+    }
     // Reading makes no file; a store that is not there holds nothing.
     const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
     if (!place && (place.error().code == ErrorCode::NotFound || !files.exists(storePath))) {
@@ -83,10 +121,7 @@ Result<void> DisabledItemsStore::readPaths(const std::function<void(const QStrin
     if (!reader)
         return reader.error();
     begun();
-    return reader.value().select(readingQuery(), 1, [&](const QStringList &texts) {
-        take(texts[0]);
-        return true;
-    });
+    return takeAll(reader.value(), take);
 }
 
 Result<QStringList> DisabledItemsStore::storedPaths()
@@ -108,7 +143,7 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
             if (isListed(path))
                 doubled.append(path);
         },
-        tellReading);
+        [this] { tellReading(); });
     if (!read || doubled.isEmpty())
         return read;
 
@@ -127,16 +162,16 @@ Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,
     Result<Sqlite> store = openToWrite();
     if (!store)
         return store.error();
-    varnelLog(lcLoginItems, fillIn(u"Opened sqlite database at %@", {backupFileName}));
+    tell(u"Opened sqlite database at %@", backupFileName);
     const Result<void> created =
         store.value().run(QStringLiteral("CREATE TABLE IF NOT EXISTS users (value1 TEXT)"),
                           Sqlite::Verb::CreateTable);
     if (!created)
-        logFailure(u"Failed to create the SQL query for creating a table with error: %s",
-                   created.error());
+        tell(u"Failed to create the SQL query for creating a table with error: %s",
+             created.error().text);
 
     const QString search = fillIn(u"SELECT * FROM users WHERE value1='%@'", {path});
-    varnelLog(lcLoginItems, fillIn(u"searchQuery (addDisabledLoginItemsData): %@", {search}));
+    tell(u"searchQuery (addDisabledLoginItemsData): %@", search);
     bool stored = false;
     // A search that fails has found nothing; the insertion then says what is wrong.
     (void)store.value().select(search, 1, [&](const QStringList &) {
@@ -147,11 +182,11 @@ Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,
         return {};
 
     const QString query = fillIn(u"INSERT INTO users VALUES('%@')", {path});
-    varnelLog(lcLoginItems, fillIn(u"query (addDisabledLoginItemsData): %@", {query}));
+    tell(u"query (addDisabledLoginItemsData): %@", query);
     Result<void> inserted = store.value().run(query, Sqlite::Verb::Insert);
     if (!inserted)
-        logFailure(u"Failed to create the SQL query for inserting data with error: %s",
-                   inserted.error());
+        tell(u"Failed to create the SQL query for inserting data with error: %s",
+             inserted.error().text);
     return inserted;
 }
 
@@ -161,7 +196,7 @@ Result<void> DisabledItemsStore::deleteDisabledLoginItemsData(const QString &pat
     if (!store)
         return store.error();
     const QString query = deleteQuery(path);
-    varnelLog(lcLoginItems, fillIn(u"query (deleteDisabledLoginItemsData): %@", {query}));
+    tell(u"query (deleteDisabledLoginItemsData): %@", query);
     return deletePath(store.value(), query);
 }
 

@@ -2,11 +2,13 @@
 
 #include "base/Result.h"
 #include "base/Sqlite.h"
+#include "base/UntouchedDatabase.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace varnel {
 
@@ -18,9 +20,12 @@ class FileStore;
 /// statement runs.
 class DisabledItemsStore {
 public:
+    /// TryOut: changes are made in a private copy, gone with this object, and nothing is told.
+    enum class Manner { Work, TryOut };
     /// supportFolder ends in a slash; the doubled slash that results in the path is part of it.
     /// `files`, which outlives this object, readies the database's place.
-    DisabledItemsStore(const QString &supportFolder, FileStore &files);
+    DisabledItemsStore(const QString &supportFolder, FileStore &files,
+                       Manner manner = Manner::Work);
 
     [[nodiscard]] const QString &path() const;
 
@@ -29,7 +34,7 @@ public:
     Result<void>
     readDisabledLoginItemsData(const std::function<bool(const QString &path)> &isListed);
     /// The log line of a reading.
-    static void tellReading();
+    void tellReading() const;
     /// A reading without that line: the paths that are stored, in order. An error where the store
     /// can't be opened.
     [[nodiscard]] Result<QStringList> storedPaths();
@@ -45,9 +50,14 @@ private:
                            const std::function<void()> &begun);
     [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
+    [[nodiscard]] Result<Sqlite> openCopy();
+    Result<void> deletePath(Sqlite &store, const QString &sql) const;
+    void tell(QStringView format, const QString &argument) const;
 
     QString storePath;
     FileStore &files;
+    Manner manner;
+    std::optional<PrivateCopy> copy; ///< where changes were tried out
 };
 
 } // namespace varnel

@@ -97,7 +97,7 @@ void LoginItemsAccess::Playback::readData()
         return stored.contains(changed) && (!listed || listed.value());
     };
     if (hasRead && !isInBoth()) {
-        DisabledItemsStore::tellReading();
+        access.store.tellReading();
         return;
     }
     (void)access.readData();

@@ -39,24 +39,41 @@ SavePlan::SavePlan(SettingAccess &settingAccess, const QList<WantedValue> &value
     plan();
 }
 
+const SavePlan::Setting &SavePlan::add(const WantedValue &value)
+{
+    named.append(value);
+    wanted.append(value);
+    planned.push_back(begun(value));
+    editNow(planned.back());
+    return planned.back();
+}
+
+SavePlan::Setting SavePlan::begun(const WantedValue &value)
+{
+    Setting setting;
+    setting.change = {value.row, readingOf(*value.row).value, value.value};
+    setting.write = SettingWrite::of(*value.row, value.value);
+    return setting;
+}
+
+void SavePlan::editNow(Setting &setting)
+{
+    const Result<bool> done = edit(setting);
+    setting.differs = done && done.value();
+    if (!done)
+        setting.error = done.error();
+}
+
 void SavePlan::plan()
 {
     planned.clear();
     files.clear();
     libraryFolder.reset();
     // All old values are those before the save, whatever its settings have in common.
-    for (const WantedValue &each : std::as_const(wanted)) {
-        Setting setting;
-        setting.change = {each.row, readingOf(*each.row).value, each.value};
-        setting.write = SettingWrite::of(*each.row, each.value);
-        planned.push_back(std::move(setting));
-    }
-    for (Setting &setting : planned) {
-        const Result<bool> done = edit(setting);
-        setting.differs = done && done.value();
-        if (!done)
-            setting.error = done.error();
-    }
+    for (const WantedValue &each : std::as_const(wanted))
+        planned.push_back(begun(each));
+    for (Setting &setting : planned)
+        editNow(setting);
     for (Setting &setting : planned) {
         const SettingRow &row = *setting.change.row;
         const SettingValue &value = setting.change.newValue;

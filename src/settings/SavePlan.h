@@ -59,6 +59,9 @@ public:
 
     [[nodiscard]] const std::vector<Setting> &settings() const { return planned; }
 
+    /// One more, on the result of all before it: its old value is what they would have left.
+    const Setting &add(const WantedValue &value);
+
     /// Takes out what would leave its file as it is.
     void keepWhatDiffers();
 
@@ -84,6 +87,8 @@ private:
     };
 
     void plan();
+    [[nodiscard]] Setting begun(const WantedValue &value);
+    void editNow(Setting &setting);
     [[nodiscard]] Library &library();
     [[nodiscard]] PlannedFile &fileOf(const SettingRow &row);
     [[nodiscard]] SettingReading readingOf(const SettingRow &row);

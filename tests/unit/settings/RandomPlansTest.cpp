@@ -2,7 +2,7 @@
 
 #include "settings/SavePlan.h"
 
-#include "platform/DryRunFileStore.h"
+#include "support/DryRunFileStore.h"
 #include "support/FakeFinderInfo.h"
 #include "support/LogCapture.h"
 #include "support/SettingsHome.h"

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "cli/ExitStatus.h"
-#include "cli/HomeSession.h"
+#include "base/Result.h"
+#include "home/Workspace.h"
 #include "loginitems/LoginItemChange.h"
 
 #include <QList>
 #include <QString>
 
-namespace varnel::cli {
+namespace varnel {
 
 /// What came of one change of the login items.
 struct LoginItemsReport {
@@ -24,19 +24,21 @@ struct LoginItemsReport {
     QString backupFile; ///< null when no way back is in it
     QList<Error> failures;
     QString keptIn; ///< where a removed entry is kept; null when nothing is
-
-    [[nodiscard]] ExitStatus status() const;
 };
 
-/// One save of one change, as the window would make it: its way back into a backup file of this
-/// run, then the change. `path` is looked for as it is typed, then as an absolute path. What is so
-/// already is left alone, without a backup file. A dry run is the same save, and names no backup
-/// file.
+/// What is to become of which application.
+struct LoginItemWish {
+    LoginItemChange::Action action = LoginItemChange::Add;
+    QString path; ///< as it was typed: it may be listed in a form that nobody would type
+    QString absolutePath; ///< what is meant where nothing is listed under the other
+};
+
+/// One save of one change: its way back into the backup file of the run, then the change. What is
+/// so already is left alone, without a backup file. A dry run tells what a save would do, and
+/// touches nothing.
 ///
 /// An error means that nothing was changed: the home's folders can't be made.
-[[nodiscard]] Result<LoginItemsReport> saveLoginItem(HomeSession &session,
-                                                     LoginItemChange::Action action,
-                                                     const QString &path,
-                                                     StandardFolders::Missing folders);
+[[nodiscard]] Result<LoginItemsReport>
+saveLoginItem(Workspace &workspace, const LoginItemWish &wish, const Workspace::Terms &terms);
 
-} // namespace varnel::cli
+} // namespace varnel

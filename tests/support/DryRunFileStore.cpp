@@ -1,4 +1,4 @@
-#include "platform/DryRunFileStore.h"
+#include "support/DryRunFileStore.h"
 
 #include <QFileInfo>
 

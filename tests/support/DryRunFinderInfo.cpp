@@ -1,4 +1,4 @@
-#include "platform/DryRunFinderInfo.h"
+#include "support/DryRunFinderInfo.h"
 
 namespace varnel {
 

@@ -1,17 +1,12 @@
-#include "cli/LoginItemsSave.h"
+#include "backup/LoginItemSave.h"
 
-#include "backup/BackupReader.h"
-#include "cli/Log.h"
-#include "cli/LoginItemsSession.h"
+#include "backup/LoginItemsOfHome.h"
 #include "loginitems/PendingLoginItems.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <optional>
 
-namespace varnel::cli {
+namespace varnel {
 
 namespace {
 
@@ -48,17 +43,15 @@ State wantedBy(LoginItemChange::Action action)
     return State::Off;
 }
 
-QString chosenPath(const LoginItemsSession &items, const QList<LoginItemRow> &rows,
-                   const QString &typed)
+QString chosenPath(const LoginItemsOfHome &items, const QList<LoginItemRow> &rows,
+                   const LoginItemWish &wish)
 {
-    // A path may be listed in a form that nobody would type today.
-    if (rowOf(rows, typed) || !items.list().keptIn(typed).isNull())
-        return typed;
-    return QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
+    const bool known = rowOf(rows, wish.path) || !items.list().keptIn(wish.path).isNull();
+    return known ? wish.path : wish.absolutePath;
 }
 
 /// Whether there is anything to do; else why not.
-Outcome expected(const LoginItemsSession &items, LoginItemChange::Action action, State state,
+Outcome expected(const LoginItemsOfHome &items, LoginItemChange::Action action, State state,
                  const QString &path)
 {
     if (action == LoginItemChange::Add)
@@ -79,17 +72,8 @@ Outcome reached(const QList<LoginItemRow> &before, const QList<LoginItemRow> &af
     return after == before ? Outcome::Unchanged : Outcome::Halfway;
 }
 
-bool hasWayBack(const QString &backupFile, const QString &path, const FileStore &files)
+void save(LoginItemsOfHome &items, const QString &backupFile, LoginItemsReport &report)
 {
-    const Result<QList<BackupRow>> rows = readBackupRows(backupFile, files);
-    return rows && std::any_of(rows.value().begin(), rows.value().end(), [&](const BackupRow &row) {
-               return row.isLoginItem() && row.loginItemPath() == path;
-           });
-}
-
-void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &report)
-{
-    const QString backupFile = session.workspace().backupFile();
     items.setBackupFile(backupFile);
     // The page has read before it saves, and what it met twice is in one place since.
     const QList<LoginItemRow> before = items.access().readData();
@@ -101,60 +85,41 @@ void save(LoginItemsSession &items, HomeSession &session, LoginItemsReport &repo
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
-    const bool wayBack = hasWayBack(backupFile, report.change.path, session.workspace().files());
+    const bool wayBack = items.keepsWayBack(report.change.path);
     if (report.outcome == Outcome::Changed && wayBack)
         report.failures.clear();
-    if (wayBack && !session.isDryRun())
+    if (wayBack && !report.dryRun)
         report.backupFile = backupFile;
     report.keptIn = items.list().keptIn(report.change.path);
 }
 
 /// What the change would be and come to, were nothing to fail.
-LoginItemsReport planned(LoginItemsSession &items, LoginItemChange::Action action,
-                         const QString &path)
+LoginItemsReport planned(LoginItemsOfHome &items, const LoginItemWish &wish)
 {
     const QList<LoginItemRow> rows = items.rows();
     LoginItemsReport report;
-    report.change.actionId = action;
-    report.change.path = chosenPath(items, rows, path);
+    report.change.actionId = wish.action;
+    report.change.path = chosenPath(items, rows, wish);
     const State state = stateOf(rows, report.change.path);
-    report.change.isEnabled = action == LoginItemChange::Remove && state == State::On;
-    report.outcome = expected(items, action, state, report.change.path);
+    report.change.isEnabled = wish.action == LoginItemChange::Remove && state == State::On;
+    report.outcome = expected(items, wish.action, state, report.change.path);
     return report;
 }
 
 } // namespace
 
-ExitStatus LoginItemsReport::status() const
+Result<LoginItemsReport> saveLoginItem(Workspace &workspace, const LoginItemWish &wish,
+                                       const Workspace::Terms &terms)
 {
-    switch (outcome) {
-    case Outcome::Unknown:
-        return ExitStatus::Negative;
-    case Outcome::Unchanged:
-        // What did not come into the list has its way back in a backup file by then.
-        return change.actionId == LoginItemChange::Enable ? ExitStatus::Partly : ExitStatus::Failed;
-    case Outcome::Halfway:
-        return ExitStatus::Partly;
-    case Outcome::Nothing:
-    case Outcome::Changed:
-        break;
-    }
-    return failures.isEmpty() ? ExitStatus::Done : ExitStatus::Partly;
-}
-
-Result<LoginItemsReport> saveLoginItem(HomeSession &session, LoginItemChange::Action action,
-                                       const QString &path, StandardFolders::Missing folders)
-{
-    LoginItemsSession items(session);
-    LoginItemsReport report = planned(items, action, path);
-    report.dryRun = session.isDryRun();
+    LoginItemsOfHome items(workspace, terms.dryRun);
+    LoginItemsReport report = planned(items, wish);
+    report.dryRun = terms.dryRun;
     if (report.outcome != Outcome::Changed)
         return report;
-    const LogSilence silence(session.isDryRun());
-    if (const Result<void> ready = session.beginWriting(folders); !ready)
-        return ready.error();
-    save(items, session, report);
+    if (const Result<QStringList> begun = workspace.begin(terms); !begun)
+        return begun.error();
+    save(items, terms.dryRun ? workspace.nextBackupFile() : workspace.backupFile(), report);
     return report;
 }
 
-} // namespace varnel::cli
+} // namespace varnel

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "backup/BackupRow.h"
-#include "cli/ExitStatus.h"
-#include "cli/HomeSession.h"
+#include "home/Workspace.h"
 #include "settings/SavePlan.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-namespace varnel::cli {
+namespace varnel {
 
 /// What a restore did, or would do.
 struct RestoreReport {
@@ -22,10 +21,16 @@ struct RestoreReport {
     QStringList filesWithoutLock; ///< changed while another run was changing them
     RestartFlags restart;
 
-    [[nodiscard]] bool complete() const;
+    [[nodiscard]] bool complete() const
+    {
+        return settingFailures.isEmpty() && itemFailures.isEmpty();
+    }
 };
 
-/// Plays rows back through the writers of a save, without rows in a backup file.
-[[nodiscard]] RestoreReport playRows(HomeSession &session, const QList<BackupRow> &rows);
+/// Plays rows back through the writers of a save, without rows in a backup file. An error means
+/// that nothing was changed: the home's folders can't be made.
+[[nodiscard]] Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
+                                                const QList<BackupRow> &rows,
+                                                const Workspace::Terms &terms);
 
-} // namespace varnel::cli
+} // namespace varnel
