@@ -17,11 +17,12 @@ namespace varnel::cli {
 }
 
 /// NAME, as the commands take it.
-[[nodiscard]] inline ParameterInfo backupParameter(
-    ParameterInfo::Count count = ParameterInfo::Count::One)
+[[nodiscard]] inline ParameterInfo
+backupParameter(ParameterInfo::Count count = ParameterInfo::Count::One)
 {
-    return {QStringLiteral("NAME"), QStringLiteral("name of a backup file, as 'backups list' shows it"),
-            count, Completes::Backup};
+    return {QStringLiteral("NAME"),
+            QStringLiteral("name of a backup file, as 'backups list' shows it"), count,
+            Completes::Backup};
 }
 
 } // namespace varnel::cli

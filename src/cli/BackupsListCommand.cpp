@@ -1,7 +1,7 @@
 #include "cli/BackupsListCommand.h"
 
-#include "base/Literals.h"
 #include "backup/BackupFolder.h"
+#include "base/Literals.h"
 
 #include <QJsonArray>
 

@@ -102,8 +102,7 @@ bool SettingAccess::findsOuter(const SettingRow &row) const
 void SettingAccess::tellReading(const SettingRow &row) const
 {
     if (row.mechanism == Mechanism::NestedChoice)
-        varnelLog(lcSettings,
-                  outers.value(row.id) ? u"Value Found"_s : u"Value Not Found"_s);
+        varnelLog(lcSettings, outers.value(row.id) ? u"Value Found"_s : u"Value Not Found"_s);
 }
 
 void SettingAccess::logWrite(const SettingRow &row, const SettingValue &value) const
