@@ -81,12 +81,8 @@ Workspace::Terms termsOf(const HomeFolder &home, const Request &request)
 }
 
 HomeSession::HomeSession(const HomeFolder &home)
-    : disk(home), finderInfo(home),
-      loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), disk, folders,
-                 applications),
-      runner(home),
-      work(home, {disk, finderInfo, folders, standardFolders, loginItems, applications, runner}),
-      files(disk), settings(home, files, finderInfo)
+    : host(home, Tools::supportFolderOf(home)), work(home, host.ports()), files(work.files()),
+      settings(home, files, work.finderInfo())
 {
 }
 
@@ -120,7 +116,7 @@ QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) c
         if (file.isNull() || readable.contains(file) || seen.contains(file))
             continue;
         seen.insert(file);
-        if (const auto error = whyUnreadable(disk, home().preferencesDirectory() + file))
+        if (const auto error = whyUnreadable(work.files(), home().preferencesDirectory() + file))
             errors.append(*error);
     }
     return errors;

@@ -3,13 +3,7 @@
 #include "cli/Request.h"
 #include "cli/SettingReport.h"
 #include "home/Workspace.h"
-#include "platform/linux/LinuxCommandRunner.h"
-#include "platform/linux/LinuxFileReader.h"
-#include "platform/linux/LinuxFileStore.h"
-#include "platform/linux/LinuxFinderInfo.h"
-#include "platform/linux/LinuxFolderMaker.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
-#include "platform/linux/LinuxStandardFolders.h"
+#include "platform/linux/LinuxHomePorts.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/SettingAccess.h"
 
@@ -55,13 +49,7 @@ public:
     [[nodiscard]] QList<Error> unreadableFiles(const QList<SettingReport> &reports) const;
 
 private:
-    LinuxFileStore disk;
-    LinuxFinderInfo finderInfo;
-    LinuxFolderMaker folders;
-    LinuxStandardFolders standardFolders;
-    LinuxFileReader applications;
-    LinuxSessionLoginItems loginItems;
-    LinuxCommandRunner runner;
+    LinuxHomePorts host;
     Workspace work;
     PreferenceFiles files;
     SettingAccess settings;

@@ -2,7 +2,6 @@
 
 #include "platform/FileStore.h"
 #include "platform/SessionLoginItems.h"
-#include "shell/Tools.h"
 
 #include <utility>
 
@@ -33,11 +32,11 @@ void Workspace::sweep() const
 const QString &Workspace::backupFile()
 {
     if (chosenBackupFile.isNull()) {
-        const Tools tools(homeFolder, ports.folders, ports.runner);
-        static_cast<void>(tools.pathForBackupFolder());
-        static_cast<void>(tools.pathForSupportFolder());
-        static_cast<void>(tools.pathForBackupFolder());
-        chosenBackupFile = tools.createBackupFile();
+        const Tools own = tools();
+        static_cast<void>(own.pathForBackupFolder());
+        static_cast<void>(own.pathForSupportFolder());
+        static_cast<void>(own.pathForBackupFolder());
+        chosenBackupFile = own.createBackupFile();
     }
     return chosenBackupFile;
 }

@@ -2,30 +2,14 @@
 
 #include "base/HomeFolder.h"
 #include "base/Result.h"
+#include "platform/HomePorts.h"
 #include "platform/StandardFolders.h"
+#include "shell/Tools.h"
 
 #include <QString>
 #include <QStringList>
 
 namespace varnel {
-
-class CommandRunner;
-class FileReader;
-class FileStore;
-class FinderInfo;
-class FolderMaker;
-class SessionLoginItems;
-
-/// What the host offers for the work on one home.
-struct HomePorts {
-    FileStore &files;
-    FinderInfo &finderInfo;
-    FolderMaker &folders;
-    StandardFolders &standardFolders;
-    SessionLoginItems &loginItems;
-    FileReader &applications; ///< reads what stands outside of the home: icons, bundles
-    CommandRunner &runner;
-};
 
 /// Everything that work on one home needs: the home, the ports that are bound to it, its folders,
 /// and the backup file of the run.
@@ -41,7 +25,9 @@ public:
     [[nodiscard]] FolderMaker &folders() const { return ports.folders; }
     [[nodiscard]] SessionLoginItems &loginItems() const { return ports.loginItems; }
     [[nodiscard]] FileReader &applications() const { return ports.applications; }
-    [[nodiscard]] CommandRunner &runner() const { return ports.runner; }
+
+    /// Where the program keeps its own files in the home, and how it ends other programs.
+    [[nodiscard]] Tools tools() const { return {homeFolder, ports.folders, ports.runner}; }
 
     /// How far work may go.
     struct Terms {

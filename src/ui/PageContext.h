@@ -1,25 +1,21 @@
 #pragma once
 
-#include "base/HomeFolder.h"
-
 #include <QString>
 
 #include <functional>
 
 namespace varnel {
 
-class CommandRunner;
 class Desktop;
 class Dialogs;
 class FileReader;
-class FinderInfo;
-class FolderMaker;
 class PreferenceFiles;
 class ProcessManager;
 class ProcessTable;
 class SessionLoginItems;
 class SharedObject;
 class SystemFacts;
+class Workspace;
 
 /// The machine and the session that the program runs in.
 struct HostPorts {
@@ -34,12 +30,9 @@ struct HostPorts {
 
 /// What the pages are given by the program that makes them. Everything named here outlives them.
 struct PageContext {
-    HomeFolder home;
+    Workspace &workspace;
     SharedObject &shared;
-    PreferenceFiles &files;
-    FinderInfo &finderInfo;
-    FolderMaker &folders;
-    CommandRunner &runner;
+    PreferenceFiles &files; ///< of the workspace's home
     Dialogs &dialogs;
     HostPorts *host = nullptr; ///< null where no page asks for it
     /// Whether the interface description of that name ("GeneralView") loads. Compiled-in

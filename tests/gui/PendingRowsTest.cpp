@@ -294,7 +294,7 @@ TEST_F(PendingRows, AnEditReadsNoFile)
     putToolbar();
     FailingFileStore counted(store);
     PreferenceFiles countedFiles(counted);
-    start({home.home(), shared, countedFiles, finderInfo, folders, runner, dialogs});
+    start({workspace, shared, countedFiles, dialogs});
     clickGroup(safariRow);
     const auto readsOf = [&counted](const auto &edit) {
         counted.calls.clear();

@@ -30,8 +30,7 @@ protected:
         explicit CountedReads(QuilletChanges &test)
             : store(test.store), home(test.home),
               hiddenSettings(std::make_unique<Quillet>(
-                  PageContext {test.home.home(), test.shared, preferences, test.finderInfo,
-                               test.folders, test.runner, test.dialogs}))
+                  PageContext {test.workspace, test.shared, preferences, test.dialogs}))
         {
         }
         [[nodiscard]] QString readOf(const QString &name) const

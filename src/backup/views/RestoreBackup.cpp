@@ -1,8 +1,8 @@
 #include "backup/views/RestoreBackup.h"
 
 #include "backup/views/RestoreBackupView.h"
+#include "home/Workspace.h"
 #include "settings/PreferenceFiles.h"
-#include "shell/Tools.h"
 
 namespace varnel {
 
@@ -30,8 +30,7 @@ void RestoreBackup::reloadData()
 
 BackupFolder backupFolderOf(const PageContext &context)
 {
-    return {Tools(context.home, context.folders, context.runner).pathForBackupFolder(),
-            context.files.fileStore()};
+    return {context.workspace.tools().pathForBackupFolder(), context.files.fileStore()};
 }
 
 } // namespace varnel

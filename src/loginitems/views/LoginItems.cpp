@@ -1,7 +1,7 @@
 #include "loginitems/views/LoginItems.h"
 
+#include "home/Workspace.h"
 #include "loginitems/views/LoginItemsView.h"
-#include "shell/Tools.h"
 
 namespace varnel {
 
@@ -11,7 +11,7 @@ LoginItems::LoginItems(const PageContext &context)
         view = WidgetOwner<LoginItemsView>(std::make_unique<LoginItemsView>(context));
     else
         // A page that is not there still leaves the folder behind that the backup folder needs.
-        (void)Tools(context.home, context.folders, context.runner).pathForSupportFolder();
+        (void)context.workspace.tools().pathForSupportFolder();
 }
 
 LoginItems::~LoginItems() = default;

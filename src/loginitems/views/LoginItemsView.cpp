@@ -1,11 +1,11 @@
 #include "loginitems/views/LoginItemsView.h"
 
+#include "home/Workspace.h"
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "loginitems/views/LoginItemsModel.h"
 #include "platform/SessionLoginItems.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
-#include "shell/Tools.h"
 #include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/CheckBoxCell.h"
@@ -26,9 +26,8 @@ namespace varnel {
 
 LoginItemsView::LoginItemsView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
-      preferences(context.home.preferencesDirectory()),
-      store(Tools(context.home, context.folders, context.runner).pathForSupportFolder(),
-            context.files.fileStore()),
+      preferences(context.workspace.home().preferencesDirectory()),
+      store(context.workspace.tools().pathForSupportFolder(), context.files.fileStore()),
       backup(context.shared.backupFileName(), context.files.fileStore()),
       access(context.host->loginItems, store, backup, context.host->files),
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))

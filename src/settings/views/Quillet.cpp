@@ -2,6 +2,7 @@
 
 #include "base/Logging.h"
 #include "base/Text.h"
+#include "home/Workspace.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
@@ -15,7 +16,8 @@
 namespace varnel {
 
 Quillet::Quillet(const PageContext &context)
-    : context(context), access(context.home, context.files, context.finderInfo),
+    : context(context),
+      access(context.workspace.home(), context.files, context.workspace.finderInfo()),
       backup(context.shared, context.files.fileStore()),
       pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
               context.shared.restartFlags(), access, backup),

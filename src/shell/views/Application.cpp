@@ -6,7 +6,6 @@
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/LinuxHome.h"
 #include "platform/linux/LinuxInstanceGuard.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
 #include "platform/linux/LinuxTerminal.h"
 #include "platform/linux/X11ClientList.h"
@@ -93,18 +92,13 @@ int openWindow(const HomeFolder &chosen, const StartOptions &options)
 } // namespace
 
 Application::Application(const HomeFolder &home, const QString &systemRoot)
-    : store(home), files(store), finderInfo(home), runner(home),
-      host(home, systemRoot, store, folders), mainWindow(home),
+    : homePorts(home, Tools::supportFolderOf(home)), workspace(home, homePorts.ports()),
+      files(workspace.files()), host(workspace, systemRoot), mainWindow(home),
       windowSize(mainWindow, home.asOwner() ? WindowSize::Memory::None : WindowSize::Memory::Kept),
-      context {home,    SharedObject::getSharedObject(),
-               files,   finderInfo,
-               folders, runner,
-               dialogs, &host.ports()},
+      context {workspace, SharedObject::getSharedObject(), files, dialogs, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
-    for (const QString &folder :
-         Tools::foldersWrittenTo(home) + context.host->loginItems.foldersWrittenTo())
-        store.sweep(folder);
+    workspace.sweep();
     bool closeAsked = false;
     mainWindow.setCloseGate([&closeAsked] {
         closeAsked = true;

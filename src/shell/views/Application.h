@@ -1,9 +1,6 @@
 #pragma once
 
-#include "platform/linux/LinuxCommandRunner.h"
-#include "platform/linux/LinuxFileStore.h"
-#include "platform/linux/LinuxFinderInfo.h"
-#include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxHomePorts.h"
 #include "platform/linux/TerminationSignals.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/StartOptions.h"
@@ -31,11 +28,9 @@ public:
     [[nodiscard]] MainWindow &window() { return mainWindow; }
 
 private:
-    LinuxFileStore store;
+    LinuxHomePorts homePorts;
+    Workspace workspace;
     PreferenceFiles files;
-    LinuxFinderInfo finderInfo;
-    LinuxFolderMaker folders;
-    LinuxCommandRunner runner;
     HostServices host;
     QtDialogs dialogs;
     VarnelAppDelegate delegate;

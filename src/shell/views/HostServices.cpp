@@ -1,14 +1,15 @@
 #include "shell/views/HostServices.h"
 
-#include "shell/Tools.h"
-
 namespace varnel {
 
-HostServices::HostServices(const HomeFolder &home, const QString &systemRoot, FileStore &store,
-                           FolderMaker &folders)
-    : desktop(home), loginItems(home, autostartFoldersOf(home), Tools::supportFolderOf(home), store,
-                                folders, files),
-      hostPorts {facts, processTable, processManager, desktop, files, loginItems, systemRoot}
+HostServices::HostServices(const Workspace &workspace, const QString &systemRoot)
+    : desktop(workspace.home()), hostPorts {facts,
+                                            processTable,
+                                            processManager,
+                                            desktop,
+                                            workspace.applications(),
+                                            workspace.loginItems(),
+                                            systemRoot}
 {
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "home/Workspace.h"
 #include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxProcessManager.h"
 #include "platform/linux/LinuxProcessTable.h"
-#include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "ui/PageContext.h"
 
@@ -13,9 +12,8 @@ namespace varnel {
 /// What Linux offers to the pages beside the edited home.
 class HostServices {
 public:
-    /// The store and the folder maker outlive this object.
-    HostServices(const HomeFolder &home, const QString &systemRoot, FileStore &store,
-                 FolderMaker &folders);
+    /// The workspace outlives this object.
+    HostServices(const Workspace &workspace, const QString &systemRoot);
 
     [[nodiscard]] HostPorts &ports() { return hostPorts; }
 
@@ -24,8 +22,6 @@ private:
     LinuxProcessTable processTable;
     LinuxProcessManager processManager;
     LinuxDesktop desktop;
-    LinuxFileReader files;
-    LinuxSessionLoginItems loginItems;
     HostPorts hostPorts;
 };
 

@@ -1,11 +1,11 @@
 #include "shell/views/QuitFlow.h"
 
+#include "home/Workspace.h"
 #include "loginitems/views/LoginItems.h"
 #include "loginitems/views/LoginItemsView.h"
 #include "settings/views/Quillet.h"
 #include "shell/QuitDecision.h"
 #include "shell/SharedObject.h"
-#include "shell/Tools.h"
 #include "shell/views/CloseApplicationsSheet.h"
 #include "shell/views/CloseRowsModel.h"
 #include "ui/Dialogs.h"
@@ -116,7 +116,7 @@ void QuitFlow::finish()
 
 void QuitFlow::killApp(const QString &process) const
 {
-    Tools(context.home, context.folders, context.runner).killApp(process);
+    context.workspace.tools().killApp(process);
 }
 
 } // namespace varnel

@@ -1,9 +1,9 @@
 #include "shell/views/Varnel.h"
 
 #include "base/Logging.h"
+#include "home/Workspace.h"
 #include "settings/views/Quillet.h"
 #include "shell/SharedObject.h"
-#include "shell/Tools.h"
 #include "shell/views/PageContainer.h"
 #include "shell/views/ShortcutsSheet.h"
 #include "shell/views/TabView.h"
@@ -25,8 +25,7 @@ constexpr int hiddenSettingsTab = 3;
 Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<PageRow> rows)
     : context(pageContext), window(mainWindow), pages(std::move(rows))
 {
-    const Tools tools(context.home, context.folders, context.runner);
-    context.shared.setBackupFileName(tools.createBackupFile());
+    context.shared.setBackupFileName(context.workspace.tools().createBackupFile());
 }
 
 void Varnel::awakeFromNib(const std::function<void()> &afterPage)

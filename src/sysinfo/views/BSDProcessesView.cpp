@@ -1,5 +1,6 @@
 #include "sysinfo/views/BSDProcessesView.h"
 
+#include "home/Workspace.h"
 #include "platform/Desktop.h"
 #include "sysinfo/ProcessActions.h"
 #include "sysinfo/views/ProcessCell.h"
@@ -39,9 +40,9 @@ void BSDProcessesView::offerWhatIsLeft()
     ui->showInFinderButton->setText(tr("Copy Path"));
     ui->emptyLabel->setText(tr("No applications of %1 with a window are running.\n"
                                "This window works as %1 and sees nobody else's.")
-                                .arg(context.home.workedAs));
+                                .arg(context.workspace.home().workedAs));
     ui->tableView->setToolTip(tr("This window works as %1 and shows the applications of %1 only.")
-                                  .arg(context.home.workedAs));
+                                  .arg(context.workspace.home().workedAs));
 }
 
 BSDProcessesView::~BSDProcessesView() = default;

@@ -1,6 +1,7 @@
 #include "sysinfo/views/SysInfoView.h"
 
 #include "base/Logging.h"
+#include "home/Workspace.h"
 #include "shell/Node.h"
 #include "sysinfo/SystemRows.h"
 #include "sysinfo/views/BSDProcessesModule.h"
@@ -152,7 +153,7 @@ void SysInfoView::setRows(const InfoRows &rows)
 void SysInfoView::getMacOSXInfo()
 {
     const SystemVersion version = readSystemVersion(context.host->files, context.host->systemRoot);
-    setRows(macOSXRows(version, context.host->facts, context.home));
+    setRows(macOSXRows(version, context.host->facts, context.workspace.home()));
 }
 
 void SysInfoView::getMemoryInfo()

@@ -32,11 +32,15 @@ protected:
         // The test's folder has another name each time: the pictures show another.
         QDir().mkpath(place + u"/Library/Preferences");
         QDir().mkpath(place + u"/Library/Application Support");
-        context.home.path = u"/Users/ann"_s;
-        context.home.own = false;
-        context.home.reachedAt = place;
-        store = LinuxFileStore(context.home);
-        finderInfo = LinuxFinderInfo(context.home);
+        HomeFolder shown;
+        shown.path = u"/Users/ann"_s;
+        shown.reachedAt = place;
+        store = LinuxFileStore(shown);
+        finderInfo = LinuxFinderInfo(shown);
+        std::destroy_at(&workspace);
+        std::construct_at(
+            &workspace, shown,
+            HomePorts {store, finderInfo, folders, standardFolders, loginItems, reader, runner});
     }
 
     void SetUp() override

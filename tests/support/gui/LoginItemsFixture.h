@@ -78,7 +78,7 @@ protected:
     }
 
     QString autostart = home.path() + u"/.config/autostart/";
-    HostServices host {home.home(), QStringLiteral("/"), store, folders};
+    HostServices host {workspace, QStringLiteral("/")};
     std::unique_ptr<LoginItems> controller;
 };
 

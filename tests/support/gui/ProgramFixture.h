@@ -34,7 +34,7 @@ protected:
 
     void start()
     {
-        window = std::make_unique<MainWindow>(context.home);
+        window = std::make_unique<MainWindow>(workspace.home());
         controller = std::make_unique<Varnel>(context, *window);
         controller->awakeFromNib();
         window->show();

@@ -28,7 +28,7 @@ protected:
     {
         if (QStandardPaths::findExecutable(u"sqlite3"_s).isEmpty())
             GTEST_SKIP() << "no sqlite3 tool";
-        const Tools tools(context.home, folders, runner);
+        const Tools tools = workspace.tools();
         (void)tools.pathForSupportFolder();
         backups = tools.pathForBackupFolder();
         shared.setBackupFileName(backups + u"quillet99.sqlite");
@@ -121,7 +121,7 @@ protected:
         return QDir(backups).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
-    HostServices host {home.home(), u"/"_s, store, folders};
+    HostServices host {workspace, u"/"_s};
     QString backups; ///< ends in a slash
     std::shared_ptr<LoginItems> loginItems;
     std::shared_ptr<RestoreBackup> restore;

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "home/Workspace.h"
+#include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxSessionLoginItems.h"
+#include "platform/linux/LinuxStandardFolders.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
+#include "shell/Tools.h"
 #include "support/FakeCommandRunner.h"
 #include "support/gui/FakeDialogs.h"
 #include "support/TemporaryHome.h"
@@ -48,7 +53,18 @@ protected:
     FakeCommandRunner runner;
     FakeDialogs dialogs;
     SharedObject shared;
-    PageContext context {home.home(), shared, files, finderInfo, folders, runner, dialogs};
+    LinuxStandardFolders standardFolders;
+    LinuxFileReader applications;
+    LinuxSessionLoginItems sessionItems {home.home(),
+                                         autostartFoldersOf(home.home()),
+                                         Tools::supportFolderOf(home.home()),
+                                         store,
+                                         folders,
+                                         applications};
+    Workspace workspace {
+        home.home(),
+        {store, finderInfo, folders, standardFolders, sessionItems, applications, runner}};
+    PageContext context {workspace, shared, files, dialogs};
 };
 
 } // namespace varnel::test

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/linux/LinuxFileStore.h"
-#include "platform/linux/LinuxFinderInfo.h"
-#include "platform/linux/LinuxFolderMaker.h"
+#include "home/Workspace.h"
+#include "platform/linux/LinuxHomePorts.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
 #include "shell/views/HostServices.h"
@@ -19,26 +18,25 @@ namespace varnel::test {
 /// The main window on a home of the test's own, with no page in it yet, and what its pages are
 /// given.
 struct WindowFixture {
+    static HomePorts withRunner(const HomePorts &ports, CommandRunner &runner)
+    {
+        return {ports.files,      ports.finderInfo,   ports.folders, ports.standardFolders,
+                ports.loginItems, ports.applications, runner};
+    }
+
     TemporaryHome home;
     SharedObject shared;
-    LinuxFileStore store {home.home()};
-    PreferenceFiles files {store};
-    LinuxFinderInfo finderInfo {home.home()};
-    LinuxFolderMaker folders;
+    LinuxHomePorts linuxPorts {home.home(), Tools::supportFolderOf(home.home())};
     FakeCommandRunner runner;
+    Workspace workspace {home.home(), withRunner(linuxPorts.ports(), runner)};
+    PreferenceFiles files {workspace.files()};
     FakeDialogs dialogs;
     /// No system version is told; the files of the edited home are real, the session's are read.
-    HostServices host {home.home(), home.path(), store, folders};
+    HostServices host {workspace, home.path()};
     QStringList failing; ///< the interface descriptions that do not load
-    PageContext context {home.home(),
-                         shared,
-                         files,
-                         finderInfo,
-                         folders,
-                         runner,
-                         dialogs,
-                         &host.ports(),
-                         [this](const QString &name) { return !failing.contains(name); }};
+    PageContext context {
+        workspace, shared,        files,
+        dialogs,   &host.ports(), [this](const QString &name) { return !failing.contains(name); }};
     MainWindow window {home.home()};
 };
 

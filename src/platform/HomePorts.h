@@ -1,0 +1,24 @@
+#pragma once
+
+namespace varnel {
+
+class CommandRunner;
+class FileReader;
+class FileStore;
+class FinderInfo;
+class FolderMaker;
+class SessionLoginItems;
+class StandardFolders;
+
+/// What the host offers for the work on one home.
+struct HomePorts {
+    FileStore &files;
+    FinderInfo &finderInfo;
+    FolderMaker &folders;
+    StandardFolders &standardFolders;
+    SessionLoginItems &loginItems;
+    FileReader &applications; ///< reads what stands outside of the home: icons, bundles
+    CommandRunner &runner;
+};
+
+} // namespace varnel
