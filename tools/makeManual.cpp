@@ -108,7 +108,7 @@ QString commands()
 {
     QString out;
     for (const auto &each : makeCommands())
-        out += command(each->info());
+        out += command(each.info());
     return out;
 }
 
@@ -161,7 +161,7 @@ QString examples()
 {
     QString out;
     for (const auto &each : makeCommands()) {
-        const CommandInfo info = each->info();
+        const CommandInfo info = each.info();
         for (const QString &example : info.examples)
             out += u".EX\n" + roff(u"varnelctl " + example) + u"\n.EE\n";
     }

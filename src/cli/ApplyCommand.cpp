@@ -22,10 +22,9 @@ HomeOutcome applied(const Profile &profile, const HomeFolder &home, const Reques
 
 } // namespace
 
-CommandInfo ApplyCommand::info() const
+CommandDescription ApplyCommand::description() const
 {
     return {
-        u"apply"_s,
         u"Gives settings the values of a profile"_s,
         u"One save, as 'set' makes it, of the settings that differ: their old values go into a\n"
         u"backup file first. Where nothing differs nothing is written, and no backup file made;\n"

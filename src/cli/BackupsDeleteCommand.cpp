@@ -57,10 +57,9 @@ HomeOutcome deleteFrom(const HomeFolder &home, const QStringList &names, bool dr
 
 } // namespace
 
-CommandInfo BackupsDeleteCommand::info() const
+CommandDescription BackupsDeleteCommand::description() const
 {
     return {
-        u"backups delete"_s,
         u"Deletes backup files"_s,
         u"What they hold can't be undone any more. All names are checked first: when one of\n"
         u"them is wrong, nothing is deleted."_s,

@@ -6,7 +6,7 @@ namespace varnel::cli {
 
 class BackupsDeleteCommand : public HomeCommand {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
 
 protected:
     [[nodiscard]] Result<Work> prepare(const Request &request) const override;

@@ -29,10 +29,9 @@ QString listText(const QList<BackupEntry> &entries, const Style &style)
 
 } // namespace
 
-CommandInfo BackupsListCommand::info() const
+CommandDescription BackupsListCommand::description() const
 {
-    return {u"backups list"_s,
-            u"Lists the backup files"_s,
+    return {u"Lists the backup files"_s,
             {},
             {},
             {},

@@ -127,10 +127,9 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
 
 } // namespace
 
-CommandInfo BackupsRestoreCommand::info() const
+CommandDescription BackupsRestoreCommand::description() const
 {
-    return {u"backups restore"_s,
-            u"Puts the values of a backup file back and deletes the file"_s,
+    return {u"Puts the values of a backup file back and deletes the file"_s,
             u"Stops at the first setting or login item that can't be put back; the file then "
             u"stays. It\n"
             u"also stays with --only. Nothing is added to any backup file."_s,

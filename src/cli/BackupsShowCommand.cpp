@@ -64,10 +64,9 @@ QString contentsText(const QList<BackupRow> &rows, const Style &style)
 
 } // namespace
 
-CommandInfo BackupsShowCommand::info() const
+CommandDescription BackupsShowCommand::description() const
 {
-    return {u"backups show"_s,
-            u"Shows what restoring a backup file would do"_s,
+    return {u"Shows what restoring a backup file would do"_s,
             u"A row of a setting that this program does not know stands without words; restoring\n"
             u"skips it."_s,
             {backupParameter()},

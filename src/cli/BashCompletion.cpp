@@ -281,9 +281,9 @@ QString branch(const QString &path, const Commands &commands, const QList<TreeNo
         if (node.path == path)
             lines += belowLine(node);
     for (const auto &command : commands) {
-        const CommandInfo info = command->info();
-        if (info.name != path)
+        if (command.name != path)
             continue;
+        const CommandInfo info = command.info();
         names = allNames(info);
         lines += optionLines(info.options) + placeLines(info.parameters);
     }
@@ -303,7 +303,7 @@ QString describeFunction(const Commands &commands)
         if (!node.path.isNull())
             paths.append(node.path);
     for (const auto &command : commands)
-        paths.append(command->info().name);
+        paths.append(command.name);
     paths.removeDuplicates();
     QString branches = u"    '')\n" + belowLine(tree.first()) + optionLines(sharedOptions())
         + bareLine() + u"        ;;\n";

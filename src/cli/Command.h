@@ -32,22 +32,20 @@ struct OptionInfo {
     QStringList words {}; ///< for Completes::Words
 };
 
-/// Everything that the parser and the help texts know of a command.
-struct CommandInfo {
-    QString name; ///< one word, or several for a command beneath another: "backups show"
+/// What a command does and takes.
+struct CommandDescription {
     QString summary; ///< one line, no full stop
     QString details; ///< paragraphs below the usage line; may be null
     QList<ParameterInfo> parameters;
     QList<OptionInfo> options; ///< beside the ones that every command has
     QStringList examples; ///< command lines without the program's name
-    QStringList aliases {}; ///< other words for the last word of the name
 };
 
 /// One command of the terminal program.
 class Command {
 public:
     virtual ~Command() = default;
-    [[nodiscard]] virtual CommandInfo info() const = 0;
+    [[nodiscard]] virtual CommandDescription description() const = 0;
 
     /// Data goes to the console's output, everything else to its messages.
     virtual ExitStatus run(const Request &request, Console &console) const = 0;

@@ -50,30 +50,36 @@ void addArguments(CLI::App &app, const QList<ParameterInfo> &parameters, int typ
         app.add_option("argument" + std::to_string(place))->allow_extra_args(false);
 }
 
-/// The parser's node of a command; the words before the last are nodes that only hold others.
-CLI::App *addCommand(CLI::App &root, const CommandInfo &info, int typed)
+/// The parser's node of a command; the words before the last are nodes that only hold others. What
+/// the command takes is told once it is the command's turn: no other's description is built.
+CLI::App *addCommand(CLI::App &root, const NamedCommand &command, int argc, const char *const *argv)
 {
     CLI::App *at = &root;
-    for (const QString &word : info.name.split(u' ')) {
+    for (const QString &word : command.name.split(u' ')) {
         at->require_subcommand(0, 1);
         const std::string name = word.toStdString();
         CLI::App *below = child(*at, name);
         at = below ? below : at->add_subcommand(name);
     }
-    for (const QString &alias : info.aliases)
+    for (const QString &alias : command.aliases)
         at->alias(alias.toStdString());
-    addOptions(*at, info.options);
-    addArguments(*at, info.parameters, typed);
+    at->preparse_callback([&command, at, argc, argv](std::size_t left) {
+        if (left > 0 && child(*at, argv[argc - int(left)]))
+            return; // A command beneath this one is meant.
+        const CommandInfo info = command.info();
+        addOptions(*at, info.options);
+        addArguments(*at, info.parameters, argc);
+    });
     return at;
 }
 
 /// Whether the command's first word was typed at all. Of all that a start of the program does, the
 /// parser's nodes cost the most: those of other commands are not made.
-bool mayBeMeant(const CommandInfo &info, int argc, const char *const *argv)
+bool mayBeMeant(const NamedCommand &command, int argc, const char *const *argv)
 {
-    QStringList words {info.name.section(u' ', 0, 0)};
-    if (words.first() == info.name)
-        words += info.aliases;
+    QStringList words {command.name.section(u' ', 0, 0)};
+    if (words.first() == command.name)
+        words += command.aliases;
     return std::any_of(argv + 1, argv + std::max(argc, 1), [&](const char *argument) {
         return words.contains(QLatin1StringView(argument));
     });
@@ -194,10 +200,10 @@ CommandLine parseCommandLine(int argc, const char *const *argv, const Commands &
     app.set_help_flag("-h,--help");
     app.set_version_flag("--version", std::string());
     addOptions(app, commonOptions());
-    std::map<const CLI::App *, const Command *> byNode;
-    for (const auto &command : commands)
-        if (const CommandInfo info = command->info(); mayBeMeant(info, argc, argv))
-            byNode.emplace(addCommand(app, info, argc), command.get());
+    std::map<const CLI::App *, const NamedCommand *> byNode;
+    for (const NamedCommand &command : commands)
+        if (mayBeMeant(command, argc, argv))
+            byNode.emplace(addCommand(app, command, argc, argv), &command);
 
     if (const QString option = optionWithoutValue(argc, argv); !option.isNull())
         return wrong(lacksValue(option));

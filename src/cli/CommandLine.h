@@ -10,7 +10,7 @@ namespace varnel::cli {
 struct CommandLine {
     enum class Wish { Run, Help, Version, Wrong };
     Wish wish = Wish::Run;
-    const Command *command = nullptr; ///< null: none was named
+    const NamedCommand *command = nullptr; ///< null: none was named
     QString group; ///< help was asked for the commands beneath this word; else null
     Request request;
     QString problem; ///< what is wrong, one line

@@ -33,7 +33,7 @@ QList<TreeNode> commandTree(const Commands &commands)
 {
     QList<TreeNode> tree {{QString(), {}}};
     for (const auto &command : commands) {
-        const CommandInfo info = command->info();
+        const CommandInfo info = command.info();
         const qsizetype blank = info.name.lastIndexOf(u' ');
         const QString group = blank < 0 ? QString() : info.name.left(blank);
         if (!group.isNull())
@@ -48,11 +48,10 @@ QString helpOfGroup(const QString &group, const Commands &commands)
 {
     QStringList words;
     for (const auto &command : commands) {
-        const CommandInfo info = command->info();
-        if (info.name == group)
-            return info.summary;
-        if (info.name.startsWith(group + u' '))
-            words.append(info.name.mid(group.size() + 1));
+        if (command.name == group)
+            return command.info().summary;
+        if (command.name.startsWith(group + u' '))
+            words.append(command.name.mid(group.size() + 1));
     }
     return words.join(u", ");
 }

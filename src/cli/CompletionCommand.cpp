@@ -35,10 +35,9 @@ QStringList shellNames()
 
 } // namespace
 
-CommandInfo CompletionCommand::info() const
+CommandDescription CompletionCommand::description() const
 {
-    return {u"completion"_s,
-            u"Prints the script that completes command lines in a shell"_s,
+    return {u"Prints the script that completes command lines in a shell"_s,
             u"A package of this program brings the scripts along. Without one:\n"
             u"  bash  source <(varnelctl completion bash)      in ~/.bashrc\n"
             u"  zsh   varnelctl completion zsh >_varnelctl     in a folder of $fpath\n"

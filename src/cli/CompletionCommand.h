@@ -7,7 +7,7 @@ namespace varnel::cli {
 /// Prints the script that completes this program's command lines in a shell.
 class CompletionCommand : public Command {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
     ExitStatus run(const Request &request, Console &console) const override;
 };
 

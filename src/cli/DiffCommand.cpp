@@ -56,10 +56,9 @@ HomeOutcome differencesIn(const HomeFolder &home, const Profile &profile)
 
 } // namespace
 
-CommandInfo DiffCommand::info() const
+CommandDescription DiffCommand::description() const
 {
-    return {u"diff"_s,
-            u"Compares the settings with a profile"_s,
+    return {u"Compares the settings with a profile"_s,
             u"Prints each setting that has another value than the profile wants, with the value\n"
             u"that it has and the one that is wanted. Ends with 1 when there is any. Settings\n"
             u"that the profile does not name may have any value."_s,

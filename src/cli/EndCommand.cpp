@@ -48,10 +48,9 @@ Result<QList<CloseRow>> rowsNamed(const QStringList &typed)
 
 } // namespace
 
-CommandInfo EndCommand::info() const
+CommandDescription EndCommand::description() const
 {
     return {
-        u"end"_s,
         u"Ends applications, so that they read their settings anew"_s,
         QString(
             u"Ends every process of each name that this user may end, whatever home it works on,\n"

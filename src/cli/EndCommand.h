@@ -6,7 +6,7 @@ namespace varnel::cli {
 
 class EndCommand : public Command {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
     ExitStatus run(const Request &request, Console &console) const override;
 };
 

@@ -192,10 +192,9 @@ HomeOutcome exported(const HomeFolder &home, const Wish &wish)
 
 } // namespace
 
-CommandInfo ExportCommand::info() const
+CommandDescription ExportCommand::description() const
 {
     return {
-        u"export"_s,
         u"Writes the settings as a profile"_s,
         u"Writes the settings that have another value than their default to standard output.\n"
         u"'json' and 'plist' are what 'diff' and 'apply' read. 'defaults' is a shell script for\n"

@@ -186,7 +186,7 @@ QString knowledge(const Commands &commands)
     };
     look(commonOptions());
     for (const auto &command : commands)
-        look(command->info().options);
+        look(command.info().options);
     valued.removeDuplicates();
     return u"\nset -g __varnelctl_commands " + quotedForFish(paths)
         + u"\nset -g __varnelctl_valued " + valued.join(u' ') + u"\nset -g __varnelctl_many "
@@ -271,7 +271,7 @@ QString fishCompletion(const Commands &commands)
     for (const TreeNode &node : commandTree(commands))
         lines += wordLines(node);
     for (const auto &command : commands)
-        lines += commandLines(command->info());
+        lines += commandLines(command.info());
     return QString::fromUtf16(head) + knowledge(commands) + commandFunction(commandTree(commands))
         + settingFunction() + plainFunction(u"group"_s, groupTitles())
         + plainFunction(u"application"_s, applicationNames()) + valuesFunction()

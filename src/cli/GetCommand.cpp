@@ -47,10 +47,9 @@ HomeOutcome storedIn(const HomeFolder &home, const SettingRow &row, const QStrin
 
 } // namespace
 
-CommandInfo GetCommand::info() const
+CommandDescription GetCommand::description() const
 {
     return {
-        u"get"_s,
         u"Prints the value of one setting"_s,
         u"The value is what 'set' takes: a choice's index, a number, a text, -1 for the default\n"
         u"of numbers and texts. After a tabulator follows the value in words, where these say\n"
@@ -63,8 +62,7 @@ CommandInfo GetCommand::info() const
         {settingParameter()},
         {{keyOption, u"KEY"_s, u"print what stands in the file under this key of the setting"_s}},
         {u"get dock-size"_s, u"get 1300 --json"_s, u"get 1300 | cut -f1"_s,
-         u"get com.apple.dock tilesize"_s},
-        {u"read"_s}};
+         u"get com.apple.dock tilesize"_s}};
 }
 
 Result<HomeCommand::Work> GetCommand::prepare(const Request &request) const

@@ -6,7 +6,7 @@ namespace varnel::cli {
 
 class GetCommand : public OneSettingCommand {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
 
 protected:
     /// With --key: what stands in the file, whatever the setting makes of it.

@@ -85,9 +85,9 @@ template <typename Passes> Listing listing(const Commands &commands, Passes pass
 {
     Listing found;
     for (const auto &command : commands) {
-        const CommandInfo info = command->info();
-        if (!passes(info.name))
+        if (!passes(command.name))
             continue;
+        const CommandInfo info = command.info();
         found.entries.append({info.name, info.summary + otherNames(info)});
         if (!info.examples.isEmpty())
             found.examples.append(info.examples.first());

@@ -56,10 +56,10 @@ void warnOfSession(const HomeFolder &home, const UserSessions &sessions, HomeOut
 }
 
 /// A command that writes offers to try its work out.
-bool mayWrite(const CommandInfo &info, const Request &request)
+bool mayWrite(const QList<OptionInfo> &options, const Request &request)
 {
     return !isDryRun(request)
-        && std::any_of(info.options.begin(), info.options.end(),
+        && std::any_of(options.begin(), options.end(),
                        [](const OptionInfo &option) { return option.name == dryRunOption().name; });
 }
 
@@ -137,7 +137,7 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
     QList<FlaggedHome> flagged;
     const bool json = request.has(u"json"_s);
     const bool apart = HomeOwner::callerMayBecomeOthers();
-    const bool writes = mayWrite(info(), request);
+    const bool writes = mayWrite(description().options, request);
     const auto begin = [&](const QString &directory) -> ManyHomes::Waiting {
         const auto step = [&, directory] { return workIn(directory, work, request, sessions); };
         std::shared_ptr<HomeWorker> worker;

@@ -22,10 +22,9 @@ QString table(const QList<SettingReport> &reports, const Style &style)
 
 } // namespace
 
-CommandInfo ListCommand::info() const
+CommandDescription ListCommand::description() const
 {
     return {
-        u"list"_s,
         u"Lists the settings with their values"_s,
         {},
         {{u"GROUP"_s,

@@ -33,10 +33,9 @@ QString table(const QList<ProcessRow> &rows, const Style &style)
 
 ListProcessesCommand::ListProcessesCommand(QString name) : name(std::move(name)) { }
 
-CommandInfo ListProcessesCommand::info() const
+CommandDescription ListProcessesCommand::description() const
 {
     return {
-        name,
         u"Lists the running applications"_s,
         u"One line for each application that has a window: process id, name, priority, location.\n"
         u"An application of several processes stands once, with the highest id. Status 1 when\n"

@@ -9,7 +9,7 @@ class ListProcessesCommand : public Command {
 public:
     explicit ListProcessesCommand(QString name);
 
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
     ExitStatus run(const Request &request, Console &console) const override;
 
 private:

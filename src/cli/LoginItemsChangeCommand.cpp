@@ -138,12 +138,11 @@ HomeOutcome outcomeOf(const LoginItemsReport &report)
 
 } // namespace
 
-CommandInfo LoginItemsChangeCommand::info() const
+CommandDescription LoginItemsChangeCommand::description() const
 {
     const Words words = wordsOf(action);
     const QString name = u"login-items " + words.verb;
-    return {name,
-            words.summary,
+    return {words.summary,
             words.details,
             {{u"PATH"_s, u"the application, as 'login-items list' shows it"_s,
               ParameterInfo::Count::One,

@@ -10,7 +10,7 @@ class LoginItemsChangeCommand : public HomeCommand {
 public:
     explicit LoginItemsChangeCommand(LoginItemChange::Action action) : action(action) { }
 
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
 
 protected:
     [[nodiscard]] Result<Work> prepare(const Request &request) const override;

@@ -34,10 +34,9 @@ QString table(const QList<LoginItemRow> &rows, const Style &style)
 
 } // namespace
 
-CommandInfo LoginItemsListCommand::info() const
+CommandDescription LoginItemsListCommand::description() const
 {
     return {
-        u"login-items list"_s,
         u"Lists what opens at login, and what was taken out of that list"_s,
         u"\"on\" opens at login; \"off\" is kept by this program and does not. In one's own home\n"
         u"the list is the session's; with --home it is that folder's .config/autostart alone."_s,

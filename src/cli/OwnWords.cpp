@@ -57,8 +57,7 @@ Verb verbOf(const QByteArray &word)
     return Verb::Other;
 }
 
-/// Taking a line apart needs the commands' descriptions, which every start of the program would pay
-/// for.
+/// Without such a word nothing is to be said in other words: the line need not be taken apart.
 bool hasVerb(const QByteArrayList &arguments)
 {
     return std::any_of(arguments.begin(), arguments.end(),
@@ -113,10 +112,10 @@ Result<QStringList> ownWords(Verb verb, const SettingRow &row, const QStringList
     return QStringList {QString::number(row.id)};
 }
 
-QByteArrayList joined(const CommandInfo &info, const QByteArrayList &options,
+QByteArrayList joined(const QString &command, const QByteArrayList &options,
                       const QStringList &words)
 {
-    QByteArrayList line {"varnelctl", info.name.toUtf8()};
+    QByteArrayList line {"varnelctl", command.toUtf8()};
     line += options;
     line.append("--");
     for (const QString &word : words)
@@ -160,7 +159,7 @@ Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStrin
     }
     if (verb == Verb::Get)
         options += {"--key", words[1].toUtf8()};
-    return joined(line.command()->info(), options, own.value());
+    return joined(line.command()->name, options, own.value());
 }
 
 } // namespace
@@ -170,7 +169,7 @@ Result<QByteArrayList> inOwnWords(const QByteArrayList &arguments, const Command
     if (!hasVerb(arguments))
         return arguments;
     const TypedLine line(arguments, commands);
-    const Verb verb = line.command() ? verbOf(line.command()->info().name.toUtf8()) : Verb::Other;
+    const Verb verb = line.command() ? verbOf(line.command()->name.toUtf8()) : Verb::Other;
     const bool asksForHelp = line.hasOption("--help") || line.hasOption("-h");
     // What an option lacks is for the parser to tell.
     if (asksForHelp || line.lacksValue() || !isOtherShape(verb, line.words()))

@@ -25,34 +25,49 @@
 
 namespace varnel::cli {
 
+namespace {
+
+template <typename C, auto... arguments> std::unique_ptr<const Command> make()
+{
+    return std::make_unique<const C>(arguments...);
+}
+
+NamedCommand listingProcesses(const QString &name)
+{
+    return {name, {}, [name] { return std::make_unique<const ListProcessesCommand>(name); }};
+}
+
+} // namespace
+
 Commands makeCommands()
 {
-    Commands commands;
-    commands.push_back(std::make_unique<ListCommand>());
-    commands.push_back(std::make_unique<ShowCommand>());
-    commands.push_back(std::make_unique<GetCommand>());
-    commands.push_back(std::make_unique<SetCommand>());
-    commands.push_back(std::make_unique<ResetCommand>());
-    commands.push_back(std::make_unique<SearchCommand>());
-    commands.push_back(std::make_unique<DiffCommand>());
-    commands.push_back(std::make_unique<ApplyCommand>());
-    commands.push_back(std::make_unique<ExportCommand>());
-    commands.push_back(std::make_unique<LoginItemsListCommand>());
-    for (const LoginItemChange::Action action : {LoginItemChange::Add, LoginItemChange::Remove,
-                                                 LoginItemChange::Enable, LoginItemChange::Disable})
-        commands.push_back(std::make_unique<LoginItemsChangeCommand>(action));
-    commands.push_back(std::make_unique<SystemCommand>());
-    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes"_s));
-    commands.push_back(std::make_unique<ListProcessesCommand>(u"processes list"_s));
-    commands.push_back(std::make_unique<RevealProcessCommand>());
-    commands.push_back(std::make_unique<TerminateProcessCommand>());
-    commands.push_back(std::make_unique<EndCommand>());
-    commands.push_back(std::make_unique<BackupsListCommand>());
-    commands.push_back(std::make_unique<BackupsShowCommand>());
-    commands.push_back(std::make_unique<BackupsRestoreCommand>());
-    commands.push_back(std::make_unique<BackupsDeleteCommand>());
-    commands.push_back(std::make_unique<CompletionCommand>());
-    return commands;
+    return {
+        {u"list"_s, {}, make<ListCommand>},
+        {u"show"_s, {}, make<ShowCommand>},
+        {u"get"_s, {u"read"_s}, make<GetCommand>},
+        {u"set"_s, {u"write"_s}, make<SetCommand>},
+        {u"reset"_s, {u"delete"_s}, make<ResetCommand>},
+        {u"search"_s, {}, make<SearchCommand>},
+        {u"diff"_s, {}, make<DiffCommand>},
+        {u"apply"_s, {}, make<ApplyCommand>},
+        {u"export"_s, {}, make<ExportCommand>},
+        {u"login-items list"_s, {}, make<LoginItemsListCommand>},
+        {u"login-items add"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Add>},
+        {u"login-items remove"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Remove>},
+        {u"login-items enable"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Enable>},
+        {u"login-items disable"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Disable>},
+        {u"system"_s, {}, make<SystemCommand>},
+        listingProcesses(u"processes"_s),
+        listingProcesses(u"processes list"_s),
+        {u"processes reveal"_s, {}, make<RevealProcessCommand>},
+        {u"processes terminate"_s, {}, make<TerminateProcessCommand>},
+        {u"end"_s, {}, make<EndCommand>},
+        {u"backups list"_s, {}, make<BackupsListCommand>},
+        {u"backups show"_s, {}, make<BackupsShowCommand>},
+        {u"backups restore"_s, {}, make<BackupsRestoreCommand>},
+        {u"backups delete"_s, {}, make<BackupsDeleteCommand>},
+        {u"completion"_s, {}, make<CompletionCommand>},
+    };
 }
 
 const QList<OptionInfo> &commonOptions()

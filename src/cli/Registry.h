@@ -2,12 +2,28 @@
 
 #include "cli/Command.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace varnel::cli {
 
-using Commands = std::vector<std::unique_ptr<const Command>>;
+/// Everything that the parser and the help texts know of a command.
+struct CommandInfo : CommandDescription {
+    QString name;
+    QStringList aliases;
+};
+
+/// A command under its names. To find the one that is meant no other is made, nor described.
+struct NamedCommand {
+    QString name; ///< one word, or several for a command beneath another: "backups show"
+    QStringList aliases; ///< other words for the last word of the name
+    std::function<std::unique_ptr<const Command>()> make;
+
+    [[nodiscard]] CommandInfo info() const { return {make()->description(), name, aliases}; }
+};
+
+using Commands = std::vector<NamedCommand>;
 
 /// Every command, in the order in which the help lists them.
 [[nodiscard]] Commands makeCommands();

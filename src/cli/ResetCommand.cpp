@@ -54,10 +54,9 @@ Result<Rows> rowsMeant(const Request &request)
 
 } // namespace
 
-CommandInfo ResetCommand::info() const
+CommandDescription ResetCommand::description() const
 {
     return {
-        u"reset"_s,
         u"Takes settings back to their defaults; keeps the old values"_s,
         u"The default takes a setting out of its file; for the Library folder it is hidden. All\n"
         u"settings of one command are one save. What has its default already is left alone; when\n"
@@ -73,8 +72,7 @@ CommandInfo ResetCommand::info() const
          dryRunOption(),
          Ending::option()},
         {u"reset dock-size autohide"_s, u"reset --group Dock --dry-run"_s,
-         u"reset --all --home /mnt/disk/Users/anna"_s, u"reset com.apple.dock tilesize"_s},
-        {u"delete"_s}};
+         u"reset --all --home /mnt/disk/Users/anna"_s, u"reset com.apple.dock tilesize"_s}};
 }
 
 Result<HomeCommand::Work> ResetCommand::prepare(const Request &request) const

@@ -7,10 +7,9 @@
 
 namespace varnel::cli {
 
-CommandInfo RevealProcessCommand::info() const
+CommandDescription RevealProcessCommand::description() const
 {
     return {
-        u"processes reveal"_s,
         u"Shows a running application in the file manager"_s,
         u"Prints the application's line and does not wait for the file manager. Where there is\n"
         u"none that can show a file, the folder around it is opened."_s,

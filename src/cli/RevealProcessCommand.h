@@ -6,7 +6,7 @@ namespace varnel::cli {
 
 class RevealProcessCommand : public OneProcessCommand {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
 
 protected:
     Result<void> act(const ProcessRow &row, ProcessManager &manager) const override;

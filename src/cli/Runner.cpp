@@ -23,7 +23,7 @@ QString help(const CommandLine &line, const Commands &commands)
 
 QString hint(const CommandLine &line)
 {
-    const QString named = line.command ? line.command->info().name : line.group;
+    const QString named = line.command ? line.command->name : line.group;
     const QString words = named.isEmpty() ? named : QString(u' ' + named);
     return u"'varnelctl" + words + u" --help' tells more";
 }
@@ -61,13 +61,14 @@ ExitStatus obey(const CommandLine &line, const Commands &commands, Console &cons
         break;
     }
     // The table of settings is what somebody who types nothing wants to see.
-    const Command &command = line.command ? *line.command : *commands.front();
-    if (line.request.has(u"homes-from"_s) && !dynamic_cast<const HomeCommand *>(&command)) {
-        console.message(u'\'' + command.info().name + u"' is not about homes: no --homes-from");
+    const NamedCommand &named = line.command ? *line.command : commands.front();
+    const std::unique_ptr<const Command> command = named.make();
+    if (line.request.has(u"homes-from"_s) && !dynamic_cast<const HomeCommand *>(command.get())) {
+        console.message(u'\'' + named.name + u"' is not about homes: no --homes-from");
         return ExitStatus::Usage;
     }
     prepareLogging(line.request.has(u"verbose"_s));
-    return command.run(line.request, console);
+    return command->run(line.request, console);
 }
 
 } // namespace

@@ -27,10 +27,9 @@ QString table(const QList<SettingReport> &found, const Style &style)
 
 } // namespace
 
-CommandInfo SearchCommand::info() const
+CommandDescription SearchCommand::description() const
 {
     return {
-        u"search"_s,
         u"Finds settings by a text"_s,
         u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
         u"no wildcards, no splitting into words. A setting's search words are a list of its own;\n"

@@ -27,10 +27,9 @@ Result<WantedValue> parseAssignment(const QString &typed)
 
 } // namespace
 
-CommandInfo SetCommand::info() const
+CommandDescription SetCommand::description() const
 {
     return {
-        u"set"_s,
         u"Changes settings, and keeps their old values in a backup file"_s,
         u"All values of one command are one save. They are checked first: when one of them is\n"
         u"wrong, nothing is written. A setting that has its value already is left alone; when\n"
@@ -49,8 +48,7 @@ CommandInfo SetCommand::info() const
         {dryRunOption(), Ending::option()},
         {u"set dock-size=48"_s, u"set 'minimize-effect=Scale effect' autohide=yes"_s,
          u"set 1400=shot 1008=default --home /mnt/disk/Users/anna"_s,
-         u"set com.apple.dock autohide -bool true"_s},
-        {u"write"_s}};
+         u"set com.apple.dock autohide -bool true"_s}};
 }
 
 Result<HomeCommand::Work> SetCommand::prepare(const Request &request) const

@@ -4,10 +4,13 @@
 
 namespace varnel::cli {
 
-CommandInfo ShowCommand::info() const
+CommandDescription ShowCommand::description() const
 {
-    return {u"show"_s, u"Shows everything about one setting"_s,     {}, {settingParameter()},
-            {},        {u"show dock-size"_s, u"show 1008 --json"_s}};
+    return {u"Shows everything about one setting"_s,
+            {},
+            {settingParameter()},
+            {},
+            {u"show dock-size"_s, u"show 1008 --json"_s}};
 }
 
 QString ShowCommand::text(const SettingReport &report, const Style &style) const

@@ -6,7 +6,7 @@ namespace varnel::cli {
 
 class ShowCommand : public OneSettingCommand {
 public:
-    [[nodiscard]] CommandInfo info() const override;
+    [[nodiscard]] CommandDescription description() const override;
 
 protected:
     [[nodiscard]] QString text(const SettingReport &report, const Style &style) const override;

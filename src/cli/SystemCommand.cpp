@@ -6,10 +6,9 @@
 
 namespace varnel::cli {
 
-CommandInfo SystemCommand::info() const
+CommandDescription SystemCommand::description() const
 {
     return {
-        u"system"_s,
         u"Shows the system's version, its memory and its network counters"_s,
         u"The version is that of the system disk mounted at the root, or at the DIR of\n"
         u"--system-root; what it does not say shows as \"(null)\". Memory and network are those\n"

@@ -5,10 +5,9 @@
 
 namespace varnel::cli {
 
-CommandInfo TerminateProcessCommand::info() const
+CommandDescription TerminateProcessCommand::description() const
 {
     return {
-        u"processes terminate"_s,
         u"Asks a running application to end"_s,
         u"Sends the signal TERM to the process and prints its line. Asks nothing first, and does\n"
         u"not wait for the process to end."_s,

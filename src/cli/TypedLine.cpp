@@ -6,13 +6,11 @@ namespace varnel::cli {
 
 namespace {
 
-const Command *commandNamed(const QString &word, const Commands &commands)
+const NamedCommand *commandNamed(const QString &word, const Commands &commands)
 {
-    for (const auto &command : commands) {
-        const CommandInfo info = command->info();
-        if (info.name == word || info.aliases.contains(word))
-            return command.get();
-    }
+    for (const NamedCommand &command : commands)
+        if (command.name == word || command.aliases.contains(word))
+            return &command;
     return nullptr;
 }
 

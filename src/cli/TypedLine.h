@@ -14,7 +14,7 @@ public:
     TypedLine(const QByteArrayList &arguments, const Commands &commands);
 
     /// Null when the first word is no command of one word, or stands behind "--".
-    [[nodiscard]] const Command *command() const { return named; }
+    [[nodiscard]] const NamedCommand *command() const { return named; }
     /// As typed, each before its value.
     [[nodiscard]] const QByteArrayList &options() const { return optionWords; }
     /// Whether the last option is one whose value was not typed.
@@ -27,7 +27,7 @@ private:
     void take(const QByteArray &word, const Commands &commands);
     [[nodiscard]] bool takesValue(const QByteArray &option) const;
 
-    const Command *named = nullptr;
+    const NamedCommand *named = nullptr;
     bool commandSeen = false;
     bool valueFollows = false;
     bool wordsOnly = false;

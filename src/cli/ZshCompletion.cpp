@@ -195,7 +195,7 @@ QString nodeFunctions(const Commands &commands)
         nodes.append(node.path);
     }
     for (const auto &command : commands)
-        if (const CommandInfo info = command->info(); !nodes.contains(info.name))
+        if (const CommandInfo info = command.info(); !nodes.contains(info.name))
             text += leafFunction(info);
     return text;
 }

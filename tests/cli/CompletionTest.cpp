@@ -91,7 +91,7 @@ TEST_P(CompletionTest, everyWordAndOptionOfEveryCommandIsOffered)
             wanted[line].append(below.word);
     }
     for (const auto &command : commands) {
-        const CommandInfo info = command->info();
+        const CommandInfo info = command.info();
         for (const OptionInfo &option : allOptions(info))
             wanted[u"varnelctl " + info.name + u" --"].append(u"--" + option.name);
     }

@@ -109,7 +109,7 @@ TEST_F(JsonSchemaTest, everyCommandIsInTheSchema)
 {
     const QJsonObject document = QJsonDocument::fromJson(fileBytes(schema)).object();
     for (const auto &command : makeCommands()) {
-        const QString name = u"command " + command->info().name;
+        const QString name = u"command " + command.name;
         EXPECT_TRUE(document[u"$defs"].toObject().contains(name)) << name.toStdString();
     }
 }

@@ -79,7 +79,7 @@ TEST_F(ManualTest, everythingThatTheProgramKnowsOfItselfIsThere)
 {
     const QStringList all = lines(u"varnelctl.1"_s);
     for (const auto &command : makeCommands()) {
-        const CommandInfo info = command->info();
+        const CommandInfo info = command.info();
         EXPECT_TRUE(all.contains(info.summary + u'.')) << info.summary.toStdString();
         for (const QString &example : info.examples)
             EXPECT_TRUE(all.contains(u"varnelctl " + example)) << example.toStdString();

@@ -116,7 +116,7 @@ TEST_F(OutputTest, everyHelpShowsAnExampleAndIsNeverColoured)
     for (const TreeNode &node : commandTree(makeCommands()))
         levels.append(node.path);
     for (const auto &command : makeCommands())
-        levels.append(command->info().name);
+        levels.append(command.name);
     for (const QString &level : levels) {
         const QString help =
             onTerminal(80, level.split(u' ', Qt::SkipEmptyParts) + QStringList(u"--help"_s));

@@ -1,43 +1,50 @@
 #include "cli/CommandLine.h"
+#include "cli/CommandTree.h"
 #include "cli/Help.h"
+#include "cli/OwnWords.h"
 
 #include <gtest/gtest.h>
 
 #include <QSet>
 
 using namespace Qt::StringLiterals;
+using namespace varnel;
 using namespace varnel::cli;
 
 namespace {
 
 class FakeCommand : public Command {
 public:
-    explicit FakeCommand(CommandInfo info) : description(std::move(info)) { }
-    [[nodiscard]] CommandInfo info() const override { return description; }
+    explicit FakeCommand(CommandDescription description) : described(std::move(description)) { }
+    [[nodiscard]] CommandDescription description() const override { return described; }
     ExitStatus run(const Request &, Console &) const override { return ExitStatus::Done; }
 
 private:
-    CommandInfo description;
+    CommandDescription described;
 };
+
+NamedCommand fake(const QString &name, const QStringList &aliases,
+                  const CommandDescription &description)
+{
+    return {name, aliases, [description] { return std::make_unique<FakeCommand>(description); }};
+}
 
 Commands fakes()
 {
     using Count = ParameterInfo::Count;
-    Commands commands;
-    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
-        u"plain"_s, u"Plain"_s, {}, {{u"WHAT"_s, {}, Count::Optional}}, {}, {u"plain"_s}}));
-    commands.push_back(std::make_unique<FakeCommand>(CommandInfo {
-        u"pick"_s, u"Picks"_s, {}, {{u"NUT"_s, {}, Count::Any}}, {}, {u"pick"_s}, {u"choose"_s}}));
-    commands.push_back(std::make_unique<FakeCommand>(
-        CommandInfo {u"boxes list"_s, u"Lists the boxes"_s, {}, {}, {}, {u"boxes list"_s}}));
-    commands.push_back(std::make_unique<FakeCommand>(
-        CommandInfo {u"boxes show"_s,
-                     u"Shows boxes"_s,
-                     {},
-                     {{u"BOX"_s, {}, Count::OneOrMore}},
-                     {{u"lid"_s, {}, u"with its lid"_s}, {u"size"_s, u"N"_s, u"its size"_s}},
-                     {u"boxes show 1"_s, u"boxes show 2"_s}}));
-    return commands;
+    return {
+        fake(u"plain"_s, {},
+             {u"Plain"_s, {}, {{u"WHAT"_s, {}, Count::Optional}}, {}, {u"plain"_s}}),
+        fake(u"pick"_s, {u"choose"_s},
+             {u"Picks"_s, {}, {{u"NUT"_s, {}, Count::Any}}, {}, {u"pick"_s}}),
+        fake(u"boxes list"_s, {}, {u"Lists the boxes"_s, {}, {}, {}, {u"boxes list"_s}}),
+        fake(u"boxes show"_s, {},
+             {u"Shows boxes"_s,
+              {},
+              {{u"BOX"_s, {}, Count::OneOrMore}},
+              {{u"lid"_s, {}, u"with its lid"_s}, {u"size"_s, u"N"_s, u"its size"_s}},
+              {u"boxes show 1"_s, u"boxes show 2"_s}}),
+    };
 }
 
 CommandLine parsed(std::vector<const char *> words)
@@ -51,21 +58,21 @@ TEST(RegistryTest, commandsMayStandBeneathAWord)
 {
     const CommandLine show = parsed({"boxes", "--json", "show", "a", "--size", "5", "b", "--lid"});
     ASSERT_EQ(show.wish, CommandLine::Wish::Run) << show.problem.toStdString();
-    EXPECT_EQ(show.command->info().name, u"boxes show");
+    EXPECT_EQ(show.command->name, u"boxes show");
     EXPECT_EQ(show.request.arguments, (QStringList {u"a"_s, u"b"_s}));
     EXPECT_TRUE(show.request.has(u"json"_s));
     EXPECT_TRUE(show.request.has(u"lid"_s));
     EXPECT_EQ(show.request.value(u"size"_s), u"5");
-    EXPECT_EQ(parsed({"boxes", "list"}).command->info().name, u"boxes list");
+    EXPECT_EQ(parsed({"boxes", "list"}).command->name, u"boxes list");
 }
 
 TEST(RegistryTest, aCommandAnswersToItsOtherNameAndSoDoesItsHelp)
 {
     const CommandLine chosen = parsed({"--json", "choose", "a", "b"});
     ASSERT_EQ(chosen.wish, CommandLine::Wish::Run) << chosen.problem.toStdString();
-    EXPECT_EQ(chosen.command->info().name, u"pick");
+    EXPECT_EQ(chosen.command->name, u"pick");
     EXPECT_EQ(chosen.request.arguments, (QStringList {u"a"_s, u"b"_s}));
-    EXPECT_EQ(parsed({"choose", "--help"}).command->info().name, u"pick");
+    EXPECT_EQ(parsed({"choose", "--help"}).command->name, u"pick");
     EXPECT_TRUE(commandHelp(chosen.command->info()).contains(u"Picks (also: choose)."));
     EXPECT_TRUE(programHelp(fakes()).contains(u"Picks (also: choose)\n"));
 }
@@ -114,7 +121,7 @@ TEST(RegistryTest, everyCommandOfTheProgramIsDescribedAndNamedOnce)
 {
     QSet<QString> names;
     for (const auto &command : makeCommands()) {
-        const CommandInfo info = command->info();
+        const CommandInfo info = command.info();
         for (const QString &name : QStringList {info.name} + info.aliases) {
             EXPECT_FALSE(names.contains(name)) << name.toStdString();
             names.insert(name);
@@ -126,6 +133,66 @@ TEST(RegistryTest, everyCommandOfTheProgramIsDescribedAndNamedOnce)
         for (const ParameterInfo &parameter : info.parameters)
             EXPECT_FALSE(parameter.help.isEmpty());
     }
+}
+
+/// The program's commands, and which of them were made: nothing is described that was not.
+class WatchedCommands {
+public:
+    WatchedCommands()
+    {
+        for (NamedCommand &command : commands)
+            command.make = [this, name = command.name, make = command.make] {
+                made.insert(name);
+                return make();
+            };
+    }
+
+    /// What is made while the words are sorted out as the program does it.
+    QStringList madeFor(const QString &words)
+    {
+        made.clear();
+        const Result<QByteArrayList> own =
+            inOwnWords((u"varnelctl "_s + words).toUtf8().split(' '), commands);
+        EXPECT_TRUE(own.ok()) << words.toStdString();
+        std::vector<const char *> pointers;
+        for (const QByteArray &word : own.value())
+            pointers.push_back(word.constData());
+        line = parseCommandLine(int(pointers.size()), pointers.data(), commands);
+        return made.values();
+    }
+
+    Commands commands = makeCommands();
+    CommandLine line;
+
+private:
+    QSet<QString> made;
+};
+
+TEST(RegistryTest, onlyTheCommandThatIsNamedIsMadeAndDescribed)
+{
+    WatchedCommands watched;
+    for (const NamedCommand &command : makeCommands()) {
+        for (const QString &name : allNames(command.info())) {
+            for (const QStringView further :
+                 {u" --json", u" --help", u" --json --help", u" --no-such-option", u" set=1 end"}) {
+                const QString words = name + further;
+                EXPECT_EQ(watched.madeFor(words), QStringList {command.name})
+                    << words.toStdString();
+            }
+        }
+    }
+    EXPECT_EQ(watched.madeFor(u"write com.apple.dock autohide -bool true"_s),
+              QStringList {u"set"_s});
+}
+
+TEST(RegistryTest, noCommandIsMadeWhereNoneIsNamed)
+{
+    WatchedCommands watched;
+    for (const QString &words : {u"--json"_s, u"--help"_s, u"--version"_s, u"--no-such-option"_s,
+                                 u"no-such-command"_s, u"backups --help"_s, u"login-items"_s})
+        EXPECT_EQ(watched.madeFor(words), QStringList {}) << words.toStdString();
+    EXPECT_EQ(watched.line.problem,
+              u"'login-items' needs one of its commands: list, add, remove, enable, disable");
 }
 
 } // namespace
