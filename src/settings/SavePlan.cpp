@@ -184,7 +184,7 @@ QList<SaveFailure> SavePlan::write(RestartFlags &flags)
         const auto &[row, oldValue, newValue] = setting.change;
         access.logWrite(*row, newValue);
         const Result<void> written = writeOne(setting, files);
-        access.wrote(*row, newValue, written.ok());
+        access.wrote(*row);
         if (setting.write.restarts)
             flags |= *setting.write.restarts;
         if (!written)

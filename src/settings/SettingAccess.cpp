@@ -77,7 +77,7 @@ SettingReading SettingAccess::lastSeen(const SettingRow &row) const
     return known != seen.constEnd() ? *known : *seen.insert(row.id, lookUp(row));
 }
 
-void SettingAccess::forgetWhatChanged(const SettingRow &written) const
+void SettingAccess::wrote(const SettingRow &written) const
 {
     // Whoever only writes pays for no reading.
     for (const SettingRow &row : catalogue()) {
@@ -121,13 +121,8 @@ Result<void> SettingAccess::write(const SettingRow &row, const SettingValue &val
         : files.change(filePath(row), write.changes, write.ifMissing);
     if (write.restarts)
         flags |= *write.restarts;
-    wrote(row, value, written.ok());
+    wrote(row);
     return written;
-}
-
-void SettingAccess::wrote(const SettingRow &row, const SettingValue &, bool) const
-{
-    forgetWhatChanged(row);
 }
 
 Error SettingAccess::flagError(int error) const

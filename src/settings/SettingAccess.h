@@ -49,8 +49,8 @@ public:
     void logWrite(const SettingRow &row, const SettingValue &value) const;
     Result<void> writeLibraryFolder(bool hidden);
     [[nodiscard]] Error flagError(int error) const;
-    /// Takes notice of what a write has made of a setting.
-    void wrote(const SettingRow &row, const SettingValue &value, bool done) const;
+    /// Takes notice of a write: what it may have changed is looked up when it is next asked for.
+    void wrote(const SettingRow &row) const;
 
     [[nodiscard]] PreferenceFiles &preferenceFiles() { return files; }
     [[nodiscard]] const PreferenceFiles &preferenceFiles() const { return files; }
@@ -67,7 +67,6 @@ public:
 private:
     [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
     [[nodiscard]] bool findsOuter(const SettingRow &row) const;
-    void forgetWhatChanged(const SettingRow &written) const;
 
     HomeFolder homeFolder;
     PreferenceFiles &files;

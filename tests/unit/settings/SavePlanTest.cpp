@@ -145,6 +145,29 @@ TEST_F(SavePlanTest, SeveralSettingsOfAFileReachItInOneReplacement)
     EXPECT_EQ(home.read(1004).value, SettingValue {64});
 }
 
+TEST_F(SavePlanTest, AllSettingsOfTenFilesReachThemInTenReplacements)
+{
+    home.put(u"com.apple.Safari.plist"_s,
+             u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key><dict/>"_s);
+    QList<WantedValue> all;
+    QSet<QString> names;
+    for (const SettingRow &row : catalogue()) {
+        if (row.file.isNull())
+            continue;
+        const bool isText = row.kind == ValueKind::String;
+        all.append({&row, {isText ? 0 : 1, isText ? u"1;0;0;0"_s : u""_s}});
+        names.insert(row.file);
+    }
+    FailingFileStore counting(home.store);
+    PreferenceFiles files(counting);
+    SettingAccess access(home.home.home(), files, home.finderInfo);
+    EXPECT_TRUE(SavePlan(access, all).commit(keeper, home.flags).isEmpty());
+    EXPECT_EQ(all.size(), 49);
+    EXPECT_EQ(keeper.rows.size(), 49);
+    EXPECT_EQ(names.size(), 10);
+    EXPECT_EQ(counting.calls.filter(u"update "_s).size(), 10);
+}
+
 TEST_F(SavePlanTest, WhatDoesNotDifferIsLeftOut)
 {
     home.put(dock, u"<key>autohide</key><true/>"_s);
