@@ -49,6 +49,10 @@ HomeOutcome endedIn(const Result<HomeFolder> &home, RestartFlags flags)
 HomeOutcome endFor(const FlaggedHome &flagged, const Console &console)
 {
     const Result<HomeOwner> owner = HomeOwner::of(flagged.home);
+    if (flagged.owner && (!owner || owner.value().id() != *flagged.owner))
+        return HomeOutcome::failed(
+            {ErrorCode::NotPermitted,
+             flagged.home.path + u": belongs to somebody else by now: nothing is ended"});
     if (!owner || !owner.value().isAnother())
         return endedIn(flagged.home, flagged.flags);
     const auto work = [&] { return endedIn(workAsOwner(flagged.home), flagged.flags); };

@@ -8,6 +8,10 @@
 #include <QList>
 #include <QStringList>
 
+#include <optional>
+
+#include <sys/types.h>
+
 namespace varnel::cli {
 
 class Console;
@@ -16,6 +20,8 @@ class Console;
 struct FlaggedHome {
     HomeFolder home;
     RestartFlags flags;
+    /// Whose the home was before the work, where that is somebody else: a home can change its name.
+    std::optional<uid_t> owner {};
 };
 
 /// "--end": the applications that a command's saves have flagged are ended as the sheet does it

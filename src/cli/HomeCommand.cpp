@@ -140,13 +140,15 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
     const bool writes = mayWrite(description().options, request);
     const auto begin = [&](const QString &directory) -> ManyHomes::Waiting {
         const auto step = [&, directory] { return workIn(directory, work, request, sessions); };
+        const Result<HomeFolder> home = namedHome(directory);
+        const Result<HomeOwner> owner = home ? HomeOwner::of(home.value()) : home.error();
         std::shared_ptr<HomeWorker> worker;
         if (apart)
             worker = std::make_shared<HomeWorker>(step, writes, json, console.style());
-        return [&flagged, directory, step, worker] {
+        return [&flagged, home, owner, step, worker] {
             const HomeOutcome outcome = worker ? worker->outcome() : step();
-            if (const Result<HomeFolder> home = namedHome(directory); home && outcome.restart)
-                flagged.append({home.value(), outcome.restart});
+            if (home && owner && outcome.restart)
+                flagged.append({home.value(), outcome.restart, owner.value().id()});
             return outcome;
         };
     };

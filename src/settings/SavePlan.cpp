@@ -179,11 +179,11 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
 QList<SaveFailure> SavePlan::write(RestartFlags &flags)
 {
     QList<SaveFailure> failures;
-    std::map<QString, Result<void>> files;
+    std::map<QString, Result<void>> replaced;
     for (const Setting &setting : planned) {
         const auto &[row, oldValue, newValue] = setting.change;
         access.logWrite(*row, newValue);
-        const Result<void> written = writeOne(setting, files);
+        const Result<void> written = writeOne(setting, replaced);
         access.wrote(*row);
         if (setting.write.restarts)
             flags |= *setting.write.restarts;

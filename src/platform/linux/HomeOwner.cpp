@@ -106,24 +106,47 @@ QByteArray nameOf(uid_t user)
     return entry ? entry->name : QByteArray::number(user);
 }
 
-/// Whose the home is, by its folder and the folder Library in it.
+/// The folders that are worked in, each after those that it stands in. In one of somebody's that
+/// stands in root's, that somebody could lead root anywhere.
+constexpr std::array workedIn {"Library",
+                               "Library/Preferences",
+                               "Library/Application Support",
+                               "Library/Application Support/Varnel",
+                               "Library/Application Support/Varnel/Backup",
+                               "Library/Application Support/Varnel/RemovedLoginItems",
+                               ".config",
+                               ".config/autostart"};
+
+Error twoOwners(const HomeFolder &home, uid_t owner, const char *folder, uid_t other)
+{
+    return {ErrorCode::NotPermitted,
+            home.path + u": belongs to " + QString::fromLocal8Bit(nameOf(owner))
+                + u", and the folder " + QString::fromLatin1(folder) + u" in it to "
+                + QString::fromLocal8Bit(nameOf(other)) + u": it can't be told whose home it is"};
+}
+
+/// Whose the home is, by its folder and the folder Library in it; where root owns both, by the
+/// other folders that are worked in. In one's own home nobody else's folder says so.
 Result<std::pair<uid_t, gid_t>> ownerOf(const HomeFolder &home, const FileDescriptor &opened)
 {
     struct stat folder { };
-    struct stat library { };
     if (!opened || ::fstat(opened.get(), &folder) != 0)
         return systemError(home.path, errno);
-    const std::pair owner(folder.st_uid, folder.st_gid);
-    if (::fstatat(opened.get(), "Library", &library, AT_SYMLINK_NOFOLLOW) != 0
-        || library.st_uid == folder.st_uid || library.st_uid == 0)
-        return owner;
-    if (folder.st_uid == 0)
-        return std::pair(library.st_uid, library.st_gid);
-    return Error {ErrorCode::NotPermitted,
-                  home.path + u": belongs to " + QString::fromLocal8Bit(nameOf(folder.st_uid))
-                      + u", and the folder Library in it to "
-                      + QString::fromLocal8Bit(nameOf(library.st_uid))
-                      + u": it can't be told whose home it is"};
+    std::pair owner(folder.st_uid, folder.st_gid);
+    const size_t count = home.own || owner.first != 0 ? 1 : workedIn.size();
+    for (size_t i = 0; i < count; ++i) {
+        struct stat status { };
+        if (::fstatat(opened.get(), workedIn.at(i), &status, AT_SYMLINK_NOFOLLOW) != 0
+            || status.st_uid == 0 || status.st_uid == owner.first)
+            continue;
+        if (owner.first != 0)
+            return twoOwners(home, owner.first, workedIn.at(i), status.st_uid);
+        owner = {status.st_uid, status.st_gid};
+        // Below somebody's Library it is the system that says what that somebody may do.
+        if (i == 0)
+            break;
+    }
+    return owner;
 }
 
 /// The ids of each thread of this process, and that none has a capability.

@@ -22,15 +22,16 @@ class FileDescriptor;
 /// owner puts in its way. Any other process keeps the rights that it has.
 ///
 /// The owner is that of the home's folder; where root owns that and somebody else the folder
-/// Library in it (as on a file server that makes the homes), that somebody.
+/// Library in it (as on a file server that makes the homes), that somebody. Where root owns both,
+/// and somebody else another folder of a named home that is worked in, that somebody too.
 class HomeOwner {
 public:
     /// Whether this process has the rights to become somebody else: root has, as a rule.
     [[nodiscard]] static bool callerMayBecomeOthers();
 
     /// For a home; one without a path is nobody's, so its work is the real user's. An error where
-    /// it can't be told whose the home is: it can't be looked at, or its folder and its Library
-    /// belong to two people (NotPermitted, both named).
+    /// it can't be told whose the home is: it can't be looked at, or two people have a part in it
+    /// (NotPermitted, both named).
     [[nodiscard]] static Result<HomeOwner> of(const HomeFolder &home);
     /// The same, asked of the home's folder while it is held open.
     [[nodiscard]] static Result<HomeOwner> ofOpened(const HomeFolder &home,

@@ -109,6 +109,17 @@ TEST_F(HomeOwnerTest, aFolderOfRootsWithSomebodysLibraryIsThatSomebodys)
     EXPECT_THAT(taken(ids).toStdString(), HasSubstr("Uid: 54321 54321 54321 54321;"));
 }
 
+TEST_F(HomeOwnerTest, whereRootOwnsTheLibraryTooAFolderOfSomebodysInItIsThatSomebodys)
+{
+    for (const QString &folder : {u"/Preferences"_s, u"/Application Support"_s}) {
+        giveAll(home.path(), 0, 0);
+        give(library + folder, stranger, stranger);
+        EXPECT_TRUE(taken(ids).startsWith("Uid: 54321 54321 54321 54321;")) << qPrintable(folder);
+    }
+    give(library + u"/Preferences", stranger + 1, stranger);
+    EXPECT_TRUE(taken(ids).startsWith("refused: ")) << "two people have a part in it";
+}
+
 TEST_F(HomeOwnerTest, aHomeAndALibraryOfTwoPeopleAreRefusedAndBothAreNamed)
 {
     give(library, stranger + 1, stranger);
