@@ -47,7 +47,8 @@ Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QSt
         varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
     Result<void> added = manner == Manner::Work ? addBackupRow(files, backupFileName, insertion)
                                                 : tryBackupRow(files, backupFileName, insertion);
-    if (added)
+    // What an apostrophe makes of the statements is a row of another path, if any.
+    if (added && !path.contains(u'\''))
         kept.insert(path);
     return added;
 }

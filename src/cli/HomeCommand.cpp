@@ -63,6 +63,16 @@ bool mayWrite(const QList<OptionInfo> &options, const Request &request)
                        [](const OptionInfo &option) { return option.name == dryRunOption().name; });
 }
 
+/// The home with whose it is before the work; none where that can't be told.
+std::optional<FlaggedHome> nothingFlaggedYet(const QString &directory)
+{
+    const Result<HomeFolder> home = namedHome(directory);
+    const Result<HomeOwner> owner = home ? HomeOwner::of(home.value()) : home.error();
+    if (!owner)
+        return std::nullopt;
+    return FlaggedHome {home.value(), {}, owner.value().id()};
+}
+
 } // namespace
 
 HomeOutcome HomeOutcome::failed(const Error &error)
@@ -138,17 +148,17 @@ ExitStatus HomeCommand::runInMany(const QStringList &directories, const Work &wo
     const bool json = request.has(u"json"_s);
     const bool apart = HomeOwner::callerMayBecomeOthers();
     const bool writes = mayWrite(description().options, request);
+    const bool ends = request.has(Ending::option().name);
     const auto begin = [&](const QString &directory) -> ManyHomes::Waiting {
         const auto step = [&, directory] { return workIn(directory, work, request, sessions); };
-        const Result<HomeFolder> home = namedHome(directory);
-        const Result<HomeOwner> owner = home ? HomeOwner::of(home.value()) : home.error();
+        const std::optional<FlaggedHome> toEnd = ends ? nothingFlaggedYet(directory) : std::nullopt;
         std::shared_ptr<HomeWorker> worker;
         if (apart)
             worker = std::make_shared<HomeWorker>(step, writes, json, console.style());
-        return [&flagged, home, owner, step, worker] {
+        return [&flagged, toEnd, step, worker] {
             const HomeOutcome outcome = worker ? worker->outcome() : step();
-            if (home && owner && outcome.restart)
-                flagged.append({home.value(), outcome.restart, owner.value().id()});
+            if (toEnd)
+                flagged.append({toEnd->home, outcome.restart, toEnd->owner});
             return outcome;
         };
     };

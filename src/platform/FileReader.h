@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+#include <utility>
+
 namespace varnel {
 
 /// Reads whole files. Anything but a regular file is NotAFile, and never blocks.
@@ -17,6 +20,17 @@ public:
 
     /// The whole file. NotFound when nothing stands there.
     [[nodiscard]] virtual Result<QByteArray> read(const QString &path) const = 0;
+
+    /// The whole file, or no bytes where nothing stands.
+    [[nodiscard]] Result<std::optional<QByteArray>> readIfThere(const QString &path) const
+    {
+        Result<QByteArray> bytes = read(path);
+        if (bytes)
+            return std::optional(std::move(bytes).value());
+        if (bytes.error().code == ErrorCode::NotFound)
+            return std::optional<QByteArray>();
+        return bytes.error();
+    }
 };
 
 } // namespace varnel

@@ -7,16 +7,6 @@ namespace varnel {
 
 namespace {
 
-/// No bytes where there is no file.
-Result<std::optional<QByteArray>> present(Result<QByteArray> bytes)
-{
-    if (bytes)
-        return std::optional(std::move(bytes).value());
-    if (bytes.error().code == ErrorCode::NotFound)
-        return std::optional<QByteArray>();
-    return bytes.error();
-}
-
 Result<void> withoutAnswer(const Result<bool> &result)
 {
     return result ? Result<void>() : result.error();
@@ -27,7 +17,7 @@ Result<void> withoutAnswer(const Result<bool> &result)
 PlannedFile::PlannedFile(QString filePath, const FileStore &store)
     : path(std::move(filePath)), content(Error {ErrorCode::Failed, {}})
 {
-    const Result<std::optional<QByteArray>> bytes = present(store.read(path));
+    const Result<std::optional<QByteArray>> bytes = store.readIfThere(path);
     if (bytes) {
         before = bytes.value();
         content = PreferenceContent::of(path, before);
@@ -51,7 +41,7 @@ Result<bool> PlannedFile::edit(const SettingWrite &write)
 
 bool PlannedFile::isStillSo(const FileStore &store) const
 {
-    const Result<std::optional<QByteArray>> now = present(store.read(path));
+    const Result<std::optional<QByteArray>> now = store.readIfThere(path);
     return now && now.value() == before;
 }
 

@@ -65,9 +65,7 @@ QString SettingAccess::libraryPath() const
 SettingReading SettingAccess::read(const SettingRow &row) const
 {
     if (row.mechanism == Mechanism::NestedChoice)
-        outers.insert(row.id, findsOuter(row));
-    if (tells)
-        tellReading(row);
+        logNested(row);
     return *seen.insert(row.id, lookUp(row));
 }
 
@@ -94,15 +92,11 @@ SettingReading SettingAccess::lookUp(const SettingRow &row) const
     return readingOf(row, [&](const QStringList &keys) { return files.readValue(path, keys); });
 }
 
-bool SettingAccess::findsOuter(const SettingRow &row) const
+void SettingAccess::logNested(const SettingRow &row) const
 {
-    return files.readValue(filePath(row), {row.keys.first()}).kind == plist::Kind::Dictionary;
-}
-
-void SettingAccess::tellReading(const SettingRow &row) const
-{
-    if (row.mechanism == Mechanism::NestedChoice)
-        varnelLog(lcSettings, outers.value(row.id) ? u"Value Found"_s : u"Value Not Found"_s);
+    const plist::Value outer = files.readValue(filePath(row), {row.keys.first()});
+    const bool isThere = outer.kind == plist::Kind::Dictionary;
+    varnelLog(lcSettings, isThere ? u"Value Found"_s : u"Value Not Found"_s);
 }
 
 void SettingAccess::logWrite(const SettingRow &row, const SettingValue &value) const

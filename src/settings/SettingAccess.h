@@ -19,21 +19,6 @@ public:
 
     [[nodiscard]] SettingReading read(const SettingRow &row) const;
 
-    /// The log lines of a reading of that setting, as the last one told them.
-    void tellReading(const SettingRow &row) const;
-
-    /// While one lives, readings tell nothing.
-    class Silence {
-    public:
-        explicit Silence(SettingAccess &access) : access(access) { access.tells = false; }
-        ~Silence() { access.tells = true; }
-        Silence(const Silence &) = delete;
-        Silence &operator=(const Silence &) = delete;
-
-    private:
-        SettingAccess &access;
-    };
-
     /// What read() found last; after a write() that may have changed it, what is there now, looked
     /// up once and without a word in the log.
     [[nodiscard]] SettingReading lastSeen(const SettingRow &row) const;
@@ -66,14 +51,12 @@ public:
 
 private:
     [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
-    [[nodiscard]] bool findsOuter(const SettingRow &row) const;
+    void logNested(const SettingRow &row) const;
 
     HomeFolder homeFolder;
     PreferenceFiles &files;
     FinderInfo &finderInfo;
     mutable QHash<int, SettingReading> seen; ///< by the setting's number
-    mutable QHash<int, bool> outers; ///< whether the dictionary around a nested setting was there
-    bool tells = true;
 };
 
 /// The sentence that describes a value of the setting. That of the bar's items is logged.

@@ -247,6 +247,14 @@ TEST_F(LoginItemsTest, jsonTellsTheBackupAndTheChange)
     EXPECT_EQ(run({u"add"_s, clock, u"--json"_s}).json().value(u"backup"_s), QJsonValue());
 }
 
+TEST_F(LoginItemsTest, whereTheRowIsOfAnotherPathNoWayBackIsTold)
+{
+    // The statement makes one apostrophe of two.
+    const Outcome outcome = run({u"add"_s, u"/O''N.app"_s, u"--json"_s});
+    EXPECT_EQ(outcome.status, 4);
+    EXPECT_TRUE(outcome.json().value(u"backup"_s).isNull());
+}
+
 TEST_F(LoginItemsTest, onesOwnHomeHasTheSessionsList)
 {
     const QString system = home.path() + u"/xdg/autostart";

@@ -163,6 +163,23 @@ TEST_F(RestorePage, RestoringWritesTheValuesRaisesTheFlagsAndDeletesTheFile)
                             backups + u"quillet1.sqlite"}));
 }
 
+TEST_F(RestorePage, TheSettingsReadAgainAfterEachRowAndTellIt)
+{
+    putBackup(u"quillet1.sqlite"_s, {u"1008,'0','',''"_s, u"77,'1','',''"_s, u"1009,'0','',''"_s});
+    start();
+    clickRow(0);
+    QStringList once;
+    {
+        const LogCapture log;
+        quillet->readData();
+        once = log.texts(u"varnel.settings"_s);
+    }
+    ASSERT_FALSE(once.isEmpty());
+    const LogCapture log;
+    click(button(u"restoreButton"_s));
+    EXPECT_EQ(log.texts(u"varnel.settings"_s), once + once + once);
+}
+
 TEST_F(RestorePage, AfterARestoreTheKeyboardIsInTheList)
 {
     putBackup(u"quillet1.sqlite"_s, {u"1008,'0','',''"_s});

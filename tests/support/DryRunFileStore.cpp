@@ -4,20 +4,6 @@
 
 namespace varnel {
 
-namespace {
-
-/// No bytes where there is no file.
-Result<std::optional<QByteArray>> present(Result<QByteArray> bytes)
-{
-    if (bytes)
-        return std::optional(std::move(bytes).value());
-    if (bytes.error().code == ErrorCode::NotFound)
-        return std::optional<QByteArray>();
-    return bytes.error();
-}
-
-} // namespace
-
 DryRunFileStore::DryRunFileStore(const FileStore &inner) : inner(inner) { }
 
 bool DryRunFileStore::exists(const QString &path) const
@@ -41,7 +27,7 @@ const Result<QByteArray> &DryRunFileStore::original(const QString &path) const
 Result<void> DryRunFileStore::update(const QString &path, const Change &change)
 {
     const bool isFirst = !tried.contains(path);
-    const Result<std::optional<QByteArray>> old = present(read(path));
+    const Result<std::optional<QByteArray>> old = readIfThere(path);
     if (!old)
         return old.error();
     const Result<std::optional<QByteArray>> fresh = change(old.value());
@@ -56,8 +42,7 @@ Result<void> DryRunFileStore::update(const QString &path, const Change &change)
         return {};
     }
 
-    const Result<std::optional<QByteArray>> first = present(original(path));
-    if (first && first.value() == fresh.value())
+    if (const Result<QByteArray> &first = original(path); first && first.value() == *fresh.value())
         changed.removeAll(path);
     else if (!changed.contains(path))
         changed.append(path);

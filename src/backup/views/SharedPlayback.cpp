@@ -13,10 +13,8 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
     if (!quillet)
         return {};
     Result<void> written = quillet->writeData(settingId, value, extra);
-    if (written) {
-        quillet->tellReading();
-        settingsChanged = true;
-    }
+    if (written)
+        quillet->readData();
     return written;
 }
 
@@ -41,8 +39,6 @@ void SharedPlayback::readLoginItems()
 
 void SharedPlayback::finish()
 {
-    if (const std::shared_ptr<Quillet> quillet = shared.quillet(); quillet && settingsChanged)
-        quillet->readAgain();
     if (loginItems)
         loginItemsView()->showAgain();
 }

@@ -10,8 +10,9 @@ namespace varnel {
 class LoginItemsView;
 class SharedObject;
 
-/// Plays a backup back through the pages of the run: their writers and their flags. After each row
-/// is told what reading again would tell; the controls read once, at the end.
+/// Plays a backup back through the pages of the run: their writers, their flags, and their
+/// controls. The settings' read again after each row, for what they log and which of them keep what
+/// they show depends on every state in between; the list of login items is shown at the end.
 class SharedPlayback : public PlaybackTarget {
 public:
     explicit SharedPlayback(SharedObject &shared) : shared(shared) { }
@@ -26,7 +27,6 @@ private:
 
     SharedObject &shared;
     std::optional<LoginItemsAccess::Playback> loginItems;
-    bool settingsChanged = false;
 };
 
 } // namespace varnel

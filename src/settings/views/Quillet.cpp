@@ -169,19 +169,6 @@ void Quillet::readData()
     showPendingState(); // a restore reads while changes are pending
 }
 
-void Quillet::tellReading() const
-{
-    for (const SettingRow &row : catalogue())
-        access.tellReading(row);
-}
-
-void Quillet::readAgain()
-{
-    const SettingAccess::Silence silence(access);
-    const PreferenceFiles::ReadPass pass(context.files);
-    readData();
-}
-
 void Quillet::viewChanges()
 {
     if (!page)

@@ -44,11 +44,6 @@ public:
     void cancelAlertDidEnd(int returnCode);
     /// Every module reads again what is on disk.
     void readData();
-    /// The log lines that readData() would write. For changes that are followed by a reading each;
-    /// then readAgain().
-    void tellReading() const;
-    /// readData() without a word in the log.
-    void readAgain();
     /// The list of what is pending, as a sheet.
     void viewChanges();
 

@@ -91,13 +91,14 @@ protected:
         SavePlan plan(ground.access, wishes);
         plan.keepWhatDiffers();
         const std::vector<SavePlan::Setting> told = plan.settings();
+        const QList<ChangeRecord> toldRows = plan.oldValues();
         const QMap<QString, QByteArray> before = ground.bytes();
 
         Rows keeper;
         RestartFlags flags;
         const QList<SaveFailure> failures = plan.commit(keeper, flags);
 
-        EXPECT_EQ(keeper.rows, plan.oldValues());
+        EXPECT_EQ(keeper.rows, toldRows);
         compare(ground, told, before, failures, flags);
         SavePlan again(ground.access, wishes);
         for (const SavePlan::Setting &setting : again.settings())
