@@ -20,13 +20,13 @@ public:
     /// What reading both places of login items afresh does, which takes what stands in both out of
     /// the store, and tells.
     virtual void readLoginItems() = 0;
-    /// Once, after the last row that was played.
-    virtual void finish() { }
+    /// Once, after the last row that was played: whether all of them reached the home.
+    [[nodiscard]] virtual Result<void> finish() { return {}; }
 };
 
 /// Plays the rows in file order. After each login item the items are read again, since the next row
 /// goes by what is listed then. Stops at the first row that can't be written, with its error: the
-/// file that the rows came from is still needed.
+/// file that the rows came from is still needed, and so it is when finish() has one.
 Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target);
 
 /// Location and description of a row, as a list of changes shows them. The settings' own texts are

@@ -2,20 +2,23 @@
 
 #include "backup/LoginItemsOfHome.h"
 #include "backup/Playback.h"
+#include "backup/SettingsPlayback.h"
 #include "platform/FileStore.h"
 #include "settings/Catalogue.h"
-
-#include <optional>
 
 namespace varnel {
 
 namespace {
 
-/// Plays rows on a home, or in a plan that nobody commits.
+/// Plays rows on a home, or in a plan that nobody carries out.
 class HomePlayback : public PlaybackTarget {
 public:
-    HomePlayback(Workspace &workspace, SettingAccess &access, std::optional<SavePlan> dryRun)
-        : access(access), tried(std::move(dryRun)), items(workspace, tried.has_value())
+    HomePlayback(Workspace &workspace, SettingAccess &access, bool dryRun, bool libraryIsMade)
+        : access(access),
+          settings(access, report.restart,
+                   dryRun ? SettingsPlayback::Manner::TryOut : SettingsPlayback::Manner::Play,
+                   libraryIsMade),
+          items(workspace, dryRun), dryRun(dryRun)
     {
     }
 
@@ -27,12 +30,14 @@ public:
             return {};
         }
         (void)access.read(*row); // it tells what it meets
-        const WantedValue wanted {row, {value, extra}};
-        return tried ? tryOut(*tried, wanted) : write(wanted);
+        return settings.write(*row, {value, extra});
     }
 
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override
     {
+        if (!dryRun)
+            if (const Result<void> soFar = settings.carryOut(); !soFar)
+                return soFar;
         report.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
                                   QString::number(enabled ? 1 : 0)});
         Result<void> written = playback.writeData(actionId, path, enabled);
@@ -43,43 +48,23 @@ public:
 
     void readLoginItems() override { playback.readData(); }
 
+    Result<void> finish() override
+    {
+        const Result<void> written = settings.carryOut();
+        report.changes = settings.changes();
+        if (settings.failure())
+            report.settingFailures.append(*settings.failure());
+        return written;
+    }
+
     RestoreReport report;
 
 private:
-    Result<void> write(const WantedValue &wanted)
-    {
-        SavePlan plan(access, {wanted});
-        const SavePlan::Setting planned = plan.settings().front();
-        const QList<SaveFailure> failures = plan.write(report.restart);
-        return noted(planned,
-                     failures.isEmpty() ? std::nullopt : std::optional(failures.front().error));
-    }
-
-    Result<void> tryOut(SavePlan &plan, const WantedValue &wanted)
-    {
-        const SavePlan::Setting &planned = plan.add(wanted);
-        if (planned.write.restarts)
-            report.restart |= *planned.write.restarts;
-        return noted(planned, planned.error);
-    }
-
-    Result<void> noted(const SavePlan::Setting &planned, const std::optional<Error> &error)
-    {
-        const auto &[row, oldValue, newValue] = planned.change;
-        if (error) {
-            report.settingFailures.append(
-                {SaveFailure::Step::Write, recordOf(*row, newValue), *error});
-            return *error;
-        }
-        if (planned.differs)
-            report.changes.append(planned.change);
-        return {};
-    }
-
     SettingAccess &access;
-    std::optional<SavePlan> tried;
+    SettingsPlayback settings;
     LoginItemsOfHome items;
     LoginItemsAccess::Playback playback {items.access()};
+    bool dryRun;
 };
 
 } // namespace
@@ -90,10 +75,8 @@ Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
     const Result<QStringList> made = workspace.begin(terms);
     if (!made)
         return made.error();
-    std::optional<SavePlan> dryRun;
-    if (terms.dryRun)
-        dryRun.emplace(access, QList<WantedValue>(), made.value().contains(access.libraryPath()));
-    HomePlayback target(workspace, access, std::move(dryRun));
+    HomePlayback target(workspace, access, terms.dryRun,
+                        made.value().contains(access.libraryPath()));
     // The report has the failure that ends it.
     static_cast<void>(playBack(rows, target));
     target.report.filesWithoutLock = workspace.files().changedWithoutLock();

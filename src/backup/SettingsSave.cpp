@@ -38,14 +38,12 @@ QList<const SettingRow *> notMadeIn(const SavePlan &plan)
 QList<SaveFailure> foreseen(const SavePlan &plan, const BackupWriter &writer)
 {
     QList<SaveFailure> failures;
-    for (const ChangeRecord &record : plan.oldValues())
-        if (const Result<void> kept = writer.tryOut(record); !kept)
-            failures.append({SaveFailure::Step::Backup, record, kept.error()});
+    for (const SettingChange &change : plan.firstNamed())
+        if (const Result<void> kept = writer.tryOut(oldValueOf(change)); !kept)
+            failures.append({SaveFailure::Step::Backup, change, kept.error()});
     for (const SavePlan::Setting &setting : plan.settings())
         if (setting.error)
-            failures.append({SaveFailure::Step::Write,
-                             recordOf(*setting.change.row, setting.change.newValue),
-                             *setting.error});
+            failures.append({SaveFailure::Step::Write, setting.change, *setting.error});
     return failures;
 }
 
@@ -61,7 +59,7 @@ RestartFlags flagsOf(const SavePlan &plan)
 bool isWritten(const QList<SaveFailure> &failures, const SettingRow &row)
 {
     return std::none_of(failures.begin(), failures.end(), [&](const SaveFailure &failure) {
-        return failure.step == SaveFailure::Step::Write && failure.record.locationId == row.id;
+        return failure.step == SaveFailure::Step::Write && failure.change.row == &row;
     });
 }
 
@@ -95,7 +93,7 @@ void carryOut(SavePlan &plan, Workspace &workspace, SaveReport &report)
 } // namespace
 
 Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
-                                const QList<WantedValue> &wanted, const Workspace::Terms &terms)
+                                const QList<SettingChange> &wanted, const Workspace::Terms &terms)
 {
     const Result<QStringList> made = workspace.begin(terms);
     if (!made)

@@ -29,7 +29,7 @@ struct SaveReport {
 /// An error means that nothing was changed: the home's folders can't be made, or a file can't be
 /// read at all. A file that is no property list is left alone and told among the failures.
 [[nodiscard]] Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
-                                              const QList<WantedValue> &wanted,
+                                              const QList<SettingChange> &wanted,
                                               const Workspace::Terms &terms);
 
 } // namespace varnel

@@ -140,23 +140,23 @@ QString shownText(const QByteArray &bytes, const Style &style)
 }
 
 /// Whether the format can hold the setting's value; XML lacks some characters.
-Result<void> checkForFormat(const WantedValue &setting, Format format)
+Result<void> checkForFormat(const SettingChange &setting, Format format)
 {
     const bool isXml = format == Format::PropertyList || format == Format::MobileConfig;
-    if (isXml && !plist::escapeXml(setting.value.text))
+    if (isXml && !plist::escapeXml(setting.newValue.text))
         return wrong(setting.row->name + u": its text holds a character that XML cannot hold");
     return checkForProfile(setting);
 }
 
 /// What goes into the profile; a message for each value that no profile can hold.
-QList<WantedValue> settingsToExport(const QList<SettingReport> &reports, const Wish &wish,
-                                    QStringList &messages)
+QList<SettingChange> settingsToExport(const QList<SettingReport> &reports, const Wish &wish,
+                                      QStringList &messages)
 {
-    QList<WantedValue> settings;
+    QList<SettingChange> settings;
     for (const SettingReport &report : reports) {
         const SettingRow &row = *report.row;
-        const WantedValue setting {&row, report.reading.value};
-        if (!wish.all && meanTheSame(row, setting.value, defaultValue(row)))
+        const SettingChange setting {&row, {}, report.reading.value};
+        if (!wish.all && meanTheSame(row, setting.newValue, defaultValue(row)))
             continue;
         if (const Result<void> fits = checkForFormat(setting, wish.format); fits)
             settings.append(setting);

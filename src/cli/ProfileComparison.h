@@ -11,7 +11,7 @@ struct ProfileComparison {
     QList<SettingReport> reports; ///< of all the profile's settings, in its order
     QList<SettingChange> differences; ///< from what the home holds to what is wanted
     /// The settings to hand to a save, in its order.
-    QList<WantedValue> toSave;
+    QList<SettingChange> toSave;
     /// Settings whose file can't be loaded. They are not handed to a save: it would keep their old
     /// values anew at each run, and change nothing.
     QList<SaveFailure> failures;
@@ -23,7 +23,7 @@ struct ProfileComparison {
     [[nodiscard]] static ProfileComparison of(HomeSession &session, const Profile &profile);
 
 private:
-    void tryOut(HomeSession &session, const QList<WantedValue> &settings);
+    void tryOut(HomeSession &session, const QList<SettingChange> &settings);
 };
 
 } // namespace varnel::cli

@@ -80,9 +80,9 @@ Result<HomeCommand::Work> ResetCommand::prepare(const Request &request) const
     const Result<Rows> rows = rowsMeant(request);
     if (!rows)
         return rows.error();
-    QList<WantedValue> wanted;
+    QList<SettingChange> wanted;
     for (const SettingRow *row : rows.value())
-        wanted.append({row, defaultValue(*row)});
+        wanted.append({row, {}, defaultValue(*row)});
     return Work(
         [wanted, &request](const HomeFolder &home) { return saveOutcome(home, wanted, request); });
 }

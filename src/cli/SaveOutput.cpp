@@ -16,7 +16,7 @@ namespace {
 
 QString nameOf(const SaveFailure &failure)
 {
-    return findSetting(failure.record.locationId)->name;
+    return failure.change.row->name;
 }
 
 QString message(const SaveFailure &failure)
@@ -24,7 +24,7 @@ QString message(const SaveFailure &failure)
     if (failure.step == SaveFailure::Step::Write)
         return nameOf(failure) + u": not written: " + failure.error.text;
     // The library speaks of the statement's syntax, which tells a person nothing.
-    const bool apostrophe = failure.record.extraData.contains(u'\'');
+    const bool apostrophe = failure.change.oldValue.text.contains(u'\'');
     return nameOf(failure) + u": the old value is not in the backup file: " + failure.error.text
         + (apostrophe ? u" (no backup file can hold a text with an apostrophe)" : u"");
 }
@@ -40,7 +40,7 @@ QJsonObject changeObject(const SettingChange &change)
 QJsonObject failureObject(const SaveFailure &failure)
 {
     const bool backup = failure.step == SaveFailure::Step::Backup;
-    return {{u"id"_s, failure.record.locationId},
+    return {{u"id"_s, failure.change.row->id},
             {u"step"_s, backup ? u"backup"_s : u"write"_s},
             {u"message"_s, failure.error.text}};
 }
@@ -133,7 +133,7 @@ ExitStatus statusOf(const SaveReport &report)
     return report.changes.isEmpty() && !leftAlone ? ExitStatus::Failed : ExitStatus::Partly;
 }
 
-HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
+HomeOutcome saveOutcome(const HomeFolder &home, const QList<SettingChange> &wanted,
                         const Request &request, const QList<SaveFailure> &failedBefore)
 {
     HomeSession session(home);

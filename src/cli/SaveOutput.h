@@ -32,7 +32,7 @@ void addChanges(Table &table, const QList<SettingChange> &changes);
 [[nodiscard]] ExitStatus statusOf(const SaveReport &report);
 
 /// Saves the values in one home and tells what came of it, and of what had failed before.
-[[nodiscard]] HomeOutcome saveOutcome(const HomeFolder &home, const QList<WantedValue> &wanted,
+[[nodiscard]] HomeOutcome saveOutcome(const HomeFolder &home, const QList<SettingChange> &wanted,
                                       const Request &request,
                                       const QList<SaveFailure> &failedBefore = {});
 

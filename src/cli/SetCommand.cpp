@@ -11,7 +11,7 @@ namespace varnel::cli {
 
 namespace {
 
-Result<WantedValue> parseAssignment(const QString &typed)
+Result<SettingChange> parseAssignment(const QString &typed)
 {
     const qsizetype sign = typed.indexOf(u'=');
     if (sign < 0)
@@ -22,7 +22,7 @@ Result<WantedValue> parseAssignment(const QString &typed)
     const Result<SettingValue> value = parseValue(*row.value(), typed.mid(sign + 1));
     if (!value)
         return value.error();
-    return WantedValue {row.value(), value.value()};
+    return SettingChange {row.value(), {}, value.value()};
 }
 
 } // namespace
@@ -53,9 +53,9 @@ CommandDescription SetCommand::description() const
 
 Result<HomeCommand::Work> SetCommand::prepare(const Request &request) const
 {
-    QList<WantedValue> wanted;
+    QList<SettingChange> wanted;
     for (const QString &argument : request.arguments) {
-        const Result<WantedValue> one = parseAssignment(argument);
+        const Result<SettingChange> one = parseAssignment(argument);
         if (!one)
             return one.error();
         wanted.append(one.value());

@@ -39,8 +39,8 @@ QString obstacle(const SettingWrite &write)
 Sorted sorted(const Profile &profile)
 {
     Sorted result;
-    for (const WantedValue &setting : profile.settings) {
-        const SettingWrite write = SettingWrite::of(*setting.row, setting.value);
+    for (const SettingChange &setting : profile.settings) {
+        const SettingWrite write = SettingWrite::of(*setting.row, setting.newValue);
         if (const QString why = obstacle(write); !why.isNull()) {
             result.leftOut.append(setting.row->name + u": " + why);
             continue;

@@ -38,11 +38,11 @@ bool isWord(const plist::NewValue &value)
 
 class Script {
 public:
-    void add(const WantedValue &setting);
+    void add(const SettingChange &setting);
     [[nodiscard]] Translation finish();
 
 private:
-    void change(const WantedValue &setting, const SettingWrite &write, const KeyChange &change);
+    void change(const SettingChange &setting, const SettingWrite &write, const KeyChange &change);
     void leaveOut(const SettingRow &row, const QString &why);
 
     QString commands;
@@ -67,7 +67,8 @@ void Script::leaveOut(const SettingRow &row, const QString &why)
     commands += u"# "_s + leftOut.last() + u'\n';
 }
 
-void Script::change(const WantedValue &setting, const SettingWrite &write, const KeyChange &change)
+void Script::change(const SettingChange &setting, const SettingWrite &write,
+                    const KeyChange &change)
 {
     const SettingRow &row = *setting.row;
     const QString &key = change.keyPath.first();
@@ -91,9 +92,9 @@ void Script::change(const WantedValue &setting, const SettingWrite &write, const
     commands += line + orFailed;
 }
 
-void Script::add(const WantedValue &setting)
+void Script::add(const SettingChange &setting)
 {
-    const SettingWrite write = SettingWrite::of(*setting.row, setting.value);
+    const SettingWrite write = SettingWrite::of(*setting.row, setting.newValue);
     if (write.hidesLibrary)
         commands += (*write.hidesLibrary ? u"chflags hidden \"$HOME/Library\""_s
                                          : u"chflags nohidden \"$HOME/Library\""_s)
@@ -121,7 +122,7 @@ Translation Script::finish()
 Translation defaultsScript(const Profile &profile)
 {
     Script script;
-    for (const WantedValue &setting : inSavingOrder(profile.settings))
+    for (const SettingChange &setting : inSavingOrder(profile.settings))
         script.add(setting);
     return script.finish();
 }

@@ -18,11 +18,11 @@ struct Claim {
     std::optional<plist::NewValue> value;
 };
 
-Result<void> checkThatKeysAgree(const QList<WantedValue> &settings)
+Result<void> checkThatKeysAgree(const QList<SettingChange> &settings)
 {
     std::map<Place, Claim> claims;
-    for (const WantedValue &wanted : settings) {
-        for (const auto &change : SettingWrite::of(*wanted.row, wanted.value).changes) {
+    for (const SettingChange &wanted : settings) {
+        for (const auto &change : SettingWrite::of(*wanted.row, wanted.newValue).changes) {
             const auto [at, isNew] = claims.try_emplace({wanted.row->file, change.keyPath},
                                                         Claim {wanted.row, change.value});
             if (!isNew && at->second.value != change.value)
@@ -35,9 +35,9 @@ Result<void> checkThatKeysAgree(const QList<WantedValue> &settings)
 }
 
 /// Whether it sets something, and only where its file is there already.
-bool needsItsFile(const WantedValue &setting)
+bool needsItsFile(const SettingChange &setting)
 {
-    const SettingWrite write = SettingWrite::of(*setting.row, setting.value);
+    const SettingWrite write = SettingWrite::of(*setting.row, setting.newValue);
     return write.ifMissing == PreferenceFiles::IfMissing::LeaveMissing
         && std::any_of(write.changes.begin(), write.changes.end(),
                        [](const KeyChange &change) { return change.value.has_value(); });
@@ -45,16 +45,16 @@ bool needsItsFile(const WantedValue &setting)
 
 } // namespace
 
-Result<Profile> makeProfile(QList<WantedValue> settings)
+Result<Profile> makeProfile(QList<SettingChange> settings)
 {
     std::sort(settings.begin(), settings.end(),
-              [](const WantedValue &a, const WantedValue &b) { return a.row->id < b.row->id; });
+              [](const SettingChange &a, const SettingChange &b) { return a.row->id < b.row->id; });
     if (const Result<void> agree = checkThatKeysAgree(settings); !agree)
         return agree.error();
     return Profile {std::move(settings)};
 }
 
-QList<WantedValue> inSavingOrder(QList<WantedValue> settings)
+QList<SettingChange> inSavingOrder(QList<SettingChange> settings)
 {
     std::stable_partition(settings.begin(), settings.end(), std::not_fn(needsItsFile));
     return settings;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "settings/WantedValue.h"
+#include "settings/SettingReading.h"
 
 #include <QByteArray>
 #include <QList>
@@ -16,7 +16,7 @@ struct Profile {
     static constexpr qsizetype largestFile = qsizetype {256} * 1024;
 
     /// By number, each setting once.
-    QList<WantedValue> settings;
+    QList<SettingChange> settings;
 
     bool operator==(const Profile &) const = default;
 };
@@ -29,10 +29,10 @@ struct Profile {
 [[nodiscard]] Result<Profile> readProfile(const QByteArray &bytes);
 
 /// Sorts the settings by number. Invalid when two of them are stored under one key and differ.
-[[nodiscard]] Result<Profile> makeProfile(QList<WantedValue> settings);
+[[nodiscard]] Result<Profile> makeProfile(QList<SettingChange> settings);
 
 /// The order in which a save does most: what is never made where its file is missing comes last,
 /// for another setting may make the file. By number otherwise.
-[[nodiscard]] QList<WantedValue> inSavingOrder(QList<WantedValue> settings);
+[[nodiscard]] QList<SettingChange> inSavingOrder(QList<SettingChange> settings);
 
 } // namespace varnel

@@ -84,7 +84,7 @@ Result<SettingValue> valueOf(const SettingRow &row, const plist::Value &value)
                         : u": its value must be a whole number or a text"_s));
 }
 
-Result<WantedValue> settingOf(const Member &member)
+Result<SettingChange> settingOf(const Member &member)
 {
     const SettingRow *row = findSetting(QStringView(member.name.toLower()));
     if (!row)
@@ -92,17 +92,17 @@ Result<WantedValue> settingOf(const Member &member)
     const Result<SettingValue> value = valueOf(*row, member.value);
     if (!value)
         return value.error();
-    return WantedValue {row, value.value()};
+    return SettingChange {row, {}, value.value()};
 }
 
 Result<Profile> profileOf(const ProfileDocument &document)
 {
     if (const Result<void> fine = checkRoot(document.root); !fine)
         return fine.error();
-    QList<WantedValue> settings;
+    QList<SettingChange> settings;
     QSet<const SettingRow *> seen;
     for (const Member &member : document.settings) {
-        const Result<WantedValue> setting = settingOf(member);
+        const Result<SettingChange> setting = settingOf(member);
         if (!setting)
             return setting.error();
         const SettingRow *row = setting.value().row;

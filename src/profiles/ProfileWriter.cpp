@@ -18,15 +18,15 @@ QString withoutBlanksAtEnd(QString text)
 }
 
 /// As a person would write it.
-plist::NewValue plainValue(const WantedValue &setting)
+plist::NewValue plainValue(const SettingChange &setting)
 {
     const SettingRow &row = *setting.row;
     if (row.kind == ValueKind::Number)
-        return qint64(setting.value.number);
+        return qint64(setting.newValue.number);
     if (row.kind == ValueKind::String
-        && (row.mechanism == Mechanism::Text || setting.value == defaultValue(row)))
-        return setting.value.text;
-    return withoutBlanksAtEnd(labelText(row, setting.value));
+        && (row.mechanism == Mechanism::Text || setting.newValue == defaultValue(row)))
+        return setting.newValue.text;
+    return withoutBlanksAtEnd(labelText(row, setting.newValue));
 }
 
 QJsonValue toJson(const plist::NewValue &value)
@@ -37,12 +37,12 @@ QJsonValue toJson(const plist::NewValue &value)
 
 } // namespace
 
-Result<void> checkForProfile(const WantedValue &setting)
+Result<void> checkForProfile(const SettingChange &setting)
 {
     const SettingRow &row = *setting.row;
-    if (!setting.value.text.isValidUtf16())
+    if (!setting.newValue.text.isValidUtf16())
         return Error {ErrorCode::Invalid, row.name + u": its text is no Unicode"};
-    const Result<SettingValue> read = parseValue(row, exchangedText(row, setting.value));
+    const Result<SettingValue> read = parseValue(row, exchangedText(row, setting.newValue));
     if (!read)
         return read.error();
     return {};
@@ -51,7 +51,7 @@ Result<void> checkForProfile(const WantedValue &setting)
 QJsonObject profileObject(const Profile &profile)
 {
     QJsonObject settings;
-    for (const WantedValue &setting : profile.settings)
+    for (const SettingChange &setting : profile.settings)
         settings.insert(setting.row->name, toJson(plainValue(setting)));
     return {{profileMembers::schemaVersion, Profile::schemaVersion},
             {profileMembers::settings, settings}};
@@ -67,7 +67,7 @@ Result<QByteArray> profilePropertyList(const Profile &profile)
     plist::XmlComposer composer;
     composer.add(profileMembers::schemaVersion, qint64(Profile::schemaVersion));
     composer.beginDictionary(profileMembers::settings);
-    for (const WantedValue &setting : profile.settings)
+    for (const SettingChange &setting : profile.settings)
         composer.add(setting.row->name, plainValue(setting));
     return composer.finish();
 }

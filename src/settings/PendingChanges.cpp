@@ -65,10 +65,10 @@ QStringList PendingChanges::actionString(int settingId, int value, const QString
 
 QList<SaveFailure> PendingChanges::saveChanges()
 {
-    QList<WantedValue> wanted;
+    QList<SettingChange> wanted;
     for (const ChangeRecord &record : std::as_const(changes))
         if (const SettingRow *row = findSetting(record.locationId))
-            wanted.append({row, {record.actionId, record.extraData}});
+            wanted.append({row, {}, {record.actionId, record.extraData}});
     QList<SaveFailure> failures = SavePlan(access, wanted).commit(keeper, flags, backups);
     changes.clear();
     return failures;

@@ -2,6 +2,7 @@
 
 #include "base/Logging.h"
 #include "platform/FileStore.h"
+#include "settings/Catalogue.h"
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/ValueText.h"
@@ -14,24 +15,32 @@ namespace varnel {
 namespace {
 
 /// One value for each setting, in the order of the last mention.
-QList<WantedValue> lastOfEach(const QList<WantedValue> &wanted)
+QList<SettingChange> lastOfEach(const QList<SettingChange> &wanted)
 {
-    QList<WantedValue> last;
-    for (const WantedValue &each : wanted) {
-        last.removeIf([&](const WantedValue &earlier) { return earlier.row == each.row; });
+    QList<SettingChange> last;
+    for (const SettingChange &each : wanted) {
+        last.removeIf([&](const SettingChange &earlier) { return earlier.row == each.row; });
         last.append(each);
     }
     return last;
 }
 
-} // namespace
-
-ChangeRecord recordOf(const SettingRow &row, const SettingValue &value)
+QList<ChangeRecord> rowsFor(const QList<SettingChange> &changes)
 {
-    return {row.id, value.number, value.text};
+    QList<ChangeRecord> rows;
+    for (const SettingChange &change : changes)
+        rows.append(oldValueOf(change));
+    return rows;
 }
 
-SavePlan::SavePlan(SettingAccess &settingAccess, const QList<WantedValue> &values,
+} // namespace
+
+ChangeRecord oldValueOf(const SettingChange &change)
+{
+    return {change.row->id, change.oldValue.number, change.oldValue.text};
+}
+
+SavePlan::SavePlan(SettingAccess &settingAccess, const QList<SettingChange> &values,
                    bool libraryWillBeMade)
     : access(settingAccess), named(values), wanted(lastOfEach(values)),
       libraryIsMade(libraryWillBeMade)
@@ -39,7 +48,7 @@ SavePlan::SavePlan(SettingAccess &settingAccess, const QList<WantedValue> &value
     plan();
 }
 
-const SavePlan::Setting &SavePlan::add(const WantedValue &value)
+const SavePlan::Setting &SavePlan::add(const SettingChange &value)
 {
     named.append(value);
     wanted.append(value);
@@ -48,11 +57,11 @@ const SavePlan::Setting &SavePlan::add(const WantedValue &value)
     return planned.back();
 }
 
-SavePlan::Setting SavePlan::begun(const WantedValue &value)
+SavePlan::Setting SavePlan::begun(const SettingChange &wish)
 {
     Setting setting;
-    setting.change = {value.row, readingOf(*value.row).value, value.value};
-    setting.write = SettingWrite::of(*value.row, value.value);
+    setting.change = {wish.row, readingOf(*wish.row).value, wish.newValue};
+    setting.write = SettingWrite::of(*wish.row, wish.newValue);
     return setting;
 }
 
@@ -70,7 +79,7 @@ void SavePlan::plan()
     files.clear();
     libraryFolder.reset();
     // All old values are those before the save, whatever its settings have in common.
-    for (const WantedValue &each : std::as_const(wanted))
+    for (const SettingChange &each : std::as_const(wanted))
         planned.push_back(begun(each));
     for (Setting &setting : planned)
         editNow(setting);
@@ -106,8 +115,12 @@ SettingReading SavePlan::readingOf(const SettingRow &row)
 {
     if (row.mechanism == Mechanism::LibraryFolder)
         return libraryReading(library().now);
-    const PlannedFile &file = fileOf(row);
-    return varnel::readingOf(row, [&](const QStringList &keys) { return file.value(keys); });
+    return varnel::readingOf(row, [&](const QStringList &keys) { return stored(row, keys); });
+}
+
+plist::Value SavePlan::stored(const SettingRow &row, const QStringList &keys)
+{
+    return fileOf(row).value(keys);
 }
 
 Result<bool> SavePlan::edit(Setting &setting)
@@ -139,21 +152,20 @@ void SavePlan::keepWhatDiffers()
     });
 }
 
-QList<ChangeRecord> SavePlan::oldValues() const
+QList<SettingChange> SavePlan::firstNamed() const
 {
-    QList<ChangeRecord> records;
-    for (const WantedValue &each : named) {
+    QList<SettingChange> changes;
+    for (const SettingChange &each : named) {
         const auto setting = std::find_if(planned.begin(), planned.end(), [&](const Setting &one) {
             return one.change.row == each.row;
         });
         const bool isFirst =
-            std::none_of(records.begin(), records.end(), [&](const ChangeRecord &record) {
-                return record.locationId == each.row->id;
-            });
+            std::none_of(changes.begin(), changes.end(),
+                         [&](const SettingChange &change) { return change.row == each.row; });
         if (setting != planned.end() && isFirst)
-            records.append(recordOf(*each.row, setting->change.oldValue));
+            changes.append(setting->change);
     }
-    return records;
+    return changes;
 }
 
 bool SavePlan::isStillSo() const
@@ -169,9 +181,12 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
     if (!isStillSo())
         plan();
     QList<SaveFailure> failures;
-    for (const ChangeRecord &record : rows ? *rows : oldValues()) {
-        if (const Result<void> kept = keeper.addDataToBackupFile(record); !kept)
-            failures.append({SaveFailure::Step::Backup, record, kept.error()});
+    for (const ChangeRecord &row : rows ? *rows : rowsFor(firstNamed())) {
+        if (const Result<void> kept = keeper.addDataToBackupFile(row); !kept) {
+            const SettingChange change {
+                findSetting(row.locationId), {row.actionId, row.extraData}, {}};
+            failures.append({SaveFailure::Step::Backup, change, kept.error()});
+        }
     }
     return failures + write(flags);
 }
@@ -179,8 +194,8 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
 QList<SaveFailure> SavePlan::write(RestartFlags &flags)
 {
     QList<SaveFailure> failures;
-    std::map<QString, Result<void>> replaced;
-    for (const Setting &setting : planned) {
+    Replaced replaced;
+    for (Setting &setting : planned) {
         const auto &[row, oldValue, newValue] = setting.change;
         access.logWrite(*row, newValue);
         const Result<void> written = writeOne(setting, replaced);
@@ -188,16 +203,38 @@ QList<SaveFailure> SavePlan::write(RestartFlags &flags)
         if (setting.write.restarts)
             flags |= *setting.write.restarts;
         if (!written)
-            failures.append({SaveFailure::Step::Write, recordOf(*row, newValue), written.error()});
+            failures.append({SaveFailure::Step::Write, setting.change, written.error()});
     }
     return failures;
 }
 
-/// The first setting of a file has the file replaced.
-Result<void> SavePlan::writeOne(const Setting &setting, std::map<QString, Result<void>> &replaced)
+std::optional<SaveFailure> SavePlan::replaceFiles()
 {
-    if (setting.write.hidesLibrary)
-        return access.writeLibraryFolder(*setting.write.hidesLibrary);
+    std::optional<SaveFailure> failure;
+    Replaced replaced;
+    for (Setting &setting : planned) {
+        if (failure && !replaced.contains(access.filePath(*setting.change.row)))
+            continue;
+        const Result<void> written = writeOne(setting, replaced);
+        access.wrote(*setting.change.row);
+        if (!written && !failure)
+            failure = {SaveFailure::Step::Write, setting.change, written.error()};
+    }
+    return failure;
+}
+
+Result<void> SavePlan::writeOne(Setting &setting, Replaced &replaced)
+{
+    const Result<void> written = setting.write.hidesLibrary
+        ? access.writeLibraryFolder(*setting.write.hidesLibrary)
+        : replaceFileOf(setting, replaced);
+    setting.written = written.ok();
+    return written;
+}
+
+/// The first setting of a file has the file replaced.
+Result<void> SavePlan::replaceFileOf(const Setting &setting, Replaced &replaced)
+{
     const SettingRow &row = *setting.change.row;
     PlannedFile &file = fileOf(row);
     const auto known = replaced.find(access.filePath(row));

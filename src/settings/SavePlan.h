@@ -5,8 +5,8 @@
 #include "settings/ChangeRecord.h"
 #include "settings/PlannedFile.h"
 #include "settings/SettingAccess.h"
+#include "settings/SettingReading.h"
 #include "settings/SettingWrite.h"
-#include "settings/WantedValue.h"
 
 #include <QList>
 #include <QString>
@@ -25,13 +25,16 @@ public:
     virtual Result<void> addDataToBackupFile(const ChangeRecord &record) = 0;
 };
 
-[[nodiscard]] ChangeRecord recordOf(const SettingRow &row, const SettingValue &value);
+/// The row that keeps a change's old value.
+[[nodiscard]] ChangeRecord oldValueOf(const SettingChange &change);
 
 /// What went wrong with one setting of a save.
 struct SaveFailure {
     enum class Step { Backup, Write };
     Step step = Step::Write;
-    ChangeRecord record; ///< the old value that was to be kept, or the new one to be written
+    /// The setting, with the old value that was to be kept or the new one that was to be written;
+    /// no setting where the row's number is none's.
+    SettingChange change;
     Error error;
 };
 
@@ -50,23 +53,29 @@ public:
         /// Why it can't be written: Unloadable where its file is no property list, else why the
         /// file can't be read.
         std::optional<Error> error;
+        bool written = false; ///< it has reached its file
         qsizetype edit = 0; ///< its number in its file
     };
 
     /// Of several values for one setting the last counts. `access` outlives the plan; a Library
     /// folder that `libraryIsMade` says will be there by then has no Finder information yet.
-    SavePlan(SettingAccess &access, const QList<WantedValue> &wanted, bool libraryIsMade = false);
+    SavePlan(SettingAccess &access, const QList<SettingChange> &wanted, bool libraryIsMade = false);
 
     [[nodiscard]] const std::vector<Setting> &settings() const { return planned; }
 
     /// One more, on the result of all before it: its old value is what they would have left.
-    const Setting &add(const WantedValue &value);
+    const Setting &add(const SettingChange &value);
+
+    /// What a setting would be read as, and what would stand in its file.
+    [[nodiscard]] SettingReading readingOf(const SettingRow &row);
+    [[nodiscard]] plist::Value stored(const SettingRow &row, const QStringList &keys);
 
     /// Takes out what would leave its file as it is.
     void keepWhatDiffers();
 
-    /// The old values, as rows for the keeper: in the order in which the settings were first named.
-    [[nodiscard]] QList<ChangeRecord> oldValues() const;
+    /// The changes whose old values are to be kept: in the order in which the settings were first
+    /// named.
+    [[nodiscard]] QList<SettingChange> firstNamed() const;
 
     /// The rows first, one by one, then each preference file once, in the order of the first
     /// setting of each: what is to be written to it reaches it together. Where a file is not what
@@ -76,8 +85,10 @@ public:
     [[nodiscard]] QList<SaveFailure>
     commit(OldValueKeeper &keeper, RestartFlags &flags,
            const std::optional<QList<ChangeRecord>> &rows = std::nullopt);
-    /// The same without rows.
-    [[nodiscard]] QList<SaveFailure> write(RestartFlags &flags);
+
+    /// What is told of each setting was told when it was added: only replaces the files, in the
+    /// same order, up to the first that can't be replaced.
+    [[nodiscard]] std::optional<SaveFailure> replaceFiles();
 
 private:
     /// The Library folder's flag, with what the settings before have made of it.
@@ -87,20 +98,21 @@ private:
     };
 
     void plan();
-    [[nodiscard]] Setting begun(const WantedValue &value);
+    [[nodiscard]] Setting begun(const SettingChange &value);
     void editNow(Setting &setting);
     [[nodiscard]] Library &library();
     [[nodiscard]] PlannedFile &fileOf(const SettingRow &row);
-    [[nodiscard]] SettingReading readingOf(const SettingRow &row);
     [[nodiscard]] Result<bool> edit(Setting &setting);
     [[nodiscard]] Result<bool> editLibrary(bool hides);
     [[nodiscard]] bool isStillSo() const;
-    [[nodiscard]] Result<void> writeOne(const Setting &setting,
-                                        std::map<QString, Result<void>> &replaced);
+    using Replaced = std::map<QString, Result<void>>; ///< by path
+    [[nodiscard]] QList<SaveFailure> write(RestartFlags &flags);
+    [[nodiscard]] Result<void> writeOne(Setting &setting, Replaced &replaced);
+    [[nodiscard]] Result<void> replaceFileOf(const Setting &setting, Replaced &replaced);
 
     SettingAccess &access;
-    QList<WantedValue> named; ///< as they were given
-    QList<WantedValue> wanted; ///< the last of each setting
+    QList<SettingChange> named; ///< as they were given
+    QList<SettingChange> wanted; ///< the last of each setting
     bool libraryIsMade;
     bool onlyWhatDiffers = false;
     std::vector<Setting> planned;

@@ -8,6 +8,7 @@
 #include "settings/Catalogue.h"
 #include "settings/LibraryFolder.h"
 #include "settings/PreferenceFiles.h"
+#include "settings/SavePlan.h"
 #include "settings/SettingWrite.h"
 #include "settings/ValueText.h"
 
@@ -86,15 +87,21 @@ void SettingAccess::wrote(const SettingRow &written) const
 
 SettingReading SettingAccess::lookUp(const SettingRow &row) const
 {
+    if (planned != nullptr)
+        return planned->readingOf(row);
     if (row.mechanism == Mechanism::LibraryFolder)
         return libraryReading(finderInfo.read(libraryPath()));
-    const QString path = filePath(row);
-    return readingOf(row, [&](const QStringList &keys) { return files.readValue(path, keys); });
+    return readingOf(row, [&](const QStringList &keys) { return stored(row, keys); });
+}
+
+plist::Value SettingAccess::stored(const SettingRow &row, const QStringList &keys) const
+{
+    return planned != nullptr ? planned->stored(row, keys) : files.readValue(filePath(row), keys);
 }
 
 void SettingAccess::logNested(const SettingRow &row) const
 {
-    const plist::Value outer = files.readValue(filePath(row), {row.keys.first()});
+    const plist::Value outer = stored(row, {row.keys.first()});
     const bool isThere = outer.kind == plist::Kind::Dictionary;
     varnelLog(lcSettings, isThere ? u"Value Found"_s : u"Value Not Found"_s);
 }

@@ -11,6 +11,7 @@ namespace varnel {
 
 class FinderInfo;
 class PreferenceFiles;
+class SavePlan;
 
 /// Reads and writes settings by their rows, without any control.
 class SettingAccess {
@@ -37,6 +38,10 @@ public:
     /// Takes notice of a write: what it may have changed is looked up when it is next asked for.
     void wrote(const SettingRow &row) const;
 
+    /// Until the next call reading finds what a plan has made of the files in memory; null: what
+    /// the home holds, again. Whoever says so takes it back before the plan ends.
+    void readFrom(SavePlan *plan) { planned = plan; }
+
     [[nodiscard]] PreferenceFiles &preferenceFiles() { return files; }
     [[nodiscard]] const PreferenceFiles &preferenceFiles() const { return files; }
     [[nodiscard]] const FinderInfo &finder() const { return finderInfo; }
@@ -51,11 +56,13 @@ public:
 
 private:
     [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
+    [[nodiscard]] plist::Value stored(const SettingRow &row, const QStringList &keys) const;
     void logNested(const SettingRow &row) const;
 
     HomeFolder homeFolder;
     PreferenceFiles &files;
     FinderInfo &finderInfo;
+    SavePlan *planned = nullptr;
     mutable QHash<int, SettingReading> seen; ///< by the setting's number
 };
 

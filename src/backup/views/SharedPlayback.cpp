@@ -2,6 +2,7 @@
 
 #include "loginitems/views/LoginItems.h"
 #include "loginitems/views/LoginItemsView.h"
+#include "settings/Catalogue.h"
 #include "settings/views/Quillet.h"
 #include "shell/SharedObject.h"
 
@@ -12,7 +13,12 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
     const std::shared_ptr<Quillet> quillet = shared.quillet();
     if (!quillet)
         return {};
-    Result<void> written = quillet->writeData(settingId, value, extra);
+    if (!settings)
+        settings.emplace(quillet->settingAccess(), shared.restartFlags());
+    quillet->askForView(settingId);
+    const SettingRow *row = findSetting(settingId);
+    const Result<void> written =
+        row != nullptr ? settings->write(*row, {value, extra}) : Result<void>();
     if (written)
         quillet->readData();
     return written;
@@ -28,7 +34,10 @@ Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, b
 {
     if (LoginItemsView *view = loginItemsView(); view != nullptr && !loginItems)
         loginItems.emplace(view->playback());
-    return loginItems ? loginItems->writeData(actionId, path, enabled) : Result<void>();
+    if (!loginItems)
+        return {};
+    const Result<void> soFar = settings ? settings->carryOut() : Result<void>();
+    return soFar ? loginItems->writeData(actionId, path, enabled) : soFar;
 }
 
 void SharedPlayback::readLoginItems()
@@ -37,10 +46,16 @@ void SharedPlayback::readLoginItems()
         loginItems->readData();
 }
 
-void SharedPlayback::finish()
+Result<void> SharedPlayback::finish()
 {
+    const bool stopped = settings && settings->failure();
+    const Result<void> written = settings ? settings->carryOut() : Result<void>();
+    settings.reset();
+    if (!written && !stopped)
+        shared.quillet()->readData(); // what they show did not come about
     if (loginItems)
         loginItemsView()->showAgain();
+    return written;
 }
 
 } // namespace varnel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/Playback.h"
+#include "backup/SettingsPlayback.h"
 #include "loginitems/LoginItemsAccess.h"
 
 #include <optional>
@@ -11,8 +12,9 @@ class LoginItemsView;
 class SharedObject;
 
 /// Plays a backup back through the pages of the run: their writers, their flags, and their
-/// controls. The settings' read again after each row, for what they log and which of them keep what
-/// they show depends on every state in between; the list of login items is shown at the end.
+/// controls. The settings' read again after each row, from what was played so far, for what they
+/// log and which of them keep what they show depends on every state in between; the list of login
+/// items is shown at the end.
 class SharedPlayback : public PlaybackTarget {
 public:
     explicit SharedPlayback(SharedObject &shared) : shared(shared) { }
@@ -20,12 +22,13 @@ public:
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
     void readLoginItems() override;
-    void finish() override;
+    Result<void> finish() override;
 
 private:
     [[nodiscard]] LoginItemsView *loginItemsView() const;
 
     SharedObject &shared;
+    std::optional<SettingsPlayback> settings;
     std::optional<LoginItemsAccess::Playback> loginItems;
 };
 

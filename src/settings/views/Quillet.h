@@ -54,6 +54,10 @@ public:
 
     /// Writes one value through its setting; an unknown number does nothing.
     Result<void> writeData(int settingId, int value, const QString &extra);
+    /// What a backup is played back through, as writeData() has it for one value.
+    [[nodiscard]] SettingAccess &settingAccess() { return access; }
+    /// As every use of a setting's view outside a page that is built: it takes the shading off.
+    void askForView(int settingId) const;
     /// Location, short location, action text; empty for an unknown number.
     [[nodiscard]] QStringList actionString(int settingId, int value, const QString &extra) const;
 
@@ -92,8 +96,6 @@ private:
     void addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected);
     void selectMenu(int row);
     void showPendingState();
-    /// As every use of a setting's view outside a page that is built: it takes the shading off.
-    void askForView(int settingId) const;
     void buildPage(SettingModule *module, int filter, int &total, int &top, bool finish,
                    bool &shading);
 

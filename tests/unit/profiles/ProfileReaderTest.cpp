@@ -44,8 +44,8 @@ QList<std::pair<int, SettingValue>> values(const QByteArray &bytes)
         return {};
     }
     QList<std::pair<int, SettingValue>> found;
-    for (const WantedValue &setting : profile.value().settings)
-        found.append({setting.row->id, setting.value});
+    for (const SettingChange &setting : profile.value().settings)
+        found.append({setting.row->id, setting.newValue});
     return found;
 }
 

@@ -38,7 +38,7 @@ QList<SettingValue> valuesOf(const SettingRow &row)
 
 Profile one(const SettingRow &row, const SettingValue &value)
 {
-    return {{WantedValue {&row, value}}};
+    return {{SettingChange {&row, {}, value}}};
 }
 
 std::string named(const SettingRow &row, const SettingValue &value)
@@ -59,7 +59,7 @@ Profile all(qsizetype which)
     Profile profile;
     for (const SettingRow &row : catalogue()) {
         const QList<SettingValue> values = valuesOf(row);
-        profile.settings.append({&row, values[std::min(which, values.size() - 1)]});
+        profile.settings.append({&row, {}, values[std::min(which, values.size() - 1)]});
     }
     return profile;
 }
@@ -108,11 +108,11 @@ TEST(ProfileWriter, allSettingsReadBackTogetherAlsoThroughOtherPrograms)
 
 TEST(ProfileWriter, valuesAreWrittenAsAPersonWouldWriteThem)
 {
-    const Profile profile {{{findSetting(1004), {-1}},
-                            {findSetting(1007), {0}},
-                            {findSetting(1200), {0, u"1;0;0;1"_s}},
-                            {findSetting(1203), {18}},
-                            {findSetting(1400), {0, u"a \"b\""_s}}}};
+    const Profile profile {{{findSetting(1004), {}, {-1}},
+                            {findSetting(1007), {}, {0}},
+                            {findSetting(1200), {}, {0, u"1;0;0;1"_s}},
+                            {findSetting(1203), {}, {18}},
+                            {findSetting(1400), {}, {0, u"a \"b\""_s}}}};
     EXPECT_EQ(profileJson(profile).toStdString(), R"({
     "schemaVersion": 1,
     "settings": {
@@ -129,7 +129,7 @@ TEST(ProfileWriter, valuesAreWrittenAsAPersonWouldWriteThem)
 TEST(ProfileWriter, aValueThatNoControlOffersCannotStandInAProfile)
 {
     const auto reason = [](int id, const SettingValue &value) {
-        const Result<void> fits = checkForProfile({findSetting(id), value});
+        const Result<void> fits = checkForProfile({findSetting(id), {}, value});
         return fits ? std::string("none") : fits.error().text.toStdString();
     };
     EXPECT_EQ(reason(1004, {300}),
@@ -137,5 +137,5 @@ TEST(ProfileWriter, aValueThatNoControlOffersCannotStandInAProfile)
     EXPECT_EQ(reason(1400, {0, QString(QChar(0xd800))}),
               "screenshot-prefix: its text is no Unicode");
     EXPECT_EQ(reason(1400, {0, QString(QChar(1))}), "none");
-    EXPECT_FALSE(profilePropertyList({{{findSetting(1400), {0, QString(QChar(1))}}}}));
+    EXPECT_FALSE(profilePropertyList({{{findSetting(1400), {}, {0, QString(QChar(1))}}}}));
 }

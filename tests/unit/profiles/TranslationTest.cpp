@@ -11,9 +11,9 @@ using namespace varnel::test;
 
 namespace {
 
-WantedValue setting(int id, const SettingValue &value)
+SettingChange setting(int id, const SettingValue &value)
 {
-    return {findSetting(id), value};
+    return {findSetting(id), {}, value};
 }
 
 /// The script's commands, without its first three lines and its last.

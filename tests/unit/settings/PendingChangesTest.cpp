@@ -168,7 +168,7 @@ TEST_F(PendingChangesTest, AFailedBackupNeverBlocksTheWrite)
     const QList<SaveFailure> failures = pending.saveChanges();
     ASSERT_EQ(failures.size(), 1);
     EXPECT_EQ(failures[0].step, SaveFailure::Step::Backup);
-    EXPECT_EQ(failures[0].record, (ChangeRecord {1009, 2, none}));
+    EXPECT_EQ(oldValueOf(failures[0].change), (ChangeRecord {1009, 2, none}));
     EXPECT_EQ(home.read(1009).value, SettingValue {0});
 }
 
@@ -181,7 +181,8 @@ TEST_F(PendingChangesTest, AFailedWriteIsToldRaisesItsFlagAndStopsNothing)
     const QList<SaveFailure> failures = pending.saveChanges();
     ASSERT_EQ(failures.size(), 1);
     EXPECT_EQ(failures[0].step, SaveFailure::Step::Write);
-    EXPECT_EQ(failures[0].record, (ChangeRecord {1009, 0, none}));
+    EXPECT_EQ(failures[0].change.row->id, 1009);
+    EXPECT_EQ(failures[0].change.newValue, SettingValue {0});
     EXPECT_EQ(failures[0].error.code, ErrorCode::Unloadable);
     EXPECT_EQ(home.read(1500).value, SettingValue {1});
     EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));
@@ -213,7 +214,8 @@ TEST(PendingChangesFaults, WhicheverFileFailsItIsAsItWasAndTheOthersAreWritten)
         EXPECT_EQ(failures.size(), failed.startsWith(u"update "_s) ? 1 : 0) << failing;
         failedReplacements += int(failures.size());
         for (const ChangeRecord &record : wanted) {
-            const bool left = !failures.isEmpty() && failures.front().record == record;
+            const bool left =
+                !failures.isEmpty() && failures.front().change.row->id == record.locationId;
             EXPECT_EQ(home.read(record.locationId).found, !left) << failing;
         }
     }

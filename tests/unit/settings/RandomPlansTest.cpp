@@ -51,7 +51,7 @@ class RandomPlans : public testing::TestWithParam<int> {
 protected:
     unsigned below(unsigned end) { return unsigned(engine()) % end; }
 
-    WantedValue wish()
+    SettingChange wish()
     {
         const SettingRow &row = catalogue()[below(unsigned(catalogue().size()))];
         SettingValue value;
@@ -63,7 +63,7 @@ protected:
             value.text = below(4) == 0 ? u"-1"_s : u"%1;0;%2;1"_s.arg(below(2)).arg(below(2));
         else
             value.text = below(4) == 0 ? u"-1"_s : u"text %1"_s.arg(below(9));
-        return {&row, value};
+        return {&row, {}, value};
     }
 
     /// Another program comes by: a file is made, emptied or broken.
@@ -85,13 +85,15 @@ protected:
 
     void planAndCommit(Ground &ground)
     {
-        QList<WantedValue> wishes;
+        QList<SettingChange> wishes;
         for (unsigned count = 1 + below(12); count > 0; --count)
             wishes.append(wish());
         SavePlan plan(ground.access, wishes);
         plan.keepWhatDiffers();
         const std::vector<SavePlan::Setting> told = plan.settings();
-        const QList<ChangeRecord> toldRows = plan.oldValues();
+        QList<ChangeRecord> toldRows;
+        for (const SettingChange &change : plan.firstNamed())
+            toldRows.append(oldValueOf(change));
         const QMap<QString, QByteArray> before = ground.bytes();
 
         Rows keeper;
@@ -134,7 +136,7 @@ protected:
         }
         QList<int> failed;
         for (const SaveFailure &failure : failures)
-            failed.append(failure.record.locationId);
+            failed.append(failure.change.row->id);
         EXPECT_EQ(failed, refused);
         EXPECT_EQ(flags, expected);
         const QMap<QString, QByteArray> after = ground.bytes();

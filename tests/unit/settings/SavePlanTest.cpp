@@ -15,9 +15,9 @@ namespace {
 const QString dock = QStringLiteral("com.apple.dock.plist");
 const QString mail = QStringLiteral("com.apple.Mail.plist");
 
-WantedValue wanted(int id, const SettingValue &value)
+SettingChange wanted(int id, const SettingValue &value)
 {
-    return {findSetting(id), value};
+    return {findSetting(id), {}, value};
 }
 
 /// Keeps the rows in memory, and does something before the first.
@@ -35,7 +35,10 @@ struct Keeper : OldValueKeeper {
 
 class SavePlanTest : public testing::Test {
 protected:
-    [[nodiscard]] SavePlan plan(const QList<WantedValue> &values) { return {home.access, values}; }
+    [[nodiscard]] SavePlan plan(const QList<SettingChange> &values)
+    {
+        return {home.access, values};
+    }
     bool wouldChange(int id, const SettingValue &value)
     {
         const SavePlan one = plan({wanted(id, value)});
@@ -124,7 +127,7 @@ TEST_F(SavePlanTest, AFileThatIsNoPropertyListIsTheErrorOfItsSettings)
     EXPECT_TRUE(log.texts().isEmpty());
     const QList<SaveFailure> failures = broken.commit(keeper, home.flags);
     ASSERT_EQ(failures.size(), 1);
-    EXPECT_EQ(failures.front().record.locationId, 1009);
+    EXPECT_EQ(failures.front().change.row->id, 1009);
     EXPECT_EQ(home.bytes(dock), "broken");
     EXPECT_EQ(home.read(1500).value, SettingValue {0});
 }
@@ -149,13 +152,13 @@ TEST_F(SavePlanTest, AllSettingsOfTenFilesReachThemInTenReplacements)
 {
     home.put(u"com.apple.Safari.plist"_s,
              u"<key>NSToolbar Configuration BrowserWindowToolbarIdentifier</key><dict/>"_s);
-    QList<WantedValue> all;
+    QList<SettingChange> all;
     QSet<QString> names;
     for (const SettingRow &row : catalogue()) {
         if (row.file.isNull())
             continue;
         const bool isText = row.kind == ValueKind::String;
-        all.append({&row, {isText ? 0 : 1, isText ? u"1;0;0;0"_s : u""_s}});
+        all.append({&row, {}, {isText ? 0 : 1, isText ? u"1;0;0;0"_s : u""_s}});
         names.insert(row.file);
     }
     FailingFileStore counting(home.store);
@@ -174,9 +177,9 @@ TEST_F(SavePlanTest, WhatDoesNotDifferIsLeftOut)
     SavePlan some = plan({wanted(1009, {0}), wanted(1004, {64})});
     some.keepWhatDiffers();
     ASSERT_EQ(some.settings().size(), 1);
-    EXPECT_EQ(some.oldValues(), (QList<ChangeRecord> {{1004, -1, u""_s}}));
     EXPECT_TRUE(some.commit(keeper, home.flags).isEmpty());
-    EXPECT_EQ(keeper.rows, some.oldValues());
+    EXPECT_EQ(keeper.rows, (QList<ChangeRecord> {{1004, -1, u""_s}}));
+    EXPECT_EQ(some.firstNamed(), (QList<SettingChange> {some.settings()[0].change}));
     EXPECT_EQ(home.read(1004).value, SettingValue {64});
 }
 
@@ -225,8 +228,8 @@ TEST_F(SavePlanTest, AFileThatCannotBeReplacedFailsAllItsSettingsAndRaisesTheirF
     failing.failOperation(5, {ErrorCode::Failed, u"full"_s});
     const QList<SaveFailure> failures = two.commit(keeper, home.flags);
     ASSERT_EQ(failures.size(), 2);
-    EXPECT_EQ(failures[0].record, (ChangeRecord {1004, 64, u""_s}));
-    EXPECT_EQ(failures[1].record, (ChangeRecord {1009, 0, u""_s}));
+    EXPECT_EQ(failures[0].change, two.settings()[0].change);
+    EXPECT_EQ(failures[1].change, two.settings()[2].change);
     EXPECT_FALSE(home.has(dock));
     EXPECT_EQ(home.read(1500).value, SettingValue {0});
     EXPECT_EQ(home.flags, RestartFlags(RestartFlag::Dock | RestartFlag::Mail));

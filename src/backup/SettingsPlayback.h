@@ -1,0 +1,52 @@
+#pragma once
+
+#include "settings/SavePlan.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace varnel {
+
+/// Puts settings back, for both programs: each on the result of those before it, in memory, then
+/// each file once. Meanwhile whoever reads through `access` finds what has been played so far.
+class SettingsPlayback {
+public:
+    enum class Manner { Play, TryOut };
+
+    /// `access` and the flags outlive this object. A Library folder that `libraryIsMade` says will
+    /// be there by then has no Finder information yet.
+    SettingsPlayback(SettingAccess &access, RestartFlags &flags, Manner manner = Manner::Play,
+                     bool libraryIsMade = false);
+    SettingsPlayback(const SettingsPlayback &) = delete;
+    SettingsPlayback &operator=(const SettingsPlayback &) = delete;
+    /// What was not carried out is dropped.
+    ~SettingsPlayback();
+
+    /// Raises the restart flag whatever the outcome. An error says that the value can't be written:
+    /// nothing is to be played after it.
+    Result<void> write(const SettingRow &row, const SettingValue &value);
+
+    /// Has what was played reach the files, unless it is only tried out; up to the first file that
+    /// can't be replaced. Before anything else is changed that a later row may depend on, and at
+    /// the end.
+    Result<void> carryOut();
+
+    /// What differs from before, in the order in which it was played.
+    [[nodiscard]] const QList<SettingChange> &changes() const { return done; }
+    /// What ended the playback.
+    [[nodiscard]] const std::optional<SaveFailure> &failure() const { return failed; }
+
+private:
+    [[nodiscard]] SavePlan &current();
+
+    SettingAccess &access;
+    RestartFlags &flags;
+    Manner manner;
+    bool libraryIsMade;
+    std::optional<SavePlan> plan; ///< of what was not carried out yet
+    QList<SettingChange> done;
+    std::optional<SaveFailure> failed;
+};
+
+} // namespace varnel
