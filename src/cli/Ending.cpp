@@ -71,7 +71,7 @@ OptionInfo Ending::option()
 
 Ending::Ending(const Request &request, QList<FlaggedHome> flagged)
     : wanted(request.has(option().name)), dryRun(isDryRun(request)),
-      homes(onePerUser(std::move(flagged)))
+      homes(wanted ? onePerUser(std::move(flagged)) : QList<FlaggedHome>())
 {
 }
 

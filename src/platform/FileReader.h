@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -24,7 +25,19 @@ public:
     /// The whole file, or no bytes where nothing stands.
     [[nodiscard]] Result<std::optional<QByteArray>> readIfThere(const QString &path) const
     {
-        Result<QByteArray> bytes = read(path);
+        return ifThere(read(path));
+    }
+
+    /// Reads one file again and again, as readIfThere() does; the way to it is looked up once.
+    using Rereader = std::function<Result<std::optional<QByteArray>>()>;
+    [[nodiscard]] virtual Rereader rereader(const QString &path) const
+    {
+        return [this, path] { return readIfThere(path); };
+    }
+
+protected:
+    [[nodiscard]] static Result<std::optional<QByteArray>> ifThere(Result<QByteArray> bytes)
+    {
         if (bytes)
             return std::optional(std::move(bytes).value());
         if (bytes.error().code == ErrorCode::NotFound)

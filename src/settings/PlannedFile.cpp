@@ -1,7 +1,6 @@
 #include "settings/PlannedFile.h"
 
 #include "base/Logging.h"
-#include "platform/FileStore.h"
 
 namespace varnel {
 
@@ -15,9 +14,10 @@ Result<void> withoutAnswer(const Result<bool> &result)
 } // namespace
 
 PlannedFile::PlannedFile(QString filePath, const FileStore &store)
-    : path(std::move(filePath)), content(Error {ErrorCode::Failed, {}})
+    : path(std::move(filePath)), reread(store.rereader(path)),
+      content(Error {ErrorCode::Failed, {}})
 {
-    const Result<std::optional<QByteArray>> bytes = store.readIfThere(path);
+    const Result<std::optional<QByteArray>> bytes = reread();
     if (bytes) {
         before = bytes.value();
         content = PreferenceContent::of(path, before);
@@ -39,9 +39,9 @@ Result<bool> PlannedFile::edit(const SettingWrite &write)
     return done;
 }
 
-bool PlannedFile::isStillSo(const FileStore &store) const
+bool PlannedFile::isStillSo() const
 {
-    const Result<std::optional<QByteArray>> now = store.readIfThere(path);
+    const Result<std::optional<QByteArray>> now = reread();
     return now && now.value() == before;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "platform/FileStore.h"
 #include "settings/PreferenceContent.h"
 #include "settings/SettingWrite.h"
 
@@ -11,8 +12,6 @@
 #include <optional>
 
 namespace varnel {
-
-class FileStore;
 
 /// One preference file and what a save edits in it: read once, edited in memory, replaced once.
 class PlannedFile {
@@ -32,7 +31,7 @@ public:
     [[nodiscard]] qsizetype count() const { return edits.size(); }
 
     /// Whether the file holds what was read.
-    [[nodiscard]] bool isStillSo(const FileStore &store) const;
+    [[nodiscard]] bool isStillSo() const;
 
     /// Replaces the file, under its lock: by what was planned, or, where it holds something else by
     /// now, by that with the edits made afresh. An edit that can't be made is left out. The error
@@ -54,6 +53,7 @@ private:
     editedAfresh(const std::optional<QByteArray> &bytes);
 
     QString path;
+    FileReader::Rereader reread;
     std::optional<QByteArray> before;
     Result<PreferenceContent> content;
     QList<Edit> edits;

@@ -170,9 +170,8 @@ QList<SettingChange> SavePlan::firstNamed() const
 
 bool SavePlan::isStillSo() const
 {
-    const FileStore &store = access.preferenceFiles().fileStore();
     return std::all_of(files.begin(), files.end(),
-                       [&](const auto &file) { return file.second.isStillSo(store); });
+                       [](const auto &file) { return file.second.isStillSo(); });
 }
 
 QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 #include <fcntl.h>
 
@@ -125,7 +126,17 @@ bool LinuxFileStore::exists(const QString &path) const
 
 Result<QByteArray> LinuxFileStore::read(const QString &path) const
 {
-    const Place place = walkPath(home, path);
+    return readAt(walkPath(home, path), path);
+}
+
+FileReader::Rereader LinuxFileStore::rereader(const QString &path) const
+{
+    const auto place = std::make_shared<const Place>(walkPath(home, path));
+    return [this, place, path] { return ifThere(readAt(*place, path)); };
+}
+
+Result<QByteArray> LinuxFileStore::readAt(const Place &place, const QString &path) const
+{
     auto content = place.error == 0 ? readFile(place.folder, place.name) : place.error;
     if (auto *found = std::get_if<FileContent>(&content))
         return std::move(found->bytes);

@@ -37,6 +37,7 @@ public:
     Result<QList<FolderEntry>> list(const QString &folder) const override;
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
+    Rereader rereader(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;
     Result<void> remove(const QString &path) override;
     Result<void> flush(const QString &folder) override;
@@ -50,6 +51,7 @@ private:
     [[nodiscard]] DatabasePlace placeOf(const Place &place, const QString &path) const;
     [[nodiscard]] Error fail(const QString &path, int error) const;
     [[nodiscard]] Error failToRead(const QString &path, int error) const;
+    [[nodiscard]] Result<QByteArray> readAt(const Place &place, const QString &path) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
                                         const Change &change, bool withoutLock);
     void finish(const Place &place, const QString &path, bool withoutLock);

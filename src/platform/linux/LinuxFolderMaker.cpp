@@ -22,8 +22,11 @@ int makeAt(const Place &place)
 Result<void> LinuxFolderMaker::makeFolder(const HomeFolder &home, const QString &path)
 {
     const Place place = walkPath(home, path);
-    if (place.status)
-        return {};
+    return place.status ? Result<void>() : makeFolderAt(path, place);
+}
+
+Result<void> makeFolderAt(const QString &path, const Place &place)
+{
     if (const int error = place.error != 0 ? place.error : makeAt(place))
         return systemError(path, error);
     // What is put into the folder is only as lasting as the folder itself.

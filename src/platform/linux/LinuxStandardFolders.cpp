@@ -11,14 +11,10 @@ namespace {
 
 Result<void> ensureFolder(const HomeFolder &home, const QString &path)
 {
-    if (Result<void> made = LinuxFolderMaker().makeFolder(home, path); !made)
-        return made;
     const Place place = walkPath(home, path);
-    if (place.error != 0)
-        return systemError(path, place.error);
-    if (!place.status || !S_ISDIR(place.status->st_mode))
-        return systemError(path, ENOTDIR);
-    return {};
+    if (!place.status)
+        return makeFolderAt(path, place);
+    return S_ISDIR(place.status->st_mode) ? Result<void>() : systemError(path, ENOTDIR);
 }
 
 /// Whether the folder can be taken for a Mac home.
