@@ -57,6 +57,8 @@ QString printableSheet(const QString &text, bool colour)
         from = to;
     };
     for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] >= u' ' && text[at] <= u'~')
+            continue;
         const QStringView rest = QStringView(text).mid(at);
         qsizetype taken = rest.startsWith(u'\n') || rest.startsWith(u'\t') ? 1 : 0;
         for (const QStringView look : looks)
