@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 
 #include <algorithm>
-#include <optional>
 
 namespace varnel::cli {
 
