@@ -2,6 +2,7 @@
 
 import dataclasses
 import json
+import os
 import pathlib
 import shutil
 import subprocess
@@ -54,6 +55,7 @@ class Contests:
         yield from self.big_gets()
         yield from self.big_sets()
         yield from self.fifty_settings()
+        yield from self.homes_of_many()
         yield from self.save_of_fifty()
         yield from self.peak_memory()
 
@@ -105,6 +107,30 @@ class Contests:
         ])
         yield from compare("list fifty settings of ten ordinary files",
                            {"empty QtCore program": 1.6}, results, "varnelctl")
+
+    def homes_of_many(self):
+        """What it costs that each home is worked on by a process that becomes its owner."""
+        if os.geteuid() != 0:
+            return
+        homes, owners, first_id = 300, 30, 62000
+        folder = self.scratch / "homes-of-many"
+        for number in range(homes):
+            home = folder / str(number)
+            shutil.copytree(self.data / "small-binary", home)
+            owner = first_id + number % owners
+            for path in (home, *home.rglob("*")):
+                os.chown(path, owner, owner, follow_symlinks=False)
+        names = self.scratch / "homes-of-many.txt"
+        names.write_text("".join(f"{folder / str(number)}\n" for number in range(homes)))
+        command = [self.ctl, "list", "--json", "--homes-from", names]
+        within = "the same within one process: root that may become nobody else"
+        results = self.turns.run([
+            Program("varnelctl", command),
+            Program(within, ["setpriv", "--bounding-set=-setuid,-setgid", *command]),
+        ])
+        shutil.rmtree(folder)
+        yield from compare(f"list --json, {homes} homes of {owners} owners, as root", {within: 1.3},
+                           results, "varnelctl")
 
     # Writing
 

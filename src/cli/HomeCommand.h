@@ -3,6 +3,7 @@
 #include "cli/Command.h"
 #include "cli/Console.h"
 #include "cli/HomeSession.h"
+#include "cli/JsonMembers.h"
 #include "settings/RestartFlags.h"
 
 #include <QJsonObject>
@@ -27,6 +28,8 @@ struct HomeOutcome {
     /// where the command came to nothing.
     std::function<QString(const Style &)> text;
     std::function<QJsonObject()> object;
+    /// In the place of `object`: its members, as another process told them.
+    JsonMembers heard;
 
     [[nodiscard]] bool wrote() const { return changes && !dryRun; }
 

@@ -14,7 +14,8 @@ namespace varnel::cli {
 
 namespace {
 
-// The members of an answer; a line is either a log line or the outcome.
+// The members of an answer; a line is a log line, a member of the outcome's object, or the outcome,
+// which comes last.
 const QString logMember = QStringLiteral("log");
 const QString statusMember = QStringLiteral("status");
 const QString messagesMember = QStringLiteral("messages");
@@ -22,25 +23,26 @@ const QString changesMember = QStringLiteral("changes");
 const QString dryRunMember = QStringLiteral("dryRun");
 const QString restartMember = QStringLiteral("restart");
 const QString textMember = QStringLiteral("text");
-const QString objectMember = QStringLiteral("object");
 
 QByteArray lineOf(const QJsonObject &object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-QJsonObject answerOf(const HomeOutcome &outcome, bool json, const Style &style)
+void tellOutcome(const Worker::Tell &tell, const HomeOutcome &outcome, bool json,
+                 const Style &style)
 {
     QJsonObject answer {{statusMember, int(outcome.status)},
                         {messagesMember, QJsonArray::fromStringList(outcome.messages)},
                         {changesMember, outcome.changes},
                         {dryRunMember, outcome.dryRun},
                         {restartMember, int(outcome.restart.toInt())}};
-    if (json && outcome.object)
-        answer.insert(objectMember, outcome.object());
+    const QJsonObject object = json && outcome.object ? outcome.object() : QJsonObject();
+    for (auto member = object.begin(); member != object.end(); ++member)
+        tell(toldMember(member.key(), member.value()));
     if (!json && outcome.text)
         answer.insert(textMember, outcome.text(style));
-    return answer;
+    tell(lineOf(answer));
 }
 
 /// The text of a sheet: its line feeds stand, and so do the looks that our own tables give where
@@ -55,6 +57,8 @@ QString printableSheet(const QString &text, bool colour)
         from = to;
     };
     for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] >= u' ' && text[at] <= u'~')
+            continue;
         const QStringView rest = QStringView(text).mid(at);
         qsizetype taken = rest.startsWith(u'\n') || rest.startsWith(u'\t') ? 1 : 0;
         for (const QStringView look : looks)
@@ -84,8 +88,6 @@ std::optional<HomeOutcome> outcomeOf(const QJsonObject &answer, const Style &sty
     outcome.dryRun = answer.value(dryRunMember).toBool();
     const RestartFlags known = ~RestartFlags();
     outcome.restart = RestartFlags::fromInt(answer.value(restartMember).toInt()) & known;
-    if (const QJsonValue object = answer.value(objectMember); object.isObject())
-        outcome.object = [object] { return object.toObject(); };
     if (const QJsonValue text = answer.value(textMember); text.isString())
         outcome.text = [sheet = printableSheet(text.toString(), style.colour)](const Style &) {
             return sheet;
@@ -109,7 +111,7 @@ HomeWorker::HomeWorker(const std::function<HomeOutcome()> &work, bool writes, bo
                        const Style &style)
     : writes(writes), style(style), worker([&](const Worker::Tell &tell) {
           sendLogTo([&](const QString &line) { tell(lineOf({{logMember, line}})); });
-          tell(lineOf(answerOf(work(), json, style)));
+          tellOutcome(tell, work(), json, style);
       })
 {
 }
@@ -117,7 +119,12 @@ HomeWorker::HomeWorker(const std::function<HomeOutcome()> &work, bool writes, bo
 HomeOutcome HomeWorker::outcome()
 {
     std::optional<HomeOutcome> outcome;
+    JsonMembers members;
     const Result<void> done = worker.follow([&](const QByteArray &line) {
+        if (line.startsWith('"')) {
+            members.insert(heardMembers(line));
+            return;
+        }
         const QJsonObject answer = QJsonDocument::fromJson(line).object();
         if (answer.contains(logMember))
             Console::note(answer.value(logMember).toString());
@@ -128,6 +135,7 @@ HomeOutcome HomeWorker::outcome()
         return endedEarly(done.error(), writes);
     if (!outcome)
         return endedEarly({ErrorCode::Failed, u"its answer makes no sense"_s}, writes);
+    outcome->heard = members;
     return *outcome;
 }
 

@@ -9,7 +9,6 @@
 
 #include <QElapsedTimer>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QSet>
 
 #include <algorithm>
@@ -61,15 +60,6 @@ QString summary(qsizetype troubled, qsizetype all)
     return u"%1 of %2 homes: not as it should be; the messages above tell"_s.arg(troubled).arg(all);
 }
 
-/// Two levels deep in the document. No text in it has a line feed of its own.
-QByteArray elementOfHomes(const QJsonObject &object)
-{
-    const QByteArray indent(8, ' ');
-    QByteArray text = printableJson(QJsonDocument(object).toJson(QJsonDocument::Indented));
-    text.chop(1);
-    return indent + text.replace("\n", QByteArray('\n' + indent));
-}
-
 bool isTrouble(ExitStatus status)
 {
     return status != ExitStatus::Done && status != ExitStatus::Negative;
@@ -112,12 +102,15 @@ void ManyHomes::show(const QString &directory, const HomeOutcome &outcome)
         console.noteWrite();
     statuses.append(outcome.status);
     if (json) {
-        QJsonObject object = outcome.object ? outcome.object() : QJsonObject();
-        object.insert(u"home"_s, directory);
-        object.insert(u"status"_s, int(outcome.status));
+        QJsonObject ours {{u"home"_s, directory}, {u"status"_s, int(outcome.status)}};
         if (!outcome.messages.isEmpty())
-            object.insert(u"messages"_s, QJsonArray::fromStringList(outcome.messages));
-        objects += (objects.isEmpty() ? "" : ",") + QByteArray("\n") + elementOfHomes(object);
+            ours.insert(u"messages"_s, QJsonArray::fromStringList(outcome.messages));
+        JsonMembers members = outcome.heard;
+        if (outcome.object)
+            members.insert(jsonMembers(outcome.object()));
+        members.insert(jsonMembers(ours));
+        objects.append(objects.isEmpty() ? "\n" : ",\n");
+        objects.append(elementOfHomes(members));
     } else if (outcome.text) {
         print(directory, outcome.text(console.style()));
     }
@@ -136,7 +129,7 @@ QByteArray ManyHomes::document(QJsonObject object) const
     object.insert(u"homes"_s, QJsonArray());
     QByteArray document = jsonDocument(object);
     const QByteArray none = "\"homes\": [";
-    return document.insert(document.indexOf(none) + none.size(), objects);
+    return document.insert(document.indexOf(none) + none.size(), objects.bytes());
 }
 
 ExitStatus ManyHomes::status() const

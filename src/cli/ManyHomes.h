@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/HomeCommand.h"
+#include "platform/linux/UncopiedBytes.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -36,7 +37,7 @@ private:
 
     bool json;
     Console &console;
-    QByteArray objects; ///< as they stand in the document: a copied process has less to copy
+    UncopiedBytes objects; ///< as they stand in the document
     QList<ExitStatus> statuses;
     bool printed = false; ///< something of a home
 };

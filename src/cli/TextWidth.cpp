@@ -121,6 +121,9 @@ QByteArray printableJson(const QByteArray &json)
 
 QString printable(const QString &text)
 {
+    const auto isPlain = [](QChar character) { return character >= u' ' && character <= u'~'; };
+    if (std::all_of(text.begin(), text.end(), isPlain))
+        return text;
     QString out;
     for (const char32_t character : text.toUcs4()) {
         if (character == U'\n')

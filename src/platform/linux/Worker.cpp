@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QString>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -135,19 +136,22 @@ bool Worker::isSilent()
 /// False at the end of what is said.
 bool Worker::takeBytes(const Hear &hear)
 {
-    std::array<char, std::size_t {1} << 16> buffer {};
-    const ssize_t count =
-        uninterrupted([&] { return ::read(pipe.get(), buffer.data(), buffer.size()); });
+    constexpr qsizetype most = qsizetype(1) << 16; // what a pipe holds
+    const qsizetype before = unfinished.size();
+    unfinished.resize(before + most);
+    char *const room = unfinished.data() + before;
+    const ssize_t count = uninterrupted([&] { return ::read(pipe.get(), room, size_t(most)); });
+    unfinished.resize(before + std::max(count, ssize_t {0}));
     if (count <= 0)
         return false;
     lastSign = Clock::now();
     heard += count;
     if (heard > limits.bytes)
         return true;
-    unfinished.append(buffer.data(), count);
+    // What was there before ends no line.
     qsizetype from = 0;
-    for (qsizetype end = 0; (end = unfinished.indexOf('\n', from)) >= 0; from = end + 1)
-        hear(unfinished.mid(from, end - from));
+    for (qsizetype end = before; (end = unfinished.indexOf('\n', end)) >= 0; from = ++end)
+        hear(unfinished.sliced(from, end - from));
     unfinished.remove(0, from);
     return true;
 }
