@@ -2,6 +2,7 @@
 
 #include "plist/BinaryComparison.h"
 #include "plist/BinaryDecoding.h"
+#include "plist/BinaryFragment.h"
 #include "plist/BinaryReplacement.h"
 #include "plist/BinaryValidation.h"
 #include "plist/BinaryWriter.h"
@@ -79,14 +80,21 @@ Result<void> PropertyList::BinaryBackend::set(const QStringList &path, const New
     if (!found)
         return found.error();
     BinaryEdit edit = std::move(found).value();
-    edit.value = &value;
-    const BinaryObject dictionary = reader.object(edit.steps.back().dictionary);
+    const BinaryObject dictionary = reader.object(edit.steps.back().container);
     const auto isThere = [&](std::uint32_t position) {
         const std::uint32_t present = reader.child(dictionary, dictionary.count + position);
         return says(decode(reader, reader.object(present)), value);
     };
-    if (!edit.addsKey() && std::all_of(edit.positions.begin(), edit.positions.end(), isThere))
+    if (!edit.positions.empty()
+        && std::all_of(edit.positions.begin(), edit.positions.end(), isThere))
         return {};
+    const QByteArray fragment = fragmentOf(value);
+    if (fragment.isEmpty())
+        return tooBig();
+    const BinaryReader wanted = readerOf(fragment);
+    if (!says(decode(wanted, wanted.object(0)), value))
+        return notReadBack();
+    edit.value = &wanted;
     return apply(edit);
 }
 
