@@ -24,6 +24,11 @@ inline Error tooBig()
     return {ErrorCode::Failed, QStringLiteral("the property list gets too big")};
 }
 
+inline Error notInFormat()
+{
+    return {ErrorCode::Invalid, QStringLiteral("the file's format cannot hold the object")};
+}
+
 inline Error notReadBack()
 {
     return {ErrorCode::Failed, QStringLiteral("the edited property list does not read back")};

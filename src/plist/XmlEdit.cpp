@@ -31,14 +31,9 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
 {
     const XmlNode &dictionary = location.innermost();
     const XmlStyle style(document, dictionary);
-    const auto lineAt = [&](std::uint32_t offset) {
-        return lastLine(document.encoding.spaceBefore(document.file, offset));
-    };
     std::vector<XmlSplice> splices;
     for (const XmlFound &found : location.found()) {
-        QString line = lineAt(found.node.start);
-        if (line.isEmpty())
-            line = lineAt(dictionary.entries[found.entry]);
+        const QString line = lineOfValue(document, dictionary, found);
         const auto markup = xmlMarkup(value, line, style.indentation());
         if (!markup)
             return notInXml();
@@ -47,10 +42,8 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
     if (!splices.empty())
         return splices;
 
-    const QString line = lastLine(style.beforeValue());
     const auto name = escapeXml(key);
-    const auto markup =
-        xmlMarkup(value, line.isEmpty() ? lastLine(style.beforeKey()) : line, style.indentation());
+    const auto markup = xmlMarkup(value, style.lineOfNewValue(), style.indentation());
     if (!name || !markup)
         return notInXml();
     const QString entry =
@@ -69,6 +62,24 @@ std::vector<XmlSplice> splicesToRemove(const XmlDocument &document, const XmlLoc
         splices.push_back({spaceStart, found.node.end, {}});
     }
     return splices;
+}
+
+std::vector<XmlSplice> splicesToReplace(const XmlLocation &location, const QByteArray &markup)
+{
+    std::vector<XmlSplice> splices;
+    for (const XmlFound &found : location.found())
+        splices.push_back({found.node.start, found.node.end, markup});
+    return splices;
+}
+
+bool staysSmall(QByteArrayView file, const std::vector<XmlSplice> &splices)
+{
+    constexpr qint64 mostCopied = qint64 {64} * 1024 * 1024;
+    qint64 added = 0;
+    for (const XmlSplice &splice : splices)
+        added += splice.bytes.size();
+    return file.size() + added < XmlDocument::tooLarge
+        && (splices.size() < 2 || added <= mostCopied);
 }
 
 QByteArray spliced(QByteArrayView file, const std::vector<XmlSplice> &splices)

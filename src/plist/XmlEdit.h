@@ -24,6 +24,14 @@ struct XmlSplice {
 [[nodiscard]] std::vector<XmlSplice> splicesToRemove(const XmlDocument &document,
                                                      const XmlLocation &location);
 
+/// The splices that put other markup, in the file's encoding, in the place of a key's values.
+[[nodiscard]] std::vector<XmlSplice> splicesToReplace(const XmlLocation &location,
+                                                      const QByteArray &markup);
+
+/// Whether the file would stay small enough to be read, and not grow by a thousand copies where one
+/// was meant.
+[[nodiscard]] bool staysSmall(QByteArrayView file, const std::vector<XmlSplice> &splices);
+
 /// The file with the splices done; every other byte is the same.
 [[nodiscard]] QByteArray spliced(QByteArrayView file, const std::vector<XmlSplice> &splices);
 
