@@ -110,7 +110,7 @@ private:
         std::vector<std::uint32_t> keys;
         std::vector<std::uint32_t> values;
         bool isUidKey = false; ///< the last key
-        std::optional<Scalar> uid; ///< what the dictionary is if nothing else stands in it
+        std::optional<WideInteger> uid; ///< what the dictionary is if nothing else stands in it
     };
 
     static bool isContainer(XmlElement element)
@@ -138,10 +138,8 @@ private:
         frame.values.push_back(number);
         frame.uid.reset();
         if (frame.isUidKey && scalar.type == ObjectType::Integer && scalar.unclear.isNull()
-            && scalar.integer.fitsUnsigned() && scalar.integer.low <= 0xffffffff) {
-            frame.uid = scalar;
-            frame.uid->type = ObjectType::Uid;
-        }
+            && scalar.integer.fitsUnsigned() && scalar.integer.low <= 0xffffffff)
+            frame.uid = scalar.integer;
     }
 
     void closeContainer(XmlElement element)
@@ -151,7 +149,10 @@ private:
         if (element == XmlElement::Array) {
             add(sink.container(ObjectType::Array, frame.values), {});
         } else if (frame.values.size() == 1 && frame.uid) {
-            add(sink.scalar(*frame.uid), {});
+            Scalar uid;
+            uid.type = ObjectType::Uid;
+            uid.integer = *frame.uid;
+            add(sink.scalar(uid), {});
         } else {
             frame.keys.insert(frame.keys.end(), frame.values.begin(), frame.values.end());
             add(sink.container(ObjectType::Dictionary, frame.keys), {});

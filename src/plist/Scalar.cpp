@@ -87,6 +87,8 @@ QString digitsOf(double number)
         return QStringLiteral("nan");
     if (std::isinf(number))
         return number < 0 ? QStringLiteral("-infinity") : QStringLiteral("+infinity");
+    if (number == 0 && std::signbit(number))
+        return QStringLiteral("-0"); // Qt leaves the sign out
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 

@@ -40,10 +40,12 @@ std::optional<std::uint32_t> endOfNeighbour(const XmlDocument &document, const X
 /// Whether a text is one key's tags and what may stand before its value.
 bool isSpellingOf(const QString &key, const QString &text)
 {
-    const QByteArray entry = text.toUtf8() + "<true/>";
+    const QByteArray spelling = text.toUtf8();
+    const QByteArray entry = spelling + "<true/>";
     XmlScan scan;
     return scan.readEntry(entry, 0, static_cast<std::uint32_t>(entry.size()), XmlEncoding())
-        && scan.foundValue() && scan.key() == key.toUtf8();
+        && scan.foundValue() && scan.key() == key.toUtf8()
+        && scan.node().start == static_cast<std::uint32_t>(spelling.size());
 }
 
 /// What is put in: everything before the value, and the value.
