@@ -229,6 +229,8 @@ Result<void> PropertyList::XmlBackend::put(const QStringList &path, const Object
     if (std::all_of(location->found().begin(), location->found().end(), isWanted))
         return {};
     const auto splices = splicesToReplace(*location, markup.value());
+    if (!staysSmall(document.file, splices))
+        return tooBig();
     if (replaceInPlace(document, *location, path.last(), wanted, splices))
         return {};
     return apply(path, &wanted, *location, splices);
@@ -283,8 +285,6 @@ Result<void> PropertyList::XmlBackend::apply(const QStringList &path, const XmlW
                                              const XmlLocation &location,
                                              const std::vector<XmlSplice> &splices)
 {
-    if (!staysSmall(document.file, splices))
-        return tooBig();
     auto edited =
         XmlDocument::open(spliced(document.file, splices), document.root.entries.size() + 1);
     if (!edited || !differsOnlyBy(path, wanted, document, location, *edited))

@@ -6,24 +6,26 @@
 
 namespace varnel::plist {
 
-namespace {
-
-XmlSplice insertion(const XmlDocument &document, const XmlNode &dictionary, const XmlStyle &style,
-                    const QString &entry)
+XmlSplice insertion(const XmlDocument &document, const XmlNode &container, std::uint32_t at,
+                    const QByteArray &member, const QString &beforeEnd)
 {
     const XmlEncoding encoding = document.encoding;
     const auto unit = static_cast<std::uint32_t>(encoding.unit());
-    if (dictionary.isSelfClosing()) {
-        const QString grown = u">" + entry + style.beforeEnd() + u"</dict>";
-        return {dictionary.end - 2 * unit, dictionary.end, encoding.encode(grown)};
+    if (container.isSelfClosing()) {
+        const QString name = QString::fromLatin1(nameOf(container.element));
+        const QString endTag = beforeEnd + u"</" + name + u'>';
+        return {container.end - 2 * unit, container.end,
+                encoding.encode(u">") + member + encoding.encode(endTag)};
     }
-    const auto at =
-        static_cast<std::uint32_t>(encoding.spaceStart(document.file, dictionary.contentEnd));
-    const bool isEmpty = dictionary.contentStart == dictionary.contentEnd;
-    return {at, at, encoding.encode(isEmpty ? QString(entry + style.beforeEnd()) : entry)};
+    const bool isEmpty = container.contentStart == container.contentEnd;
+    return {at, at, isEmpty ? member + encoding.encode(beforeEnd) : member};
 }
 
-} // namespace
+std::uint32_t endOfMembers(const XmlDocument &document, const XmlNode &container)
+{
+    return static_cast<std::uint32_t>(
+        document.encoding.spaceStart(document.file, container.contentEnd));
+}
 
 Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
                                             const XmlLocation &location, const QString &key,
@@ -48,7 +50,8 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
         return notInXml();
     const QString entry =
         style.beforeKey() + u"<key>" + *name + u"</key>" + style.beforeValue() + *markup;
-    splices.push_back(insertion(document, dictionary, style, entry));
+    splices.push_back(insertion(document, dictionary, endOfMembers(document, dictionary),
+                                document.encoding.encode(entry), style.beforeEnd()));
     return splices;
 }
 

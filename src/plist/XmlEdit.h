@@ -12,6 +12,15 @@ struct XmlSplice {
     QByteArray bytes;
 };
 
+/// Puts a member, in the file's encoding, into a container at an offset of its content. Where it
+/// would be all of the content, `beforeEnd` comes between it and the end tag.
+[[nodiscard]] XmlSplice insertion(const XmlDocument &document, const XmlNode &container,
+                                  std::uint32_t at, const QByteArray &member,
+                                  const QString &beforeEnd);
+
+/// Where a container's content ends but for white space.
+[[nodiscard]] std::uint32_t endOfMembers(const XmlDocument &document, const XmlNode &container);
+
 /// The splices, in order, that set a key (in every entry that has it, so that all readers see the
 /// same) or add it behind the others. Invalid when the key or the value holds a character that XML
 /// cannot hold.

@@ -64,8 +64,7 @@ public:
     [[nodiscard]] XmlMemberEdit atEnd(const NewMember &member,
                                       const std::optional<QString> &before) const
     {
-        const auto at = static_cast<std::uint32_t>(
-            document.encoding.spaceStart(document.file, container.contentEnd));
+        const std::uint32_t at = endOfMembers(document, container);
         return made(container.entries.size(), at, member, before);
     }
 
@@ -88,20 +87,13 @@ private:
     [[nodiscard]] XmlMemberEdit made(std::size_t number, std::uint32_t at, const NewMember &member,
                                      const std::optional<QString> &before) const
     {
-        const XmlEncoding encoding = document.encoding;
         const QString space = before ? TextBefore(*before).space : style.beforeKey();
-        QByteArray bytes = encoding.encode(QString(space + member.keyText)) + member.markup;
-        const bool isEmpty = container.contentStart == container.contentEnd;
-        if (container.isSelfClosing()) {
-            const auto unit = static_cast<std::uint32_t>(encoding.unit());
-            const QString name = QString::fromLatin1(nameOf(container.element));
-            bytes = encoding.encode(u">") + bytes
-                + encoding.encode(QString(style.beforeEnd() + u"</" + name + u'>'));
-            return {{container.end - 2 * unit, container.end, bytes}, number, true};
-        }
-        if (isEmpty && !before)
-            bytes += encoding.encode(style.beforeEnd());
-        return {{at, at, bytes}, number, true};
+        const QByteArray bytes =
+            document.encoding.encode(QString(space + member.keyText)) + member.markup;
+        // A place that is known to have been there tells all of the white space.
+        const bool needsEnd = !before || container.isSelfClosing();
+        return {insertion(document, container, at, bytes, needsEnd ? style.beforeEnd() : QString()),
+                number, true};
     }
 
     const XmlDocument &document;
@@ -123,14 +115,14 @@ Result<XmlMemberEdit> insertionOfKey(const XmlDocument &document, const XmlNode 
         ? place->key
         : QString(u"<key>" + *name + u"</key>" + style.beforeValue());
     const NewMember member {keyText, markup};
-    const Insertion insertion(document, dictionary, style);
+    const Insertion into(document, dictionary, style);
     if (!place)
-        return insertion.atEnd(member, {});
+        return into.atEnd(member, {});
     if (!place->after)
-        return insertion.at(0, member, place->before);
+        return into.at(0, member, place->before);
     const auto neighbour = findLast(document, dictionary, *place->after);
-    return neighbour ? insertion.at(neighbour->entry + 1, member, place->before)
-                     : insertion.atEnd(member, place->before);
+    return neighbour ? into.at(neighbour->entry + 1, member, place->before)
+                     : into.atEnd(member, place->before);
 }
 
 XmlMemberEdit insertionOfElement(const XmlDocument &document, const XmlNode &array,
@@ -138,12 +130,12 @@ XmlMemberEdit insertionOfElement(const XmlDocument &document, const XmlNode &arr
                                  const std::optional<Place> &place)
 {
     const XmlStyle style(document, array);
-    const Insertion insertion(document, array, style);
+    const Insertion into(document, array, style);
     const NewMember member {{}, markup};
     if (!place && index >= array.entries.size())
-        return insertion.atEnd(member, {});
-    return insertion.at(std::min(index, array.entries.size()), member,
-                        place ? place->before : std::optional<QString>());
+        return into.atEnd(member, {});
+    return into.at(std::min(index, array.entries.size()), member,
+                   place ? place->before : std::optional<QString>());
 }
 
 std::optional<XmlMemberEdit> removalOfElement(const XmlDocument &document, const XmlNode &array,

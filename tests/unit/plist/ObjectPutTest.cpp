@@ -219,6 +219,15 @@ TEST(ObjectPut, LeavesTheBytesWhereTheSameObjectStandsAlready)
     PropertyList xml = opened("<dict><key>k</key><string>&#65;</string></dict>");
     ASSERT_TRUE(xml.put({key}, ofMarkup("<string>A</string>")).ok());
     EXPECT_EQ(xml.bytes(), "<dict><key>k</key><string>A</string></dict>");
+    // From the other format nothing is said in other words.
+    PropertyList half = opened("<dict><key>k</key><real> 0.50</real></dict>");
+    ASSERT_TRUE(half.put({key}, ofBinary([](BinaryBuilder &b) { return b.shortReal(0.5F); })).ok());
+    EXPECT_EQ(half.bytes(), "<dict><key>k</key><real> 0.50</real></dict>");
+    PropertyList wide = emptyBinary();
+    const Object one = ofBinary([](BinaryBuilder &b) { return b.integer(8, 1); });
+    ASSERT_TRUE(wide.put({key}, one).ok());
+    ASSERT_TRUE(wide.put({key}, ofMarkup("<integer>1</integer>")).ok());
+    EXPECT_EQ(*wide.object({key}), one);
     // Another order of keys is another order.
     BinaryBuilder b;
     PropertyList binary = opened(b.build(
