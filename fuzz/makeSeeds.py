@@ -75,6 +75,16 @@ def binaryLists():
     yield from files("preferences/binary/*.plist")
 
 
+def plistObjects():
+    """A kept object and a file, as the target takes them: two bytes of length before the object."""
+    kept = [b"<dict><key>CF$UID</key><integer>7</integer></dict>",
+            b"<array><data>AAEC</data><date>2011-07-20T12:00:01Z</date><real>-0.5</real></array>",
+            plistlib.dumps([1, 2.5, "\u00e9", {"a": b"x"}], fmt=plistlib.FMT_BINARY)]
+    for number, each in enumerate([*binaryLists(), *xmlLists()]):
+        one = kept[number % len(kept)]
+        yield bigEndian(len(one), 2) + one + each
+
+
 def xmlLists():
     yield plistlib.dumps(tree())
     head = b'<?xml version="1.0" encoding="%s"?>\n'

@@ -1,6 +1,7 @@
 #include "plist/BinaryComparison.h"
 
 #include "plist/BinaryDecoding.h"
+#include "plist/BinaryFragment.h"
 
 #include <algorithm>
 
@@ -30,6 +31,15 @@ public:
     {
         return expectKey(old, n, now, m)
             && expect(before.child(old, old.count + n), after.child(now, now.count + m));
+    }
+
+    /// An entry of a dictionary, or an element.
+    bool expectMember(const BinaryObject &old, std::uint32_t n, const BinaryObject &now,
+                      std::uint32_t m)
+    {
+        if (old.isDictionary())
+            return expectEntry(old, n, now, m);
+        return m < now.count && expect(before.child(old, n), after.child(now, m));
     }
 
     bool expectKey(const BinaryObject &old, std::uint32_t n, const BinaryObject &now,
@@ -77,7 +87,7 @@ std::optional<std::uint32_t> follow(const BinaryEdit::Step &step, const BinaryRe
                                     const BinaryReader &after, std::uint32_t now,
                                     Comparison &comparison)
 {
-    const BinaryObject oldOne = before.object(step.dictionary);
+    const BinaryObject oldOne = before.object(step.container);
     const BinaryObject newOne = after.object(now);
     if (!newOne.isDictionary() || newOne.count != oldOne.count)
         return {};
@@ -90,35 +100,51 @@ std::optional<std::uint32_t> follow(const BinaryEdit::Step &step, const BinaryRe
     return after.child(newOne, newOne.count + step.position);
 }
 
+/// Whether the places hold the new value: one object for all of them, so that it need be looked at
+/// once only.
+bool holdValue(const std::vector<std::uint32_t> &positions, const BinaryObject &container,
+               const BinaryReader &after, const BinaryReader &value)
+{
+    const std::uint32_t first = container.isDictionary() ? container.count : 0;
+    const std::uint32_t holder = after.child(container, first + positions.front());
+    return std::all_of(positions.begin(), positions.end(),
+                       [&](std::uint32_t position) {
+                           return after.child(container, first + position) == holder;
+                       })
+        && fragmentOf(after, holder) == value.bytes();
+}
+
 bool isEdited(const BinaryEdit &edit, const BinaryReader &before, const BinaryReader &after,
               std::uint32_t now, Comparison &comparison)
 {
-    const BinaryObject oldOne = before.object(edit.steps.back().dictionary);
+    const BinaryObject oldOne = before.object(edit.steps.back().container);
     const BinaryObject newOne = after.object(now);
-    if (!newOne.isDictionary())
+    if (newOne.type() != oldOne.type())
         return false;
+    std::vector<std::uint32_t> written; // where the new value stands
     auto edited = edit.positions.begin();
     std::uint32_t m = 0;
     for (std::uint32_t n = 0; n < oldOne.count; ++n) {
-        if (edited != edit.positions.end() && *edited == n) {
+        if (edit.addsAt(n))
+            written.push_back(m++);
+        const bool isEdited = edited != edit.positions.end() && *edited == n;
+        if (isEdited)
             ++edited;
-            if (edit.value && !comparison.expectKey(oldOne, n, newOne, m++))
+        if (isEdited && edit.value) {
+            if (edit.key && !comparison.expectKey(oldOne, n, newOne, m))
                 return false;
-        } else if (!comparison.expectEntry(oldOne, n, newOne, m++)) {
+            written.push_back(m++);
+        } else if (!isEdited && !comparison.expectMember(oldOne, n, newOne, m++)) {
             return false;
         }
     }
-    const auto found = positionsOf(after, newOne, edit.key);
-    const bool addsKey = edit.value && edit.addsKey();
-    if (newOne.count != m + (addsKey ? 1 : 0))
+    if (edit.addsAt(oldOne.count))
+        written.push_back(m++);
+    if (newOne.count != m)
         return false;
-    if (!edit.value)
-        return found.empty();
-    return found.size() == (addsKey ? 1 : edit.positions.size())
-        && std::all_of(found.begin(), found.end(), [&](std::uint32_t position) {
-               const std::uint32_t value = after.child(newOne, newOne.count + position);
-               return says(decode(after, after.object(value)), *edit.value);
-           });
+    if (edit.key && positionsOf(after, newOne, *edit.key) != written)
+        return false;
+    return !edit.value || holdValue(written, newOne, after, *edit.value);
 }
 
 } // namespace

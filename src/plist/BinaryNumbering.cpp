@@ -5,15 +5,15 @@
 namespace varnel::plist {
 
 BinaryNumbering::BinaryNumbering(const BinaryReader &reader,
-                                 const std::vector<EditedDictionary> &dictionaries)
-    : numbers(reader.trailer().objectCount, dropped), edited(dictionaries.size(), dropped)
+                                 const std::vector<EditedContainer> &containers)
+    : numbers(reader.trailer().objectCount, dropped), edited(containers.size(), dropped)
 {
-    markKept(reader, dictionaries);
+    markKept(reader, containers);
     std::vector<std::uint32_t> replaced;
-    for (const EditedDictionary &dictionary : dictionaries) {
-        originals.push_back(dictionary.original);
-        if (!isKept(dictionary.original))
-            replaced.push_back(dictionary.original);
+    for (const EditedContainer &container : containers) {
+        originals.push_back(container.original);
+        if (!isKept(container.original))
+            replaced.push_back(container.original);
     }
     std::sort(replaced.begin(), replaced.end());
     auto next = replaced.begin();
@@ -43,7 +43,7 @@ std::optional<std::size_t> BinaryNumbering::replacement(std::uint32_t index) con
 }
 
 void BinaryNumbering::markKept(const BinaryReader &reader,
-                               const std::vector<EditedDictionary> &dictionaries)
+                               const std::vector<EditedContainer> &containers)
 {
     std::vector<std::uint32_t> pending;
     const auto mark = [&](std::uint32_t index) {
@@ -52,9 +52,9 @@ void BinaryNumbering::markKept(const BinaryReader &reader,
         numbers[index] = 0;
         pending.push_back(index);
     };
-    for (const EditedDictionary &dictionary : dictionaries) {
-        for (const std::uint32_t index : dictionary.references) {
-            if (index < EditedDictionary::firstMark)
+    for (const EditedContainer &container : containers) {
+        for (const std::uint32_t index : container.references) {
+            if (index < EditedContainer::firstMark)
                 mark(index);
         }
         while (!pending.empty()) {

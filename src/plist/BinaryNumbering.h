@@ -1,23 +1,23 @@
 #pragma once
 
-#include "plist/EditedDictionary.h"
+#include "plist/EditedContainer.h"
 
 namespace varnel::plist {
 
-/// Which objects an edit keeps, and the numbers they and the edited dictionaries get.
+/// Which objects an edit keeps, and the numbers they and the edited containers get.
 class BinaryNumbering {
 public:
-    BinaryNumbering(const BinaryReader &reader, const std::vector<EditedDictionary> &edited);
+    BinaryNumbering(const BinaryReader &reader, const std::vector<EditedContainer> &edited);
 
     /// Whether the object, in its old form, is still reachable.
     [[nodiscard]] bool isKept(std::uint32_t index) const { return numbers[index] != dropped; }
     [[nodiscard]] std::uint32_t number(std::uint32_t index) const { return numbers[index]; }
 
-    /// The number of each edited dictionary. It takes its original's place in the order where
+    /// The number of each edited container. It takes its original's place in the order where
     /// nothing else holds that; else it comes after all kept objects.
     [[nodiscard]] std::uint32_t editedNumber(std::size_t step) const { return edited[step]; }
 
-    /// The edited dictionary that takes the place of this object, or none.
+    /// The edited container that takes the place of this object, or none.
     [[nodiscard]] std::optional<std::size_t> replacement(std::uint32_t index) const;
 
     /// Objects kept and edited. Altogether new ones are numbered from here on.
@@ -27,7 +27,7 @@ public:
 private:
     static constexpr std::uint32_t dropped = 0xffffffff;
 
-    void markKept(const BinaryReader &reader, const std::vector<EditedDictionary> &dictionaries);
+    void markKept(const BinaryReader &reader, const std::vector<EditedContainer> &containers);
 
     std::vector<std::uint32_t> numbers;
     std::vector<std::uint32_t> originals;

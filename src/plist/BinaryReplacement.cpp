@@ -1,8 +1,5 @@
 #include "plist/BinaryReplacement.h"
 
-#include "plist/BinaryDecoding.h"
-#include "plist/BinaryEncoding.h"
-
 #include <cstring>
 #include <limits>
 
@@ -30,9 +27,9 @@ bool standsAlone(const BinaryReader &reader, std::uint32_t index)
 std::optional<std::uint32_t> targetOf(const BinaryReader &reader, const BinaryEdit &edit)
 {
     if (!edit.value || edit.steps.size() != 1 || edit.positions.size() != 1
-        || std::holds_alternative<QStringList>(*edit.value))
+        || edit.value->object(edit.value->trailer().root).isContainer())
         return {};
-    const BinaryObject root = reader.object(edit.steps.front().dictionary);
+    const BinaryObject root = reader.object(edit.steps.front().container);
     const std::uint32_t index = reader.child(root, root.count + edit.positions.front());
     if (reader.object(index).isContainer() || !standsAlone(reader, index))
         return {};
@@ -41,9 +38,8 @@ std::optional<std::uint32_t> targetOf(const BinaryReader &reader, const BinaryEd
 
 class Replacement {
 public:
-    Replacement(const BinaryReader &reader, std::uint32_t index, const NewValue &value)
-        : reader(reader), index(index), old(reader.object(index)), value(value),
-          encoded(encodeScalar(value)),
+    Replacement(const BinaryReader &reader, std::uint32_t index, QByteArrayView encoded)
+        : reader(reader), index(index), old(reader.object(index)), encoded(encoded),
           growth(encoded.size() - (qsizetype {old.end} - qsizetype {old.start}))
     {
     }
@@ -83,7 +79,7 @@ public:
                 return false;
         }
         const auto now = after.parse(after.offset(index));
-        return now && now->end == old.end + growth && says(decode(after, *now), value)
+        return now && now->end == old.end + growth && after.whole(*now) == encoded
             && othersAreSame(after);
     }
 
@@ -125,8 +121,7 @@ private:
     const BinaryReader &reader;
     std::uint32_t index;
     BinaryObject old;
-    const NewValue &value;
-    QByteArray encoded;
+    QByteArrayView encoded;
     qsizetype growth; ///< bytes; may be negative
 };
 
@@ -137,7 +132,8 @@ std::optional<QByteArray> replacedInPlace(const BinaryReader &reader, const Bina
     const auto target = targetOf(reader, edit);
     if (!target)
         return {};
-    const Replacement replacement(reader, *target, *edit.value);
+    const BinaryReader &value = *edit.value;
+    const Replacement replacement(reader, *target, value.whole(value.object(value.trailer().root)));
     auto file = replacement.make();
     if (!file || !replacement.isMadeIn(*file))
         return {};

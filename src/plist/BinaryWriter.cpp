@@ -1,97 +1,84 @@
 #include "plist/BinaryWriter.h"
 
-#include "plist/BigEndian.h"
+#include "plist/BinaryAssembly.h"
 #include "plist/BinaryEncoding.h"
 #include "plist/BinaryNumbering.h"
+#include "plist/Errors.h"
 
-#include <cstring>
 #include <limits>
 
 namespace varnel::plist {
 
 namespace {
 
-/// The encoded objects of a new key and value; an array's elements follow the array.
+/// A new key and the objects of a new value, which come behind all others.
 class NewObjects {
 public:
-    NewObjects(const BinaryEdit &edit, std::uint32_t firstNumber) : first(firstNumber)
+    NewObjects(const BinaryEdit &edit, std::uint32_t firstNumber)
+        : value(firstNumber), objects(edit.value)
     {
-        if (!edit.value)
-            return;
         if (edit.addsKey()) {
-            key = number();
-            objects.push_back(encodeString(edit.key));
+            encodedKey = encodeString(*edit.key);
+            key = value++;
         }
-        value = number();
-        if (const auto *strings = std::get_if<QStringList>(edit.value)) {
-            elements = static_cast<std::uint32_t>(strings->size());
-            for (const QString &string : *strings)
-                objects.push_back(encodeString(string));
-        } else {
-            objects.push_back(encodeScalar(*edit.value));
-        }
-        isArray = std::holds_alternative<QStringList>(*edit.value);
     }
 
-    std::uint32_t first;
-    std::vector<QByteArray> objects; ///< without the array itself
     std::uint32_t key = 0;
-    std::uint32_t value = 0;
-    std::uint32_t elements = 0;
-    bool isArray = false;
+    std::uint32_t value = 0; ///< the number of the fragment's first object
 
-    [[nodiscard]] std::uint64_t count() const { return objects.size() + (isArray ? 1 : 0); }
-
-private:
-    [[nodiscard]] std::uint32_t number() const
+    [[nodiscard]] std::uint64_t count() const
     {
-        return first + static_cast<std::uint32_t>(objects.size());
-    }
-};
-
-/// Puts objects one after the other and their offsets into the table.
-class Output {
-public:
-    Output(const BinaryTrailer &trailer, std::uint64_t size)
-        : trailer(trailer), file(static_cast<qsizetype>(size), Qt::Uninitialized), to(file.data()),
-          entry(file.data() + trailer.tableStart)
-    {
-        append("bplist00");
+        return (encodedKey.isEmpty() ? 0U : 1U)
+            + std::uint64_t {objects ? objects->trailer().objectCount : 0};
     }
 
-    void beginObject()
+    [[nodiscard]] std::uint64_t size(unsigned referenceWidth) const
     {
-        writeBigEndian(entry, static_cast<std::uint64_t>(to - file.data()), trailer.offsetWidth);
-        entry += trailer.offsetWidth;
+        auto size = static_cast<std::uint64_t>(encodedKey.size());
+        if (!objects)
+            return size;
+        for (std::uint32_t i = 0; i < objects->trailer().objectCount; ++i) {
+            const BinaryObject object = objects->object(i);
+            size += static_cast<std::uint64_t>(headOf(object).size());
+            size += std::uint64_t {object.referenceCount()} * referenceWidth;
+        }
+        return size;
     }
-    void append(QByteArrayView bytes)
+
+    void write(BinaryOutput &output) const
     {
-        std::memcpy(to, bytes.data(), static_cast<std::size_t>(bytes.size()));
-        to += bytes.size();
-    }
-    void appendReference(std::uint32_t number)
-    {
-        writeBigEndian(to, number, trailer.referenceWidth);
-        to += trailer.referenceWidth;
-    }
-    QByteArray finish()
-    {
-        trailer.write(entry);
-        return std::move(file);
+        if (!encodedKey.isEmpty()) {
+            output.beginObject();
+            output.append(encodedKey);
+        }
+        if (!objects)
+            return;
+        for (std::uint32_t i = 0; i < objects->trailer().objectCount; ++i) {
+            const BinaryObject object = objects->object(i);
+            output.beginObject();
+            output.append(headOf(object));
+            for (std::uint32_t n = 0; n < object.referenceCount(); ++n)
+                output.appendReference(value + objects->child(object, n));
+        }
     }
 
 private:
-    const BinaryTrailer &trailer;
-    QByteArray file;
-    char *to;
-    char *entry;
+    /// All of an object but its references.
+    [[nodiscard]] QByteArrayView headOf(const BinaryObject &object) const
+    {
+        const QByteArrayView whole = objects->whole(object);
+        return object.isContainer() ? whole.first(object.body - object.start) : whole;
+    }
+
+    QByteArray encodedKey;
+    const BinaryReader *objects;
 };
 
 class Rewriting {
 public:
     Rewriting(const BinaryReader &reader, const BinaryEdit &edit)
-        : reader(reader), dictionaries(editedDictionaries(reader, edit)),
-          numbering(reader, dictionaries), added(edit, numbering.count()), trailer(reader.trailer())
+        : reader(reader), containers(editedContainers(reader, edit)), numbering(reader, containers),
+          added(edit, numbering.count()), trailer(reader.trailer())
     {
     }
 
@@ -103,11 +90,11 @@ public:
         trailer.offsetWidth = std::max(trailer.offsetWidth, bytesFor(tableStart));
         const std::uint64_t size = tableStart + count * trailer.offsetWidth + BinaryTrailer::size;
         if (size > std::numeric_limits<std::uint32_t>::max())
-            return Error {ErrorCode::Failed, QStringLiteral("the property list gets too big")};
+            return tooBig();
         trailer.objectCount = static_cast<std::uint32_t>(count);
         trailer.tableStart = static_cast<std::uint32_t>(tableStart);
         trailer.root = numbering.editedNumber(0);
-        Output output(trailer, size);
+        BinaryOutput output(trailer, size);
         write(output);
         return output.finish();
     }
@@ -124,29 +111,22 @@ private:
             size += object.end - object.start;
             size += references * (trailer.referenceWidth - reader.trailer().referenceWidth);
         }
-        for (const EditedDictionary &dictionary : dictionaries) {
-            size += static_cast<std::uint64_t>(header(dictionary).size())
-                + dictionary.references.size() * trailer.referenceWidth;
+        for (const EditedContainer &container : containers) {
+            size += static_cast<std::uint64_t>(header(container).size())
+                + container.references.size() * trailer.referenceWidth;
         }
-        if (added.isArray) {
-            size += static_cast<std::uint64_t>(arrayHeader().size())
-                + std::uint64_t {added.elements} * trailer.referenceWidth;
-        }
-        for (const QByteArray &object : added.objects)
-            size += static_cast<std::uint64_t>(object.size());
+        size += added.size(trailer.referenceWidth);
         return size;
     }
 
-    static QByteArray header(const EditedDictionary &dictionary)
+    static QByteArray header(const EditedContainer &container)
     {
-        return encodeHeader(BinaryType::Dictionary, dictionary.references.size() / 2);
-    }
-    [[nodiscard]] QByteArray arrayHeader() const
-    {
-        return encodeHeader(BinaryType::Array, added.elements);
+        return encodeHeader(container.type,
+                            container.references.size()
+                                / (container.type == BinaryType::Dictionary ? 2 : 1));
     }
 
-    void write(Output &output) const
+    void write(BinaryOutput &output) const
     {
         for (std::uint32_t i = 0; i < reader.trailer().objectCount; ++i) {
             if (numbering.isKept(i))
@@ -154,14 +134,14 @@ private:
             else if (const auto step = numbering.replacement(i))
                 writeEdited(*step, output);
         }
-        for (std::size_t step = 0; step < dictionaries.size(); ++step) {
-            if (numbering.isKept(dictionaries[step].original))
+        for (std::size_t step = 0; step < containers.size(); ++step) {
+            if (numbering.isKept(containers[step].original))
                 writeEdited(step, output);
         }
-        writeAdded(output);
+        added.write(output);
     }
 
-    void writeKept(const BinaryObject &object, Output &output) const
+    void writeKept(const BinaryObject &object, BinaryOutput &output) const
     {
         output.beginObject();
         if (!object.isContainer()) {
@@ -173,45 +153,24 @@ private:
             output.appendReference(numbering.number(reader.child(object, n)));
     }
 
-    void writeEdited(std::size_t step, Output &output) const
+    void writeEdited(std::size_t step, BinaryOutput &output) const
     {
         output.beginObject();
-        output.append(header(dictionaries[step]));
-        for (const std::uint32_t reference : dictionaries[step].references) {
-            if (reference == EditedDictionary::nextDictionary)
+        output.append(header(containers[step]));
+        for (const std::uint32_t reference : containers[step].references) {
+            if (reference == EditedContainer::nextContainer)
                 output.appendReference(numbering.editedNumber(step + 1));
-            else if (reference == EditedDictionary::newKey)
+            else if (reference == EditedContainer::newKey)
                 output.appendReference(added.key);
-            else if (reference == EditedDictionary::newValue)
+            else if (reference == EditedContainer::newValue)
                 output.appendReference(added.value);
             else
                 output.appendReference(numbering.number(reference));
         }
     }
 
-    void writeAdded(Output &output) const
-    {
-        std::uint32_t number = added.first;
-        const auto writeArray = [&] {
-            output.beginObject();
-            output.append(arrayHeader());
-            for (std::uint32_t n = 1; n <= added.elements; ++n)
-                output.appendReference(added.value + n);
-            ++number;
-        };
-        for (const QByteArray &object : added.objects) {
-            if (added.isArray && number == added.value)
-                writeArray();
-            output.beginObject();
-            output.append(object);
-            ++number;
-        }
-        if (added.isArray && number == added.value)
-            writeArray();
-    }
-
     const BinaryReader &reader;
-    std::vector<EditedDictionary> dictionaries;
+    std::vector<EditedContainer> containers;
     BinaryNumbering numbering;
     NewObjects added;
     BinaryTrailer trailer;

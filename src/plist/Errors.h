@@ -14,6 +14,21 @@ inline Error noDictionary()
     return {ErrorCode::NotFound, QStringLiteral("no dictionary on the way to the key")};
 }
 
+inline Error noArray()
+{
+    return {ErrorCode::NotFound, QStringLiteral("no array at the key")};
+}
+
+inline Error tooBig()
+{
+    return {ErrorCode::Failed, QStringLiteral("the property list gets too big")};
+}
+
+inline Error notInFormat()
+{
+    return {ErrorCode::Invalid, QStringLiteral("the file's format cannot hold the object")};
+}
+
 inline Error notReadBack()
 {
     return {ErrorCode::Failed, QStringLiteral("the edited property list does not read back")};

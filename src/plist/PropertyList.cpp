@@ -5,6 +5,8 @@
 #include "plist/XmlBackend.h"
 #include "plist/XmlMarkup.h"
 
+#include <algorithm>
+
 namespace varnel::plist {
 
 namespace {
@@ -86,6 +88,57 @@ Result<void> PropertyList::remove(const QStringList &path)
     if (path.isEmpty())
         return emptyPath();
     return backend->remove(path);
+}
+
+std::optional<Object> PropertyList::object(const QStringList &path) const
+{
+    return backend->object(path);
+}
+
+std::optional<Place> PropertyList::place(const QStringList &path) const
+{
+    if (path.isEmpty())
+        return {};
+    return backend->place(path);
+}
+
+qsizetype PropertyList::count(const QStringList &path) const
+{
+    return backend->count(path);
+}
+
+std::optional<Object> PropertyList::object(const QStringList &path, qsizetype index) const
+{
+    return backend->element(path, index);
+}
+
+std::optional<Place> PropertyList::place(const QStringList &path, qsizetype index) const
+{
+    return backend->elementPlace(path, index);
+}
+
+std::vector<Object> PropertyList::elements(const QStringList &path) const
+{
+    return backend->elements(path);
+}
+
+Result<void> PropertyList::put(const QStringList &path, const Object &object,
+                               const std::optional<Place> &place)
+{
+    if (path.isEmpty())
+        return emptyPath();
+    return backend->put(path, object, place);
+}
+
+Result<void> PropertyList::removeElement(const QStringList &path, qsizetype index)
+{
+    return backend->removeElement(path, index);
+}
+
+Result<void> PropertyList::insertElement(const QStringList &path, qsizetype index,
+                                         const Object &object, const std::optional<Place> &place)
+{
+    return backend->insertElement(path, std::max(index, qsizetype {0}), object, place);
 }
 
 const QByteArray &PropertyList::bytes() const

@@ -6,24 +6,26 @@
 
 namespace varnel::plist {
 
-namespace {
-
-XmlSplice insertion(const XmlDocument &document, const XmlNode &dictionary, const XmlStyle &style,
-                    const QString &entry)
+XmlSplice insertion(const XmlDocument &document, const XmlNode &container, std::uint32_t at,
+                    const QByteArray &member, const QString &beforeEnd)
 {
     const XmlEncoding encoding = document.encoding;
     const auto unit = static_cast<std::uint32_t>(encoding.unit());
-    if (dictionary.isSelfClosing()) {
-        const QString grown = u">" + entry + style.beforeEnd() + u"</dict>";
-        return {dictionary.end - 2 * unit, dictionary.end, encoding.encode(grown)};
+    if (container.isSelfClosing()) {
+        const QString name = QString::fromLatin1(nameOf(container.element));
+        const QString endTag = beforeEnd + u"</" + name + u'>';
+        return {container.end - 2 * unit, container.end,
+                encoding.encode(u">") + member + encoding.encode(endTag)};
     }
-    const auto at =
-        static_cast<std::uint32_t>(encoding.spaceStart(document.file, dictionary.contentEnd));
-    const bool isEmpty = dictionary.contentStart == dictionary.contentEnd;
-    return {at, at, encoding.encode(isEmpty ? QString(entry + style.beforeEnd()) : entry)};
+    const bool isEmpty = container.contentStart == container.contentEnd;
+    return {at, at, isEmpty ? member + encoding.encode(beforeEnd) : member};
 }
 
-} // namespace
+std::uint32_t endOfMembers(const XmlDocument &document, const XmlNode &container)
+{
+    return static_cast<std::uint32_t>(
+        document.encoding.spaceStart(document.file, container.contentEnd));
+}
 
 Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
                                             const XmlLocation &location, const QString &key,
@@ -31,14 +33,9 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
 {
     const XmlNode &dictionary = location.innermost();
     const XmlStyle style(document, dictionary);
-    const auto lineAt = [&](std::uint32_t offset) {
-        return lastLine(document.encoding.spaceBefore(document.file, offset));
-    };
     std::vector<XmlSplice> splices;
     for (const XmlFound &found : location.found()) {
-        QString line = lineAt(found.node.start);
-        if (line.isEmpty())
-            line = lineAt(dictionary.entries[found.entry]);
+        const QString line = lineOfValue(document, dictionary, found);
         const auto markup = xmlMarkup(value, line, style.indentation());
         if (!markup)
             return notInXml();
@@ -47,15 +44,14 @@ Result<std::vector<XmlSplice>> splicesToSet(const XmlDocument &document,
     if (!splices.empty())
         return splices;
 
-    const QString line = lastLine(style.beforeValue());
     const auto name = escapeXml(key);
-    const auto markup =
-        xmlMarkup(value, line.isEmpty() ? lastLine(style.beforeKey()) : line, style.indentation());
+    const auto markup = xmlMarkup(value, style.lineOfNewValue(), style.indentation());
     if (!name || !markup)
         return notInXml();
     const QString entry =
         style.beforeKey() + u"<key>" + *name + u"</key>" + style.beforeValue() + *markup;
-    splices.push_back(insertion(document, dictionary, style, entry));
+    splices.push_back(insertion(document, dictionary, endOfMembers(document, dictionary),
+                                document.encoding.encode(entry), style.beforeEnd()));
     return splices;
 }
 
@@ -69,6 +65,24 @@ std::vector<XmlSplice> splicesToRemove(const XmlDocument &document, const XmlLoc
         splices.push_back({spaceStart, found.node.end, {}});
     }
     return splices;
+}
+
+std::vector<XmlSplice> splicesToReplace(const XmlLocation &location, const QByteArray &markup)
+{
+    std::vector<XmlSplice> splices;
+    for (const XmlFound &found : location.found())
+        splices.push_back({found.node.start, found.node.end, markup});
+    return splices;
+}
+
+bool staysSmall(QByteArrayView file, const std::vector<XmlSplice> &splices)
+{
+    constexpr qint64 mostCopied = qint64 {64} * 1024 * 1024;
+    qint64 added = 0;
+    for (const XmlSplice &splice : splices)
+        added += splice.bytes.size();
+    return file.size() + added < XmlDocument::tooLarge
+        && (splices.size() < 2 || added <= mostCopied);
 }
 
 QByteArray spliced(QByteArrayView file, const std::vector<XmlSplice> &splices)

@@ -1,5 +1,7 @@
 #include "plist/XmlEncoding.h"
 
+#include "base/Text.h"
+
 namespace varnel::plist {
 
 namespace {
@@ -62,6 +64,16 @@ QByteArray XmlEncoding::encode(QStringView markup) const
         encoded += "&#" + QByteArray::number(static_cast<uint>(character)) + ';';
     }
     return encoded;
+}
+
+QString XmlEncoding::decode(QByteArrayView text) const
+{
+    if (name == Utf8)
+        return textOfUtf8(text);
+    QString decoded(text.size() / unit(), Qt::Uninitialized);
+    for (qsizetype i = 0; i < decoded.size(); ++i)
+        decoded[i] = QChar(unitAt(text, i * unit()));
+    return decoded;
 }
 
 void XmlEncoding::append(char16_t unit, QByteArray &to) const

@@ -30,6 +30,9 @@ public:
     /// Markup in this encoding. A character that the encoding lacks becomes a character reference.
     [[nodiscard]] QByteArray encode(QStringView markup) const;
 
+    /// Text of a file that was found valid.
+    [[nodiscard]] QString decode(QByteArrayView text) const;
+
     /// Where the run of white space starts that ends at an offset.
     [[nodiscard]] qsizetype spaceStart(QByteArrayView file, qsizetype end) const;
     /// That run as text.

@@ -30,6 +30,18 @@ std::optional<XmlDocument> XmlDocument::open(QByteArray file, std::size_t expect
     return XmlDocument {std::move(file), scan.encoding(), scan.takeNode()};
 }
 
+std::optional<XmlMember> memberAt(const XmlDocument &document, const XmlNode &container,
+                                  std::size_t n)
+{
+    XmlScan scan;
+    const bool isEntry = container.element == XmlElement::Dict;
+    const auto read = isEntry ? &XmlScan::readEntry : &XmlScan::readElement;
+    if (!(scan.*read)(document.file, container.entries[n], container.entryEnd(n), document.encoding)
+        || !scan.foundValue())
+        return {};
+    return XmlMember {isEntry ? scan.keyText() : QString(), scan.takeNode()};
+}
+
 QStringList keysOf(const XmlDocument &document, const XmlNode &dictionary)
 {
     QStringList keys;

@@ -27,6 +27,16 @@ struct XmlFound {
     Decoded decoded;
 };
 
+/// An entry of a dictionary, or an element of an array.
+struct XmlMember {
+    QString key; ///< null for an element
+    XmlNode node;
+};
+
+/// The n-th of either.
+[[nodiscard]] std::optional<XmlMember> memberAt(const XmlDocument &document,
+                                                const XmlNode &container, std::size_t n);
+
 /// The keys of a dictionary, in order.
 [[nodiscard]] QStringList keysOf(const XmlDocument &document, const XmlNode &dictionary);
 

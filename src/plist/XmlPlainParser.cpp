@@ -77,12 +77,12 @@ public:
         return false;
     }
 
-    bool parseEntries()
+    bool parseMembers(XmlElement around)
     {
         const auto place = offset(at);
-        if (!listener.startElement(XmlElement::Dict, place, place))
+        if (!listener.startElement(around, place, place))
             return false;
-        open.push_back(XmlElement::Dict);
+        open.push_back(around);
         while (at < end) {
             if (!text())
                 return false;
@@ -280,10 +280,10 @@ bool parsePlainXml(QByteArrayView file, XmlListener &listener)
     return PlainParser(file, 0, static_cast<std::uint32_t>(file.size()), listener).parseFile();
 }
 
-bool parsePlainEntries(QByteArrayView file, std::uint32_t start, std::uint32_t end,
-                       XmlListener &listener)
+bool parsePlainMembers(QByteArrayView file, std::uint32_t start, std::uint32_t end,
+                       XmlElement around, XmlListener &listener)
 {
-    return PlainParser(file, start, end, listener).parseEntries();
+    return PlainParser(file, start, end, listener).parseMembers(around);
 }
 
 } // namespace varnel::plist

@@ -13,9 +13,9 @@ namespace varnel::plist {
 /// parser must decide, with a listener that has heard nothing yet.
 [[nodiscard]] bool parsePlainXml(QByteArrayView file, XmlListener &listener);
 
-/// The same for a part of a file that stands inside a dictionary; the listener hears of a
-/// dictionary around it.
-[[nodiscard]] bool parsePlainEntries(QByteArrayView file, std::uint32_t start, std::uint32_t end,
-                                     XmlListener &listener);
+/// The same for a part of a file that stands inside a dictionary or an array; the listener hears of
+/// such a one around it.
+[[nodiscard]] bool parsePlainMembers(QByteArrayView file, std::uint32_t start, std::uint32_t end,
+                                     XmlElement around, XmlListener &listener);
 
 } // namespace varnel::plist

@@ -4,29 +4,24 @@ namespace varnel::plist {
 
 namespace {
 
-/// Whether the entry, by itself, has this key and value, and nothing but the value was spliced in.
+/// Whether the entry, by itself, has this key and what is wanted, and nothing but the value was
+/// spliced in.
 bool readsBack(const QByteArray &file, const XmlDocument &document, std::uint32_t start,
-               std::uint32_t end, const QString &key, const NewValue &value,
+               std::uint32_t end, const QString &key, const XmlWanted &wanted,
                const XmlSplice &splice)
 {
     XmlScan scan;
     return scan.readEntry(file, start, end, document.encoding) && scan.foundValue()
-        && scan.key() == key.toUtf8() && says(scan.decoded(), value)
+        && scan.key() == key.toUtf8() && wanted.isSaidBy(file, scan.node(), scan.decoded())
         && scan.node().start == splice.start
         && scan.node().end == splice.start + static_cast<std::uint32_t>(splice.bytes.size())
         && document.encoding.surrogatesMatch(splice.bytes);
 }
 
-bool othersAreSame(QByteArrayView before, QByteArrayView after, const XmlSplice &splice)
-{
-    return before.first(splice.start) == after.first(splice.start)
-        && before.sliced(splice.end) == after.sliced(splice.start + splice.bytes.size());
-}
-
 } // namespace
 
 bool replaceInPlace(XmlDocument &document, const XmlLocation &location, const QString &key,
-                    const NewValue &value, const std::vector<XmlSplice> &splices)
+                    const XmlWanted &wanted, const std::vector<XmlSplice> &splices)
 {
     if (splices.size() != 1 || location.found().size() != 1)
         return false;
@@ -42,7 +37,7 @@ bool replaceInPlace(XmlDocument &document, const XmlLocation &location, const QS
     const auto growth = static_cast<std::uint32_t>(file.size() - document.file.size());
     const XmlNode &dictionary = location.innermost();
     if (!readsBack(file, document, dictionary.entries[found.entry],
-                   dictionary.entryEnd(found.entry) + growth, key, value, splice))
+                   dictionary.entryEnd(found.entry) + growth, key, wanted, splice))
         return false;
 
     for (std::uint32_t &entry : document.root.entries)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plist/XmlEdit.h"
+#include "plist/XmlComparison.h"
 
 namespace varnel::plist {
 
@@ -11,7 +11,7 @@ namespace varnel::plist {
 /// False, and nothing is changed, where an edit takes more than one splice, or where what was read
 /// back is not what was asked.
 [[nodiscard]] bool replaceInPlace(XmlDocument &document, const XmlLocation &location,
-                                  const QString &key, const NewValue &value,
+                                  const QString &key, const XmlWanted &wanted,
                                   const std::vector<XmlSplice> &splices);
 
 } // namespace varnel::plist

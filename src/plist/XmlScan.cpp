@@ -66,12 +66,24 @@ void XmlScan::expectEntries(std::size_t count)
 bool XmlScan::readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t end,
                         XmlEncoding encoding)
 {
+    return readPart(file, {start, end, "<dict>", "</dict>"}, XmlElement::Dict, encoding);
+}
+
+bool XmlScan::readElement(QByteArrayView file, std::uint32_t start, std::uint32_t end,
+                          XmlEncoding encoding)
+{
+    return readPart(file, {start, end, "<array>", "</array>"}, XmlElement::Array, encoding);
+}
+
+bool XmlScan::readPart(QByteArrayView file, const XmlPart &part, XmlElement around,
+                       XmlEncoding encoding)
+{
     valueDepth = 1;
-    if (encoding.isUtf8() && parsePlainEntries(file, start, end, *this))
+    if (encoding.isUtf8() && parsePlainMembers(file, part.start, part.end, around, *this))
         return true;
     *this = {};
     valueDepth = 1;
-    return parseXml(file, {start, end, "<dict>", "</dict>"}, encoding, *this);
+    return parseXml(file, part, encoding, *this);
 }
 
 QString XmlScan::keyText() const
@@ -87,9 +99,9 @@ bool XmlScan::startElement(XmlElement element, std::uint32_t start, std::uint32_
         valueDepth = 1;
     collected.clear();
     if (isMember()) {
-        if (element == XmlElement::Key)
+        if (element == XmlElement::Key || remembered.element == XmlElement::Array)
             remembered.entries.push_back(start);
-        else if (element != XmlElement::String && remembered.element == XmlElement::Array)
+        if (element != XmlElement::String && remembered.element == XmlElement::Array)
             value.value.kind = Kind::Array;
     } else if (isAtTop() && element != XmlElement::Key && element != XmlElement::Plist) {
         remember(element, start, end);

@@ -16,13 +16,14 @@ struct XmlNode {
     std::uint32_t contentEnd = 0; ///< start of the end tag
     std::uint32_t end = 0;
     /// Of a dictionary's entries, where the <key> tags start and the hashes of the keys' texts. Two
-    /// lists and short hashes, as a file may have millions of entries.
+    /// lists and short hashes, as a file may have millions of entries. Of an array's elements only
+    /// where they start.
     std::vector<std::uint32_t> entries;
     std::vector<std::uint16_t> hashes;
 
     /// No end tag: "<dict/>".
     [[nodiscard]] bool isSelfClosing() const { return contentStart == end; }
-    /// The end of an entry and of all that stands before the next.
+    /// The end of an entry or element and of all that stands before the next.
     [[nodiscard]] std::uint32_t entryEnd(std::size_t n) const
     {
         return n + 1 < entries.size() ? entries[n + 1] : contentEnd;
@@ -42,6 +43,9 @@ public:
     /// Reads what stands inside a dictionary. Only the first entry's key and value are remembered.
     bool readEntry(QByteArrayView file, std::uint32_t start, std::uint32_t end,
                    XmlEncoding encoding);
+    /// The same inside an array.
+    bool readElement(QByteArrayView file, std::uint32_t start, std::uint32_t end,
+                     XmlEncoding encoding);
 
     [[nodiscard]] bool foundValue() const { return found; }
     [[nodiscard]] const XmlNode &node() const { return remembered; }
@@ -60,6 +64,8 @@ private:
     [[nodiscard]] bool wantsText() const override;
     void encodingDeclared(QByteArrayView name) override;
 
+    bool readPart(QByteArrayView file, const XmlPart &part, XmlElement around,
+                  XmlEncoding encoding);
     void remember(XmlElement element, std::uint32_t start, std::uint32_t end);
     /// Whether the innermost element stands directly in the remembered value.
     [[nodiscard]] bool isMember() const { return inside && grammar.depth() == valueDepth + 2; }

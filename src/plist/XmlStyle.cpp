@@ -44,6 +44,21 @@ QString lastLine(const QString &space)
     return space.sliced(start);
 }
 
+QString lineOfValue(const XmlDocument &document, const XmlNode &dictionary, const XmlFound &found)
+{
+    const auto lineAt = [&](std::uint32_t offset) {
+        return lastLine(document.encoding.spaceBefore(document.file, offset));
+    };
+    const QString line = lineAt(found.node.start);
+    return line.isEmpty() ? lineAt(dictionary.entries[found.entry]) : line;
+}
+
+QString XmlStyle::lineOfNewValue() const
+{
+    const QString line = lastLine(valueSpace);
+    return line.isEmpty() ? lastLine(keySpace) : line;
+}
+
 XmlStyle::XmlStyle(const XmlDocument &document, const XmlNode &dictionary)
     : unit(indentationOf(document))
 {

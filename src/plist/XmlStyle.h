@@ -16,6 +16,8 @@ public:
     [[nodiscard]] const QString &beforeValue() const { return valueSpace; }
     /// Before the end tag of the dictionary when it had no content.
     [[nodiscard]] const QString &beforeEnd() const { return endSpace; }
+    /// The line break and indentation of a new value; empty where it stays on its line.
+    [[nodiscard]] QString lineOfNewValue() const;
     /// One level of indentation.
     [[nodiscard]] const QString &indentation() const { return unit; }
 
@@ -25,6 +27,10 @@ private:
     QString endSpace;
     QString unit;
 };
+
+/// The line break and the indentation of a value that is there, or of its key.
+[[nodiscard]] QString lineOfValue(const XmlDocument &document, const XmlNode &dictionary,
+                                  const XmlFound &found);
 
 /// The line break and the indentation at the end of a run of white space; empty without a break.
 [[nodiscard]] QString lastLine(const QString &space);

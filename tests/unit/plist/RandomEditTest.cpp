@@ -1,7 +1,6 @@
-#include "BinaryBuilder.h"
 #include "BinaryDump.h"
-#include "Chance.h"
 #include "Opened.h"
+#include "Twins.h"
 
 using namespace Qt::StringLiterals;
 using namespace varnel;
@@ -9,46 +8,6 @@ using namespace varnel::plist;
 using namespace varnel::test;
 
 namespace {
-
-/// A random object over the ones that are there already, so that many are shared.
-BinaryBuilder::Index randomObject(BinaryBuilder &b, Chance &chance)
-{
-    const auto some = [&] { return chance.below(b.count()); };
-    const auto children = [&] {
-        QList<BinaryBuilder::Index> list;
-        for (unsigned i = chance.below(4); i > 0; --i)
-            list.append(some());
-        return list;
-    };
-    switch (chance.below(14)) {
-    case 0:
-        return b.integer(1U << chance.below(4), chance.wide());
-    case 1:
-        return b.wideInteger(chance.wide(), chance.wide());
-    case 2:
-        return b.real(static_cast<double>(chance.wide()) / 7);
-    case 3:
-        return b.shortReal(static_cast<float>(chance.below(1000)) / 3);
-    case 4:
-        return b.date(static_cast<double>(chance.below(1000000)) / 3);
-    case 5:
-        return b.data(QByteArray::number(chance.wide()).left(chance.below(20)));
-    case 6:
-        return b.utf16(chance.text() + QChar(static_cast<char16_t>(chance.wide())));
-    case 7:
-        return b.uid(1 + chance.below(8), chance.wide());
-    case 8:
-        return b.boolean(chance.below(2) == 0);
-    case 9:
-        return b.set(children());
-    case 10:
-        return b.dictionaryOf({{"x", some()}, {QByteArray::number(chance.below(100)), some()}});
-    case 11:
-        return b.ascii(QByteArray(static_cast<qsizetype>(chance.below(40)), 'a'));
-    default:
-        return b.array(children());
-    }
-}
 
 /// A random entry of an XML dictionary, in the one style that edits write or in others.
 struct XmlEntry {

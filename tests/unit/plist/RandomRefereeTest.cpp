@@ -1,9 +1,8 @@
 // Random documents, each in both formats at once, and random edits of both: what two readers that
 // are not ours see of them.
-#include "BinaryBuilder.h"
-#include "Chance.h"
 #include "Opened.h"
 #include "Referees.h"
+#include "Twins.h"
 
 using namespace Qt::StringLiterals;
 using namespace varnel;
@@ -14,97 +13,6 @@ namespace {
 
 constexpr unsigned documents = 60;
 constexpr int editsOfEach = 4;
-
-QByteArray xmlText(const QString &text)
-{
-    return text.toHtmlEscaped().replace(u"\r"_s, u"&#13;"_s).toUtf8();
-}
-
-/// The same value as an object and as markup, put together without the program's own writers.
-struct Twin {
-    BinaryBuilder::Index object = 0;
-    QByteArray markup;
-};
-
-Twin ofValue(BinaryBuilder &b, const NewValue &value)
-{
-    if (const auto *boolean = std::get_if<bool>(&value))
-        return {b.boolean(*boolean), *boolean ? "<true/>" : "<false/>"};
-    if (const auto *integer = std::get_if<qint64>(&value))
-        return {b.integer(8, static_cast<quint64>(*integer)),
-                "<integer>" + QByteArray::number(*integer) + "</integer>"};
-    if (const auto *string = std::get_if<QString>(&value))
-        // libplist takes no UTF-16 text without a character.
-        return {string->isEmpty() ? b.ascii({}) : b.utf16(*string),
-                "<string>" + xmlText(*string) + "</string>"};
-    QList<BinaryBuilder::Index> elements;
-    QByteArray markup = "<array>";
-    for (const QString &text : std::get<QStringList>(value)) {
-        const Twin element = ofValue(b, text);
-        elements.append(element.object);
-        markup += element.markup;
-    }
-    return {b.array(elements), markup + "</array>"};
-}
-
-Twin randomTwin(BinaryBuilder &b, Chance &chance, int depth)
-{
-    switch (chance.below(depth > 3 ? 6 : 9)) {
-    case 0: {
-        const double real = static_cast<double>(chance.below(100000)) / 7;
-        return {b.real(real), "<real>" + QByteArray::number(real, 'g', 17) + "</real>"};
-    }
-    case 1: {
-        const QByteArray data = QByteArray::number(chance.wide()).left(chance.below(20));
-        return {b.data(data), "<data>\n\t" + data.toBase64() + "\n\t</data>"};
-    }
-    case 2: // a second of a minute of 2001
-    {
-        const unsigned second = chance.below(60);
-        return {b.date(second),
-                "<date>2001-01-01T00:00:" + QByteArray::number(second).rightJustified(2, '0')
-                    + "Z</date>"};
-    }
-    case 6:
-    case 7: {
-        QList<BinaryBuilder::Index> elements;
-        QByteArray markup = "<array>";
-        for (unsigned i = chance.below(4); i > 0; --i) {
-            const Twin element = randomTwin(b, chance, depth + 1);
-            elements.append(element.object);
-            markup += "\n<!-- one -->" + element.markup;
-        }
-        return {b.array(elements), markup + "</array>"};
-    }
-    case 8: {
-        const Twin one = randomTwin(b, chance, depth + 1);
-        const Twin two = randomTwin(b, chance, depth + 1);
-        return {b.dictionaryOf({{"one", one.object}, {"two", two.object}}),
-                "<dict><key>one</key>" + one.markup + " <key>two</key>\t" + two.markup + "</dict>"};
-    }
-    default:
-        return ofValue(b, chance.newValue());
-    }
-}
-
-struct Document {
-    QByteArray binary;
-    QByteArray xml;
-};
-
-Document randomDocument(Chance &chance)
-{
-    BinaryBuilder b;
-    QList<std::pair<QByteArray, BinaryBuilder::Index>> entries;
-    QByteArray text;
-    for (unsigned i = 0; i <= chance.below(8); ++i) {
-        const QByteArray key = "k" + QByteArray::number(i);
-        const Twin twin = randomTwin(b, chance, 0);
-        entries.append({key, twin.object});
-        text += "\t<key>" + key + "</key>\n\t" + twin.markup + "\n";
-    }
-    return {b.build(b.dictionaryOf(entries)), xmlWith(text)};
-}
 
 QByteArray documentOf(const QByteArray &key, const NewValue &value)
 {

@@ -157,7 +157,7 @@ TEST(XmlPlainParser, ReadsEntriesAsIfADictionaryWereAroundThem)
     const std::uint32_t end = static_cast<std::uint32_t>(file.size()) - 7;
     const auto partOf = [&](std::uint32_t from, std::uint32_t to) {
         Recorder recorder;
-        return parsePlainEntries(file, from, to, recorder);
+        return parsePlainMembers(file, from, to, XmlElement::Dict, recorder);
     };
     EXPECT_TRUE(partOf(6, end));
     EXPECT_TRUE(partOf(6, 6));
