@@ -39,10 +39,9 @@ protected:
         finderInfo = LinuxFinderInfo(shown);
         keptFolders.emplace(shown, store.turns());
         std::destroy_at(&workspace);
-        std::construct_at(
-            &workspace, shown,
-            HomePorts {store, finderInfo, folders, *keptFolders, standardFolders, loginItems, reader,
-                       runner});
+        std::construct_at(&workspace, shown,
+                          HomePorts {store, finderInfo, folders, *keptFolders, standardFolders,
+                                     loginItems, reader, runner});
     }
 
     void SetUp() override
