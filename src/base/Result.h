@@ -12,6 +12,7 @@ enum class ErrorCode {
     NotFound, ///< no such file, key or row
     NotPermitted, ///< the system refused (rights, read-only file system, link out of the home)
     NotAFile, ///< a folder, FIFO, socket or device stands where a file is expected
+    TooBig, ///< the file is past the bound of what was to be done with it
     Unloadable, ///< the file is there, but is no whole, valid property list with a dictionary
     Invalid, ///< the caller's value is out of its kind
     Failed, ///< any other failure; the text tells

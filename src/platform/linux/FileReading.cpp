@@ -1,5 +1,7 @@
 #include "platform/linux/FileReading.h"
 
+#include "platform/linux/PathWalk.h"
+
 #include <cstdint>
 
 #include <fcntl.h>
@@ -47,13 +49,13 @@ ssize_t fill(const FileDescriptor &file, QByteArray &buffer)
 }
 
 /// One attempt: 0, EAGAIN when the file changed under the reader, or another errno value.
-int readOnce(FileContent &content)
+int readOnce(FileContent &content, qint64 most)
 {
     if (::fstat(content.file.get(), &content.status) != 0)
         return errno;
     if (!S_ISREG(content.status.st_mode))
         return EISDIR;
-    if (content.status.st_size > maximumFileSize)
+    if (content.status.st_size > most)
         return EFBIG;
     // One byte more than there should be shows that the file grew.
     content.bytes = QByteArray(content.status.st_size + 1, Qt::Uninitialized);
@@ -79,27 +81,46 @@ int refusal(const FileDescriptor &folder, const QByteArray &name)
     return S_ISREG(status.st_mode) || S_ISLNK(status.st_mode) ? 0 : EISDIR;
 }
 
+FileDescriptor openToRead(const FileDescriptor &folder, const QByteArray &name)
+{
+    // Should a FIFO have taken the file's place since, O_NONBLOCK keeps the program from waiting.
+    const auto opened = [&](int more) {
+        return FileDescriptor(uninterrupted([&] {
+            return ::openat(folder.get(), name.constData(),
+                            O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC | more);
+        }));
+    };
+    FileDescriptor file = opened(O_NOATIME);
+    // Only the owner may hide that a file was read.
+    return file || errno != EPERM ? std::move(file) : opened(0);
+}
+
 } // namespace
 
-std::variant<FileContent, int> readFile(const FileDescriptor &folder, const QByteArray &name)
+std::variant<FileContent, int> readFile(const FileDescriptor &folder, const QByteArray &name,
+                                        qint64 most)
 {
     if (const int error = refusal(folder, name))
         return error;
-    // Should a FIFO have taken the file's place since, O_NONBLOCK keeps the program from waiting.
     FileContent content;
-    content.file = FileDescriptor(uninterrupted([&] {
-        return ::openat(folder.get(), name.constData(),
-                        O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
-    }));
+    content.file = openToRead(folder, name);
     if (!content.file)
         return errno;
     constexpr int attempts = 5;
     int error = EAGAIN;
     for (int attempt = 0; attempt < attempts && error == EAGAIN; ++attempt)
-        error = readOnce(content);
+        error = readOnce(content, most);
     if (error != 0)
         return error;
     return content;
+}
+
+int compareWithRead(const FileDescriptor &folder, const QByteArray &name, const struct stat &read)
+{
+    struct stat now { };
+    if (::fstatat(folder.get(), name.constData(), &now, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? EAGAIN : errno;
+    return sameState(now, read) ? 0 : EAGAIN;
 }
 
 } // namespace varnel

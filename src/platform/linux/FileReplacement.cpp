@@ -2,7 +2,6 @@
 
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/FileReading.h"
-#include "platform/linux/PathWalk.h"
 #include "platform/linux/TemporaryFile.h"
 
 #include <fcntl.h>
@@ -29,15 +28,6 @@ int prepareNew(TemporaryFile &file, const QByteArray &bytes, mode_t mode)
     return prepare(file, bytes, [&](const FileDescriptor &made) { return setMode(made, mode); });
 }
 
-/// Whether the file is still the one that was read.
-int compareWithTarget(const FileDescriptor &folder, const QByteArray &name, const struct stat &old)
-{
-    struct stat now { };
-    if (::fstatat(folder.get(), name.constData(), &now, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno == ENOENT ? EAGAIN : errno;
-    return sameState(now, old) ? 0 : EAGAIN;
-}
-
 } // namespace
 
 int replaceFile(const FileDescriptor &folder, const QByteArray &name, const FileContent &old,
@@ -52,7 +42,7 @@ int replaceFile(const FileDescriptor &folder, const QByteArray &name, const File
     });
     if (error != 0)
         return error;
-    if (const int changed = compareWithTarget(folder, name, old.status))
+    if (const int changed = compareWithRead(folder, name, old.status))
         return changed;
     return file.replaceTarget();
 }

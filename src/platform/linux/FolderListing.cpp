@@ -47,8 +47,7 @@ QDateTime dateAt(const HomeFolder &home, const QString &path, const FileDescript
 
 } // namespace
 
-std::variant<QList<FolderEntry>, int> entriesIn(const HomeFolder &home, const QString &path,
-                                                const FileDescriptor &folder)
+std::variant<QByteArrayList, int> namesIn(const FileDescriptor &folder)
 {
     // A descriptor of its own, for the stream closes it and moves its position.
     FileDescriptor opened(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -58,17 +57,30 @@ std::variant<QList<FolderEntry>, int> entriesIn(const HomeFolder &home, const QS
     if (!stream)
         return errno;
     opened.release();
-    QList<FolderEntry> entries;
+    QByteArrayList names;
     errno = 0;
     while (const dirent *entry = ::readdir(stream.get())) {
-        const QByteArray bytes(entry->d_name);
-        const QString name = QFile::decodeName(bytes);
-        if (bytes != "." && bytes != ".." && QFile::encodeName(name) == bytes)
-            entries.append({name, dateAt(home, path + u'/' + name, folder, bytes)});
+        if (const QByteArray name(entry->d_name); name != "." && name != "..")
+            names.append(name);
         errno = 0;
     }
     if (errno != 0)
         return errno;
+    return names;
+}
+
+std::variant<QList<FolderEntry>, int> entriesIn(const HomeFolder &home, const QString &path,
+                                                const FileDescriptor &folder)
+{
+    const auto names = namesIn(folder);
+    if (const int *error = std::get_if<int>(&names))
+        return *error;
+    QList<FolderEntry> entries;
+    for (const QByteArray &bytes : std::get<QByteArrayList>(names)) {
+        const QString name = QFile::decodeName(bytes);
+        if (QFile::encodeName(name) == bytes)
+            entries.append({name, dateAt(home, path + u'/' + name, folder, bytes)});
+    }
     return entries;
 }
 

@@ -38,4 +38,13 @@ FolderLock::~FolderLock()
         ::flock(folder.get(), LOCK_UN);
 }
 
+bool isLocked(const FileDescriptor &folder)
+{
+    // A shared one, so that two who ask don't take each other for a holder.
+    if (uninterrupted([&] { return ::flock(folder.get(), LOCK_SH | LOCK_NB); }) != 0)
+        return errno == EWOULDBLOCK;
+    ::flock(folder.get(), LOCK_UN);
+    return false;
+}
+
 } // namespace varnel

@@ -29,4 +29,8 @@ private:
     State taken;
 };
 
+/// Whether somebody else holds the lock now. The folder must be open for reading, and not be locked
+/// by the caller. Who asks is in nobody's way but a run's that wants the lock in the same moment.
+[[nodiscard]] bool isLocked(const FileDescriptor &folder);
+
 } // namespace varnel

@@ -6,11 +6,9 @@
 #include "platform/linux/FileReplacement.h"
 #include "platform/linux/FolderFlush.h"
 #include "platform/linux/FolderListing.h"
-#include "platform/linux/FolderLock.h"
 #include "platform/linux/HomeEntries.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
-#include "platform/linux/TemporaryFile.h"
 
 #include <QFile>
 
@@ -31,18 +29,6 @@ FileDescriptor openFolder(const FileDescriptor &parent, const QByteArray &name)
         return ::openat(parent.get(), name.constData(),
                         O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     }));
-}
-
-Error describe(const QString &path, int error)
-{
-    switch (error) {
-    case EISDIR:
-        return {ErrorCode::NotAFile, path + u": Not a regular file"};
-    case EAGAIN:
-        return {ErrorCode::Failed, path + u": Another program is changing the file"};
-    default:
-        return systemError(path, error);
-    }
 }
 
 bool isForeign(const HomeFolder &home)
@@ -68,20 +54,20 @@ bool hasJournal(const Place &place)
 } // namespace
 
 LinuxFileStore::LinuxFileStore(HomeFolder home, std::chrono::milliseconds lockWait)
-    : home(std::move(home)), lockWait(lockWait)
+    : home(std::move(home)), changes(lockWait)
 {
 }
 
 Error LinuxFileStore::fail(const QString &path, int error) const
 {
-    Error result = describe(path, error);
+    Error result = fileError(path, error);
     varnelLog(lcIo, result.text);
     return result;
 }
 
 Error LinuxFileStore::failToRead(const QString &path, int error) const
 {
-    Error result = describe(path, error);
+    Error result = fileError(path, error);
     if (result.code != ErrorCode::NotFound && !logged.contains(result.text)) {
         logged.insert(result.text);
         varnelLog(lcIo, result.text);
@@ -100,7 +86,7 @@ Result<FileStore::Standing> LinuxFileStore::look(const QString &path) const
     case EXDEV:
         return Standing::Outside;
     default:
-        return describe(path, place.error);
+        return fileError(path, place.error);
     }
 }
 
@@ -158,16 +144,12 @@ Result<void> LinuxFileStore::update(const QString &path, const Change &change)
     if (!folder)
         return fail(path, errno);
     place.folder = std::move(folder);
-    // Who has waited in vain once does not wait again for each of fifty settings.
-    const FolderLock lock(place.folder,
-                          unlocked.isEmpty() ? lockWait : std::chrono::milliseconds::zero());
-    if (lock.state() == FolderLock::State::Held)
-        sweepOnce(place.folder);
-    return updateIn(place, path, change, lock.state() == FolderLock::State::TimedOut);
+    FolderTurn turn(changes, place.folder);
+    return updateIn(place, path, change, turn);
 }
 
 Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, const Change &change,
-                                      bool withoutLock)
+                                      FolderTurn &turn)
 {
     const auto content = readFile(place.folder, place.name);
     const auto *old = std::get_if<FileContent>(&content);
@@ -184,7 +166,7 @@ Result<void> LinuxFileStore::updateIn(const Place &place, const QString &path, c
                                      : createFile(place.folder, place.name, *bytes);
     if (error != 0)
         return fail(path, error);
-    finish(place, path, withoutLock);
+    turn.finish(path);
     return {};
 }
 
@@ -222,7 +204,7 @@ Result<FileStore::DatabasePlace> LinuxFileStore::databasePlace(const QString &pa
 {
     const Place place = walkPath(home, path);
     if (place.error == ENOENT || (place.error == 0 && !place.status))
-        return describe(path, ENOENT);
+        return fileError(path, ENOENT);
     if (place.error != 0)
         return fail(path, place.error);
     return placeOf(place, path);
@@ -233,7 +215,7 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
     const Place place = walkPath(home, path);
     // Without its folder there is no database yet, which is no failure to tell.
     if (place.error == ENOENT)
-        return describe(path, ENOENT);
+        return fileError(path, ENOENT);
     if (place.error != 0)
         return fail(path, place.error);
     if (isForeign(home) && hasJournal(place))
@@ -247,40 +229,14 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
     return made ? Result<DatabasePlace>(placeOf(place, path)) : made.error();
 }
 
-void LinuxFileStore::finish(const Place &place, const QString &path, bool withoutLock)
-{
-    // The change is made; only a power cut in the next moments could still take it back.
-    flushFolderOf(path, place.folder);
-    if (!withoutLock)
-        return;
-    varnelLog(lcIo, path + u": Changed although another run is changing files beside it");
-    if (!unlocked.contains(path))
-        unlocked.append(path);
-}
-
 void LinuxFileStore::sweep(const QString &folderPath)
 {
     const Place place = walkPath(home, folderPath);
     const FileDescriptor folder =
         place.error == 0 ? openFolder(place.folder, place.name) : FileDescriptor();
     // Whatever keeps it from being swept will be told when a file there is to be changed.
-    if (!folder)
-        return;
-    const FolderLock lock(folder, std::chrono::milliseconds::zero());
-    if (lock.state() == FolderLock::State::Held)
-        sweepOnce(folder);
-}
-
-void LinuxFileStore::sweepOnce(const FileDescriptor &folder)
-{
-    struct stat status { };
-    if (::fstat(folder.get(), &status) != 0)
-        return;
-    const std::pair<quint64, quint64> identity(status.st_dev, status.st_ino);
-    if (swept.contains(identity))
-        return;
-    swept.insert(identity);
-    sweepLeftovers(folder);
+    if (folder)
+        changes.sweep(folder);
 }
 
 } // namespace varnel

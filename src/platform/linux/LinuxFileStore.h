@@ -2,16 +2,15 @@
 
 #include "base/HomeFolder.h"
 #include "platform/FileStore.h"
+#include "platform/linux/FolderTurns.h"
 
 #include <QSet>
 #include <QStringList>
 
 #include <chrono>
-#include <utility>
 
 namespace varnel {
 
-class FileDescriptor;
 struct Place;
 
 /// The file store of a home on a Linux file system.
@@ -44,8 +43,11 @@ public:
     Result<DatabasePlace> readyForDatabase(const QString &path) override;
     Result<DatabasePlace> databasePlace(const QString &path) const override;
 
-    QStringList changedWithoutLock() const override { return unlocked; }
+    QStringList changedWithoutLock() const override { return changes.withoutLock(); }
     void sweep(const QString &folder) override;
+
+    /// For whatever else changes files of this home; what it changes is told here too.
+    [[nodiscard]] FolderTurns &turns() { return changes; }
 
 private:
     [[nodiscard]] DatabasePlace placeOf(const Place &place, const QString &path) const;
@@ -53,14 +55,10 @@ private:
     [[nodiscard]] Error failToRead(const QString &path, int error) const;
     [[nodiscard]] Result<QByteArray> readAt(const Place &place, const QString &path) const;
     [[nodiscard]] Result<void> updateIn(const Place &place, const QString &path,
-                                        const Change &change, bool withoutLock);
-    void finish(const Place &place, const QString &path, bool withoutLock);
-    void sweepOnce(const FileDescriptor &folder);
+                                        const Change &change, FolderTurn &turn);
 
     HomeFolder home;
-    std::chrono::milliseconds lockWait;
-    QStringList unlocked;
-    QSet<std::pair<quint64, quint64>> swept; ///< device and inode of folders
+    FolderTurns changes;
     mutable QSet<QString> logged;
 };
 

@@ -177,11 +177,15 @@ FileDescriptor openHome(const HomeFolder &home)
     return FileDescriptor(::open(path.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 }
 
+bool sameFile(const struct stat &left, const struct stat &right)
+{
+    return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
 bool sameState(const struct stat &left, const struct stat &right)
 {
-    return left.st_dev == right.st_dev && left.st_ino == right.st_ino
-        && left.st_size == right.st_size && sameTime(left.st_mtim, right.st_mtim)
-        && sameTime(left.st_ctim, right.st_ctim);
+    return sameFile(left, right) && left.st_size == right.st_size
+        && sameTime(left.st_mtim, right.st_mtim) && sameTime(left.st_ctim, right.st_ctim);
 }
 
 } // namespace varnel

@@ -36,6 +36,9 @@ struct Place {
 /// The home folder, opened with O_PATH; errno tells when it can't be.
 [[nodiscard]] FileDescriptor openHome(const HomeFolder &home);
 
+/// Whether both are the same file, by whatever name.
+[[nodiscard]] bool sameFile(const struct stat &left, const struct stat &right);
+
 /// Whether both are the same file, unchanged since.
 [[nodiscard]] bool sameState(const struct stat &left, const struct stat &right);
 

@@ -32,4 +32,16 @@ Error systemError(const QString &path, int error)
     return {codeOf(error), path + u": " + qt_error_string(error)};
 }
 
+Error fileError(const QString &path, int error)
+{
+    switch (error) {
+    case EISDIR:
+        return {ErrorCode::NotAFile, path + u": Not a regular file"};
+    case EAGAIN:
+        return {ErrorCode::Failed, path + u": Another program is changing the file"};
+    default:
+        return systemError(path, error);
+    }
+}
+
 } // namespace varnel

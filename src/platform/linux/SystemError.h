@@ -11,4 +11,8 @@ namespace varnel {
 /// own confined look-up has it).
 [[nodiscard]] Error systemError(const QString &path, int error);
 
+/// The same for what the reading and replacing of files gives: EISDIR stands for whatever is no
+/// regular file, EAGAIN for a file that another program is changing.
+[[nodiscard]] Error fileError(const QString &path, int error);
+
 } // namespace varnel

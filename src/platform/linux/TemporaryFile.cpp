@@ -1,11 +1,9 @@
 #include "platform/linux/TemporaryFile.h"
 
-#include "platform/linux/CloseFolder.h"
+#include "platform/linux/FolderListing.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
-
-#include <memory>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -115,38 +113,38 @@ int TemporaryFile::replaceTarget()
 
 int TemporaryFile::becomeTarget()
 {
-    if (::renameat2(folder.get(), temporaryName.constData(), folder.get(), target.constData(),
-                    RENAME_NOREPLACE)
-        == 0) {
+    const int error = moveToFreeName(folder, temporaryName, folder, target);
+    if (error == 0)
         temporaryName.clear();
+    return error;
+}
+
+int moveToFreeName(const FileDescriptor &from, const QByteArray &name, const FileDescriptor &to,
+                   const QByteArray &freeName)
+{
+    if (::renameat2(from.get(), name.constData(), to.get(), freeName.constData(), RENAME_NOREPLACE)
+        == 0)
         return 0;
-    }
     if (errno != EINVAL && errno != ENOSYS)
         return errno;
     // A file system without that kind of rename.
     struct stat status { };
-    if (::fstatat(folder.get(), target.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0)
+    if (::fstatat(to.get(), freeName.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0)
         return EEXIST;
-    return errno == ENOENT ? replaceTarget() : errno;
+    if (errno != ENOENT)
+        return errno;
+    return ::renameat(from.get(), name.constData(), to.get(), freeName.constData()) == 0 ? 0
+                                                                                         : errno;
 }
 
 void sweepLeftovers(const FileDescriptor &folder)
 {
-    // A descriptor of its own, for the stream closes it and moves its position.
-    FileDescriptor opened(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened)
-        return;
-    const std::unique_ptr<DIR, CloseFolder> entries(::fdopendir(opened.get()));
-    if (!entries)
-        return;
-    opened.release();
-    QByteArrayList leftovers;
-    while (const dirent *entry = ::readdir(entries.get())) {
-        if (const QByteArray name(entry->d_name); isTemporaryName(name))
-            leftovers.append(name);
+    const auto names = namesIn(folder);
+    const auto *found = std::get_if<QByteArrayList>(&names);
+    for (const QByteArray &name : found != nullptr ? *found : QByteArrayList()) {
+        if (isTemporaryName(name))
+            sweep(folder, name.constData());
     }
-    for (const QByteArray &name : leftovers)
-        sweep(folder, name.constData());
 }
 
 } // namespace varnel

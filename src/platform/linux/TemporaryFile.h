@@ -33,6 +33,11 @@ private:
     FileDescriptor file;
 };
 
+/// Moves a file to a name that must be free: 0, EEXIST when something stands there, or another
+/// errno value.
+[[nodiscard]] int moveToFreeName(const FileDescriptor &from, const QByteArray &name,
+                                 const FileDescriptor &to, const QByteArray &freeName);
+
 /// Removes the temporary files that dead runs left in a folder (open for reading). To be called
 /// under the folder's lock.
 void sweepLeftovers(const FileDescriptor &folder);
