@@ -1,10 +1,12 @@
 #include "backup/BackupFolder.h"
 
 #include "backup/BackupReader.h"
+#include "backup/KeptRun.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "base/UntouchedDatabase.h"
 #include "home/Workspace.h"
+#include "platform/KeptFolders.h"
 #include "shell/Tools.h"
 
 #include <algorithm>
@@ -39,9 +41,10 @@ BackupFolder::BackupFolder(QString path, FileStore &files) : folder(std::move(pa
 {
 }
 
-BackupFolder::BackupFolder(const Workspace &workspace)
-    : BackupFolder(Tools::backupFolderOf(workspace.home()), workspace.files())
+BackupFolder::BackupFolder(const Workspace &work)
+    : BackupFolder(Tools::backupFolderOf(work.home()), work.files())
 {
+    workspace = &work;
 }
 
 /// Other obstacles are left to whoever then meets them.
@@ -116,6 +119,10 @@ Result<void> BackupFolder::remove(const QString &file)
             break;
         removed = files.remove(companion);
     }
+    // Without the file it is of no use to anybody; what stays for a failure is swept by a save.
+    if (removed && workspace != nullptr)
+        for (const QString &kept : keptFoldersOf(*workspace, file))
+            static_cast<void>(workspace->keptFolders().discard(kept));
     return removed;
 }
 

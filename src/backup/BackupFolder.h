@@ -43,7 +43,7 @@ public:
     [[nodiscard]] bool exists(const QString &file) const;
     /// The rows of a file, as readBackupRows() has them.
     [[nodiscard]] Result<QList<BackupRow>> read(const QString &file) const;
-    /// Deletes a file and what its last writer left beside it. One that is gone is no error. A
+    /// Deletes a file, what its last writer left beside it, and what its run has kept. One that is gone is no error. A
     /// power cut can bring files back until flush().
     [[nodiscard]] Result<void> remove(const QString &file);
 
@@ -57,6 +57,7 @@ private:
 
     QString folder;
     FileStore &files;
+    const Workspace *workspace = nullptr;
 };
 
 /// "2026-11-21 09:30:00 +0000"; null for a link that leads nowhere, which has no date.

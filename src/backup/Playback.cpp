@@ -34,6 +34,8 @@ Result<void> playBack(const QList<BackupRow> &rows, PlaybackTarget &target)
     Result<void> written;
     for (auto row = rows.begin(); row != rows.end() && written; ++row)
         written = play(*row, target);
+    if (written)
+        written = target.writeWithoutRows();
     const Result<void> finished = target.finish();
     return written ? finished : written;
 }

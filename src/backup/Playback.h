@@ -20,6 +20,8 @@ public:
     /// What reading both places of login items afresh does, which takes what stands in both out of
     /// the store, and tells.
     virtual void readLoginItems() = 0;
+    /// After the last row, where none has failed: what no row stands for.
+    [[nodiscard]] virtual Result<void> writeWithoutRows() { return {}; }
     /// Once, after the last row that was played: whether all of them reached the home.
     [[nodiscard]] virtual Result<void> finish() { return {}; }
 };

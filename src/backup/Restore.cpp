@@ -13,12 +13,14 @@ namespace {
 /// Plays rows on a home, or in a plan that nobody carries out.
 class HomePlayback : public PlaybackTarget {
 public:
-    HomePlayback(Workspace &workspace, SettingAccess &access, bool dryRun, bool libraryIsMade)
+    /// What has no row is played where `all` rows are.
+    HomePlayback(Workspace &workspace, SettingAccess &access, const KeptBackup &kept, bool all,
+                 bool dryRun, bool libraryIsMade)
         : access(access),
-          settings(access, report.restart,
+          settings(access, report.restart, &kept,
                    dryRun ? SettingsPlayback::Manner::TryOut : SettingsPlayback::Manner::Play,
                    libraryIsMade),
-          items(workspace, dryRun), dryRun(dryRun)
+          items(workspace, dryRun), all(all), dryRun(dryRun)
     {
     }
 
@@ -48,6 +50,11 @@ public:
 
     void readLoginItems() override { playback.readData(); }
 
+    Result<void> writeWithoutRows() override
+    {
+        return all ? settings.writeWithoutRows() : Result<void>();
+    }
+
     Result<void> finish() override
     {
         const Result<void> written = settings.carryOut();
@@ -64,18 +71,20 @@ private:
     SettingsPlayback settings;
     LoginItemsOfHome items;
     LoginItemsAccess::Playback playback {items.access()};
+    bool all;
     bool dryRun;
 };
 
 } // namespace
 
 Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
-                                  const QList<BackupRow> &rows, const Workspace::Terms &terms)
+                                  const QList<BackupRow> &rows, const KeptBackup &kept,
+                                  const Workspace::Terms &terms)
 {
     const Result<QStringList> made = workspace.begin(terms);
     if (!made)
         return made.error();
-    HomePlayback target(workspace, access, terms.dryRun,
+    HomePlayback target(workspace, access, kept, kept.hasNoOtherRows(rows), terms.dryRun,
                         made.value().contains(access.libraryPath()));
     // The report has the failure that ends it.
     static_cast<void>(playBack(rows, target));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/BackupRow.h"
+#include "backup/KeptBackup.h"
 #include "home/Workspace.h"
 #include "settings/SavePlan.h"
 
@@ -27,10 +28,12 @@ struct RestoreReport {
     }
 };
 
-/// Plays rows back through the writers of a save, without rows in a backup file. An error means
-/// that nothing was changed: the home's folders can't be made.
+/// Plays rows of a backup file back through the writers of a save, without rows in a backup file;
+/// what is kept beside them goes before what they tell. An error means that nothing was changed:
+/// the home's folders can't be made.
 [[nodiscard]] Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
                                                 const QList<BackupRow> &rows,
+                                                const KeptBackup &kept,
                                                 const Workspace::Terms &terms);
 
 } // namespace varnel

@@ -1,10 +1,15 @@
 #include "backup/SettingsPlayback.h"
 
+#include "backup/KeptBackup.h"
+#include "settings/Catalogue.h"
+#include "settings/PreferenceContent.h"
+
 namespace varnel {
 
 SettingsPlayback::SettingsPlayback(SettingAccess &settingAccess, RestartFlags &restartFlags,
-                                   Manner playManner, bool libraryWillBeMade)
-    : access(settingAccess), flags(restartFlags), manner(playManner),
+                                   const KeptBackup *keptBackup, Manner playManner,
+                                   bool libraryWillBeMade)
+    : access(settingAccess), flags(restartFlags), kept(keptBackup), manner(playManner),
       libraryIsMade(libraryWillBeMade)
 {
 }
@@ -27,7 +32,10 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
 {
     if (manner == Manner::Play)
         access.logWrite(row, value);
-    const SavePlan::Setting &setting = current().add({&row, {}, value});
+    const std::optional<QList<OldKey>> exactly =
+        kept != nullptr ? kept->keysOf(row.id) : std::nullopt;
+    const SavePlan::Setting &setting = current().add({&row, {}, value}, exactly);
+    noteFile(row, exactly.has_value());
     access.wrote(row);
     if (setting.write.restarts)
         flags |= *setting.write.restarts;
@@ -37,13 +45,62 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
     return *setting.error;
 }
 
+void SettingsPlayback::noteFile(const SettingRow &row, bool exactly)
+{
+    if (row.mechanism == Mechanism::LibraryFolder) {
+        const KeptFlag *flag = kept != nullptr ? kept->libraryFlag(row.id) : nullptr;
+        if (flag != nullptr && access.finder().read(access.libraryPath()).bytes == flag->written)
+            libraryBefore = flag->before;
+        return;
+    }
+    Played &file = played[access.filePath(row)];
+    if (exactly)
+        file.exactly.insert(row.id);
+    else
+        file.others = true;
+}
+
+Result<void> SettingsPlayback::writeWithoutRows()
+{
+    if (kept == nullptr)
+        return {};
+    for (const int setting : kept->settingsWithoutRow()) {
+        const SettingRow *row = findSetting(setting);
+        const std::optional<QList<OldKey>> keys = kept->keysOf(setting);
+        if (row == nullptr || !keys)
+            continue;
+        if (const Result<void> written = write(*row, readingOf(*row, *keys).value); !written)
+            return written;
+        hasPlayedWithoutRows = true;
+    }
+    return {};
+}
+
+bool SettingsPlayback::putBackWhole(const QString &path) const
+{
+    const Played file = played.value(path);
+    return kept != nullptr && !file.others && kept->putBackWhole(path, file.exactly);
+}
+
+Result<void> SettingsPlayback::putBackLibraryFlag()
+{
+    if (!libraryBefore)
+        return {};
+    const FinderInfo::Reading before = *std::exchange(libraryBefore, std::nullopt);
+    return access.putBackLibraryFolder(before);
+}
+
 Result<void> SettingsPlayback::carryOut()
 {
     if (!plan)
         return {};
-    if (manner == Manner::Play)
-        if (const std::optional<SaveFailure> failure = plan->replaceFiles())
+    if (manner == Manner::Play) {
+        if (const auto failure =
+                plan->replaceFiles([this](const QString &path) { return putBackWhole(path); }))
             failed = failure;
+        else if (const Result<void> flag = putBackLibraryFlag(); !flag)
+            failed = {SaveFailure::Step::Write, plan->settings().back().change, flag.error()};
+    }
     for (const SavePlan::Setting &setting : plan->settings())
         if (setting.differs && (setting.written || manner == Manner::TryOut))
             done.append(setting.change);

@@ -1,6 +1,7 @@
 #include "backup/SettingsSave.h"
 
 #include "backup/BackupWriter.h"
+#include "backup/KeptRun.h"
 #include "base/Logging.h"
 #include "platform/FileStore.h"
 #include "settings/Catalogue.h"
@@ -79,8 +80,8 @@ void carryOut(SavePlan &plan, Workspace &workspace, SaveReport &report)
             foreseen(plan, BackupWriter(workspace.nextBackupFile(), workspace.files()));
         report.restart = flagsOf(plan);
     } else {
-        BackupWriter writer(workspace.backupFile(), workspace.files());
-        report.failures = plan.commit(writer, report.restart);
+        KeptRun keeper(workspace, [&] { return workspace.backupFile(); });
+        report.failures = plan.commit(keeper, report.restart);
         if (hasRows(report.failures, plan.settings().size()))
             report.backupFile = workspace.backupFile();
         report.filesWithoutLock = workspace.files().changedWithoutLock();

@@ -100,6 +100,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
     Result<QList<BackupRow>> rows = folder.read(folder.pathOf(name));
     if (!rows)
         return HomeOutcome::failed(rows.error());
+    const KeptBackup kept(session.workspace(), folder.pathOf(name), rows.value());
     if (!only.isEmpty()) {
         const QStringList missing = missingFrom(rows.value(), only);
         if (!missing.isEmpty())
@@ -108,7 +109,7 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
     }
     const Workspace::Terms terms = termsOf(home, request);
     const Result<RestoreReport> played =
-        restoreRows(session.workspace(), session.access(), rows.value(), terms);
+        restoreRows(session.workspace(), session.access(), rows.value(), kept, terms);
     if (!played)
         return HomeOutcome::failed(played.error());
 

@@ -21,11 +21,16 @@ public:
     struct Reading {
         int error = 0; ///< 0, or why it could not be read
         FinderInfoBytes bytes {}; ///< all zero where none was ever set
+        bool isSet = false; ///< it is there
+
+        bool operator==(const Reading &) const = default;
     };
     [[nodiscard]] virtual Reading read(const QString &path) const = 0;
 
     /// 0, or why it could not be written. Changes nothing but the Finder information.
     [[nodiscard]] virtual int write(const QString &path, const FinderInfoBytes &bytes) = 0;
+    /// 0, also where there was none, or why it could not be removed.
+    [[nodiscard]] virtual int remove(const QString &path) = 0;
 };
 
 } // namespace varnel

@@ -6,6 +6,12 @@ namespace varnel {
 
 namespace {
 
+Result<bool> carryOut(const SettingWrite &write, PreferenceContent &content)
+{
+    return write.exactly ? content.putBack(*write.exactly)
+                         : content.change(write.changes, write.ifMissing);
+}
+
 Result<void> withoutAnswer(const Result<bool> &result)
 {
     return result ? Result<void>() : result.error();
@@ -21,6 +27,8 @@ PlannedFile::PlannedFile(QString filePath, const FileStore &store)
     if (bytes) {
         before = bytes.value();
         content = PreferenceContent::of(path, before);
+        if (content)
+            original = content.value().copy();
     } else {
         content = bytes.error();
     }
@@ -31,12 +39,29 @@ plist::Value PlannedFile::value(const QStringList &keyPath) const
     return content ? content.value().value(keyPath) : plist::Value();
 }
 
-Result<bool> PlannedFile::edit(const SettingWrite &write)
+Result<bool> PlannedFile::edit(int setting, const SettingWrite &write)
 {
-    const Result<bool> done =
-        content ? content.value().change(write.changes, write.ifMissing) : content.error();
-    edits.append({write, withoutAnswer(done)});
+    const Result<bool> done = content ? carryOut(write, content.value()) : content.error();
+    edits.append({setting, write, withoutAnswer(done)});
     return done;
+}
+
+std::optional<ReplacedFile> PlannedFile::replacement() const
+{
+    const std::optional<QByteArray> after = content ? content.value().bytes() : std::nullopt;
+    if (!after || after == before)
+        return std::nullopt;
+    return ReplacedFile {path, before, *after, keysIn(*original)};
+}
+
+QList<OldKey> PlannedFile::keysIn(const PreferenceContent &old) const
+{
+    QList<OldKey> keys;
+    for (const Edit &edit : edits)
+        if (edit.wanted && edit.outcome)
+            for (const KeyChange &change : edit.write.changes)
+                keys.append(old.oldKey(edit.setting, change.keyPath));
+    return keys;
 }
 
 bool PlannedFile::isStillSo() const
@@ -45,10 +70,10 @@ bool PlannedFile::isStillSo() const
     return now && now.value() == before;
 }
 
-Result<void> PlannedFile::commit(FileStore &store)
+Result<void> PlannedFile::commit(FileStore &store, OldValueKeeper *keeper)
 {
     const Result<void> replaced = store.update(path, [&](const std::optional<QByteArray> &now) {
-        return content && now == before ? content.value().bytes() : editedAfresh(now);
+        return content && now == before ? content.value().bytes() : editedAfresh(now, keeper);
     });
     if (!replaced)
         for (Edit &edit : edits)
@@ -56,18 +81,22 @@ Result<void> PlannedFile::commit(FileStore &store)
     return replaced;
 }
 
-Result<std::optional<QByteArray>> PlannedFile::editedAfresh(const std::optional<QByteArray> &bytes)
+Result<std::optional<QByteArray>> PlannedFile::editedAfresh(const std::optional<QByteArray> &bytes,
+                                                            OldValueKeeper *keeper)
 {
     Result<PreferenceContent> fresh = PreferenceContent::of(path, bytes);
     if (!fresh) {
         varnelLog(lcIo, fresh.error().text);
         return fresh.error();
     }
+    const PreferenceContent old = fresh.value().copy();
     for (Edit &edit : edits)
         if (edit.wanted)
-            edit.outcome =
-                withoutAnswer(fresh.value().change(edit.write.changes, edit.write.ifMissing));
-    return fresh.value().bytes();
+            edit.outcome = withoutAnswer(carryOut(edit.write, fresh.value()));
+    std::optional<QByteArray> after = fresh.value().bytes();
+    if (keeper != nullptr && after && after != bytes)
+        keeper->keepAfresh({path, bytes, *after, keysIn(old)});
+    return after;
 }
 
 } // namespace varnel

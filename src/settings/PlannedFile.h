@@ -25,18 +25,21 @@ public:
 
     /// One setting's edit, all of it or none; whether the file would differ by it. Unloadable where
     /// the file is no property list with a dictionary at its root.
-    [[nodiscard]] Result<bool> edit(const SettingWrite &write);
+    [[nodiscard]] Result<bool> edit(int setting, const SettingWrite &write);
     /// That of an edit which changed nothing is not made: it is no matter of the file any more.
     void leaveOut(qsizetype number) { edits[number].wanted = false; }
     [[nodiscard]] qsizetype count() const { return edits.size(); }
+
+    /// What commit() is going to do to the file; none where it stays as it is, or can't be read.
+    [[nodiscard]] std::optional<ReplacedFile> replacement() const;
 
     /// Whether the file holds what was read.
     [[nodiscard]] bool isStillSo() const;
 
     /// Replaces the file, under its lock: by what was planned, or, where it holds something else by
-    /// now, by that with the edits made afresh. An edit that can't be made is left out. The error
+    /// now, by that with the edits made afresh, of which a keeper is told. An edit that can't be made is left out. The error
     /// is that of the file, has been logged, and fails every edit.
-    Result<void> commit(FileStore &store);
+    Result<void> commit(FileStore &store, OldValueKeeper *keeper = nullptr);
     /// What came of an edit, by its number; of a commit, where there was one.
     [[nodiscard]] const Result<void> &outcome(qsizetype number) const
     {
@@ -45,17 +48,20 @@ public:
 
 private:
     struct Edit {
+        int setting;
         SettingWrite write;
         Result<void> outcome;
         bool wanted = true;
     };
     [[nodiscard]] Result<std::optional<QByteArray>>
-    editedAfresh(const std::optional<QByteArray> &bytes);
+    editedAfresh(const std::optional<QByteArray> &bytes, OldValueKeeper *keeper);
+    [[nodiscard]] QList<OldKey> keysIn(const PreferenceContent &old) const;
 
     QString path;
     FileReader::Rereader reread;
     std::optional<QByteArray> before;
     Result<PreferenceContent> content;
+    std::optional<PreferenceContent> original; ///< before the edits
     QList<Edit> edits;
 };
 

@@ -1,5 +1,7 @@
 #include "settings/PreferenceContent.h"
 
+#include <algorithm>
+
 namespace varnel {
 
 namespace {
@@ -9,14 +11,22 @@ Error inFile(const QString &path, ErrorCode code, const Error &why)
     return {code, path + u": " + why.text};
 }
 
-/// An absent dictionary on the way is no error: there is nothing to set or remove in.
 Result<void> apply(plist::PropertyList &list, const KeyChange &change)
 {
-    Result<void> done =
-        change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
-    if (!done && done.error().code == ErrorCode::NotFound)
-        return {};
-    return done;
+    return change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
+}
+
+Result<void> apply(plist::PropertyList &list, const OldKey &old)
+{
+    return old.object ? list.put(old.keyPath, *old.object, old.place) : list.remove(old.keyPath);
+}
+
+/// A key comes after the one that it names as its neighbour, so that one has to be there first.
+QList<OldKey> inFileOrder(QList<OldKey> keys)
+{
+    std::stable_sort(keys.begin(), keys.end(),
+                     [](const OldKey &a, const OldKey &b) { return a.order < b.order; });
+    return keys;
 }
 
 } // namespace
@@ -41,9 +51,44 @@ Result<bool> PreferenceContent::change(const QList<KeyChange> &changes, IfMissin
 {
     if (!list && ifMissing == IfMissing::LeaveMissing)
         return false;
+    return editAll(changes);
+}
+
+Result<bool> PreferenceContent::putBack(const QList<OldKey> &keys)
+{
+    const bool holds =
+        std::any_of(keys.begin(), keys.end(), [](const OldKey &key) { return key.object; });
+    if (!list && !holds)
+        return false;
+    return editAll(inFileOrder(keys));
+}
+
+OldKey PreferenceContent::oldKey(int setting, const QStringList &keyPath) const
+{
+    OldKey old {setting, keyPath, {}, {}, 0};
+    if (!list)
+        return old;
+    old.object = list->object(keyPath);
+    if (!old.object)
+        return old;
+    old.place = list->place(keyPath);
+    if (const auto keys = list->keys(keyPath.first(keyPath.size() - 1)))
+        old.order = keys->lastIndexOf(keyPath.last());
+    return old;
+}
+
+PreferenceContent PreferenceContent::copy() const
+{
+    return {path, list ? std::optional(list->copy()) : std::nullopt};
+}
+
+template <typename Edit> Result<bool> PreferenceContent::editAll(const QList<Edit> &edits)
+{
     plist::PropertyList edited = list ? list->copy() : plist::PropertyList::empty();
-    for (const KeyChange &change : changes) {
-        if (const Result<void> done = apply(edited, change); !done)
+    for (const Edit &edit : edits) {
+        const Result<void> done = apply(edited, edit);
+        // An absent dictionary on the way is no error: there is nothing to set or remove in.
+        if (!done && done.error().code != ErrorCode::NotFound)
             return inFile(path, done.error().code, done.error());
     }
     const bool differs = !list || list->bytes() != edited.bytes();

@@ -48,11 +48,13 @@ SavePlan::SavePlan(SettingAccess &settingAccess, const QList<SettingChange> &val
     plan();
 }
 
-const SavePlan::Setting &SavePlan::add(const SettingChange &value)
+const SavePlan::Setting &SavePlan::add(const SettingChange &value,
+                                       const std::optional<QList<OldKey>> &exactly)
 {
     named.append(value);
     wanted.append(value);
     planned.push_back(begun(value));
+    planned.back().write.exactly = exactly;
     editNow(planned.back());
     return planned.back();
 }
@@ -129,7 +131,7 @@ Result<bool> SavePlan::edit(Setting &setting)
         return editLibrary(*setting.write.hidesLibrary);
     PlannedFile &file = fileOf(*setting.change.row);
     setting.edit = file.count();
-    return file.edit(setting.write);
+    return file.edit(setting.change.row->id, setting.write);
 }
 
 Result<bool> SavePlan::editLibrary(bool hides)
@@ -187,17 +189,33 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
             failures.append({SaveFailure::Step::Backup, change, kept.error()});
         }
     }
-    return failures + write(flags);
+    keeper.keepFiles(replacedFiles());
+    if (libraryFolder && libraryFolder->now != libraryFolder->before)
+        keeper.keepLibraryFlag(libraryFolder->before, libraryFolder->now.bytes);
+    return failures + write(keeper, flags);
 }
 
-QList<SaveFailure> SavePlan::write(RestartFlags &flags)
+QList<ReplacedFile> SavePlan::replacedFiles() const
+{
+    QList<ReplacedFile> replaced;
+    for (const auto &[path, file] : files)
+        if (std::optional<ReplacedFile> replacement = file.replacement())
+            replaced.append(std::move(*replacement));
+    return replaced;
+}
+
+QList<SaveFailure> SavePlan::write(OldValueKeeper &keeper, RestartFlags &flags)
 {
     QList<SaveFailure> failures;
     Replaced replaced;
+    FileStore &store = access.preferenceFiles().fileStore();
+    const Replace replace = [&](PlannedFile &file, const QString & /*path*/) {
+        return file.commit(store, &keeper);
+    };
     for (Setting &setting : planned) {
         const auto &[row, oldValue, newValue] = setting.change;
         access.logWrite(*row, newValue);
-        const Result<void> written = writeOne(setting, replaced);
+        const Result<void> written = writeOne(setting, replaced, replace);
         access.wrote(*row);
         if (setting.write.restarts)
             flags |= *setting.write.restarts;
@@ -207,14 +225,18 @@ QList<SaveFailure> SavePlan::write(RestartFlags &flags)
     return failures;
 }
 
-std::optional<SaveFailure> SavePlan::replaceFiles()
+std::optional<SaveFailure> SavePlan::replaceFiles(const OtherWay &otherWay)
 {
     std::optional<SaveFailure> failure;
     Replaced replaced;
+    FileStore &store = access.preferenceFiles().fileStore();
+    const Replace replace = [&](PlannedFile &file, const QString &path) {
+        return otherWay && otherWay(path) ? Result<void>() : file.commit(store);
+    };
     for (Setting &setting : planned) {
         if (failure && !replaced.contains(access.filePath(*setting.change.row)))
             continue;
-        const Result<void> written = writeOne(setting, replaced);
+        const Result<void> written = writeOne(setting, replaced, replace);
         access.wrote(*setting.change.row);
         if (!written && !failure)
             failure = {SaveFailure::Step::Write, setting.change, written.error()};
@@ -222,23 +244,25 @@ std::optional<SaveFailure> SavePlan::replaceFiles()
     return failure;
 }
 
-Result<void> SavePlan::writeOne(Setting &setting, Replaced &replaced)
+Result<void> SavePlan::writeOne(Setting &setting, Replaced &replaced, const Replace &replace)
 {
     const Result<void> written = setting.write.hidesLibrary
         ? access.writeLibraryFolder(*setting.write.hidesLibrary)
-        : replaceFileOf(setting, replaced);
+        : replaceFileOf(setting, replaced, replace);
     setting.written = written.ok();
     return written;
 }
 
 /// The first setting of a file has the file replaced.
-Result<void> SavePlan::replaceFileOf(const Setting &setting, Replaced &replaced)
+Result<void> SavePlan::replaceFileOf(const Setting &setting, Replaced &replaced,
+                                     const Replace &replace)
 {
     const SettingRow &row = *setting.change.row;
     PlannedFile &file = fileOf(row);
-    const auto known = replaced.find(access.filePath(row));
+    const QString path = access.filePath(row);
+    const auto known = replaced.find(path);
     if (known == replaced.end())
-        replaced.emplace(access.filePath(row), file.commit(access.preferenceFiles().fileStore()));
+        replaced.emplace(path, replace(file, path));
     else if (!known->second)
         varnelLog(lcIo, known->second.error().text); // for each setting that it keeps from its file
     return file.outcome(setting.edit);

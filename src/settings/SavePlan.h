@@ -2,7 +2,7 @@
 
 #include "base/Result.h"
 #include "platform/FinderInfo.h"
-#include "settings/ChangeRecord.h"
+#include "settings/OldValues.h"
 #include "settings/PlannedFile.h"
 #include "settings/SettingAccess.h"
 #include "settings/SettingReading.h"
@@ -11,19 +11,12 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
 namespace varnel {
-
-/// Where the old value of a setting is kept before the new one is written.
-class OldValueKeeper {
-public:
-    virtual ~OldValueKeeper() = default;
-    /// Keeps the record, unless one of the same setting is kept already.
-    virtual Result<void> addDataToBackupFile(const ChangeRecord &record) = 0;
-};
 
 /// The row that keeps a change's old value.
 [[nodiscard]] ChangeRecord oldValueOf(const SettingChange &change);
@@ -63,8 +56,10 @@ public:
 
     [[nodiscard]] const std::vector<Setting> &settings() const { return planned; }
 
-    /// One more, on the result of all before it: its old value is what they would have left.
-    const Setting &add(const SettingChange &value);
+    /// One more, on the result of all before it: its old value is what they would have left. Where
+    /// what stood under its keys is known, that is what it gets, and the value is only told.
+    const Setting &add(const SettingChange &value,
+                       const std::optional<QList<OldKey>> &exactly = std::nullopt);
 
     /// What a setting would be read as, and what would stand in its file.
     [[nodiscard]] SettingReading readingOf(const SettingRow &row);
@@ -88,7 +83,9 @@ public:
 
     /// What is told of each setting was told when it was added: only replaces the files, in the
     /// same order, up to the first that can't be replaced.
-    [[nodiscard]] std::optional<SaveFailure> replaceFiles();
+    /// Of each file it is asked first whether it has come to hold what was planned in another way.
+    using OtherWay = std::function<bool(const QString &path)>;
+    [[nodiscard]] std::optional<SaveFailure> replaceFiles(const OtherWay &otherWay = nullptr);
 
 private:
     /// The Library folder's flag, with what the settings before have made of it.
@@ -106,9 +103,14 @@ private:
     [[nodiscard]] Result<bool> editLibrary(bool hides);
     [[nodiscard]] bool isStillSo() const;
     using Replaced = std::map<QString, Result<void>>; ///< by path
-    [[nodiscard]] QList<SaveFailure> write(RestartFlags &flags);
-    [[nodiscard]] Result<void> writeOne(Setting &setting, Replaced &replaced);
-    [[nodiscard]] Result<void> replaceFileOf(const Setting &setting, Replaced &replaced);
+    /// How a file comes to hold what was planned.
+    using Replace = std::function<Result<void>(PlannedFile &file, const QString &path)>;
+    [[nodiscard]] QList<SaveFailure> write(OldValueKeeper &keeper, RestartFlags &flags);
+    [[nodiscard]] Result<void> writeOne(Setting &setting, Replaced &replaced,
+                                        const Replace &replace);
+    [[nodiscard]] Result<void> replaceFileOf(const Setting &setting, Replaced &replaced,
+                                             const Replace &replace);
+    [[nodiscard]] QList<ReplacedFile> replacedFiles() const;
 
     SettingAccess &access;
     QList<SettingChange> named; ///< as they were given

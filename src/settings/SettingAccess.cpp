@@ -143,4 +143,15 @@ Result<void> SettingAccess::writeLibraryFolder(bool hidden)
     return failure;
 }
 
+Result<void> SettingAccess::putBackLibraryFolder(const FinderInfo::Reading &before)
+{
+    const int error = before.isSet ? finderInfo.write(libraryPath(), before.bytes)
+                                   : finderInfo.remove(libraryPath());
+    if (error == 0)
+        return {};
+    const Error failure = flagError(error);
+    varnelLog(lcIo, failure.text);
+    return failure;
+}
+
 } // namespace varnel

@@ -2,6 +2,7 @@
 
 #include "base/HomeFolder.h"
 #include "base/Result.h"
+#include "platform/FinderInfo.h"
 #include "settings/SettingReading.h"
 
 #include <QHash>
@@ -9,7 +10,6 @@
 
 namespace varnel {
 
-class FinderInfo;
 class PreferenceFiles;
 class SavePlan;
 
@@ -34,6 +34,8 @@ public:
     /// What is told of a write before it is made.
     void logWrite(const SettingRow &row, const SettingValue &value) const;
     Result<void> writeLibraryFolder(bool hidden);
+    /// All of its Finder information, as it was before; none where there was none.
+    Result<void> putBackLibraryFolder(const FinderInfo::Reading &before);
     [[nodiscard]] Error flagError(int error) const;
     /// Takes notice of a write: what it may have changed is looked up when it is next asked for.
     void wrote(const SettingRow &row) const;

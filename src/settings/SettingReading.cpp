@@ -45,6 +45,16 @@ SettingReading barItemsReading(const plist::Value &stored)
 
 } // namespace
 
+SettingReading readingOf(const SettingRow &row, const QList<OldKey> &keys)
+{
+    return readingOf(row, [&](const QStringList &keyPath) {
+        for (const OldKey &key : keys)
+            if (key.keyPath == keyPath && key.object)
+                return key.object->value({});
+        return plist::Value();
+    });
+}
+
 SettingReading readingOf(const SettingRow &row, const StoredAt &stored)
 {
     switch (row.mechanism) {

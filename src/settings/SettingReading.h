@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plist/Value.h"
+#include "settings/OldValues.h"
 #include "settings/SettingRow.h"
 
 #include <QString>
@@ -40,6 +41,9 @@ struct SettingChange {
 
 /// What stands at a path of keys of the setting's file; Kind::Missing where nothing does.
 using StoredAt = std::function<plist::Value(const QStringList &keyPath)>;
+
+/// What an old object under one of the setting's keys would have been read as.
+[[nodiscard]] SettingReading readingOf(const SettingRow &row, const QList<OldKey> &keys);
 
 /// A setting of a preference file, as its control would show it: not the Library folder.
 [[nodiscard]] SettingReading readingOf(const SettingRow &row, const StoredAt &stored);

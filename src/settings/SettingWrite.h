@@ -13,6 +13,8 @@ struct SettingWrite {
     /// on the way to a key is never made: the change is left out.
     QList<KeyChange> changes;
     PreferenceFiles::IfMissing ifMissing = PreferenceFiles::IfMissing::LeaveMissing;
+    /// In place of the changes: what stood there before is put back, object by object.
+    std::optional<QList<OldKey>> exactly;
     std::optional<bool> hidesLibrary; ///< of the Library folder only
     std::optional<RestartFlag> restarts;
 

@@ -40,6 +40,11 @@ QString Tools::backupFolderOf(const HomeFolder &home)
     return supportFolderOf(home) + u"Backup/";
 }
 
+QString Tools::keptFolderOf(const HomeFolder &home)
+{
+    return supportFolderOf(home) + u"Kept/";
+}
+
 QStringList Tools::foldersWrittenTo(const HomeFolder &home)
 {
     return {home.preferencesDirectory(), supportFolderOf(home), backupFolderOf(home)};

@@ -24,6 +24,8 @@ public:
 
     /// ".../Varnel/Backup/", whether it is there or not.
     [[nodiscard]] static QString backupFolderOf(const HomeFolder &home);
+    /// Where what runs replace is kept: beside the backup folder; ends in a slash.
+    [[nodiscard]] static QString keptFolderOf(const HomeFolder &home);
 
     /// The same for ".../Varnel/Backup/": on a first run it can be made only after the support
     /// folder.

@@ -7,7 +7,7 @@ DryRunFinderInfo::DryRunFinderInfo(const FinderInfo &inner) : inner(inner) { }
 FinderInfo::Reading DryRunFinderInfo::read(const QString &path) const
 {
     const auto at = tried.find(path);
-    return at != tried.end() ? Reading {0, at->second} : original(path);
+    return at != tried.end() ? Reading {0, at->second, true} : original(path);
 }
 
 const FinderInfo::Reading &DryRunFinderInfo::original(const QString &path) const

@@ -17,6 +17,7 @@ public:
 
     Reading read(const QString &path) const override;
     int write(const QString &path, const FinderInfoBytes &bytes) override;
+    int remove(const QString &path) override { return write(path, {}); }
 
     /// A folder that would be made by then: one without any information.
     void expectFolder(const QString &path) { originals.insert_or_assign(path, Reading {}); }

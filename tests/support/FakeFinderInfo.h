@@ -13,13 +13,20 @@ public:
     Reading read(const QString &path) const override
     {
         calls.append(u"read " + path);
-        return readError != 0 ? Reading {readError, {}} : Reading {0, stored.value(path)};
+        return readError != 0 ? Reading {readError, {}, false} : Reading {0, stored.value(path), stored.contains(path)};
     }
     int write(const QString &path, const FinderInfoBytes &bytes) override
     {
         calls.append(u"write " + path);
         if (writeError == 0)
             stored.insert(path, bytes);
+        return writeError;
+    }
+    int remove(const QString &path) override
+    {
+        calls.append(u"remove " + path);
+        if (writeError == 0)
+            stored.remove(path);
         return writeError;
     }
 

@@ -1,6 +1,7 @@
 #include "backup/views/RestoreBackupView.h"
 
 #include "backup/BackupFolder.h"
+#include "backup/KeptBackup.h"
 #include "backup/views/BackupModel.h"
 #include "backup/views/RestoreBackup.h"
 #include "backup/views/RestoreBackupInfoWindow.h"
@@ -222,7 +223,8 @@ bool RestoreBackupView::play(const QString &path)
     const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
     if (!rows)
         return false;
-    SharedPlayback target(context.shared);
+    const KeptBackup kept(context.workspace, path, rows.value());
+    SharedPlayback target(context.shared, kept);
     return playBack(rows.value(), target).ok();
 }
 

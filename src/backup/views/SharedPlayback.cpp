@@ -13,14 +13,28 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
     const std::shared_ptr<Quillet> quillet = shared.quillet();
     if (!quillet)
         return {};
-    if (!settings)
-        settings.emplace(quillet->settingAccess(), shared.restartFlags());
     quillet->askForView(settingId);
     const SettingRow *row = findSetting(settingId);
     const Result<void> written =
-        row != nullptr ? settings->write(*row, {value, extra}) : Result<void>();
+        row != nullptr ? settingsPlayback()->write(*row, {value, extra}) : Result<void>();
     if (written)
         quillet->readData();
+    return written;
+}
+
+SettingsPlayback *SharedPlayback::settingsPlayback()
+{
+    if (!settings && shared.quillet())
+        settings.emplace(shared.quillet()->settingAccess(), shared.restartFlags(), &kept);
+    return settings ? &*settings : nullptr;
+}
+
+Result<void> SharedPlayback::writeWithoutRows()
+{
+    SettingsPlayback *const playback = settingsPlayback();
+    const Result<void> written = playback != nullptr ? playback->writeWithoutRows() : Result<void>();
+    if (written && playback != nullptr && playback->playedWithoutRows())
+        shared.quillet()->readData();
     return written;
 }
 

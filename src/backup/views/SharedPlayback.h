@@ -17,17 +17,21 @@ class SharedObject;
 /// items is shown at the end.
 class SharedPlayback : public PlaybackTarget {
 public:
-    explicit SharedPlayback(SharedObject &shared) : shared(shared) { }
+    /// What is kept beside the rows outlives this object.
+    SharedPlayback(SharedObject &shared, const KeptBackup &kept) : shared(shared), kept(kept) { }
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
     void readLoginItems() override;
+    Result<void> writeWithoutRows() override;
     Result<void> finish() override;
 
 private:
     [[nodiscard]] LoginItemsView *loginItemsView() const;
+    [[nodiscard]] SettingsPlayback *settingsPlayback();
 
     SharedObject &shared;
+    const KeptBackup &kept;
     std::optional<SettingsPlayback> settings;
     std::optional<LoginItemsAccess::Playback> loginItems;
 };

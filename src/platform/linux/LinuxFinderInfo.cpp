@@ -44,15 +44,16 @@ FinderInfo::Reading readFrom(const FileDescriptor &file)
 {
     const char *name = attributeName(file);
     FinderInfo::Reading reading;
-    if (::fgetxattr(file.get(), name, reading.bytes.data(), reading.bytes.size()) >= 0
-        || errno == ENODATA)
+    reading.isSet = ::fgetxattr(file.get(), name, reading.bytes.data(), reading.bytes.size()) >= 0;
+    if (reading.isSet || errno == ENODATA)
         return reading;
     if (errno != ERANGE)
-        return {errno, {}};
+        return {errno, {}, false};
+    reading.isSet = true;
     // Longer than it should be: read whole, for the call gives no part of a value.
     std::vector<std::uint8_t> whole(XATTR_SIZE_MAX);
     if (::fgetxattr(file.get(), name, whole.data(), whole.size()) < 0)
-        return {errno, {}};
+        return {errno, {}, false};
     std::copy_n(whole.begin(), reading.bytes.size(), reading.bytes.begin());
     return reading;
 }
@@ -64,7 +65,7 @@ LinuxFinderInfo::LinuxFinderInfo(HomeFolder home) : home(std::move(home)) { }
 FinderInfo::Reading LinuxFinderInfo::read(const QString &path) const
 {
     const FileDescriptor file = openAt(home, path);
-    return file ? readFrom(file) : Reading {errno, {}};
+    return file ? readFrom(file) : Reading {errno, {}, false};
 }
 
 int LinuxFinderInfo::write(const QString &path, const FinderInfoBytes &bytes)
@@ -77,6 +78,14 @@ int LinuxFinderInfo::write(const QString &path, const FinderInfoBytes &bytes)
         return 0;
     return ::fsetxattr(file.get(), attributeName(file), bytes.data(), bytes.size(), 0) == 0 ? 0
                                                                                             : errno;
+}
+
+int LinuxFinderInfo::remove(const QString &path)
+{
+    const FileDescriptor file = openAt(home, path);
+    if (!file)
+        return errno;
+    return ::fremovexattr(file.get(), attributeName(file)) == 0 || errno == ENODATA ? 0 : errno;
 }
 
 } // namespace varnel

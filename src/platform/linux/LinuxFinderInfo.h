@@ -17,6 +17,7 @@ public:
 
     Reading read(const QString &path) const override;
     int write(const QString &path, const FinderInfoBytes &bytes) override;
+    int remove(const QString &path) override;
 
 private:
     HomeFolder home;

@@ -18,7 +18,7 @@ namespace varnel {
 Quillet::Quillet(const PageContext &context)
     : context(context),
       access(context.workspace.home(), context.files, context.workspace.finderInfo()),
-      backup(context.shared, context.files.fileStore()),
+      backup(context.workspace, [&shared = context.shared] { return shared.backupFileName(); }),
       pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
               context.shared.restartFlags(), access, backup),
       viewContext {access, context.shared.restartFlags(), context.dialogs,

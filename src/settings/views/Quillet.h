@@ -1,8 +1,8 @@
 #pragma once
 
+#include "backup/KeptRun.h"
 #include "settings/PendingChanges.h"
 #include "settings/views/ChangeReceiver.h"
-#include "settings/views/RunBackup.h"
 #include "settings/views/SettingModule.h"
 
 #include <QObject>
@@ -101,7 +101,7 @@ private:
 
     PageContext context;
     SettingAccess access;
-    RunBackup backup;
+    KeptRun backup; ///< its file is known only after the pages are made
     PendingChanges pending;
     ViewContext viewContext;
     std::vector<std::shared_ptr<SettingModule>> moduleList;

@@ -37,10 +37,10 @@ protected:
         shown.reachedAt = place;
         store = LinuxFileStore(shown);
         finderInfo = LinuxFinderInfo(shown);
-        keptFolders.emplace(shown, store.turns());
+        shownKeptFolders.emplace(shown, store.turns());
         std::destroy_at(&workspace);
         std::construct_at(&workspace, shown,
-                          HomePorts {store, finderInfo, folders, *keptFolders, standardFolders,
+                          HomePorts {store, finderInfo, folders, *shownKeptFolders, standardFolders,
                                      loginItems, reader, runner});
     }
 
@@ -105,7 +105,7 @@ protected:
     }
 
     const QString place = home.path() + u"/Users/ann";
-    std::optional<LinuxKeptFolders> keptFolders;
+    std::optional<LinuxKeptFolders> shownKeptFolders;
     bool skip = false;
 };
 

@@ -1,0 +1,150 @@
+#include "backup/KeptBackup.h"
+
+#include "backup/KeptRun.h"
+#include "base/Literals.h"
+#include "base/Logging.h"
+#include "home/Workspace.h"
+#include "platform/KeptFolders.h"
+#include "settings/Catalogue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+/// The settings whose only row is the one that was written.
+QSet<int> standingRows(const KeptIndex &index, const QList<BackupRow> &rows)
+{
+    QSet<int> standing;
+    for (const BackupRow &written : index.rows) {
+        const auto sameId = [&](const BackupRow &row) { return row.id == written.id; };
+        if (rows.contains(written) && std::count_if(rows.begin(), rows.end(), sameId) == 1)
+            standing.insert(written.id);
+    }
+    return standing;
+}
+
+QSet<int> settingsIn(const KeptFile &file)
+{
+    QSet<int> settings;
+    for (const OldKey &key : file.keys)
+        settings.insert(key.setting);
+    return settings;
+}
+
+} // namespace
+
+KeptBackup::KeptBackup(const Workspace &work, const QString &backupFile,
+                       const QList<BackupRow> &rows)
+    : workspace(work), rowCount(rows.size())
+{
+    for (const BackupRow &row : rows)
+        withRow.insert(row.id);
+    for (const QString &folder : keptFoldersOf(workspace, backupFile))
+        load(folder, rows);
+}
+
+void KeptBackup::load(const QString &folder, const QList<BackupRow> &rows)
+{
+    const Result<bool> inUse = workspace.keptFolders().isInUse(folder);
+    if (!inUse || inUse.value()) {
+        varnelLog(lcBackup, folder + u": left out: another run is at work with it");
+        return;
+    }
+    const Result<QByteArray> notes =
+        workspace.keptFolders().read(folder, keptIndexName(), KeptIndex::largestFile);
+    if (!notes)
+        return;
+    Result<KeptIndex> index = KeptIndex::fromBytes(notes.value());
+    if (!index) {
+        varnelLog(lcBackup, folder + u": left out: " + index.error().text);
+        return;
+    }
+    Run run {folder, std::move(index).value(), {}, false};
+    run.standing = standingRows(run.index, rows);
+    run.allStand = run.standing.size() == run.index.rows.size();
+    runs.push_back(std::move(run));
+}
+
+bool KeptBackup::counts(const Run &run, int setting) const
+{
+    return run.standing.contains(setting)
+        || (run.allStand && !withRow.contains(setting) && run.index.withoutRow.contains(setting));
+}
+
+std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
+{
+    for (const Run &run : runs) {
+        if (!counts(run, setting))
+            continue;
+        QList<OldKey> keys;
+        for (const KeptFile &file : run.index.files)
+            std::copy_if(file.keys.begin(), file.keys.end(), std::back_inserter(keys),
+                         [&](const OldKey &key) { return key.setting == setting; });
+        if (!keys.isEmpty())
+            return keys;
+    }
+    return std::nullopt;
+}
+
+const KeptFlag *KeptBackup::libraryFlag(int setting) const
+{
+    for (const Run &run : runs)
+        if (run.index.libraryFlag && counts(run, setting))
+            return &*run.index.libraryFlag;
+    return nullptr;
+}
+
+bool KeptBackup::isExact(int setting) const
+{
+    const SettingRow *row = findSetting(setting);
+    if (row != nullptr && row->mechanism == Mechanism::LibraryFolder)
+        return libraryFlag(setting) != nullptr;
+    return keysOf(setting).has_value();
+}
+
+QList<int> KeptBackup::settingsWithoutRow() const
+{
+    QList<int> settings;
+    for (const Run &run : runs)
+        for (const int setting : run.index.withoutRow)
+            if (counts(run, setting) && !settings.contains(setting))
+                settings.append(setting);
+    return settings;
+}
+
+bool KeptBackup::putBackWhole(const QString &path, const QSet<int> &settings) const
+{
+    const QString belowHome = path.mid(workspace.home().path.size() + 1);
+    const auto hasFile = [&](const Run &run) {
+        return std::any_of(run.index.files.begin(), run.index.files.end(),
+                           [&](const KeptFile &file) { return file.path == belowHome; });
+    };
+    // Of two runs that wrote rows into one backup file neither knows what the other did.
+    if (std::count_if(runs.begin(), runs.end(), hasFile) != 1)
+        return false;
+    const Run &run = *std::find_if(runs.begin(), runs.end(), hasFile);
+    const KeptFile file = *KeptIndex(run.index).find(belowHome);
+    if (file.disturbed || settingsIn(file) != settings)
+        return false;
+    const auto isOurs = [&](const std::optional<QByteArray> &now) {
+        return now && file.written.contains(digestOf(*now));
+    };
+    KeptFolders &kept = workspace.keptFolders();
+    if (file.whole == KeptFile::Whole::Absent) {
+        const Result<bool> taken = kept.takeAway(path, isOurs);
+        return taken && taken.value();
+    }
+    if (file.whole == KeptFile::Whole::NotKept)
+        return false;
+    const auto isRight = [&](const QByteArray &bytes) { return digestOf(bytes) == file.digest; };
+    const Result<KeptFolders::PutBack> done =
+        kept.putBack(run.folder, file.name, path, isRight, isOurs);
+    if (done && done.value() == KeptFolders::PutBack::WrongKept)
+        varnelLog(lcBackup, run.folder + file.name + u": left out: not what was kept");
+    return done && done.value() == KeptFolders::PutBack::Done;
+}
+
+} // namespace varnel

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "backup/BackupRow.h"
+#include "backup/KeptIndex.h"
+
+#include <QList>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace varnel {
+
+class Workspace;
+
+/// What runs have kept beside the rows of a backup file, as far as it still counts: only for rows
+/// that stand as they were written. What is damaged, or belongs to a run that still lives, is left
+/// out with a line in the log.
+class KeptBackup {
+public:
+    /// `rows` are all that the backup file has. The workspace outlives this object.
+    KeptBackup(const Workspace &workspace, const QString &backupFile, const QList<BackupRow> &rows);
+
+    /// What stood under the keys of a setting; none where only its row tells.
+    [[nodiscard]] std::optional<QList<OldKey>> keysOf(int setting) const;
+    /// The same of the Library folder's flag; null where only its row tells.
+    [[nodiscard]] const KeptFlag *libraryFlag(int setting) const;
+    /// Whether the setting comes back exactly as it was.
+    [[nodiscard]] bool isExact(int setting) const;
+
+    /// Settings that the backup file has no rows for, since it would not take them, and that come
+    /// back all the same: every other row of their run stands.
+    [[nodiscard]] QList<int> settingsWithoutRow() const;
+
+    /// Whether those are all rows of the backup file.
+    [[nodiscard]] bool hasNoOtherRows(const QList<BackupRow> &some) const
+    {
+        return some.size() == rowCount;
+    }
+
+    /// Puts a file back whole, or takes away one that was not there: when it is as the run left it,
+    /// and all that the run changed in it, and nothing else, is to be put back. False: it is not.
+    [[nodiscard]] bool putBackWhole(const QString &path, const QSet<int> &settings) const;
+
+    /// Bytes of the files that are kept.
+    [[nodiscard]] qint64 size() const { return bytes; }
+
+private:
+    struct Run {
+        QString folder;
+        KeptIndex index;
+        QSet<int> standing; ///< settings whose rows stand as they were written
+        bool allStand = false;
+    };
+    void load(const QString &folder, const QList<BackupRow> &rows);
+    [[nodiscard]] bool counts(const Run &run, int setting) const;
+
+    const Workspace &workspace;
+    QSet<int> withRow;
+    qsizetype rowCount;
+    std::vector<Run> runs;
+    qint64 bytes = 0;
+};
+
+} // namespace varnel

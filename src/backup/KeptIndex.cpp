@@ -1,0 +1,258 @@
+#include "backup/KeptIndex.h"
+
+#include "base/Literals.h"
+
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cstring>
+
+namespace varnel {
+
+namespace {
+
+constexpr int version = 1;
+
+QString text(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+QJsonValue orNull(const std::optional<QString> &value)
+{
+    return value ? QJsonValue(*value) : QJsonValue();
+}
+
+QString wordFor(KeptFile::Whole whole)
+{
+    switch (whole) {
+    case KeptFile::Whole::Absent:
+        return u"absent"_s;
+    case KeptFile::Whole::Kept:
+        return u"kept"_s;
+    case KeptFile::Whole::NotKept:
+        break;
+    }
+    return u"not kept"_s;
+}
+
+QJsonObject toJson(const BackupRow &row)
+{
+    return {{u"id"_s, row.id},
+            {u"value1"_s, row.value1},
+            {u"value2"_s, row.value2},
+            {u"value3"_s, row.value3}};
+}
+
+QJsonObject toJson(const OldKey &key)
+{
+    QJsonObject object {{u"setting"_s, key.setting},
+                        {u"path"_s, QJsonArray::fromStringList(key.keyPath)},
+                        {u"order"_s, key.order}};
+    if (key.object)
+        object.insert(u"object"_s, text(key.object->toBytes()));
+    if (key.place)
+        object.insert(u"place"_s,
+                      QJsonObject {{u"after"_s, orNull(key.place->after)},
+                                   {u"before"_s, orNull(key.place->before)},
+                                   {u"key"_s, key.place->key}});
+    return object;
+}
+
+QJsonObject toJson(const KeptFile &file)
+{
+    QJsonArray written;
+    for (const QByteArray &digest : file.written)
+        written.append(text(digest));
+    QJsonArray keys;
+    for (const OldKey &key : file.keys)
+        keys.append(toJson(key));
+    return {{u"path"_s, file.path},           {u"whole"_s, wordFor(file.whole)},
+            {u"name"_s, file.name},           {u"digest"_s, text(file.digest)},
+            {u"written"_s, written},          {u"disturbed"_s, file.disturbed},
+            {u"keys"_s, keys}};
+}
+
+QString text(const FinderInfoBytes &bytes)
+{
+    return QString::fromLatin1(
+        QByteArrayView(bytes.data(), qsizetype(bytes.size())).toByteArray().toBase64());
+}
+
+/// Reads what toBytes() wrote, and notes whether anything else stands there.
+class IndexReader {
+public:
+    [[nodiscard]] bool isSound() const { return sound; }
+
+    KeptIndex index(const QJsonObject &object)
+    {
+        KeptIndex index;
+        require(object.value(u"version"_s).toInt() == version);
+        for (const QJsonValue &row : list(object, u"rows"_s))
+            index.rows.append(backupRow(row.toObject()));
+        for (const QJsonValue &number : list(object, u"withoutRow"_s))
+            index.withoutRow.append(number.toInt());
+        for (const QJsonValue &file : list(object, u"files"_s))
+            index.files.append(keptFile(file.toObject()));
+        if (object.contains(u"libraryFlag"_s))
+            index.libraryFlag = flag(object.value(u"libraryFlag"_s).toObject());
+        return index;
+    }
+
+private:
+    void require(bool condition) { sound = sound && condition; }
+
+    QString string(const QJsonObject &object, const QString &name)
+    {
+        const QJsonValue value = object.value(name);
+        require(value.isString());
+        return value.toString();
+    }
+    std::optional<QString> stringOrNull(const QJsonObject &object, const QString &name)
+    {
+        if (object.value(name).isNull())
+            return std::nullopt;
+        return string(object, name);
+    }
+    QJsonArray list(const QJsonObject &object, const QString &name)
+    {
+        const QJsonValue value = object.value(name);
+        require(value.isArray());
+        return value.toArray();
+    }
+    QByteArray bytes(const QString &encoded)
+    {
+        const auto decoded = QByteArray::fromBase64Encoding(
+            encoded.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+        require(bool(decoded));
+        return decoded ? *decoded : QByteArray();
+    }
+
+    BackupRow backupRow(const QJsonObject &object)
+    {
+        return {object.value(u"id"_s).toInt(), string(object, u"value1"_s),
+                string(object, u"value2"_s), string(object, u"value3"_s)};
+    }
+
+    KeptFile keptFile(const QJsonObject &object)
+    {
+        KeptFile file;
+        file.path = string(object, u"path"_s);
+        const QString word = string(object, u"whole"_s);
+        for (const auto whole : {KeptFile::Whole::Absent, KeptFile::Whole::Kept})
+            if (word == wordFor(whole))
+                file.whole = whole;
+        require(word == wordFor(file.whole));
+        file.name = string(object, u"name"_s);
+        file.digest = bytes(string(object, u"digest"_s));
+        for (const QJsonValue &digest : list(object, u"written"_s))
+            file.written.append(bytes(digest.toString()));
+        file.disturbed = object.value(u"disturbed"_s).toBool(true);
+        for (const QJsonValue &key : list(object, u"keys"_s))
+            file.keys.append(oldKey(key.toObject()));
+        return file;
+    }
+
+    OldKey oldKey(const QJsonObject &object)
+    {
+        OldKey key;
+        key.setting = object.value(u"setting"_s).toInt();
+        key.order = object.value(u"order"_s).toInt();
+        for (const QJsonValue &step : list(object, u"path"_s))
+            key.keyPath.append(step.toString());
+        require(!key.keyPath.isEmpty());
+        if (object.contains(u"object"_s)) {
+            Result<plist::Object> found =
+                plist::Object::fromBytes(bytes(string(object, u"object"_s)));
+            require(found.ok());
+            if (found)
+                key.object = std::move(found).value();
+        }
+        if (object.contains(u"place"_s))
+            key.place = place(object.value(u"place"_s).toObject());
+        return key;
+    }
+
+    plist::Place place(const QJsonObject &object)
+    {
+        return {stringOrNull(object, u"after"_s), stringOrNull(object, u"before"_s),
+                string(object, u"key"_s)};
+    }
+
+    FinderInfoBytes finderInfo(const QJsonObject &object, const QString &name)
+    {
+        FinderInfoBytes result {};
+        const QByteArray found = bytes(string(object, name));
+        require(found.size() == qsizetype(result.size()));
+        if (found.size() == qsizetype(result.size()))
+            std::memcpy(result.data(), found.constData(), result.size());
+        return result;
+    }
+
+    KeptFlag flag(const QJsonObject &object)
+    {
+        KeptFlag flag;
+        flag.before.bytes = finderInfo(object, u"before"_s);
+        flag.before.isSet = object.value(u"isSet"_s).toBool();
+        flag.written = finderInfo(object, u"written"_s);
+        return flag;
+    }
+
+    bool sound = true;
+};
+
+} // namespace
+
+QByteArray KeptIndex::toBytes() const
+{
+    QJsonArray rowObjects;
+    for (const BackupRow &row : rows)
+        rowObjects.append(toJson(row));
+    QJsonArray numbers;
+    for (const int setting : withoutRow)
+        numbers.append(setting);
+    QJsonArray fileObjects;
+    for (const KeptFile &file : files)
+        fileObjects.append(toJson(file));
+    QJsonObject object {{u"version"_s, version},
+                        {u"rows"_s, rowObjects},
+                        {u"withoutRow"_s, numbers},
+                        {u"files"_s, fileObjects}};
+    if (libraryFlag)
+        object.insert(u"libraryFlag"_s,
+                      QJsonObject {{u"before"_s, text(libraryFlag->before.bytes)},
+                                   {u"isSet"_s, libraryFlag->before.isSet},
+                                   {u"written"_s, text(libraryFlag->written)}});
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+Result<KeptIndex> KeptIndex::fromBytes(const QByteArray &bytes)
+{
+    IndexReader reader;
+    KeptIndex index = reader.index(QJsonDocument::fromJson(bytes).object());
+    if (!reader.isSound())
+        return Error {ErrorCode::Unloadable, u"not the notes of a run"_s};
+    return index;
+}
+
+KeptFile *KeptIndex::find(const QString &path)
+{
+    const auto found = std::find_if(files.begin(), files.end(),
+                                    [&](const KeptFile &file) { return file.path == path; });
+    return found == files.end() ? nullptr : &*found;
+}
+
+QString keptIndexName()
+{
+    return u"index.json"_s;
+}
+
+QByteArray digestOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+}
+
+} // namespace varnel

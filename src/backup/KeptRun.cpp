@@ -1,0 +1,237 @@
+#include "backup/KeptRun.h"
+
+#include "backup/BackupWriter.h"
+#include "base/Literals.h"
+#include "base/Logging.h"
+#include "home/Workspace.h"
+#include "platform/FileStore.h"
+#include "platform/FolderMaker.h"
+#include "platform/KeptFolders.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <utility>
+
+namespace varnel {
+
+namespace {
+
+
+constexpr qsizetype statesRemembered = 2;
+
+QString stemOf(const QString &backupFile)
+{
+    return QFileInfo(backupFile).completeBaseName();
+}
+
+/// The backup file's name without its ending; null where the folder is none of a run.
+QString stemOfFolder(const QString &name)
+{
+    static const QRegularExpression pattern(u"\\A(.+)-[0-9a-f]{16}\\z"_s);
+    return pattern.match(name).captured(1);
+}
+
+QStringList runFolders(const Workspace &workspace)
+{
+    const Result<QStringList> names =
+        workspace.keptFolders().list(Tools::keptFolderOf(workspace.home()));
+    return names ? names.value() : QStringList();
+}
+
+void remember(KeptFile &kept, const QByteArray &after)
+{
+    const QByteArray digest = digestOf(after);
+    kept.written.removeAll(digest);
+    kept.written.append(digest);
+    if (kept.written.size() > statesRemembered)
+        kept.written.removeFirst();
+}
+
+/// Whether the run has left the file so, or found it so.
+bool isKnown(const KeptFile &kept, const std::optional<QByteArray> &bytes)
+{
+    if (!bytes)
+        return kept.whole == KeptFile::Whole::Absent;
+    const QByteArray digest = digestOf(*bytes);
+    return digest == kept.digest || kept.written.contains(digest);
+}
+
+} // namespace
+
+KeptRun::KeptRun(Workspace &work, std::function<QString()> file)
+    : workspace(work), backupFile(std::move(file))
+{
+}
+
+Result<void> KeptRun::addDataToBackupFile(const ChangeRecord &record)
+{
+    const QString file = backupFile();
+    // Whoever restored or deleted it gave up what was kept, too.
+    if (!workspace.files().exists(file))
+        startAnew();
+    Result<void> kept = BackupWriter(file, workspace.files()).addDataToBackupFile(record);
+    note(record, kept.ok());
+    return kept;
+}
+
+void KeptRun::startAnew()
+{
+    if (!folder.isEmpty())
+        workspace.keptFolders().release(folder);
+    folder.clear();
+    index = {};
+}
+
+void KeptRun::note(const ChangeRecord &record, bool kept)
+{
+    const BackupRow row {record.locationId, QString::number(record.actionId), record.extraData,
+                         u""_s};
+    const bool hasRow = std::any_of(index.rows.begin(), index.rows.end(),
+                                    [&](const BackupRow &each) { return each.id == row.id; });
+    if (hasRow)
+        return;
+    index.withoutRow.removeAll(row.id);
+    if (kept)
+        index.rows.append(row);
+    else
+        index.withoutRow.append(row.id);
+}
+
+bool KeptRun::hasFolder()
+{
+    const QString file = backupFile();
+    if (!workspace.files().exists(file))
+        return false;
+    if (!folder.isEmpty())
+        return true;
+    sweepKeptFolders(workspace);
+    const QString parent = Tools::keptFolderOf(workspace.home());
+    if (const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent); !made) {
+        varnelLog(lcIo, made.error().text);
+        return false;
+    }
+    const Result<QString> own = workspace.keptFolders().make(parent, stemOf(file));
+    folder = own ? own.value() : QString();
+    return own.ok();
+}
+
+void KeptRun::keepFiles(const QList<ReplacedFile> &files)
+{
+    if (files.isEmpty() || !hasFolder())
+        return;
+    for (const ReplacedFile &file : files)
+        keep(file);
+    writeIndex();
+}
+
+void KeptRun::keep(const ReplacedFile &file)
+{
+    const QString path = belowHome(file.path);
+    KeptFile *kept = index.find(path);
+    const bool isFirst = kept == nullptr;
+    if (isFirst) {
+        index.files.append(firstKept(file));
+        kept = &index.files.last();
+    } else if (!isKnown(*kept, file.before)) {
+        kept->disturbed = true;
+    }
+    keysBefore.insert(path, kept->keys.size());
+    addKeys(*kept, file.keys);
+    remember(*kept, file.after);
+}
+
+KeptFile KeptRun::firstKept(const ReplacedFile &file)
+{
+    KeptFile kept;
+    kept.path = belowHome(file.path);
+    kept.name = QString::number(index.files.size() + 1) + u".plist";
+    const Result<KeptFolders::Kept> whole =
+        workspace.keptFolders().keep(file.path, folder, kept.name);
+    if (whole) {
+        kept.whole = KeptFile::Whole::Kept;
+        kept.digest = digestOf(whole.value().bytes);
+        kept.disturbed = whole.value().bytes != file.before;
+    } else if (whole.error().code == ErrorCode::NotFound) {
+        kept.whole = KeptFile::Whole::Absent;
+        kept.disturbed = file.before.has_value();
+    }
+    return kept;
+}
+
+/// Each from the version before its first change, whichever setting that was for.
+void KeptRun::addKeys(KeptFile &kept, const QList<OldKey> &keys)
+{
+    for (OldKey key : keys) {
+        const auto earlier =
+            std::find_if(kept.keys.begin(), kept.keys.end(),
+                         [&](const OldKey &each) { return each.keyPath == key.keyPath; });
+        if (earlier != kept.keys.end())
+            key = {key.setting, key.keyPath, earlier->object, earlier->place, earlier->order};
+        if (!kept.keys.contains(key))
+            kept.keys.append(key);
+    }
+}
+
+void KeptRun::keepAfresh(const ReplacedFile &file)
+{
+    const QString path = belowHome(file.path);
+    KeptFile *kept = folder.isEmpty() ? nullptr : index.find(path);
+    if (kept == nullptr)
+        return;
+    kept->disturbed = kept->disturbed || !isKnown(*kept, file.before);
+    kept->keys.resize(keysBefore.value(path));
+    addKeys(*kept, file.keys);
+    remember(*kept, file.after);
+    writeIndex();
+}
+
+void KeptRun::keepLibraryFlag(const FinderInfo::Reading &before, const FinderInfoBytes &after)
+{
+    if (!hasFolder())
+        return;
+    if (!index.libraryFlag)
+        index.libraryFlag = {before, after};
+    else if (index.libraryFlag->written != before.bytes)
+        index.libraryFlag->before = before;
+    index.libraryFlag->written = after;
+    writeIndex();
+}
+
+void KeptRun::writeIndex()
+{
+    // What fails has been logged; the rows are a way back without it.
+    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), index.toBytes()));
+}
+
+QString KeptRun::belowHome(const QString &path) const
+{
+    return path.mid(workspace.home().path.size() + 1);
+}
+
+QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)
+{
+    QStringList folders;
+    for (const QString &name : runFolders(workspace))
+        if (stemOfFolder(name) == stemOf(backupFile))
+            folders.append(Tools::keptFolderOf(workspace.home()) + name + u'/');
+    return folders;
+}
+
+void sweepKeptFolders(const Workspace &workspace)
+{
+    const QString parent = Tools::keptFolderOf(workspace.home());
+    const QStringList names = runFolders(workspace);
+    if (names.isEmpty())
+        return;
+    workspace.keptFolders().sweep(parent);
+    for (const QString &name : names) {
+        const QString stem = stemOfFolder(name);
+        const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
+        if (!stem.isNull() && !workspace.files().exists(backup))
+            static_cast<void>(workspace.keptFolders().discard(parent + name));
+    }
+}
+
+} // namespace varnel
