@@ -39,30 +39,40 @@ void checkPut(PropertyList list, const Object &object)
             "the same object again changes nothing");
 }
 
-/// Whether what an edit takes out comes back byte for byte. The encodings of one byte have
-/// characters that are written as references; of a key that comes twice one is left.
-bool comesBackExactly(const PropertyList &list)
-{
-    QStringList keys = *list.keys({});
-    return list.format() == Format::Xml && keys.removeDuplicates() == 0
-        && !list.bytes().toUpper().contains("ISO-8859-1")
-        && !list.bytes().toUpper().contains("US-ASCII");
-}
+/// A list that is edited, and the file that it must say the same as afterwards.
+class Edited {
+public:
+    explicit Edited(const QByteArray &file)
+        : list(std::move(PropertyList::open(file)).value()), file(file)
+    {
+        QStringList keys = *list.keys({});
+        comesBack = keys.removeDuplicates() == 0; // else one is left of several
+        // The encodings of one byte have characters that are written as references.
+        const QByteArray text = file.toUpper();
+        isExact = list.format() == Format::Xml && !text.contains("ISO-8859-1")
+            && !text.contains("US-ASCII");
+    }
 
-void requireSame(const PropertyList &list, const QByteArray &file, const char *promise)
-{
-    const QStringList keys = *list.keys({});
-    QStringList once = keys;
-    if (comesBackExactly(list))
-        require(list.bytes() == file, promise);
-    else if (once.removeDuplicates() == 0)
-        require(objectsOf(list.bytes()) == objectsOf(file), promise);
-}
+    void requireSame(const char *promise) const
+    {
+        if (comesBack && isExact)
+            require(list.bytes() == file, promise);
+        else if (comesBack)
+            require(objectsOf(list.bytes()) == objectsOf(file), promise);
+    }
+
+    PropertyList list;
+
+private:
+    QByteArray file;
+    bool comesBack = false;
+    bool isExact = false;
+};
 
 void checkKey(const QByteArray &file, const QString &key)
 {
-    Result<PropertyList> opened = PropertyList::open(file);
-    PropertyList list = std::move(opened).value();
+    Edited edited(file);
+    PropertyList &list = edited.list;
     const auto object = list.object({key});
     const auto place = list.place({key});
     require(object && place, "a key that is there has an object and a place");
@@ -72,21 +82,21 @@ void checkKey(const QByteArray &file, const QString &key)
     checkPut(PropertyList::empty(), *object);
 
     require(list.put({key}, *object).ok(), "an object can be put where it is");
-    requireSame(list, file, "an object that is there already changes nothing");
+    edited.requireSame("an object that is there already changes nothing");
     require(list.remove({key}).ok() && list.put({key}, kept.value(), place).ok(),
             "what was removed can be put back");
     require(list.object({key}) && *list.object({key}) == *object, "it is the same object");
-    requireSame(list, file, "what was removed and put back is as it was");
+    edited.requireSame("what was removed and put back is as it was");
     require(list.set({key}, QStringLiteral("another")).ok()
                 && list.put({key}, kept.value(), place).ok(),
             "what was changed can be put back");
-    requireSame(list, file, "what was changed and put back is as it was");
+    edited.requireSame("what was changed and put back is as it was");
 }
 
 void checkElements(const QByteArray &file, const QString &key)
 {
-    Result<PropertyList> opened = PropertyList::open(file);
-    PropertyList list = std::move(opened).value();
+    Edited edited(file);
+    PropertyList &list = edited.list;
     const qsizetype count = list.count({key});
     const auto all = list.elements({key});
     require(static_cast<qsizetype>(all.size()) == count, "all elements are read");
@@ -101,7 +111,7 @@ void checkElements(const QByteArray &file, const QString &key)
         require(list.insertElement({key}, index, all[static_cast<std::size_t>(index)], place).ok(),
                 "an element is put back");
         require(list.elements({key}) == all, "the array is as it was");
-        requireSame(list, file, "so is the file");
+        edited.requireSame("so is the file");
     }
 }
 

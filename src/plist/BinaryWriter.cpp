@@ -5,6 +5,7 @@
 #include "plist/BinaryNumbering.h"
 #include "plist/Errors.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace varnel::plist {

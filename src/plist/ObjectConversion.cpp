@@ -11,8 +11,8 @@ namespace varnel::plist {
 
 namespace {
 
-/// Several times what a list of ten megabytes needs.
-constexpr qsizetype longestMarkup = qsizetype {64} * 1024 * 1024;
+/// Characters. More than programs keep under one key, and little enough to be held in memory.
+constexpr qsizetype longestMarkup = qsizetype {16} * 1024 * 1024;
 
 /// As writers do, it writes scalars that say the same once.
 class BinarySink : public ObjectSink {

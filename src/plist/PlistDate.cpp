@@ -1,7 +1,9 @@
 #include "plist/PlistDate.h"
 
 #include <QDate>
+#include <QLocale>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 

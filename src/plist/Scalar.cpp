@@ -9,6 +9,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>

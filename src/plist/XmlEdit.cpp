@@ -77,7 +77,7 @@ std::vector<XmlSplice> splicesToReplace(const XmlLocation &location, const QByte
 
 bool staysSmall(QByteArrayView file, const std::vector<XmlSplice> &splices)
 {
-    constexpr qint64 mostCopied = qint64 {64} * 1024 * 1024;
+    constexpr qint64 mostCopied = qint64 {16} * 1024 * 1024;
     qint64 added = 0;
     for (const XmlSplice &splice : splices)
         added += splice.bytes.size();

@@ -2,6 +2,8 @@
 
 #include "plist/Errors.h"
 
+#include <algorithm>
+
 namespace varnel::plist {
 
 namespace {

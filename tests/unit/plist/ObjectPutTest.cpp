@@ -3,6 +3,8 @@
 #include "BinaryDump.h"
 #include "Opened.h"
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using namespace varnel;
 using namespace varnel::plist;
