@@ -23,6 +23,7 @@ public:
     [[nodiscard]] FileStore &files() const { return ports.files; }
     [[nodiscard]] FinderInfo &finderInfo() const { return ports.finderInfo; }
     [[nodiscard]] FolderMaker &folders() const { return ports.folders; }
+    [[nodiscard]] KeptFolders &keptFolders() const { return ports.keptFolders; }
     [[nodiscard]] SessionLoginItems &loginItems() const { return ports.loginItems; }
     [[nodiscard]] FileReader &applications() const { return ports.applications; }
 

@@ -7,6 +7,7 @@ class FileReader;
 class FileStore;
 class FinderInfo;
 class FolderMaker;
+class KeptFolders;
 class SessionLoginItems;
 class StandardFolders;
 
@@ -15,6 +16,7 @@ struct HomePorts {
     FileStore &files;
     FinderInfo &finderInfo;
     FolderMaker &folders;
+    KeptFolders &keptFolders;
     StandardFolders &standardFolders;
     SessionLoginItems &loginItems;
     FileReader &applications; ///< reads what stands outside of the home: icons, bundles

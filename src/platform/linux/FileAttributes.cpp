@@ -49,11 +49,17 @@ AttributeNames attributeNames(const FileDescriptor &file)
     return result;
 }
 
+/// Null, and errno tells why, where it can't be read.
+QByteArray attribute(const FileDescriptor &file, const QByteArray &name)
+{
+    return filled([&](char *buffer, size_t size) {
+        return ::fgetxattr(file.get(), name.constData(), buffer, size);
+    });
+}
+
 int copyAttribute(const FileDescriptor &from, const FileDescriptor &to, const QByteArray &name)
 {
-    const QByteArray value = filled([&](char *buffer, size_t size) {
-        return ::fgetxattr(from.get(), name.constData(), buffer, size);
-    });
+    const QByteArray value = attribute(from, name);
     if (value.isNull())
         return errno;
     return ::fsetxattr(to.get(), name.constData(), value.constData(),
@@ -96,6 +102,54 @@ int copyExtendedAttributes(const FileDescriptor &from, const FileDescriptor &to)
     return 0;
 }
 
+constexpr mode_t permissions = ACCESSPERMS | S_ISVTX;
+constexpr mode_t runAsOwner = S_ISUID | S_ISGID;
+
+/// What the successor does not have any more.
+int removeExtendedAttributes(const AttributeNames &successor, const AttributeNames &old,
+                             const FileDescriptor &file)
+{
+    for (const QByteArray &name : old.names) {
+        if (name.startsWith("security.") || successor.names.contains(name))
+            continue;
+        if (::fremovexattr(file.get(), name.constData()) != 0 && errno != ENODATA)
+            return errno;
+    }
+    return 0;
+}
+
+int takeOverExtendedAttributes(const FileDescriptor &successor, const FileDescriptor &file)
+{
+    const AttributeNames now = attributeNames(successor);
+    const AttributeNames old = attributeNames(file);
+    if (now.error != 0 || old.error != 0)
+        return now.error != 0 ? now.error : old.error;
+    if (const int error = removeExtendedAttributes(now, old, file))
+        return error;
+    for (const QByteArray &name : now.names) {
+        const bool differs =
+            !old.names.contains(name) || attribute(successor, name) != attribute(file, name);
+        const int error =
+            differs && !isBoundToItsFile(name) ? copyAttribute(successor, file, name) : 0;
+        if (error != 0 && !name.startsWith("security."))
+            return error;
+    }
+    return 0;
+}
+
+/// What a replacement leaves out for the file's own good, and an exact copy does not.
+int restoreRights(const FileDescriptor &from, const struct stat &status, const FileDescriptor &to)
+{
+    struct stat now { };
+    if (::fstat(to.get(), &now) != 0)
+        return errno;
+    if (now.st_uid != status.st_uid || now.st_gid != status.st_gid)
+        return 0;
+    (void)copyAttribute(from, to, "security.capability");
+    const int error = setMode(to, status.st_mode & ALLPERMS);
+    return error == EPERM ? 0 : error;
+}
+
 } // namespace
 
 // Only what differs is set: some file systems refuse every call, even one that would change
@@ -111,14 +165,43 @@ int setMode(const FileDescriptor &file, mode_t mode)
 
 int copyAttributes(const FileDescriptor &from, const struct stat &status, const FileDescriptor &to)
 {
-    const mode_t mode = status.st_mode & (ACCESSPERMS | S_ISVTX);
     // Removing an inherited list changes the mode, and the old list carries its own: the mode is
     // set in between, and both agree in the end.
     if (const int error = copyExtendedAttributes(from, to))
         return error;
     if (const int error = setOwner(to, status.st_uid, status.st_gid))
         return error;
-    return setMode(to, mode);
+    return setMode(to, status.st_mode & permissions);
+}
+
+int copyAllAttributes(const FileDescriptor &from, const struct stat &status,
+                      const FileDescriptor &to)
+{
+    if (const int error = copyExtendedAttributes(from, to))
+        return error;
+    if (const int error = setOwner(to, status.st_uid, status.st_gid); error != 0 && error != EPERM)
+        return error;
+    if (const int error = setMode(to, status.st_mode & permissions))
+        return error;
+    if (const int error = restoreRights(from, status, to))
+        return error;
+    const std::array<timespec, 2> times {status.st_atim, status.st_mtim};
+    return ::futimens(to.get(), times.data()) == 0 ? 0 : errno;
+}
+
+int takeOverAttributes(const FileDescriptor &successor, const struct stat &status,
+                       const FileDescriptor &file)
+{
+    struct stat old { };
+    if (::fstat(file.get(), &old) != 0)
+        return errno;
+    if (const int error = takeOverExtendedAttributes(successor, file))
+        return error;
+    if (const int error = setOwner(file, status.st_uid, status.st_gid))
+        return error;
+    const bool sameOwner = old.st_uid == status.st_uid && old.st_gid == status.st_gid;
+    const mode_t kept = sameOwner ? old.st_mode & runAsOwner : 0;
+    return setMode(file, (status.st_mode & ALLPERMS) | kept);
 }
 
 } // namespace varnel

@@ -6,6 +6,7 @@
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxKeptFolders.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
 
@@ -16,7 +17,7 @@ class LinuxHomePorts {
 public:
     /// supportFolder is the program's own in that home, and ends in a slash.
     LinuxHomePorts(const HomeFolder &home, const QString &supportFolder)
-        : files(home), finderInfo(home),
+        : files(home), finderInfo(home), keptFolders(home, files.turns()),
           loginItems(home, autostartFoldersOf(home), supportFolder, files, folders, applications),
           runner(home)
     {
@@ -26,13 +27,15 @@ public:
 
     [[nodiscard]] HomePorts ports()
     {
-        return {files, finderInfo, folders, standardFolders, loginItems, applications, runner};
+        return {files,           finderInfo, folders,      keptFolders,
+                standardFolders, loginItems, applications, runner};
     }
 
 private:
     LinuxFileStore files;
     LinuxFinderInfo finderInfo;
     LinuxFolderMaker folders;
+    LinuxKeptFolders keptFolders;
     LinuxStandardFolders standardFolders;
     LinuxFileReader applications;
     LinuxSessionLoginItems loginItems;

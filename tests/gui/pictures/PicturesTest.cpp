@@ -37,10 +37,11 @@ protected:
         shown.reachedAt = place;
         store = LinuxFileStore(shown);
         finderInfo = LinuxFinderInfo(shown);
+        shownKeptFolders.emplace(shown, store.turns());
         std::destroy_at(&workspace);
-        std::construct_at(
-            &workspace, shown,
-            HomePorts {store, finderInfo, folders, standardFolders, loginItems, reader, runner});
+        std::construct_at(&workspace, shown,
+                          HomePorts {store, finderInfo, folders, *shownKeptFolders, standardFolders,
+                                     loginItems, reader, runner});
     }
 
     void SetUp() override
@@ -104,6 +105,7 @@ protected:
     }
 
     const QString place = home.path() + u"/Users/ann";
+    std::optional<LinuxKeptFolders> shownKeptFolders;
     bool skip = false;
 };
 

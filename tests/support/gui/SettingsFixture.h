@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFinderInfo.h"
 #include "platform/linux/LinuxFolderMaker.h"
+#include "platform/linux/LinuxKeptFolders.h"
 #include "platform/linux/LinuxSessionLoginItems.h"
 #include "platform/linux/LinuxStandardFolders.h"
 #include "settings/PreferenceFiles.h"
@@ -50,6 +51,7 @@ protected:
     PreferenceFiles files {store};
     LinuxFinderInfo finderInfo {home.home()};
     LinuxFolderMaker folders;
+    LinuxKeptFolders keptFolders {home.home(), store.turns()};
     FakeCommandRunner runner;
     FakeDialogs dialogs;
     SharedObject shared;
@@ -61,9 +63,9 @@ protected:
                                          store,
                                          folders,
                                          applications};
-    Workspace workspace {
-        home.home(),
-        {store, finderInfo, folders, standardFolders, sessionItems, applications, runner}};
+    Workspace workspace {home.home(),
+                         {store, finderInfo, folders, keptFolders, standardFolders, sessionItems,
+                          applications, runner}};
     PageContext context {workspace, shared, files, dialogs};
 };
 

@@ -20,8 +20,8 @@ namespace varnel::test {
 struct WindowFixture {
     static HomePorts withRunner(const HomePorts &ports, CommandRunner &runner)
     {
-        return {ports.files,      ports.finderInfo,   ports.folders, ports.standardFolders,
-                ports.loginItems, ports.applications, runner};
+        return {ports.files,           ports.finderInfo, ports.folders,      ports.keptFolders,
+                ports.standardFolders, ports.loginItems, ports.applications, runner};
     }
 
     TemporaryHome home;

@@ -1,0 +1,424 @@
+#include "platform/linux/LinuxKeptFolders.h"
+
+#include "base/Logging.h"
+#include "platform/linux/FileKeeping.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/FileReplacement.h"
+#include "platform/linux/FolderFlush.h"
+#include "platform/linux/FolderListing.h"
+#include "platform/linux/FolderTurns.h"
+#include "platform/linux/PathWalk.h"
+#include "platform/linux/SystemError.h"
+#include "platform/linux/TemporaryFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+
+namespace varnel {
+
+namespace {
+
+/// Open for reading, as locks and flushes need it.
+FileDescriptor openIn(const FileDescriptor &parent, const QByteArray &name)
+{
+    return FileDescriptor(uninterrupted([&] {
+        return ::openat(parent.get(), name.constData(),
+                        O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    }));
+}
+
+QString keyOf(const QString &folder)
+{
+    return QDir::cleanPath(folder);
+}
+
+QByteArray nameOf(const QString &folder)
+{
+    return QFile::encodeName(QFileInfo(keyOf(folder)).fileName());
+}
+
+QString inFolder(const QString &folder, const QString &name)
+{
+    return keyOf(folder) + u'/' + name;
+}
+
+/// A name that leads out of its folder may stand in somebody's notes.
+bool isSingle(const QString &name)
+{
+    return !name.isEmpty() && name != u"." && name != u".." && !name.contains(u'/')
+        && !name.contains(QChar(u'\0'));
+}
+
+bool isFolder(const FileDescriptor &parent, const QByteArray &name)
+{
+    struct stat status { };
+    return ::fstatat(parent.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0
+        && S_ISDIR(status.st_mode);
+}
+
+bool isSame(const FileDescriptor &left, const FileDescriptor &right)
+{
+    struct stat one { };
+    struct stat other { };
+    return ::fstat(left.get(), &one) == 0 && ::fstat(right.get(), &other) == 0
+        && sameFile(one, other);
+}
+
+/// A kept file; a link in its place is no file.
+std::variant<FileContent, int> readKept(const FileDescriptor &folder, const QString &name,
+                                        qint64 most)
+{
+    auto content = readFile(folder, QFile::encodeName(name), most);
+    if (const int *error = std::get_if<int>(&content); error != nullptr && *error == ELOOP)
+        return EISDIR;
+    return content;
+}
+
+/// A file that was read there, unless somebody protected it or changes it.
+int removeFile(const Place &place, const FileContent &now)
+{
+    if (::faccessat(place.folder.get(), place.name.constData(), W_OK, AT_EACCESS) != 0)
+        return errno;
+    if (const int changed = compareWithRead(place.folder, place.name, now.status))
+        return changed;
+    return ::unlinkat(place.folder.get(), place.name.constData(), 0) == 0 ? 0 : errno;
+}
+
+/// The folder that a file is to be changed in, open for reading.
+int readyToChange(Place &place)
+{
+    if (place.error != 0)
+        return place.error;
+    FileDescriptor folder = openIn(place.folder, QByteArrayLiteral("."));
+    if (!folder)
+        return errno;
+    place.folder = std::move(folder);
+    return 0;
+}
+
+int removeFolder(const FileDescriptor &parent, const QByteArray &name)
+{
+    if (::unlinkat(parent.get(), name.constData(), AT_REMOVEDIR) != 0)
+        return errno;
+    return flushFolder(parent);
+}
+
+/// Removes every file of a folder in which there are no folders.
+int empty(const FileDescriptor &folder)
+{
+    const auto names = namesIn(folder);
+    if (const int *error = std::get_if<int>(&names))
+        return *error;
+    for (const QByteArray &name : std::get<QByteArrayList>(names)) {
+        if (isFolder(folder, name))
+            return ENOTEMPTY;
+    }
+    for (const QByteArray &name : std::get<QByteArrayList>(names)) {
+        if (::unlinkat(folder.get(), name.constData(), 0) != 0 && errno != ENOENT)
+            return errno;
+    }
+    return 0;
+}
+
+} // namespace
+
+LinuxKeptFolders::LinuxKeptFolders(HomeFolder home, FolderTurns &turns)
+    : home(std::move(home)), turns(turns)
+{
+}
+
+Error LinuxKeptFolders::fail(const QString &path, int error)
+{
+    Error result = fileError(path, error);
+    if (error == EFBIG)
+        result.code = ErrorCode::TooBig;
+    if (result.code != ErrorCode::NotFound)
+        varnelLog(lcIo, result.text);
+    return result;
+}
+
+/// errno tells why, where it can't be opened.
+FileDescriptor LinuxKeptFolders::openFolder(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    if (place.error == 0)
+        return openIn(place.folder, place.name);
+    errno = place.error;
+    return {};
+}
+
+LinuxKeptFolders::Opened LinuxKeptFolders::open(const QString &folder) const
+{
+    const QString path = keyOf(folder);
+    Opened opened;
+    opened.parent = openFolder(QFileInfo(path).path());
+    if (opened.parent)
+        opened.folder = openIn(opened.parent, nameOf(path));
+    if (!opened.folder)
+        opened.error = errno;
+    else if (const auto own = held.find(path);
+             own != held.end() && !isSame(own->second.folder, opened.folder))
+        opened.error = EAGAIN;
+    return opened;
+}
+
+/// Locks a folder for as long as it is held: 0, EWOULDBLOCK when another run has it, or another
+/// errno value.
+int LinuxKeptFolders::holdOpened(const QString &path, Opened opened)
+{
+    const auto [entry, added] = held.try_emplace(path, std::move(opened.folder));
+    const FileDescriptor &folder = entry->second.folder;
+    int error = 0;
+    if (entry->second.lock.state() == FolderLock::State::TimedOut)
+        error = EWOULDBLOCK;
+    else if (const FileDescriptor now = openIn(opened.parent, nameOf(path)); !now)
+        error = errno;
+    else if (!isSame(now, folder))
+        error = ENOENT; // somebody removed it between its being opened and locked
+    if (error != 0)
+        held.erase(entry);
+    else if (entry->second.lock.state() == FolderLock::State::Held)
+        sweepLeftovers(folder);
+    return error;
+}
+
+int LinuxKeptFolders::makeIn(const FileDescriptor &parent, const QString &path)
+{
+    const QByteArray name = nameOf(path);
+    if (::mkdirat(parent.get(), name.constData(), S_IRWXU) != 0)
+        return errno;
+    Opened made;
+    made.parent = openIn(parent, QByteArrayLiteral("."));
+    made.folder = openIn(parent, name);
+    int error = made.parent && made.folder ? 0 : errno;
+    if (error == 0)
+        error = holdOpened(path, std::move(made));
+    if (error == 0)
+        error = flushFolder(parent);
+    if (error != 0) {
+        held.erase(path);
+        ::unlinkat(parent.get(), name.constData(), AT_REMOVEDIR);
+    }
+    return error;
+}
+
+Result<QString> LinuxKeptFolders::make(const QString &parentPath, const QString &name)
+{
+    const QString start = inFolder(parentPath, name) + u'-';
+    if (!isSingle(name))
+        return fail(start, EINVAL);
+    const FileDescriptor parent = openFolder(parentPath);
+    if (!parent)
+        return fail(parentPath, errno);
+    constexpr int attempts = 16;
+    int error = EEXIST;
+    // Another run that looks at a new folder before it is locked may take it for a dead run's.
+    for (int attempt = 0; attempt < attempts
+         && (error == EEXIST || error == EWOULDBLOCK || error == ENOENT);
+         ++attempt) {
+        constexpr int digits = 16;
+        const quint64 random = QRandomGenerator::system()->generate64();
+        const QString path = start + QString::number(random, 16).rightJustified(digits, u'0');
+        error = makeIn(parent, path);
+        if (error == 0)
+            return QString(path + u'/');
+    }
+    return fail(start, error);
+}
+
+Result<bool> LinuxKeptFolders::hold(const QString &folder)
+{
+    Opened opened = open(folder);
+    if (opened.error != 0)
+        return fail(folder, opened.error);
+    if (held.find(keyOf(folder)) != held.end())
+        return true;
+    const int error = holdOpened(keyOf(folder), std::move(opened));
+    if (error == 0 || error == EWOULDBLOCK)
+        return error == 0;
+    return fail(folder, error);
+}
+
+void LinuxKeptFolders::release(const QString &folder)
+{
+    held.erase(keyOf(folder));
+}
+
+Result<bool> LinuxKeptFolders::isInUse(const QString &folder) const
+{
+    const Opened opened = open(folder);
+    if (opened.error != 0)
+        return fail(folder, opened.error);
+    return held.find(keyOf(folder)) == held.end() && isLocked(opened.folder);
+}
+
+Result<QStringList> LinuxKeptFolders::list(const QString &parentPath) const
+{
+    const FileDescriptor parent = openFolder(parentPath);
+    if (!parent)
+        return fail(parentPath, errno);
+    const auto names = namesIn(parent);
+    if (const int *error = std::get_if<int>(&names))
+        return fail(parentPath, *error);
+    QStringList folders;
+    for (const QByteArray &bytes : std::get<QByteArrayList>(names)) {
+        const QString name = QFile::decodeName(bytes);
+        if (QFile::encodeName(name) == bytes && isFolder(parent, bytes))
+            folders.append(name);
+    }
+    return folders;
+}
+
+void LinuxKeptFolders::sweep(const QString &parentPath)
+{
+    const FileDescriptor parent = openFolder(parentPath);
+    const auto names = parent ? namesIn(parent) : errno;
+    const auto *found = std::get_if<QByteArrayList>(&names);
+    // Whatever keeps one from being swept will be told when something is done with it.
+    for (const QByteArray &name : found != nullptr ? *found : QByteArrayList()) {
+        if (const FileDescriptor folder = openIn(parent, name))
+            turns.sweep(folder);
+    }
+}
+
+Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QString &folder,
+                                                 const QString &name)
+{
+    const QString keptPath = inFolder(folder, name);
+    // That nothing stands at the path is told by that alone.
+    const auto failToKeep = [&](int error) {
+        return fail(keptPath, error == ENOENT ? ESTALE : error);
+    };
+    const Opened opened = open(folder);
+    if (opened.error != 0 || !isSingle(name))
+        return failToKeep(opened.error != 0 ? opened.error : EINVAL);
+    const Place place = walkPath(home, path);
+    auto content = place.error == 0 ? readFile(place.folder, place.name) : place.error;
+    if (const int *error = std::get_if<int>(&content))
+        return fail(path, *error);
+    auto &file = std::get<FileContent>(content);
+    const QByteArray keptName = QFile::encodeName(name);
+    const auto kept = keepFile(place, file, opened.folder, keptName);
+    if (const int *error = std::get_if<int>(&kept))
+        return *error == EAGAIN || *error == EFBIG ? fail(path, *error) : failToKeep(*error);
+    if (const int error = flushFolder(opened.folder)) {
+        ::unlinkat(opened.folder.get(), keptName.constData(), 0);
+        return failToKeep(error);
+    }
+    return Kept {std::move(file.bytes), std::get<KeptAs>(kept) == KeptAs::Link};
+}
+
+Result<QByteArray> LinuxKeptFolders::read(const QString &folder, const QString &name,
+                                          qint64 most) const
+{
+    const Opened opened = open(folder);
+    if (opened.error != 0 || !isSingle(name))
+        return fail(inFolder(folder, name), opened.error != 0 ? opened.error : EINVAL);
+    auto content = readKept(opened.folder, name, most);
+    if (const int *error = std::get_if<int>(&content))
+        return fail(inFolder(folder, name), *error);
+    return std::move(std::get<FileContent>(content).bytes);
+}
+
+Result<void> LinuxKeptFolders::write(const QString &folder, const QString &name,
+                                     const QByteArray &bytes)
+{
+    const Opened opened = open(folder);
+    int error = opened.error != 0 || isSingle(name) ? opened.error : EINVAL;
+    if (error == 0)
+        error = putFile(opened.folder, QFile::encodeName(name), bytes, S_IRUSR | S_IWUSR);
+    if (error == 0)
+        error = flushFolder(opened.folder);
+    return error == 0 ? Result<void>() : fail(inFolder(folder, name), error);
+}
+
+Result<KeptFolders::PutBack> LinuxKeptFolders::putBack(const QString &folder, const QString &name,
+                                                       const QString &path,
+                                                       const RightKept &rightKept,
+                                                       const Accept &accept)
+{
+    const Opened opened = open(folder);
+    if (opened.error != 0 || !isSingle(name))
+        return fail(inFolder(folder, name), opened.error != 0 ? opened.error : EINVAL);
+    const auto content = readKept(opened.folder, name, maximumFileSize);
+    if (const int *error = std::get_if<int>(&content))
+        return fail(inFolder(folder, name), *error);
+    const KeptFile kept {opened.folder, QFile::encodeName(name), std::get<FileContent>(content)};
+    if (!rightKept(kept.content.bytes))
+        return PutBack::WrongKept;
+    Place place = walkPath(home, path);
+    if (const int error = readyToChange(place))
+        return fail(path, error);
+    FolderTurn turn(turns, place.folder);
+    const auto present = readFile(place.folder, place.name);
+    const auto *now = std::get_if<FileContent>(&present);
+    if (now == nullptr && std::get<int>(present) != ENOENT)
+        return fail(path, std::get<int>(present));
+    if (!accept(now != nullptr ? std::optional(now->bytes) : std::nullopt))
+        return PutBack::Declined;
+    if (const int error = putKeptFile(kept, place, now))
+        return fail(path, error);
+    turn.finish(path);
+    flushFolderOf(inFolder(folder, name), opened.folder);
+    return PutBack::Done;
+}
+
+Result<bool> LinuxKeptFolders::takeAway(const QString &path, const Accept &accept)
+{
+    Place place = walkPath(home, path);
+    if (place.error == ENOENT)
+        return true;
+    if (const int error = readyToChange(place))
+        return fail(path, error);
+    FolderTurn turn(turns, place.folder);
+    const auto present = readFile(place.folder, place.name);
+    const auto *now = std::get_if<FileContent>(&present);
+    if (now == nullptr && std::get<int>(present) == ENOENT)
+        return true;
+    if (now == nullptr)
+        return fail(path, std::get<int>(present));
+    if (!accept(now->bytes))
+        return false;
+    if (const int error = removeFile(place, *now))
+        return fail(path, error);
+    turn.finish(path);
+    return true;
+}
+
+Result<bool> LinuxKeptFolders::removeFolderIfEmpty(const QString &path)
+{
+    const FileDescriptor parent = openFolder(QFileInfo(keyOf(path)).path());
+    const int error = parent ? removeFolder(parent, nameOf(path)) : errno;
+    if (error == 0 || error == ENOENT)
+        return true;
+    if (error == ENOTEMPTY || error == EEXIST)
+        return false;
+    return fail(path, error);
+}
+
+Result<bool> LinuxKeptFolders::discard(const QString &folder)
+{
+    const Opened opened = open(folder);
+    if (opened.error == ENOENT) {
+        release(folder);
+        return true;
+    }
+    if (opened.error != 0)
+        return fail(folder, opened.error);
+    const bool heldBefore = held.find(keyOf(folder)) != held.end();
+    const Result<bool> ours = hold(folder);
+    if (!ours || !ours.value())
+        return ours;
+    int error = empty(opened.folder);
+    if (error == 0)
+        error = removeFolder(opened.parent, nameOf(folder));
+    if (error == 0 || !heldBefore)
+        release(folder);
+    return error == 0 ? Result<bool>(true) : fail(folder, error);
+}
+
+} // namespace varnel
