@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -84,6 +85,32 @@ bool setAttribute(const QString &path, const char *name, const QByteArray &value
         return true;
     check(errno == ENOTSUP, path);
     return false;
+}
+
+QByteArray accessControlList(quint16 userRights, quint16 mask)
+{
+    QByteArray list;
+    const auto add16 = [&](quint16 value) {
+        value = qToLittleEndian(value);
+        list.append(reinterpret_cast<const char *>(&value), sizeof value);
+    };
+    const auto add32 = [&](quint32 value) {
+        value = qToLittleEndian(value);
+        list.append(reinterpret_cast<const char *>(&value), sizeof value);
+    };
+    const auto entry = [&](quint16 tag, quint16 rights, quint32 id) {
+        add16(tag);
+        add16(rights);
+        add32(id);
+    };
+    constexpr quint32 nobody = 0xffffffff;
+    add32(2);
+    entry(0x01, 6, nobody);
+    entry(0x02, userRights, 4711);
+    entry(0x04, 4, nobody);
+    entry(0x10, mask, nobody);
+    entry(0x20, 0, nobody);
+    return list;
 }
 
 QMap<QString, QString> snapshot(const QString &folder)

@@ -27,6 +27,12 @@ void linkTo(const QString &target, const QString &path);
 /// False where the file system has no such attributes.
 [[nodiscard]] bool setAttribute(const QString &path, const char *name, const QByteArray &value);
 
+constexpr char accessList[] = "system.posix_acl_access";
+constexpr char defaultList[] = "system.posix_acl_default";
+/// An access control list as the kernel keeps it: owner rw, user 4711 as told, group r, mask as
+/// told, others nothing.
+[[nodiscard]] QByteArray accessControlList(quint16 userRights, quint16 mask);
+
 /// Every path beneath a folder with its size, time, inode and, for files, bytes.
 [[nodiscard]] QMap<QString, QString> snapshot(const QString &folder);
 

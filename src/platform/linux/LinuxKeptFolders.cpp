@@ -88,6 +88,12 @@ int removeFile(const Place &place, const FileContent &now)
     return ::unlinkat(place.folder.get(), place.name.constData(), 0) == 0 ? 0 : errno;
 }
 
+/// For a file that was there a moment ago.
+int goneMeansChanged(int error)
+{
+    return error == ENOENT ? EAGAIN : error;
+}
+
 /// The folder that a file is to be changed in, open for reading.
 int readyToChange(Place &place)
 {
@@ -361,7 +367,7 @@ Result<KeptFolders::PutBack> LinuxKeptFolders::putBack(const QString &folder, co
     if (!accept(now != nullptr ? std::optional(now->bytes) : std::nullopt))
         return PutBack::Declined;
     if (const int error = putKeptFile(kept, place, now))
-        return fail(path, error);
+        return fail(path, goneMeansChanged(error));
     turn.finish(path);
     flushFolderOf(inFolder(folder, name), opened.folder);
     return PutBack::Done;
@@ -384,7 +390,7 @@ Result<bool> LinuxKeptFolders::takeAway(const QString &path, const Accept &accep
     if (!accept(now->bytes))
         return false;
     if (const int error = removeFile(place, *now))
-        return fail(path, error);
+        return fail(path, goneMeansChanged(error));
     turn.finish(path);
     return true;
 }

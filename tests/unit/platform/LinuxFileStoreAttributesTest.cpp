@@ -1,42 +1,9 @@
 #include "StoreFixture.h"
 
-#include <QtEndian>
-
 using namespace varnel;
 using namespace varnel::test;
 
 namespace {
-
-constexpr char accessList[] = "system.posix_acl_access";
-constexpr char defaultList[] = "system.posix_acl_default";
-
-/// An access control list as the kernel keeps it: owner rw, user 4711 as told, group r, mask as
-/// told, others nothing.
-QByteArray accessControlList(quint16 userRights, quint16 mask)
-{
-    QByteArray list;
-    const auto add16 = [&](quint16 value) {
-        value = qToLittleEndian(value);
-        list.append(reinterpret_cast<const char *>(&value), sizeof value);
-    };
-    const auto add32 = [&](quint32 value) {
-        value = qToLittleEndian(value);
-        list.append(reinterpret_cast<const char *>(&value), sizeof value);
-    };
-    const auto entry = [&](quint16 tag, quint16 rights, quint32 id) {
-        add16(tag);
-        add16(rights);
-        add32(id);
-    };
-    constexpr quint32 nobody = 0xffffffff;
-    add32(2);
-    entry(0x01, 6, nobody);
-    entry(0x02, userRights, 4711);
-    entry(0x04, 4, nobody);
-    entry(0x10, mask, nobody);
-    entry(0x20, 0, nobody);
-    return list;
-}
 
 struct LinuxFileStoreAttributes : StoreFixture { };
 using LinuxFileStoreForeignHome = ForeignHome;
