@@ -2,6 +2,7 @@
 
 from dataclasses import dataclass
 
+from keeping import KeepFiles, PutBackFiles
 from sandbox import all_backups, database_rows, kept_entries, leftovers, load_plist, mode_of
 from sandbox import names_below
 
@@ -314,4 +315,4 @@ class Add(LoginItem):
 
 
 SCENARIOS = {"save": Save, "restore": Restore, "disable": Disable, "enable": Enable,
-             "remove": Remove, "add": Add}
+             "remove": Remove, "add": Add, "keep": KeepFiles, "putBack": PutBackFiles}

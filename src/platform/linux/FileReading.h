@@ -25,9 +25,8 @@ struct FileContent {
 /// EISDIR for anything but a regular file (which is never waited for), EFBIG above `most` bytes,
 /// EAGAIN when the file does not stop changing while it is read, ELOOP for a link. Whoever owns the
 /// file leaves its time of reading as it was.
-[[nodiscard]] std::variant<FileContent, int> readFile(const FileDescriptor &folder,
-                                                      const QByteArray &name,
-                                                      qint64 most = maximumFileSize);
+[[nodiscard]] std::variant<FileContent, int>
+readFile(const FileDescriptor &folder, const QByteArray &name, qint64 most = maximumFileSize);
 
 /// 0 while a file that was read still stands there unchanged; EAGAIN when another program changed,
 /// replaced or removed it, or another errno value.

@@ -9,11 +9,9 @@
 #include "platform/linux/FolderTurns.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
-#include "platform/linux/TemporaryFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <fcntl.h>
@@ -22,28 +20,9 @@ namespace varnel {
 
 namespace {
 
-/// Open for reading, as locks and flushes need it.
-FileDescriptor openIn(const FileDescriptor &parent, const QByteArray &name)
-{
-    return FileDescriptor(uninterrupted([&] {
-        return ::openat(parent.get(), name.constData(),
-                        O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    }));
-}
-
-QString keyOf(const QString &folder)
-{
-    return QDir::cleanPath(folder);
-}
-
-QByteArray nameOf(const QString &folder)
-{
-    return QFile::encodeName(QFileInfo(keyOf(folder)).fileName());
-}
-
 QString inFolder(const QString &folder, const QString &name)
 {
-    return keyOf(folder) + u'/' + name;
+    return QDir::cleanPath(folder) + u'/' + name;
 }
 
 /// A name that leads out of its folder may stand in somebody's notes.
@@ -53,19 +32,24 @@ bool isSingle(const QString &name)
         && !name.contains(QChar(u'\0'));
 }
 
-bool isFolder(const FileDescriptor &parent, const QByteArray &name)
+/// Those of a folder's names that folders have, links left out, or an errno value.
+std::variant<QByteArrayList, int> foldersIn(const FileDescriptor &parent)
 {
-    struct stat status { };
-    return ::fstatat(parent.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0
-        && S_ISDIR(status.st_mode);
-}
-
-bool isSame(const FileDescriptor &left, const FileDescriptor &right)
-{
-    struct stat one { };
-    struct stat other { };
-    return ::fstat(left.get(), &one) == 0 && ::fstat(right.get(), &other) == 0
-        && sameFile(one, other);
+    const auto names = namesIn(parent);
+    if (const int *error = std::get_if<int>(&names))
+        return *error;
+    QByteArrayList folders;
+    for (const QByteArray &name : std::get<QByteArrayList>(names)) {
+        struct stat status { };
+        const bool seen =
+            ::fstatat(parent.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+        // One that can't be looked at must not pass for none.
+        if (!seen && errno != ENOENT)
+            return errno;
+        if (seen && S_ISDIR(status.st_mode))
+            folders.append(name);
+    }
+    return folders;
 }
 
 /// A kept file; a link in its place is no file.
@@ -99,7 +83,7 @@ int readyToChange(Place &place)
 {
     if (place.error != 0)
         return place.error;
-    FileDescriptor folder = openIn(place.folder, QByteArrayLiteral("."));
+    FileDescriptor folder = openFolderIn(place.folder, QByteArrayLiteral("."));
     if (!folder)
         return errno;
     place.folder = std::move(folder);
@@ -116,13 +100,14 @@ int removeFolder(const FileDescriptor &parent, const QByteArray &name)
 /// Removes every file of a folder in which there are no folders.
 int empty(const FileDescriptor &folder)
 {
+    const auto folders = foldersIn(folder);
+    if (const int *error = std::get_if<int>(&folders))
+        return *error;
+    if (!std::get<QByteArrayList>(folders).isEmpty())
+        return ENOTEMPTY;
     const auto names = namesIn(folder);
     if (const int *error = std::get_if<int>(&names))
         return *error;
-    for (const QByteArray &name : std::get<QByteArrayList>(names)) {
-        if (isFolder(folder, name))
-            return ENOTEMPTY;
-    }
     for (const QByteArray &name : std::get<QByteArrayList>(names)) {
         if (::unlinkat(folder.get(), name.constData(), 0) != 0 && errno != ENOENT)
             return errno;
@@ -133,7 +118,7 @@ int empty(const FileDescriptor &folder)
 } // namespace
 
 LinuxKeptFolders::LinuxKeptFolders(HomeFolder home, FolderTurns &turns)
-    : home(std::move(home)), turns(turns)
+    : home(home), held(std::move(home)), turns(turns)
 {
 }
 
@@ -147,89 +132,24 @@ Error LinuxKeptFolders::fail(const QString &path, int error)
     return result;
 }
 
-/// errno tells why, where it can't be opened.
-FileDescriptor LinuxKeptFolders::openFolder(const QString &path) const
-{
-    const Place place = walkPath(home, path);
-    if (place.error == 0)
-        return openIn(place.folder, place.name);
-    errno = place.error;
-    return {};
-}
-
-LinuxKeptFolders::Opened LinuxKeptFolders::open(const QString &folder) const
-{
-    const QString path = keyOf(folder);
-    Opened opened;
-    opened.parent = openFolder(QFileInfo(path).path());
-    if (opened.parent)
-        opened.folder = openIn(opened.parent, nameOf(path));
-    if (!opened.folder)
-        opened.error = errno;
-    else if (const auto own = held.find(path);
-             own != held.end() && !isSame(own->second.folder, opened.folder))
-        opened.error = EAGAIN;
-    return opened;
-}
-
-/// Locks a folder for as long as it is held: 0, EWOULDBLOCK when another run has it, or another
-/// errno value.
-int LinuxKeptFolders::holdOpened(const QString &path, Opened opened)
-{
-    const auto [entry, added] = held.try_emplace(path, std::move(opened.folder));
-    const FileDescriptor &folder = entry->second.folder;
-    int error = 0;
-    if (entry->second.lock.state() == FolderLock::State::TimedOut)
-        error = EWOULDBLOCK;
-    else if (const FileDescriptor now = openIn(opened.parent, nameOf(path)); !now)
-        error = errno;
-    else if (!isSame(now, folder))
-        error = ENOENT; // somebody removed it between its being opened and locked
-    if (error != 0)
-        held.erase(entry);
-    else if (entry->second.lock.state() == FolderLock::State::Held)
-        sweepLeftovers(folder);
-    return error;
-}
-
-int LinuxKeptFolders::makeIn(const FileDescriptor &parent, const QString &path)
-{
-    const QByteArray name = nameOf(path);
-    if (::mkdirat(parent.get(), name.constData(), S_IRWXU) != 0)
-        return errno;
-    Opened made;
-    made.parent = openIn(parent, QByteArrayLiteral("."));
-    made.folder = openIn(parent, name);
-    int error = made.parent && made.folder ? 0 : errno;
-    if (error == 0)
-        error = holdOpened(path, std::move(made));
-    if (error == 0)
-        error = flushFolder(parent);
-    if (error != 0) {
-        held.erase(path);
-        ::unlinkat(parent.get(), name.constData(), AT_REMOVEDIR);
-    }
-    return error;
-}
-
 Result<QString> LinuxKeptFolders::make(const QString &parentPath, const QString &name)
 {
     const QString start = inFolder(parentPath, name) + u'-';
     if (!isSingle(name))
         return fail(start, EINVAL);
-    const FileDescriptor parent = openFolder(parentPath);
+    const FileDescriptor parent = held.openParent(parentPath);
     if (!parent)
         return fail(parentPath, errno);
     constexpr int attempts = 16;
     int error = EEXIST;
     // Another run that looks at a new folder before it is locked may take it for a dead run's.
-    for (int attempt = 0; attempt < attempts
-         && (error == EEXIST || error == EWOULDBLOCK || error == ENOENT);
+    for (int attempt = 0;
+         attempt < attempts && (error == EEXIST || error == EWOULDBLOCK || error == ENOENT);
          ++attempt) {
         constexpr int digits = 16;
         const quint64 random = QRandomGenerator::system()->generate64();
         const QString path = start + QString::number(random, 16).rightJustified(digits, u'0');
-        error = makeIn(parent, path);
+        error = held.make(parent, path);
         if (error == 0)
             return QString(path + u'/');
     }
@@ -238,12 +158,12 @@ Result<QString> LinuxKeptFolders::make(const QString &parentPath, const QString 
 
 Result<bool> LinuxKeptFolders::hold(const QString &folder)
 {
-    Opened opened = open(folder);
+    HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0)
         return fail(folder, opened.error);
-    if (held.find(keyOf(folder)) != held.end())
+    if (held.isHeld(folder))
         return true;
-    const int error = holdOpened(keyOf(folder), std::move(opened));
+    const int error = held.hold(folder, std::move(opened));
     if (error == 0 || error == EWOULDBLOCK)
         return error == 0;
     return fail(folder, error);
@@ -251,42 +171,42 @@ Result<bool> LinuxKeptFolders::hold(const QString &folder)
 
 void LinuxKeptFolders::release(const QString &folder)
 {
-    held.erase(keyOf(folder));
+    held.release(folder);
 }
 
 Result<bool> LinuxKeptFolders::isInUse(const QString &folder) const
 {
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0)
         return fail(folder, opened.error);
-    return held.find(keyOf(folder)) == held.end() && isLocked(opened.folder);
+    return !held.isHeld(folder) && isLocked(opened.folder);
 }
 
 Result<QStringList> LinuxKeptFolders::list(const QString &parentPath) const
 {
-    const FileDescriptor parent = openFolder(parentPath);
+    const FileDescriptor parent = held.openParent(parentPath);
     if (!parent)
         return fail(parentPath, errno);
-    const auto names = namesIn(parent);
-    if (const int *error = std::get_if<int>(&names))
+    const auto folders = foldersIn(parent);
+    if (const int *error = std::get_if<int>(&folders))
         return fail(parentPath, *error);
-    QStringList folders;
-    for (const QByteArray &bytes : std::get<QByteArrayList>(names)) {
+    QStringList names;
+    for (const QByteArray &bytes : std::get<QByteArrayList>(folders)) {
         const QString name = QFile::decodeName(bytes);
-        if (QFile::encodeName(name) == bytes && isFolder(parent, bytes))
-            folders.append(name);
+        if (QFile::encodeName(name) == bytes)
+            names.append(name);
     }
-    return folders;
+    return names;
 }
 
 void LinuxKeptFolders::sweep(const QString &parentPath)
 {
-    const FileDescriptor parent = openFolder(parentPath);
+    const FileDescriptor parent = held.openParent(parentPath);
     const auto names = parent ? namesIn(parent) : errno;
     const auto *found = std::get_if<QByteArrayList>(&names);
     // Whatever keeps one from being swept will be told when something is done with it.
     for (const QByteArray &name : found != nullptr ? *found : QByteArrayList()) {
-        if (const FileDescriptor folder = openIn(parent, name))
+        if (const FileDescriptor folder = openFolderIn(parent, name))
             turns.sweep(folder);
     }
 }
@@ -299,7 +219,7 @@ Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QStr
     const auto failToKeep = [&](int error) {
         return fail(keptPath, error == ENOENT ? ESTALE : error);
     };
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0 || !isSingle(name))
         return failToKeep(opened.error != 0 ? opened.error : EINVAL);
     const Place place = walkPath(home, path);
@@ -321,7 +241,7 @@ Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QStr
 Result<QByteArray> LinuxKeptFolders::read(const QString &folder, const QString &name,
                                           qint64 most) const
 {
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0 || !isSingle(name))
         return fail(inFolder(folder, name), opened.error != 0 ? opened.error : EINVAL);
     auto content = readKept(opened.folder, name, most);
@@ -333,7 +253,7 @@ Result<QByteArray> LinuxKeptFolders::read(const QString &folder, const QString &
 Result<void> LinuxKeptFolders::write(const QString &folder, const QString &name,
                                      const QByteArray &bytes)
 {
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     int error = opened.error != 0 || isSingle(name) ? opened.error : EINVAL;
     if (error == 0)
         error = putFile(opened.folder, QFile::encodeName(name), bytes, S_IRUSR | S_IWUSR);
@@ -347,7 +267,7 @@ Result<KeptFolders::PutBack> LinuxKeptFolders::putBack(const QString &folder, co
                                                        const RightKept &rightKept,
                                                        const Accept &accept)
 {
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0 || !isSingle(name))
         return fail(inFolder(folder, name), opened.error != 0 ? opened.error : EINVAL);
     const auto content = readKept(opened.folder, name, maximumFileSize);
@@ -397,8 +317,8 @@ Result<bool> LinuxKeptFolders::takeAway(const QString &path, const Accept &accep
 
 Result<bool> LinuxKeptFolders::removeFolderIfEmpty(const QString &path)
 {
-    const FileDescriptor parent = openFolder(QFileInfo(keyOf(path)).path());
-    const int error = parent ? removeFolder(parent, nameOf(path)) : errno;
+    const HeldFolders::Opened opened = held.open(path);
+    const int error = opened.parent ? removeFolder(opened.parent, opened.name) : opened.error;
     if (error == 0 || error == ENOENT)
         return true;
     if (error == ENOTEMPTY || error == EEXIST)
@@ -408,20 +328,20 @@ Result<bool> LinuxKeptFolders::removeFolderIfEmpty(const QString &path)
 
 Result<bool> LinuxKeptFolders::discard(const QString &folder)
 {
-    const Opened opened = open(folder);
+    const HeldFolders::Opened opened = held.open(folder);
     if (opened.error == ENOENT) {
         release(folder);
         return true;
     }
     if (opened.error != 0)
         return fail(folder, opened.error);
-    const bool heldBefore = held.find(keyOf(folder)) != held.end();
+    const bool heldBefore = held.isHeld(folder);
     const Result<bool> ours = hold(folder);
     if (!ours || !ours.value())
         return ours;
     int error = empty(opened.folder);
     if (error == 0)
-        error = removeFolder(opened.parent, nameOf(folder));
+        error = removeFolder(opened.parent, opened.name);
     if (error == 0 || !heldBefore)
         release(folder);
     return error == 0 ? Result<bool>(true) : fail(folder, error);

@@ -2,13 +2,7 @@
 
 #include "base/HomeFolder.h"
 #include "platform/KeptFolders.h"
-#include "platform/linux/FileDescriptor.h"
-#include "platform/linux/FolderLock.h"
-
-#include <map>
-#include <utility>
-
-#include <sys/stat.h>
+#include "platform/linux/HeldFolders.h"
 
 namespace varnel {
 
@@ -18,7 +12,6 @@ class FolderTurns;
 ///
 /// - Where links may lead, see walkPath(); the name of a kept folder, and of a file in it, is taken
 ///   as it stands.
-/// - A folder that is held is known by what was locked: another one of its name is refused.
 /// - Every failure but NotFound is logged to lcIo, naming the file.
 class LinuxKeptFolders : public KeptFolders {
 public:
@@ -42,30 +35,11 @@ public:
     Result<bool> discard(const QString &folder) override;
 
 private:
-    /// A folder and the one that it is in, both open for reading.
-    struct Opened {
-        int error = 0;
-        FileDescriptor parent;
-        FileDescriptor folder;
-    };
-    struct Held {
-        explicit Held(FileDescriptor opened)
-            : folder(std::move(opened)), lock(folder, std::chrono::milliseconds::zero())
-        {
-        }
-        FileDescriptor folder;
-        FolderLock lock;
-    };
-
-    [[nodiscard]] FileDescriptor openFolder(const QString &path) const;
-    [[nodiscard]] Opened open(const QString &folder) const;
-    [[nodiscard]] int makeIn(const FileDescriptor &parent, const QString &path);
-    [[nodiscard]] int holdOpened(const QString &path, Opened opened);
     [[nodiscard]] static Error fail(const QString &path, int error);
 
     HomeFolder home;
+    HeldFolders held;
     FolderTurns &turns;
-    std::map<QString, Held> held; ///< by their paths without a slash at the end
 };
 
 } // namespace varnel

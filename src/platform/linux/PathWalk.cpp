@@ -184,8 +184,8 @@ bool sameFile(const struct stat &left, const struct stat &right)
 
 bool sameState(const struct stat &left, const struct stat &right)
 {
-    return sameFile(left, right) && left.st_size == right.st_size && sameTime(left.st_mtim, right.st_mtim)
-        && sameTime(left.st_ctim, right.st_ctim);
+    return sameFile(left, right) && left.st_size == right.st_size
+        && sameTime(left.st_mtim, right.st_mtim) && sameTime(left.st_ctim, right.st_ctim);
 }
 
 } // namespace varnel

@@ -133,7 +133,8 @@ int moveToFreeName(const FileDescriptor &from, const QByteArray &name, const Fil
         return EEXIST;
     if (errno != ENOENT)
         return errno;
-    return ::renameat(from.get(), name.constData(), to.get(), freeName.constData()) == 0 ? 0 : errno;
+    return ::renameat(from.get(), name.constData(), to.get(), freeName.constData()) == 0 ? 0
+                                                                                         : errno;
 }
 
 void sweepLeftovers(const FileDescriptor &folder)

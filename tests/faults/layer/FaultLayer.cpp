@@ -6,6 +6,7 @@
 #include "FaultPlan.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include <dirent.h>
@@ -84,6 +85,16 @@ Call change(const char *name, std::string path)
 Call growth(const char *name, std::string path, std::string target = {})
 {
     return {name, true, true, std::move(path), std::move(target)};
+}
+
+/// A file can be linked by the descriptor that it is open with.
+std::string linkedPath(int folder, const char *name, int flags)
+{
+    constexpr const char *opened = "/proc/self/fd/";
+    const size_t start = std::strlen(opened);
+    if ((flags & AT_SYMLINK_FOLLOW) != 0 && std::strncmp(name, opened, start) == 0)
+        return pathOf(std::atoi(name + start));
+    return pathAt(folder, name);
 }
 
 Call opening(int folder, const char *path, int flags)
@@ -187,7 +198,8 @@ STAND_IN(int, renameat2, (int folder, const char *from, int other, const char *t
 STAND_IN(int, link, (const char *from, const char *to), (from, to),
          growth("link", pathAt(AT_FDCWD, from), pathAt(AT_FDCWD, to)))
 STAND_IN(int, linkat, (int folder, const char *from, int other, const char *to, int flags),
-         (folder, from, other, to, flags), growth("link", pathAt(folder, from), pathAt(other, to)))
+         (folder, from, other, to, flags),
+         growth("link", linkedPath(folder, from, flags), pathAt(other, to)))
 STAND_IN(int, symlink, (const char *text, const char *path), (text, path),
          growth("symlink", pathAt(AT_FDCWD, path)))
 STAND_IN(int, symlinkat, (const char *text, int folder, const char *path), (text, folder, path),

@@ -1,6 +1,7 @@
 #include "KeptFixture.h"
 #include "platform/linux/TemporaryFile.h"
 #include "support/ChildProcess.h"
+#include "support/FailingKeptFolders.h"
 
 #include <QRegularExpression>
 
@@ -34,8 +35,8 @@ struct LinuxKeptFoldersTest : KeptFixture {
 TEST_F(LinuxKeptFoldersTest, aRunsFolderIsPrivateHasANameOfItsOwnAndIsHeld)
 {
     const QString run = make();
-    const QRegularExpression form(
-        u"\\A"_s + QRegularExpression::escape(parent) + u"quillet7-[0-9a-f]{16}/\\z"_s);
+    const QRegularExpression form(u"\\A"_s + QRegularExpression::escape(parent)
+                                  + u"quillet7-[0-9a-f]{16}/\\z"_s);
     EXPECT_TRUE(form.match(run).hasMatch()) << qPrintable(run);
     EXPECT_EQ(modeOf(run.chopped(1)), 0700U);
     EXPECT_TRUE(otherRun.isInUse(run).value());
@@ -242,6 +243,18 @@ TEST_F(LinuxKeptFoldersTest, whatADeadRunLeftHalfWrittenIsSwept)
     EXPECT_TRUE(kept.hold(busy).value());
     EXPECT_EQ(entriesOf(busy), QStringList());
     EXPECT_EQ(logged(), QStringList());
+}
+
+TEST_F(LinuxKeptFoldersTest, aChosenOperationCanBeMadeToFailAndTheOthersGoThrough)
+{
+    writeRaw(path, "old");
+    FailingKeptFolders failing(kept);
+    failing.failOperation(2, {ErrorCode::TooBig, u"no room"_s});
+    const QString run = failing.make(parent, u"quillet7"_s).value();
+    EXPECT_EQ(codeOf(failing.keep(path, run, u"1"_s)), ErrorCode::TooBig);
+    EXPECT_TRUE(failing.keep(path, run, u"1"_s).ok());
+    EXPECT_EQ(failing.calls,
+              (QStringList {u"make " + parent + u"quillet7", u"keep " + path, u"keep " + path}));
 }
 
 /// The folders of somebody else's home, where root works without being the owner.

@@ -146,8 +146,8 @@ TEST_F(LinuxPutBackTest, whatASaveLeavesOutComesBackWithTheFile)
     const QString other = home.preference(u"b.plist"_s);
     writeRaw(other, "old", 06755);
     const QByteArray capabilities = QByteArray::fromHex("0100000200200000000000000000000000000000");
-    const bool rights = ::geteuid() == 0 && attributes
-        && setAttribute(other, "security.capability", capabilities);
+    const bool rights =
+        ::geteuid() == 0 && attributes && setAttribute(other, "security.capability", capabilities);
     ASSERT_TRUE(kept.keep(other, run, u"2"_s).ok());
     ASSERT_TRUE(store.update(other, become("new")).ok());
     ASSERT_EQ(modeOf(other), 0755U);
