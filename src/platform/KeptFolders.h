@@ -34,7 +34,7 @@ public:
     [[nodiscard]] virtual Result<bool> hold(const QString &folder) = 0;
     virtual void release(const QString &folder) = 0;
 
-    /// Whether another run holds the folder.
+    /// Whether another run holds the folder, be it for the moment in which it sweeps there.
     [[nodiscard]] virtual Result<bool> isInUse(const QString &folder) const = 0;
 
     /// The names of the folders in a folder; links to folders, and names that are no UTF-8, are
@@ -71,7 +71,8 @@ public:
 
     /// Whether the kept file still is what was kept.
     using RightKept = std::function<bool(const QByteArray &kept)>;
-    /// Whether what stands there now (none: nothing) may give way.
+    /// Whether what stands there now (none: nothing) may give way. It must change no file there
+    /// itself: it would wait for itself.
     using Accept = std::function<bool(const std::optional<QByteArray> &now)>;
     enum class PutBack {
         Done, ///< the kept file stands there, and has left its folder
