@@ -119,11 +119,21 @@ Result<void> BackupFolder::remove(const QString &file)
             break;
         removed = files.remove(companion);
     }
-    // Without the file it is of no use to anybody; what stays for a failure is swept by a save.
-    if (removed && workspace != nullptr)
+    if (removed)
+        removedFiles.append(file);
+    return removed;
+}
+
+Result<void> BackupFolder::flush()
+{
+    Result<void> flushed = files.flush(folder);
+    if (!flushed || workspace == nullptr)
+        return flushed;
+    // Without its backup file it is of no use to anybody; what a failure leaves is swept by a save.
+    for (const QString &file : std::exchange(removedFiles, {}))
         for (const QString &kept : keptFoldersOf(*workspace, file))
             static_cast<void>(workspace->keptFolders().discard(kept));
-    return removed;
+    return flushed;
 }
 
 Result<void> BackupFolder::removeForGood(const QString &name)

@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace varnel {
 
@@ -43,14 +44,15 @@ public:
     [[nodiscard]] bool exists(const QString &file) const;
     /// The rows of a file, as readBackupRows() has them.
     [[nodiscard]] Result<QList<BackupRow>> read(const QString &file) const;
-    /// Deletes a file, what its last writer left beside it, and what its run has kept. One that is gone is no error. A
-    /// power cut can bring files back until flush().
+    /// Deletes a file, what its last writer left beside it, and what its run has kept. One that is
+    /// gone is no error. A power cut can bring files back until flush().
     [[nodiscard]] Result<void> remove(const QString &file);
 
     /// remove() of a name, and flush().
     [[nodiscard]] Result<void> removeForGood(const QString &name);
 
-    Result<void> flush() { return files.flush(folder); }
+    /// What runs have kept beside the removed files goes with that.
+    Result<void> flush();
 
 private:
     [[nodiscard]] Result<void> checkWay(const QString &to) const;
@@ -58,6 +60,7 @@ private:
     QString folder;
     FileStore &files;
     const Workspace *workspace = nullptr;
+    QStringList removedFiles; ///< not flushed yet
 };
 
 /// "2026-11-21 09:30:00 +0000"; null for a link that leads nowhere, which has no date.

@@ -70,9 +70,9 @@ QJsonObject toJson(const KeptFile &file)
     QJsonArray keys;
     for (const OldKey &key : file.keys)
         keys.append(toJson(key));
-    return {{u"path"_s, file.path},           {u"whole"_s, wordFor(file.whole)},
-            {u"name"_s, file.name},           {u"digest"_s, text(file.digest)},
-            {u"written"_s, written},          {u"disturbed"_s, file.disturbed},
+    return {{u"path"_s, file.path},  {u"whole"_s, wordFor(file.whole)},
+            {u"name"_s, file.name},  {u"digest"_s, text(file.digest)},
+            {u"written"_s, written}, {u"disturbed"_s, file.disturbed},
             {u"keys"_s, keys}};
 }
 

@@ -18,7 +18,6 @@ namespace varnel {
 
 namespace {
 
-
 constexpr qsizetype statesRemembered = 2;
 
 QString stemOf(const QString &backupFile)

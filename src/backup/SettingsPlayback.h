@@ -13,13 +13,15 @@ namespace varnel {
 class KeptBackup;
 
 /// Puts settings back, for both programs: each on the result of those before it, in memory, then
-/// each file once: whole where all of it comes back. Meanwhile whoever reads through `access` finds what has been played so far.
+/// each file once: whole where all of it comes back. Meanwhile whoever reads through `access` finds
+/// what has been played so far.
 class SettingsPlayback {
 public:
     enum class Manner { Play, TryOut };
 
     /// `access` and the flags outlive this object. A Library folder that `libraryIsMade` says will
-    /// be there by then has no Finder information yet. What is kept beside the rows goes before them.
+    /// be there by then has no Finder information yet. What is kept beside the rows goes before
+    /// them.
     SettingsPlayback(SettingAccess &access, RestartFlags &flags, const KeptBackup *kept = nullptr,
                      Manner manner = Manner::Play, bool libraryIsMade = false);
     SettingsPlayback(const SettingsPlayback &) = delete;

@@ -37,8 +37,8 @@ public:
     [[nodiscard]] bool isStillSo() const;
 
     /// Replaces the file, under its lock: by what was planned, or, where it holds something else by
-    /// now, by that with the edits made afresh, of which a keeper is told. An edit that can't be made is left out. The error
-    /// is that of the file, has been logged, and fails every edit.
+    /// now, by that with the edits made afresh, of which a keeper is told. An edit that can't be
+    /// made is left out. The error is that of the file, has been logged, and fails every edit.
     Result<void> commit(FileStore &store, OldValueKeeper *keeper = nullptr);
     /// What came of an edit, by its number; of a commit, where there was one.
     [[nodiscard]] const Result<void> &outcome(qsizetype number) const

@@ -107,7 +107,7 @@ TEST_F(SettingTest, aChangeOfTheStoredFormAloneIsToldAsOne)
     EXPECT_TRUE(set({u"1004=64"_s}).out.contains("was: 48 pixels\n"));
 }
 
-TEST_F(SettingTest, whatIsNoTextIsKeptAndComesBackInItsTextForm)
+TEST_F(SettingTest, whatIsNoTextIsKeptInItsTextFormAndComesBackAsWhatItWas)
 {
     const QString file = home.preference(u"com.apple.screencapture.plist"_s);
     writeFile(file,
@@ -117,8 +117,8 @@ TEST_F(SettingTest, whatIsNoTextIsKeptAndComesBackInItsTextForm)
     EXPECT_EQ(set({u"1400=shot"_s, u"1403=/tmp"_s}).status, 0);
     EXPECT_EQ(rows(), "1400|0|5|\n1403|0|<48656c6c 6f>|\n");
     EXPECT_EQ(varnelctl.run({u"backups"_s, u"restore"_s, u"quillet1.sqlite"_s}).status, 0);
-    EXPECT_EQ(PlistReferee::read(file), u"{'location': '<48656c6c 6f>', 'name': '5'}"_s);
-    EXPECT_EQ(get(u"1400"_s), "5\n");
+    EXPECT_EQ(PlistReferee::read(file), u"{'location': b'Hello', 'name': 5}"_s);
+    EXPECT_EQ(get(u"1400"_s), "5\tnot a text\n");
 }
 
 TEST_F(SettingTest, whatIsNoTextIsWrittenOnlyByWhoSetsIt)

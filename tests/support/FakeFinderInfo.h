@@ -13,7 +13,8 @@ public:
     Reading read(const QString &path) const override
     {
         calls.append(u"read " + path);
-        return readError != 0 ? Reading {readError, {}, false} : Reading {0, stored.value(path), stored.contains(path)};
+        return readError != 0 ? Reading {readError, {}, false}
+                              : Reading {0, stored.value(path), stored.contains(path)};
     }
     int write(const QString &path, const FinderInfoBytes &bytes) override
     {

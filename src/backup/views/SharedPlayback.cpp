@@ -32,7 +32,8 @@ SettingsPlayback *SharedPlayback::settingsPlayback()
 Result<void> SharedPlayback::writeWithoutRows()
 {
     SettingsPlayback *const playback = settingsPlayback();
-    const Result<void> written = playback != nullptr ? playback->writeWithoutRows() : Result<void>();
+    const Result<void> written =
+        playback != nullptr ? playback->writeWithoutRows() : Result<void>();
     if (written && playback != nullptr && playback->playedWithoutRows())
         shared.quillet()->readData();
     return written;

@@ -222,8 +222,14 @@ Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QStr
     const HeldFolders::Opened opened = held.open(folder);
     if (opened.error != 0 || !isSingle(name))
         return failToKeep(opened.error != 0 ? opened.error : EINVAL);
-    const Place place = walkPath(home, path);
-    auto content = place.error == 0 ? readFile(place.folder, place.name) : place.error;
+    Place place = walkPath(home, path);
+    if (place.error != 0)
+        return fail(path, place.error);
+    // Another run that is replacing the file would take the new time of change for somebody else's.
+    std::optional<FolderTurn> turn;
+    if (readyToChange(place) == 0)
+        turn.emplace(turns, place.folder);
+    auto content = readFile(place.folder, place.name);
     if (const int *error = std::get_if<int>(&content))
         return fail(path, *error);
     auto &file = std::get<FileContent>(content);

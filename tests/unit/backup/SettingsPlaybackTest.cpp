@@ -90,8 +90,7 @@ TEST_F(SettingsPlaybackTest, WhatIsOnlyTriedOutIsToldAndTouchesNothing)
     home.put(dock, u"<key>tilesize</key><integer>20</integer>"_s);
     const QByteArray before = home.bytes(dock);
     {
-        SettingsPlayback playback(access, flags, nullptr,
-                                  SettingsPlayback::Manner::TryOut);
+        SettingsPlayback playback(access, flags, nullptr, SettingsPlayback::Manner::TryOut);
         EXPECT_TRUE(playback.write(*findSetting(1004), {64}));
         EXPECT_TRUE(playback.write(*findSetting(1009), {1}));
         EXPECT_TRUE(playback.carryOut());
