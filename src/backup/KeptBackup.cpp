@@ -7,6 +7,8 @@
 #include "platform/KeptFolders.h"
 #include "settings/Catalogue.h"
 
+#include <QMap>
+
 #include <algorithm>
 #include <utility>
 
@@ -91,18 +93,34 @@ std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
 
 const KeptFlag *KeptBackup::libraryFlag(int setting) const
 {
+    const SettingRow *row = findSetting(setting);
+    if (row == nullptr || row->mechanism != Mechanism::LibraryFolder)
+        return nullptr;
     for (const Run &run : runs)
         if (run.index.libraryFlag && counts(run, setting))
             return &*run.index.libraryFlag;
     return nullptr;
 }
 
-bool KeptBackup::isExact(int setting) const
+QString KeptBackup::whyNotExact(const BackupRow &row) const
 {
-    const SettingRow *row = findSetting(setting);
-    if (row != nullptr && row->mechanism == Mechanism::LibraryFolder)
-        return libraryFlag(setting) != nullptr;
-    return keysOf(setting).has_value();
+    if (!row.isLoginItem() && (keysOf(row.id) || libraryFlag(row.id) != nullptr))
+        return {};
+    const bool isWritten = std::any_of(runs.begin(), runs.end(), [&](const Run &run) {
+        return std::any_of(run.index.rows.begin(), run.index.rows.end(),
+                           [&](const BackupRow &written) { return written.id == row.id; });
+    });
+    return isWritten ? u"its line is not as it was written"_s : u"nothing more is kept of it"_s;
+}
+
+qint64 KeptBackup::size() const
+{
+    qint64 bytes = 0;
+    for (const Run &run : runs)
+        for (const KeptFile &file : run.index.files)
+            if (file.whole == KeptFile::Whole::Kept)
+                bytes += file.size;
+    return bytes;
 }
 
 QList<int> KeptBackup::settingsWithoutRow() const
@@ -145,6 +163,53 @@ bool KeptBackup::putBackWhole(const QString &path, const QSet<int> &settings) co
     if (done && done.value() == KeptFolders::PutBack::WrongKept)
         varnelLog(lcBackup, run.folder + file.name + u": left out: not what was kept");
     return done && done.value() == KeptFolders::PutBack::Done;
+}
+
+namespace {
+
+QString nameOf(const BackupRow &row)
+{
+    if (row.isLoginItem())
+        return row.loginItemPath();
+    const SettingRow *setting = findSetting(row.id);
+    return setting != nullptr ? setting->label : QString::number(row.id);
+}
+
+QString exactText(const plist::Object &object)
+{
+    const QString type = plist::nameOf(object.type());
+    const QString text = object.text();
+    if (text.isNull())
+        return type + u" of " + QString::number(object.count());
+    return type + u' ' + text;
+}
+
+} // namespace
+
+QString exactnessSentence(const KeptBackup &kept, const QList<BackupRow> &rows)
+{
+    if (rows.isEmpty())
+        return {};
+    QMap<QString, QStringList> lines; // by reason
+    for (const BackupRow &row : rows)
+        if (const QString why = kept.whyNotExact(row); !why.isNull())
+            lines[why].append(nameOf(row));
+    if (lines.isEmpty())
+        return u"Everything in this file comes back exactly."_s;
+    if (lines.first().size() == rows.size())
+        return u"All of it comes back only as the lines say: "_s + lines.firstKey() + u'.';
+    QStringList reasons;
+    for (auto reason = lines.begin(); reason != lines.end(); ++reason)
+        reasons.append(reason.value().join(u", ") + u": " + reason.key());
+    return u"Comes back only as its line says: "_s + reasons.join(u"; ") + u'.';
+}
+
+QString exactText(const QList<OldKey> &keys)
+{
+    QStringList texts;
+    for (const OldKey &key : keys)
+        texts.append(key.object ? exactText(*key.object) : u"nothing"_s);
+    return texts.join(u", ");
 }
 
 } // namespace varnel

@@ -26,8 +26,8 @@ public:
     [[nodiscard]] std::optional<QList<OldKey>> keysOf(int setting) const;
     /// The same of the Library folder's flag; null where only its row tells.
     [[nodiscard]] const KeptFlag *libraryFlag(int setting) const;
-    /// Whether the setting comes back exactly as it was.
-    [[nodiscard]] bool isExact(int setting) const;
+    /// Why what a row stands for does not come back exactly as it was; null where it does.
+    [[nodiscard]] QString whyNotExact(const BackupRow &row) const;
 
     /// Settings that the backup file has no rows for, since it would not take them, and that come
     /// back all the same: every other row of their run stands.
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] bool putBackWhole(const QString &path, const QSet<int> &settings) const;
 
     /// Bytes of the files that are kept.
-    [[nodiscard]] qint64 size() const { return bytes; }
+    [[nodiscard]] qint64 size() const;
 
 private:
     struct Run {
@@ -58,9 +58,15 @@ private:
 
     const Workspace &workspace;
     QSet<int> withRow;
-    qsizetype rowCount;
+    qsizetype rowCount = 0;
     std::vector<Run> runs;
-    qint64 bytes = 0;
 };
+
+/// For people: that everything in a backup file comes back exactly, or which lines do not, and why;
+/// null where there are none.
+[[nodiscard]] QString exactnessSentence(const KeptBackup &kept, const QList<BackupRow> &rows);
+
+/// "real 44.0", "array of 2": what stood under a setting's keys; "nothing" where nothing did.
+[[nodiscard]] QString exactText(const QList<OldKey> &keys);
 
 } // namespace varnel

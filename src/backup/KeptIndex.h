@@ -24,6 +24,7 @@ struct KeptFile {
     Whole whole = Whole::NotKept;
     QString name; ///< of the kept file, in the run's folder
     QByteArray digest; ///< of the kept bytes
+    qint64 size = 0; ///< of them
     /// Digests of what the run wrote, or was about to write when it stopped: the last two.
     QList<QByteArray> written;
     /// Somebody else changed the file between two saves: it never comes back whole.

@@ -151,6 +151,7 @@ KeptFile KeptRun::firstKept(const ReplacedFile &file)
     if (whole) {
         kept.whole = KeptFile::Whole::Kept;
         kept.digest = digestOf(whole.value().bytes);
+        kept.size = whole.value().bytes.size();
         kept.disturbed = whole.value().bytes != file.before;
     } else if (whole.error().code == ErrorCode::NotFound) {
         kept.whole = KeptFile::Whole::Absent;

@@ -16,7 +16,7 @@ public:
     /// What has no row is played where `all` rows are.
     HomePlayback(Workspace &workspace, SettingAccess &access, const KeptBackup &kept, bool all,
                  bool dryRun, bool libraryIsMade)
-        : access(access),
+        : access(access), kept(kept),
           settings(access, report.restart, &kept,
                    dryRun ? SettingsPlayback::Manner::TryOut : SettingsPlayback::Manner::Play,
                    libraryIsMade),
@@ -59,6 +59,9 @@ public:
     {
         const Result<void> written = settings.carryOut();
         report.changes = settings.changes();
+        for (const SettingChange &change : std::as_const(report.changes))
+            if (const auto keys = kept.keysOf(change.row->id))
+                report.exact.insert(change.row->id, exactText(*keys));
         if (settings.failure())
             report.settingFailures.append(*settings.failure());
         return written;
@@ -68,6 +71,7 @@ public:
 
 private:
     SettingAccess &access;
+    const KeptBackup &kept;
     SettingsPlayback settings;
     LoginItemsOfHome items;
     LoginItemsAccess::Playback playback {items.access()};

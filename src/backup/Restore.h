@@ -5,6 +5,7 @@
 #include "home/Workspace.h"
 #include "settings/SavePlan.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,7 @@ namespace varnel {
 /// What a restore did, or would do.
 struct RestoreReport {
     QList<SettingChange> changes; ///< settings whose files differ from before
+    QHash<int, QString> exact; ///< by number: what those get that come back exactly
     QList<BackupRow> loginItems; ///< login-item rows that were played
     QList<int> skipped; ///< numbers of rows that no setting has
     // Playing stops at the first failure, so there is one at most in both.

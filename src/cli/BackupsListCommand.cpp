@@ -1,21 +1,32 @@
 #include "cli/BackupsListCommand.h"
 
 #include "backup/BackupFolder.h"
+#include "backup/KeptBackup.h"
 #include "base/Literals.h"
 
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace varnel::cli {
 
 namespace {
 
-QJsonObject listObject(const QList<BackupEntry> &entries)
+/// A file that can't be read brings nothing back.
+QJsonObject entryObject(const BackupEntry &entry, const BackupFolder &folder,
+                        const Workspace &workspace)
 {
-    QJsonArray backups;
-    for (const BackupEntry &entry : entries)
-        backups.append(QJsonObject {{u"name"_s, entry.name},
-                                    {u"createdDate"_s, creationText(entry.createdDate)}});
-    return {{u"backups"_s, backups}};
+    const QString file = folder.pathOf(entry.name);
+    const Result<QList<BackupRow>> read = folder.read(file);
+    const QList<BackupRow> rows = read ? read.value() : QList<BackupRow>();
+    const KeptBackup kept(workspace, file, rows);
+    const bool exact = read && std::all_of(rows.begin(), rows.end(), [&](const BackupRow &row) {
+                           return kept.whyNotExact(row).isNull();
+                       });
+    return {{u"name"_s, entry.name},
+            {u"createdDate"_s, creationText(entry.createdDate)},
+            {u"exact"_s, exact},
+            {u"keptBytes"_s, kept.size()}};
 }
 
 QString listText(const QList<BackupEntry> &entries, const Style &style)
@@ -38,11 +49,12 @@ CommandDescription BackupsListCommand::description() const
             {u"backups list"_s, u"backups list --json --home /mnt/disk/Users/anna"_s}};
 }
 
-Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
+Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &request) const
 {
-    return Work([](const HomeFolder &home) {
+    return Work([&request](const HomeFolder &home) {
         HomeSession session(home);
-        Result<QList<BackupEntry>> listed = BackupFolder(session.workspace()).list();
+        const BackupFolder folder(session.workspace());
+        Result<QList<BackupEntry>> listed = folder.list();
         if (!listed)
             return HomeOutcome::failed(listed.error());
         QList<BackupEntry> &entries = listed.value();
@@ -50,7 +62,12 @@ Result<HomeCommand::Work> BackupsListCommand::prepare(const Request &) const
         sortByName(entries, ascending);
         HomeOutcome outcome;
         outcome.text = [entries](const Style &style) { return listText(entries, style); };
-        outcome.object = [entries] { return listObject(entries); };
+        if (!request.has(u"json"_s))
+            return outcome;
+        QJsonArray backups;
+        for (const BackupEntry &entry : entries)
+            backups.append(entryObject(entry, folder, session.workspace()));
+        outcome.object = [backups] { return QJsonObject {{u"backups"_s, backups}}; };
         return outcome;
     });
 }

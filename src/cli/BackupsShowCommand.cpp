@@ -1,5 +1,6 @@
 #include "cli/BackupsShowCommand.h"
 
+#include "backup/KeptBackup.h"
 #include "backup/Playback.h"
 #include "base/Literals.h"
 #include "cli/Backups.h"
@@ -23,19 +24,50 @@ BackupLine lineOf(const BackupRow &row)
     });
 }
 
-QJsonObject contentsObject(const QString &name, const QList<BackupRow> &rows)
+/// A backup file with what is kept beside it.
+struct Contents {
+    QList<BackupRow> rows;
+    QStringList whyNotExact; ///< of each row; null where it comes back exactly
+    QList<BackupRow> withoutRow; ///< come back all the same, exactly
+};
+
+Contents contentsOf(const QList<BackupRow> &rows, const KeptBackup &kept)
 {
-    QJsonArray array;
-    for (const BackupRow &row : rows) {
-        const BackupLine line = lineOf(row);
-        array.append(QJsonObject {{u"id"_s, row.id},
-                                  {u"value1"_s, row.value1},
-                                  {u"value2"_s, row.value2},
-                                  {u"value3"_s, row.value3},
-                                  {u"location"_s, line.location},
-                                  {u"description"_s, line.description}});
+    Contents contents {rows, {}, {}};
+    for (const BackupRow &row : rows)
+        contents.whyNotExact.append(kept.whyNotExact(row));
+    for (const int setting : kept.settingsWithoutRow()) {
+        const SettingRow *row = findSetting(setting);
+        const std::optional<QList<OldKey>> keys = kept.keysOf(setting);
+        if (row == nullptr || !keys)
+            continue;
+        const SettingValue old = readingOf(*row, *keys).value;
+        contents.withoutRow.append({setting, QString::number(old.number), old.text, u""_s});
     }
-    return {{u"name"_s, name}, {u"rows"_s, array}};
+    return contents;
+}
+
+QJsonObject lineObject(const BackupRow &row, bool exact)
+{
+    const BackupLine line = lineOf(row);
+    return {{u"id"_s, row.id},
+            {u"value1"_s, row.value1},
+            {u"value2"_s, row.value2},
+            {u"value3"_s, row.value3},
+            {u"location"_s, line.location},
+            {u"description"_s, line.description},
+            {u"exact"_s, exact}};
+}
+
+QJsonObject contentsObject(const QString &name, const Contents &contents)
+{
+    QJsonArray rows;
+    for (qsizetype at = 0; at < contents.rows.size(); ++at)
+        rows.append(lineObject(contents.rows[at], contents.whyNotExact[at].isNull()));
+    QJsonArray withoutRow;
+    for (const BackupRow &row : contents.withoutRow)
+        withoutRow.append(lineObject(row, true));
+    return {{u"name"_s, name}, {u"rows"_s, rows}, {u"withoutRow"_s, withoutRow}};
 }
 
 /// What the row would bring about. The sentence of a number is fixed, and has a "%s" in its place.
@@ -49,17 +81,27 @@ QString sentence(const BackupRow &row, const BackupLine &line)
                  : line.description;
 }
 
-QString contentsText(const QList<BackupRow> &rows, const Style &style)
+void addLine(Table &table, const BackupRow &row, const QString &exactness)
+{
+    const BackupLine line = lineOf(row);
+    table.addRow({{QString::number(row.id), Table::Look::Quiet},
+                  {line.location},
+                  {sentence(row, line), Table::Look::Strong},
+                  {exactness, Table::Look::Quiet}});
+}
+
+QString contentsText(const Contents &contents, const Style &style)
 {
     Table table;
-    for (const BackupRow &row : rows) {
-        const BackupLine line = lineOf(row);
-        table.addRow({{QString::number(row.id), Table::Look::Quiet},
-                      {line.location},
-                      {sentence(row, line), Table::Look::Strong}});
+    for (qsizetype at = 0; at < contents.rows.size(); ++at) {
+        const QString &why = contents.whyNotExact[at];
+        addLine(table, contents.rows[at], why.isNull() ? u"exactly"_s : u"not exactly: " + why);
     }
-    return rows.isEmpty() ? u"This file holds no changes that can be undone.\n"_s
-                          : table.text(style);
+    for (const BackupRow &row : contents.withoutRow)
+        addLine(table, row, u"exactly; it has no row"_s);
+    return contents.rows.isEmpty() && contents.withoutRow.isEmpty()
+        ? u"This file holds no changes that can be undone.\n"_s
+        : table.text(style);
 }
 
 } // namespace
@@ -84,10 +126,11 @@ Result<HomeCommand::Work> BackupsShowCommand::prepare(const Request &request) co
         const Result<QList<BackupRow>> read = folder.read(folder.pathOf(name));
         if (!read)
             return HomeOutcome::failed(read.error());
-        const QList<BackupRow> &rows = read.value();
+        const KeptBackup kept(session.workspace(), folder.pathOf(name), read.value());
+        const Contents contents = contentsOf(read.value(), kept);
         HomeOutcome outcome;
-        outcome.text = [rows](const Style &style) { return contentsText(rows, style); };
-        outcome.object = [name, rows] { return contentsObject(name, rows); };
+        outcome.text = [contents](const Style &style) { return contentsText(contents, style); };
+        outcome.object = [name, contents] { return contentsObject(name, contents); };
         return outcome;
     });
 }

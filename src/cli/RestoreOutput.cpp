@@ -59,7 +59,7 @@ QJsonObject restoreObject(const Restoration &restoration)
     QJsonObject object {
         {u"backup"_s, restoration.name},
         {u"dryRun"_s, restoration.dryRun},
-        {u"changed"_s, changeObjects(report.changes)},
+        {u"changed"_s, changeObjects(report.changes, report.exact)},
         {u"loginItems"_s, loginItemObjects(report.loginItems)},
         {u"restart"_s, QJsonArray::fromStringList(restartNames(report.restart))},
         {u"deleted"_s, restoration.deleted},
@@ -82,7 +82,7 @@ QString restoreText(const Restoration &restoration, const Style &style)
     } else {
         Table table;
         table.addHeading(heading(restoration));
-        addChanges(table, report.changes);
+        addChanges(table, report.changes, report.exact);
         for (const BackupRow &row : report.loginItems)
             table.addRow({{QString::number(row.id), Table::Look::Quiet},
                           {u"login item"_s},

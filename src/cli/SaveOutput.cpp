@@ -55,21 +55,29 @@ QString was(const SettingChange &change)
 
 } // namespace
 
-QJsonArray changeObjects(const QList<SettingChange> &changes)
+QJsonArray changeObjects(const QList<SettingChange> &changes, const QHash<int, QString> &exact)
 {
     QJsonArray objects;
-    for (const SettingChange &change : changes)
-        objects.append(changeObject(change));
+    for (const SettingChange &change : changes) {
+        QJsonObject object = changeObject(change);
+        if (exact.contains(change.row->id))
+            object.insert(u"exact"_s, exact[change.row->id]);
+        objects.append(object);
+    }
     return objects;
 }
 
-void addChanges(Table &table, const QList<SettingChange> &changes)
+void addChanges(Table &table, const QList<SettingChange> &changes, const QHash<int, QString> &exact)
 {
-    for (const SettingChange &change : changes)
-        table.addRow({{QString::number(change.row->id), Table::Look::Quiet},
-                      {change.row->name},
-                      {labelText(*change.row, change.newValue), Table::Look::Strong},
-                      {was(change), Table::Look::Quiet}});
+    for (const SettingChange &change : changes) {
+        QList<Table::Cell> cells {{QString::number(change.row->id), Table::Look::Quiet},
+                                  {change.row->name},
+                                  {labelText(*change.row, change.newValue), Table::Look::Strong},
+                                  {was(change), Table::Look::Quiet}};
+        if (exact.contains(change.row->id))
+            cells.append({u"exactly: " + exact[change.row->id], Table::Look::Quiet});
+        table.addRow(cells);
+    }
 }
 
 QJsonObject saveObject(const SaveReport &report)

@@ -11,9 +11,12 @@
 namespace varnel::cli {
 
 /// Each change with its number, old and new value, and the new one in words.
-[[nodiscard]] QJsonArray changeObjects(const QList<SettingChange> &changes);
+/// `exact`, by number, is what those get that come back exactly.
+[[nodiscard]] QJsonArray changeObjects(const QList<SettingChange> &changes,
+                                       const QHash<int, QString> &exact = {});
 /// The same for people, a row a change.
-void addChanges(Table &table, const QList<SettingChange> &changes);
+void addChanges(Table &table, const QList<SettingChange> &changes,
+                const QHash<int, QString> &exact = {});
 
 /// What a save did, for scripts; "failures" is there only when there are any.
 [[nodiscard]] QJsonObject saveObject(const SaveReport &report);

@@ -41,7 +41,7 @@ QTableView *makeTable(TextTableModel *model, QWidget *parent)
 ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns,
                      const QLoggingCategory &(*category)(), QWidget *parent)
     : QDialog(parent), model(new TextTableModel(std::move(columns), this)),
-      tableView(makeTable(model, this)), caption(new ElidedLabel(this)),
+      tableView(makeTable(model, this)), caption(new ElidedLabel(this)), note(new QLabel(this)),
       emptyLabel(new QLabel(tableView->viewport())), category(category)
 {
     setWindowTitle(title);
@@ -55,6 +55,11 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
     caption->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     Theme::setTextRole(caption, Theme::TextRole::Help);
     caption->hide();
+    note->setTextFormat(Qt::PlainText);
+    note->setWordWrap(true);
+    note->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Theme::setTextRole(note, Theme::TextRole::Help);
+    note->hide();
 
     emptyLabel->setAlignment(Qt::AlignCenter);
     emptyLabel->setWordWrap(true);
@@ -70,6 +75,7 @@ ListSheet::ListSheet(const QString &title, QList<TextTableModel::Column> columns
     layout->setSpacing(Theme::gapSmall);
     layout->addWidget(caption);
     layout->addWidget(tableView);
+    layout->addWidget(note);
     layout->addSpacing(Theme::gapSmall);
     layout->addWidget(buttons);
 
@@ -98,6 +104,17 @@ void ListSheet::setCaption(const QString &text)
 QString ListSheet::captionText() const
 {
     return caption->text();
+}
+
+void ListSheet::setNote(const QString &text)
+{
+    note->setText(text);
+    note->setVisible(!text.isNull());
+}
+
+QString ListSheet::noteText() const
+{
+    return note->text();
 }
 
 void ListSheet::setEmptyText(const QString &text)

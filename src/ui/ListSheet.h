@@ -30,6 +30,10 @@ public:
     void setCaption(const QString &text);
     [[nodiscard]] QString captionText() const;
 
+    /// A sentence of muted text below the table; none when it is null.
+    void setNote(const QString &text);
+    [[nodiscard]] QString noteText() const;
+
     /// Said in grey over the table while there are no rows.
     void setEmptyText(const QString &text);
 
@@ -51,6 +55,7 @@ private:
     TextTableModel *model;
     QTableView *tableView;
     ElidedLabel *caption;
+    QLabel *note;
     QLabel *emptyLabel;
     SortFlag sortFlag;
     const QLoggingCategory &(*category)();

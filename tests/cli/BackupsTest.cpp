@@ -107,7 +107,9 @@ TEST_F(BackupsTest, listGoesByNamePlainly)
     QStringList names;
     for (const QJsonValue &backup : listed.json()[u"backups"].toArray()) {
         names.append(backup[u"name"].toString());
-        EXPECT_EQ(backup.toObject().keys(), (QStringList {u"createdDate"_s, u"name"_s}));
+        EXPECT_EQ(backup.toObject().keys(),
+                  (QStringList {u"createdDate"_s, u"exact"_s, u"keptBytes"_s, u"name"_s}));
+        EXPECT_EQ(backup[u"exact"], true) << "nothing in it does not come back";
         const QString date = backup[u"createdDate"].toString();
         EXPECT_EQ(date.size(), 25) << date.toStdString();
         EXPECT_TRUE(date.endsWith(u" +0000"));
@@ -143,7 +145,8 @@ TEST_F(BackupsTest, showGivesTheRowsInFileOrderWithTheirWords)
                             {u"value2"_s, u""_s},
                             {u"value3"_s, u""_s},
                             {u"location"_s, u"Dock"_s},
-                            {u"description"_s, u"Use scale effect when minimizing appliction"_s}}));
+                            {u"description"_s, u"Use scale effect when minimizing appliction"_s},
+                            {u"exact"_s, false}}));
     EXPECT_EQ(rows[1][u"description"], u""_s);
     EXPECT_EQ(rows[1][u"value3"], u"c"_s);
     EXPECT_EQ(rows[2][u"location"], u"Login Items"_s);

@@ -1,6 +1,7 @@
 #include "backup/views/RestoreBackupInfoWindow.h"
 
 #include "backup/BackupFolder.h"
+#include "backup/KeptBackup.h"
 #include "backup/Playback.h"
 #include "backup/views/RestoreBackup.h"
 #include "base/Logging.h"
@@ -34,6 +35,7 @@ void RestoreBackupInfoWindow::updateLabel()
 void RestoreBackupInfoWindow::readBackupFile(const QString &path)
 {
     setRows({});
+    setNote({});
     const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
     if (!rows)
         return; // why has been logged
@@ -48,6 +50,7 @@ void RestoreBackupInfoWindow::readBackupFile(const QString &path)
         texts.append({line.location, line.description});
     }
     setRows(std::move(texts));
+    setNote(exactnessSentence(KeptBackup(context.workspace, path, rows.value()), rows.value()));
 }
 
 } // namespace varnel
