@@ -9,8 +9,6 @@
 #include "harness/Require.h"
 #include "settings/ValueText.h"
 
-#include <vector>
-
 using namespace varnel;
 using namespace varnel::cli;
 using namespace varnel::fuzz;
@@ -25,11 +23,7 @@ const Commands &commands()
 
 CommandLine parsed(const QList<QByteArray> &words)
 {
-    std::vector<const char *> arguments {"varnelctl"};
-    for (const QByteArray &word : words)
-        arguments.push_back(word.constData());
-    arguments.push_back(nullptr);
-    return parseCommandLine(static_cast<int>(arguments.size()) - 1, arguments.data(), commands());
+    return parseCommandLine(QByteArrayList {"varnelctl"} + words, commands());
 }
 
 /// Every word of a request was typed, by itself or behind "--option=".
