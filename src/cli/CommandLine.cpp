@@ -4,8 +4,6 @@
 #include "cli/CommandTree.h"
 #include "cli/TypedWords.h"
 
-#include <QStringDecoder>
-
 #include <algorithm>
 #include <limits>
 
@@ -88,7 +86,7 @@ qsizetype placesOf(const CommandInfo &info)
 
 /// The words sorted into those that the command takes and those that are left over.
 struct Sorted {
-    QByteArrayList arguments;
+    QList<TypedWord> arguments;
     QByteArrayList leftOver;
 };
 
@@ -105,7 +103,7 @@ Sorted sorted(const TypedWords &typed)
         const TypedWord &word = typed.words()[at];
         const bool taken = word.kind == Kind::Word && at > before && all.arguments.size() < places;
         if (taken)
-            all.arguments.append(word.text);
+            all.arguments.append(word);
         else if (word.kind == Kind::Word || word.kind == Kind::Dashed
                  || (word.kind == Kind::Switch && word.option.isNull())
                  || (word.kind == Kind::Mark && typed.path().isEmpty()))
@@ -132,29 +130,24 @@ QString told(const QByteArrayList &leftOver, const TypedWords &typed)
     return u"not understood: "_s + words.join(u' ');
 }
 
-/// Text of the command line; a name that is no UTF-8 is refused rather than changed. A zero-width
-/// no-break space at its start is part of it: without it the name would be another's.
-bool decode(const QByteArray &from, QStringList &to)
+/// False where something is no text.
+bool collect(const TypedWords &typed, const QList<TypedWord> &arguments, Request &request)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::Stateless
-                               | QStringDecoder::Flag::ConvertInitialBom);
-    to.append(decoder(from));
-    return !decoder.hasError();
-}
-
-bool collect(const TypedWords &typed, const QByteArrayList &arguments, Request &request)
-{
-    bool text = true;
+    bool allText = true;
+    const auto add = [&](const TypedWord &word, QStringList &to) {
+        const std::optional<QString> text = word.asText();
+        allText = allText && text;
+        to.append(text.value_or(QString()));
+    };
     for (const TypedWord &word : typed.words()) {
         if (word.kind == Kind::Switch)
             request.options[word.option];
         else if (word.kind == Kind::Value)
-            text = decode(word.text, request.options[word.option]) && text;
+            add(word, request.options[word.option]);
     }
-    for (const QByteArray &argument : arguments)
-        text = decode(argument, request.arguments) && text;
-    return text;
+    for (const TypedWord &argument : arguments)
+        add(argument, request.arguments);
+    return allText;
 }
 
 /// The parameter for which nothing was typed; null when there is none.

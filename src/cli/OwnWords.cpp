@@ -7,10 +7,7 @@
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
-#include <QStringDecoder>
-
 #include <algorithm>
-#include <array>
 
 namespace varnel::cli {
 
@@ -24,44 +21,23 @@ Error wrong(const QString &text)
 Result<QStringList> decoded(const QList<TypedWord> &words)
 {
     QStringList texts;
-    for (const TypedWord &word : words) {
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        texts.append(decoder(word.text));
-        if (decoder.hasError())
-            return wrong(u"an argument is not UTF-8 text"_s);
-    }
-    return texts;
+    for (const TypedWord &word : words)
+        if (const std::optional<QString> text = word.asText())
+            texts.append(*text);
+    return texts.size() == words.size() ? Result<QStringList>(texts)
+                                        : wrong(u"an argument is not UTF-8 text"_s);
 }
 
 /// The three verbs that both shapes know.
 enum class Verb { Get, Set, Reset, Other };
 
-struct VerbWord {
-    const char *word;
-    Verb verb;
-};
-constexpr std::array<VerbWord, 6> verbWords {{
-    {"get", Verb::Get},
-    {"read", Verb::Get},
-    {"set", Verb::Set},
-    {"write", Verb::Set},
-    {"reset", Verb::Reset},
-    {"delete", Verb::Reset},
-}};
-
-Verb verbOf(const QByteArray &word)
+Verb verbOf(const QString &command)
 {
-    for (const VerbWord &known : verbWords)
-        if (word == known.word)
-            return known.verb;
-    return Verb::Other;
-}
-
-/// Without such a word nothing is to be said in other words: the line need not be taken apart.
-bool hasVerb(const QByteArrayList &arguments)
-{
-    return std::any_of(arguments.begin(), arguments.end(),
-                       [](const QByteArray &word) { return verbOf(word) != Verb::Other; });
+    if (command == u"get")
+        return Verb::Get;
+    if (command == u"set")
+        return Verb::Set;
+    return command == u"reset" ? Verb::Reset : Verb::Other;
 }
 
 bool isOtherShape(Verb verb, const QList<TypedWord> &words)
@@ -117,7 +93,7 @@ Verb verbIn(const TypedWords &typed)
 {
     for (const TypedWord &word : typed.words()) {
         if (word.kind == TypedWord::Kind::Command)
-            return typed.command() ? verbOf(typed.command()->name.toUtf8()) : Verb::Other;
+            return typed.command() ? verbOf(typed.command()->name) : Verb::Other;
         if (word.kind == TypedWord::Kind::Word || word.kind == TypedWord::Kind::Dashed)
             break;
     }
@@ -201,8 +177,6 @@ Result<QByteArrayList> translated(const TypedWords &typed, Verb verb, const QStr
 
 Result<QByteArrayList> inOwnWords(const QByteArrayList &arguments, const Commands &commands)
 {
-    if (!hasVerb(arguments))
-        return arguments;
     const TypedWords typed(arguments.mid(1), commands);
     const Verb verb = verbIn(typed);
     // What an option lacks is for the parser to tell.

@@ -3,6 +3,8 @@
 #include "base/Literals.h"
 #include "cli/CommandTree.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 
 namespace varnel::cli {
@@ -34,6 +36,15 @@ std::optional<OptionInfo> named(const QString &name, const QList<OptionInfo> &op
 }
 
 } // namespace
+
+std::optional<QString> TypedWord::asText() const
+{
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless
+                               | QStringDecoder::Flag::ConvertInitialBom);
+    const QString decoded = decoder(text);
+    return decoder.hasError() ? std::nullopt : std::optional(decoded);
+}
 
 TypedWords::TypedWords(const QByteArrayList &typed, const Commands &commands) : commands(commands)
 {

@@ -21,6 +21,10 @@ struct TypedWord {
     Kind kind;
     QByteArray text; ///< as typed; of a value behind "=" the value alone
     QString option {}; ///< of a switch or a value: the option's name; null where it is not known
+
+    /// None where it is no UTF-8: a name is refused rather than changed. A zero-width no-break
+    /// space at its start is part of it: without it the name would be another's.
+    [[nodiscard]] std::optional<QString> asText() const;
 };
 
 /// The one reader of command lines: takes the words that were typed for what they are, by what the
