@@ -237,6 +237,12 @@ def commandLine():
     yield b"get\0\xff"
 
 
+def heardMembers():
+    for line in ('"id":1004', '"a":{"b":[1,-2,null,true,false,"x\\n\\"\\\\"],"c":{}}', '"é":"\\u0007\\ud83d"', '"z":1.5e3',
+                 '"b":1,"a":2', '"a":1,"a":2', '"list":[[[[]]]]', '"n":-0', '"n":123456789012345678'):
+        yield line.encode()
+
+
 def write(folder, target, seeds):
     place = folder / target
     place.mkdir(parents=True, exist_ok=True)

@@ -55,6 +55,7 @@ class Contests:
         yield from self.big_gets()
         yield from self.big_sets()
         yield from self.fifty_settings()
+        yield from self.one_tab()
         yield from self.homes_of_many()
         yield from self.save_of_fifty()
         yield from self.peak_memory()
@@ -107,6 +108,17 @@ class Contests:
         ])
         yield from compare("list fifty settings of ten ordinary files",
                            {"empty QtCore program": 1.6}, results, "varnelctl")
+
+    def one_tab(self):
+        """What a shell waits for when the key is pressed: for words of the table, and of a home."""
+        home, _, _ = self._home_with_all("tab")
+        for what, words, target in (("settings", ["set", "dock"], 1.6), ("backup files", ["backups", "show", ""], 2.2)):
+            line = ["varnelctl", "--home", home, *words]
+            results = self.turns.run([
+                Program("varnelctl", [self.ctl, "completion", "--index", str(len(line) - 1), "--", *line], repeat=11),
+                Program("empty QtCore program", [self.driver("emptyCore")], repeat=11),
+            ])
+            yield from compare(f"complete a word: {what}", {"empty QtCore program": target}, results, "varnelctl")
 
     def homes_of_many(self):
         """What it costs that each home is worked on by a process that becomes its owner."""

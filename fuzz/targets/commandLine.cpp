@@ -2,14 +2,15 @@
 // names and values that are typed for settings.
 
 #include "cli/CommandLine.h"
+#include "base/ShellText.h"
+#include "cli/BashWords.h"
 #include "cli/Help.h"
 #include "cli/Lookup.h"
 #include "cli/OwnWords.h"
+#include "cli/TypedWords.h"
 #include "harness/Input.h"
 #include "harness/Require.h"
 #include "settings/ValueText.h"
-
-#include <vector>
 
 using namespace varnel;
 using namespace varnel::cli;
@@ -25,11 +26,7 @@ const Commands &commands()
 
 CommandLine parsed(const QList<QByteArray> &words)
 {
-    std::vector<const char *> arguments {"varnelctl"};
-    for (const QByteArray &word : words)
-        arguments.push_back(word.constData());
-    arguments.push_back(nullptr);
-    return parseCommandLine(static_cast<int>(arguments.size()) - 1, arguments.data(), commands());
+    return parseCommandLine(QByteArrayList {"varnelctl"} + words, commands());
 }
 
 /// Every word of a request was typed, by itself or behind "--option=".
@@ -87,6 +84,38 @@ void check(const CommandLine &line, const QList<QByteArray> &words)
     }
 }
 
+/// Each word is taken for one thing, in the order typed; of a value behind "=" that is the rest.
+void checkReader(const QList<QByteArray> &words)
+{
+    const TypedWords typed(words, commands());
+    qsizetype at = 0;
+    for (const TypedWord &word : typed.words()) {
+        const bool isValue = word.kind == TypedWord::Kind::Value;
+        const auto stands = [&](const QByteArray &each) {
+            return each == word.text || (isValue && each.endsWith(QByteArray('=' + word.text)));
+        };
+        while (at < words.size() && !stands(words[at]))
+            ++at;
+        require(at++ < words.size(), "what is read was typed, in that order");
+    }
+    require(typed.command() == nullptr || typed.command()->name == typed.path(),
+            "a command is named by its words");
+}
+
+/// What is quoted for a shell is read as it was.
+void checkQuoting(const QList<QByteArray> &words)
+{
+    QStringList texts;
+    QStringList quoted;
+    for (const QByteArray &word : words) {
+        texts.append(QString::fromUtf8(word));
+        quoted.append(shellQuoted(texts.last()));
+    }
+    const std::optional<BashWords> read = BashWords::read(quoted);
+    require(read && read->words == texts && read->kept.isEmpty(), "quoting is taken away");
+    (void)BashWords::read(texts);
+}
+
 /// The shape of the Mac's own preferences tool is said in this program's words once.
 void checkOwnWords(const QList<QByteArray> &words)
 {
@@ -106,6 +135,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     constexpr qsizetype most = 64;
     QList<QByteArray> words = Input(data, size).rest().split('\0');
     words.resize(qMin(words.size(), most));
+    checkReader(words);
+    checkQuoting(words);
     checkOwnWords(words);
     const CommandLine line = parsed(words);
     check(line, words);

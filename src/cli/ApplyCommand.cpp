@@ -1,4 +1,4 @@
-#include "cli/ApplyCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/DryRun.h"

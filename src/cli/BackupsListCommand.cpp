@@ -1,4 +1,4 @@
-#include "cli/BackupsListCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "backup/BackupFolder.h"
 #include "backup/KeptBackup.h"

@@ -1,4 +1,4 @@
-#include "cli/BackupsRestoreCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Backups.h"

@@ -1,4 +1,4 @@
-#include "cli/BackupsShowCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "backup/KeptBackup.h"
 #include "backup/Playback.h"

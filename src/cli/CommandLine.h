@@ -2,6 +2,7 @@
 
 #include "cli/Registry.h"
 
+#include <QByteArrayList>
 #include <QString>
 
 namespace varnel::cli {
@@ -16,9 +17,8 @@ struct CommandLine {
     QString problem; ///< what is wrong, one line
 };
 
-/// Sorts out the arguments after the program's name. Options stand before or after the command;
-/// what follows "--" is an argument, whatever it begins with.
-[[nodiscard]] CommandLine parseCommandLine(int argc, const char *const *argv,
-                                           const Commands &commands);
+/// Sorts out the words of a command line, which begin with the program's name. Options stand before
+/// or after the command; what follows "--" is an argument, whatever it begins with.
+[[nodiscard]] CommandLine parseCommandLine(const QByteArrayList &words, const Commands &commands);
 
 } // namespace varnel::cli

@@ -37,9 +37,9 @@ QList<TreeNode> commandTree(const Commands &commands)
         const qsizetype blank = info.name.lastIndexOf(u' ');
         const QString group = blank < 0 ? QString() : info.name.left(blank);
         if (!group.isNull())
-            addWord(nodeAt(tree, QString()), {group, helpOfGroup(group, commands), group});
+            addWord(nodeAt(tree, QString()), {group, helpOfGroup(group, commands)});
         for (const QString &name : allNames(info))
-            addWord(nodeAt(tree, group), {name.mid(blank + 1), info.summary, info.name});
+            addWord(nodeAt(tree, group), {name.mid(blank + 1), info.summary});
     }
     return tree;
 }

@@ -8,7 +8,6 @@ namespace varnel::cli {
 struct TreeWord {
     QString word;
     QString help;
-    QString command {}; ///< the path that it leads to; for an alias, the command's own name
 };
 
 /// A word, or words, that commands stand beneath; the program itself is the null path.

@@ -1,4 +1,4 @@
-#include "cli/DiffCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/ProfileArgument.h"

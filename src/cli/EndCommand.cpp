@@ -1,4 +1,4 @@
-#include "cli/EndCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "cli/EndedApplications.h"

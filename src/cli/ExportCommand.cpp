@@ -1,4 +1,4 @@
-#include "cli/ExportCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/HomesNamed.h"

@@ -1,4 +1,4 @@
-#include "cli/GetCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Lookup.h"

@@ -1,4 +1,4 @@
-#include "cli/ListProcessesCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Console.h"

@@ -1,4 +1,4 @@
-#include "cli/LoginItemsChangeCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "backup/LoginItemSave.h"
 #include "base/Literals.h"

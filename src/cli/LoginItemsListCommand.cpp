@@ -1,4 +1,4 @@
-#include "cli/LoginItemsListCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "backup/LoginItemsOfHome.h"
 #include "base/Literals.h"

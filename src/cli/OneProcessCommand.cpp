@@ -1,4 +1,4 @@
-#include "cli/OneProcessCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Outcome.h"

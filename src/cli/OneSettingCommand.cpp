@@ -1,4 +1,4 @@
-#include "cli/OneSettingCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Lookup.h"

@@ -2,15 +2,12 @@
 
 #include "base/Literals.h"
 #include "cli/PreferenceDomain.h"
-#include "cli/TypedLine.h"
 #include "cli/TypedValue.h"
+#include "cli/TypedWords.h"
 #include "settings/Catalogue.h"
 #include "settings/ValueText.h"
 
-#include <QStringDecoder>
-
 #include <algorithm>
-#include <array>
 
 namespace varnel::cli {
 
@@ -21,54 +18,33 @@ Error wrong(const QString &text)
     return {ErrorCode::Invalid, text};
 }
 
-Result<QStringList> decoded(const QByteArrayList &words)
+Result<QStringList> decoded(const QList<TypedWord> &words)
 {
     QStringList texts;
-    for (const QByteArray &word : words) {
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        texts.append(decoder(word));
-        if (decoder.hasError())
-            return wrong(u"an argument is not UTF-8 text"_s);
-    }
-    return texts;
+    for (const TypedWord &word : words)
+        if (const std::optional<QString> text = word.asText())
+            texts.append(*text);
+    return texts.size() == words.size() ? Result<QStringList>(texts)
+                                        : wrong(u"an argument is not UTF-8 text"_s);
 }
 
 /// The three verbs that both shapes know.
 enum class Verb { Get, Set, Reset, Other };
 
-struct VerbWord {
-    const char *word;
-    Verb verb;
-};
-constexpr std::array<VerbWord, 6> verbWords {{
-    {"get", Verb::Get},
-    {"read", Verb::Get},
-    {"set", Verb::Set},
-    {"write", Verb::Set},
-    {"reset", Verb::Reset},
-    {"delete", Verb::Reset},
-}};
-
-Verb verbOf(const QByteArray &word)
+Verb verbOf(const QString &command)
 {
-    for (const VerbWord &known : verbWords)
-        if (word == known.word)
-            return known.verb;
-    return Verb::Other;
+    if (command == u"get")
+        return Verb::Get;
+    if (command == u"set")
+        return Verb::Set;
+    return command == u"reset" ? Verb::Reset : Verb::Other;
 }
 
-/// Without such a word nothing is to be said in other words: the line need not be taken apart.
-bool hasVerb(const QByteArrayList &arguments)
-{
-    return std::any_of(arguments.begin(), arguments.end(),
-                       [](const QByteArray &word) { return verbOf(word) != Verb::Other; });
-}
-
-bool isOtherShape(Verb verb, const QByteArrayList &words)
+bool isOtherShape(Verb verb, const QList<TypedWord> &words)
 {
     if (verb == Verb::Other || words.isEmpty())
         return false;
-    const QString first = QString::fromUtf8(words.first());
+    const QString first = QString::fromUtf8(words.first().text);
     if (PreferenceDomain::looksLikeOne(first))
         return true;
     // "reset A B" names two settings; "get A B" and "set A B" can be nothing else.
@@ -112,6 +88,41 @@ Result<QStringList> ownWords(Verb verb, const SettingRow &row, const QStringList
     return QStringList {QString::number(row.id)};
 }
 
+/// The verb of a line that begins with it.
+Verb verbIn(const TypedWords &typed)
+{
+    for (const TypedWord &word : typed.words()) {
+        if (word.kind == TypedWord::Kind::Command)
+            return typed.command() ? verbOf(typed.command()->name) : Verb::Other;
+        if (word.kind == TypedWord::Kind::Word || word.kind == TypedWord::Kind::Dashed)
+            break;
+    }
+    return Verb::Other;
+}
+
+bool asksForHelp(const TypedWords &typed)
+{
+    const QList<TypedWord> &words = typed.arguments();
+    return typed.hasSwitch(u"help"_s)
+        || std::any_of(words.begin(), words.end(), [](const TypedWord &word) {
+               return word.kind == TypedWord::Kind::Dashed && word.text == "-h";
+           });
+}
+
+QByteArrayList optionsOf(const TypedWords &typed)
+{
+    QByteArrayList options;
+    for (const TypedWord &word : typed.words()) {
+        if (word.kind == TypedWord::Kind::Switch)
+            options.append(word.text);
+        else if (word.kind == TypedWord::Kind::Value && word.text.isEmpty())
+            options += {QByteArray("--" + word.option.toUtf8()), word.text};
+        else if (word.kind == TypedWord::Kind::Value)
+            options.append(QByteArray("--" + word.option.toUtf8() + '=' + word.text));
+    }
+    return options;
+}
+
 QByteArrayList joined(const QString &command, const QByteArrayList &options,
                       const QStringList &words)
 {
@@ -135,7 +146,7 @@ Result<PreferenceDomain> domainIn(Verb verb, const QStringList &words)
     return wrong(setting + u"; give it its value as in " + words.first() + u'=' + words[1]);
 }
 
-Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStringList &words)
+Result<QByteArrayList> translated(const TypedWords &typed, Verb verb, const QStringList &words)
 {
     const Result<PreferenceDomain> domain = domainIn(verb, words);
     if (!domain)
@@ -149,35 +160,32 @@ Result<QByteArrayList> translated(const TypedLine &line, Verb verb, const QStrin
     if (!own)
         return own.error();
 
-    QByteArrayList options = line.options();
+    QByteArrayList options = optionsOf(typed);
     const QString &home = domain.value().home;
     if (!home.isNull()) {
-        if (line.hasOption("--home") || line.hasOption("--homes-from"))
+        if (!typed.values(u"home"_s).isEmpty() || !typed.values(u"homes-from"_s).isEmpty())
             return wrong(u"a path says already which home is meant; name no other, or give '"
                          + domain.value().name() + u'\'');
         options += {"--home", home.toUtf8()};
     }
     if (verb == Verb::Get)
         options += {"--key", words[1].toUtf8()};
-    return joined(line.command()->name, options, own.value());
+    return joined(typed.command()->name, options, own.value());
 }
 
 } // namespace
 
 Result<QByteArrayList> inOwnWords(const QByteArrayList &arguments, const Commands &commands)
 {
-    if (!hasVerb(arguments))
-        return arguments;
-    const TypedLine line(arguments, commands);
-    const Verb verb = line.command() ? verbOf(line.command()->name.toUtf8()) : Verb::Other;
-    const bool asksForHelp = line.hasOption("--help") || line.hasOption("-h");
+    const TypedWords typed(arguments.mid(1), commands);
+    const Verb verb = verbIn(typed);
     // What an option lacks is for the parser to tell.
-    if (asksForHelp || line.lacksValue() || !isOtherShape(verb, line.words()))
+    if (asksForHelp(typed) || typed.awaited() || !isOtherShape(verb, typed.arguments()))
         return arguments;
-    const Result<QStringList> words = decoded(line.words());
+    const Result<QStringList> words = decoded(typed.arguments());
     if (!words)
         return words.error();
-    return translated(line, verb, words.value());
+    return translated(typed, verb, words.value());
 }
 
 } // namespace varnel::cli

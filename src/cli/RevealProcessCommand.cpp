@@ -1,4 +1,4 @@
-#include "cli/RevealProcessCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "cli/HomeSession.h"

@@ -7,7 +7,7 @@
 #include "cli/HomeCommand.h"
 #include "cli/Log.h"
 #include "cli/OwnWords.h"
-#include "cli/TypedLine.h"
+#include "cli/TypedWords.h"
 #include "platform/linux/LinuxTerminal.h"
 
 namespace varnel::cli {
@@ -34,14 +34,11 @@ CommandLine understood(const QByteArrayList &arguments, const Commands &commands
     if (!words) {
         CommandLine line;
         line.wish = CommandLine::Wish::Wrong;
-        line.command = TypedLine(arguments, commands).command();
+        line.command = TypedWords(arguments.mid(1), commands).command();
         line.problem = words.error().text;
         return line;
     }
-    std::vector<const char *> pointers;
-    for (const QByteArray &word : words.value())
-        pointers.push_back(word.constData());
-    return parseCommandLine(int(pointers.size()), pointers.data(), commands);
+    return parseCommandLine(words.value(), commands);
 }
 
 ExitStatus obey(const CommandLine &line, const Commands &commands, Console &console)

@@ -1,4 +1,4 @@
-#include "cli/SearchCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 #include "settings/Catalogue.h"

@@ -1,4 +1,4 @@
-#include "cli/ShowCommand.h"
+#include "cli/HomeCommands.h"
 
 #include "base/Literals.h"
 

@@ -1,4 +1,4 @@
-#include "cli/SystemCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "cli/Outcome.h"

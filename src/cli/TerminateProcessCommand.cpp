@@ -1,4 +1,4 @@
-#include "cli/TerminateProcessCommand.h"
+#include "cli/OtherCommands.h"
 
 #include "base/Literals.h"
 #include "sysinfo/ProcessActions.h"

@@ -77,6 +77,47 @@ TEST_F(CommandLineTest, whatIsMissingIsNamed)
                     .err.startsWith("varnelctl: --home: a value is missing\n"));
 }
 
+TEST_F(CommandLineTest, theMessageOfEachSlipStaysLetterForLetter)
+{
+    const QList<std::pair<QString, QByteArray>> slips {
+        {u"--json=maybe list"_s, "json was given a disallowed flag override"},
+        {u"--verbose=false list --home"_s, "verbose was given a disallowed flag override"},
+        {u"--version=foo"_s, "Could not convert: --version = foo"},
+        {u"--json= list"_s, "--json: a value is missing"},
+        {u"list --home --homes-from="_s, "--homes-from: a value is missing"},
+        {u"get 1004 --key"_s, "--key: a value is missing"},
+        {u"backups restore x --only"_s, "--only: a value is missing"},
+        {u"-x list"_s, "not understood: -x"},
+        {u"frob list --no -x Dock b"_s, "not understood: frob --no -x b"},
+        {u"list -- Dock Finder"_s, "not understood: Finder --"},
+        {u"-- frob --json"_s, "not understood: -- frob --json"},
+        {u"backups show a b"_s, "not understood: b"},
+        {u"backups frob show a"_s, "not understood: frob"},
+        {u"processes frob list"_s, "not understood: frob"},
+        {u"completion bash zsh"_s, "not understood: zsh"},
+        {u"backups --dry-run restore a"_s, "not understood: --dry-run"},
+    };
+    for (const auto &[line, problem] : slips) {
+        const Outcome outcome = varnelctl.run(line.split(u' '));
+        EXPECT_EQ(outcome.status, 2) << line.toStdString();
+        EXPECT_EQ(outcome.err,
+                  "varnelctl: " + problem + "\nvarnelctl: 'varnelctl --help' tells more\n")
+            << line.toStdString() << '\n'
+            << outcome.err.toStdString();
+    }
+}
+
+TEST_F(CommandLineTest, whatIsToldOfTheProgramComesBeforeWhatIsWrong)
+{
+    EXPECT_TRUE(
+        varnelctl.run({u"list"_s, u"--frob"_s, u"--version"_s}).out.startsWith("varnelctl "));
+    EXPECT_TRUE(
+        varnelctl.run({u"list"_s, u"--frob"_s, u"-h"_s}).out.startsWith("Usage: varnelctl list"));
+    EXPECT_EQ(varnelctl.run({u"list"_s, u"-h"_s, u"--home"_s}).status, 2);
+    EXPECT_EQ(varnelctl.run({u"get"_s, u"1004"_s, u"--json=true"_s, u"--json"_s}).json()[u"id"],
+              1004);
+}
+
 TEST_F(CommandLineTest, anArgumentThatIsNoUtf8IsRefusedRatherThanChanged)
 {
     const Outcome outcome = varnelctl.shell(u"\"$varnelctl\" set 1400=$(printf '\\377')"_s);
@@ -88,11 +129,20 @@ TEST_F(CommandLineTest, whatFollowsTwoDashesIsAnArgument)
 {
     EXPECT_EQ(varnelctl.run({u"search"_s, u"--"_s, u"-d"_s}).status, 0) << "\"2-d\" has it";
     EXPECT_EQ(varnelctl.run({u"search"_s, u"--"_s, u"--json"_s}).status, 1);
+    EXPECT_TRUE(varnelctl.run({u"list"_s, u"Dock"_s, u"--"_s, u"--json"_s})
+                    .err.startsWith("varnelctl: not understood: --json\n"));
+    EXPECT_TRUE(
+        varnelctl.run({u"backups"_s, u"restore"_s, u"--only"_s, u"1004"_s, u"--"_s, u"-a"_s})
+            .err.contains("-a: no such backup file"));
+    EXPECT_EQ(varnelctl.run({u"--"_s}).out, varnelctl.run({}).out);
 }
 
 TEST_F(CommandLineTest, aTextThatLooksLikeAListOrACommandIsStillOneText)
 {
     EXPECT_TRUE(varnelctl.run({u"search"_s, u"[lock,size]"_s}).err.contains("[lock,size]"));
+    EXPECT_TRUE(varnelctl.run({u"search"_s, u"++"_s}).err.contains("'++'"));
+    EXPECT_TRUE(varnelctl.run({u"backups"_s, u"restore"_s, u"a"_s, u"--only"_s, u"[1004,1005]"_s})
+                    .err.contains("'[1004,1005]'"));
     EXPECT_TRUE(varnelctl.run({u"search"_s, u"list"_s}).out.contains("library-playlist"));
     EXPECT_EQ(varnelctl.run({u"search"_s, QString::fromUtf8("")}).status, 1);
 }

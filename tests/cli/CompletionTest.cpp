@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace varnel::cli;
 using namespace varnel::test;
@@ -66,6 +68,17 @@ protected:
         if (shell != u"fish") {
             EXPECT_EQ(found[typed][u"line"].toString().toStdString(), line.toStdString());
         }
+    }
+
+    /// What the line's command gets as its last word.
+    [[nodiscard]] QString lastWordOf(const QString &line) const
+    {
+        const QString script =
+            u"varnelctl() { while [ $# -gt 1 ]; do shift; done; printf '%s' \"$1\"; }\n"_s + line;
+        QStringList options {u"-c"_s, script};
+        if (shell == u"zsh")
+            options.prepend(u"-f"_s);
+        return QString::fromUtf8(runProgram(shell, options, varnelctl.environment).out);
     }
 
     const QString shell = QString::fromLatin1(GetParam());
@@ -199,6 +212,80 @@ TEST_P(CompletionTest, nothingIsOfferedWhereNothingFits)
     }
 }
 
+/// Names that a shell would obey, part or change; each begins with another letter.
+const QStringList oddNames {
+    u"a b.sqlite"_s,
+    u"c\"d.sqlite"_s,
+    u"e'f.sqlite"_s,
+    u"g\\h\\.sqlite"_s,
+    u"i$(touch pwned).sqlite"_s,
+    u"j`touch pwned`.sqlite"_s,
+    u"k\nl.sqlite"_s,
+    u"m\tn.sqlite"_s,
+    u"o:p.sqlite"_s,
+    u"q=r=s.sqlite"_s,
+    u"t;touch pwned.sqlite"_s,
+    u"u@v*?[w].sqlite"_s,
+    u"-dash.sqlite"_s,
+    u"xäß日.sqlite"_s,
+    u"y$HOME{1,2}~.sqlite"_s,
+    u"z\\n\\t%q&|<>#.sqlite"_s,
+};
+
+/// A home with a backup file of each of these names; its folder is no plain word either.
+class OddNamesTest : public CompletionTest {
+protected:
+    OddNamesTest()
+    {
+        const QString anna = home.path() + u"/an na's (1)";
+        const QString folder = anna + u"/Library/Application Support/Varnel/Backup/";
+        QDir().mkpath(folder);
+        for (const QString &name : oddNames)
+            writeFile(folder + name, "");
+    }
+    ~OddNamesTest() override { EXPECT_FALSE(QFileInfo::exists(home.path() + u"/pwned")); }
+
+    const QString command = u"varnelctl --home an\\ na\\'s\\ \\(1\\) backups show "_s;
+};
+
+TEST_P(OddNamesTest, theCommandGetsTheNameWhateverTheShellWouldMakeOfIt)
+{
+    if (shell == u"fish")
+        GTEST_SKIP() << "tells candidates only";
+    QMap<QString, QString> wanted;
+    for (const QString &name : oddNames)
+        for (const QStringView quote : {u"", u"'", u"\""})
+            wanted[command + (name.startsWith(u'-') ? u"-- " : u"") + quote + name.front()] = name;
+    // Behind a letter at which bash parts words it replaces no more than the rest.
+    for (const QString &typed : {u"o:"_s, u"q="_s, u"q=r="_s, u"u@"_s})
+        wanted[command + typed] =
+            *std::find_if(oddNames.begin(), oddNames.end(),
+                          [&](const QString &name) { return name.startsWith(typed); });
+    wanted[command + u"a' b'"] = wanted[command + u"a\\ b"] = u"a b.sqlite"_s;
+    complete(wanted.keys());
+    for (auto line = wanted.cbegin(); line != wanted.cend(); ++line) {
+        const QString became = found[line.key()][u"line"].toString();
+        EXPECT_EQ(lastWordOf(became).toStdString(), line->toStdString())
+            << line.key().toStdString() << " became " << became.toStdString();
+    }
+}
+
+TEST_P(OddNamesTest, aCandidateIsOfferedUnderItsNameInFish)
+{
+    if (shell != u"fish")
+        GTEST_SKIP() << "the others are held to the line that comes of it";
+    complete({command});
+    QStringList wanted;
+    // Fish parts candidates from each other, and from their descriptions, at these two.
+    for (const QString &name : oddNames)
+        if (!name.contains(u'\n') && !name.contains(u'\t') && !name.startsWith(u'-'))
+            wanted.append(QString(name).replace(u"q=r=s"_s, u"r=s"_s));
+    wanted.append(u"-dash.sqlite"_s);
+    EXPECT_EQ(candidates(command), sorted(wanted));
+}
+
+INSTANTIATE_TEST_SUITE_P(Shells, OddNamesTest, Values("bash", "zsh", "fish"),
+                         [](const auto &shell) { return std::string(shell.param); });
 INSTANTIATE_TEST_SUITE_P(Shells, CompletionTest, Values("bash", "zsh", "fish"),
                          [](const auto &shell) { return std::string(shell.param); });
 
@@ -213,6 +300,95 @@ TEST(CompletionCommandTest, theScriptForBashPassesShellcheck)
     writeFile(script, varnelctl.run({u"completion"_s, u"bash"_s}).out);
     const Outcome checked = runProgram(shellcheck, {script}, varnelctl.environment);
     EXPECT_EQ(checked.status, 0) << checked.out.toStdString();
+}
+
+/// What the scripts are told.
+class CandidatesTest : public Test {
+protected:
+    [[nodiscard]] Outcome asked(const QStringList &words) const
+    {
+        return varnelctl.run(QStringList {u"completion"_s, u"--index"_s,
+                                          QString::number(words.size()), u"--"_s, u"varnelctl"_s}
+                             + words);
+    }
+    [[nodiscard]] QString inLibrary(const QString &name) const
+    {
+        const QString path = home.path() + u"/Library/Application Support/Varnel/" + name;
+        QDir().mkpath(QFileInfo(path).path());
+        return path;
+    }
+
+    TemporaryHome home;
+    Varnelctl varnelctl {home};
+};
+
+TEST_F(CandidatesTest, aLineTellsKindTextAndHelp)
+{
+    writeFile(inLibrary(u"Backup/a\nb\t\\.sqlite"_s), "");
+    EXPECT_TRUE(
+        asked({u"backups"_s, u"show"_s, QString()}).out.startsWith("word\ta\\nb\\t\\\\.sqlite\t2"));
+    EXPECT_TRUE(asked({u"set"_s, u"dock"_s}).out.contains("part\tdock-size=\tDock: "));
+    EXPECT_EQ(asked({u"--home"_s, QString()}).out, "folder\t\t\n");
+    EXPECT_EQ(asked({u"--homes-from="_s}).out, "file\t--homes-from=\t\n");
+    EXPECT_EQ(
+        varnelctl.run({u"completion"_s, u"--index"_s, u"x"_s, u"--"_s, u"varnelctl"_s}).status, 2);
+    EXPECT_EQ(
+        varnelctl.run({u"completion"_s, u"--index"_s, u"1"_s, u"--json"_s, u"--"_s, u"v"_s}).status,
+        2);
+}
+
+TEST_F(CandidatesTest, eachOfSeveralHomesIsLookedAt)
+{
+    QStringList words;
+    for (const QString &name : {u"anna"_s, u"bert"_s}) {
+        const QString folder =
+            home.path() + u'/' + name + u"/Library/Application Support/Varnel/Backup/";
+        QDir().mkpath(folder);
+        writeFile(folder + name + u".sqlite", "");
+        words += {u"--home"_s, home.path() + u'/' + name};
+    }
+    const QStringList show {u"backups"_s, u"show"_s, QString()};
+    const QByteArray both = asked(words + show).out;
+    EXPECT_TRUE(both.contains("\tanna.sqlite\t") && both.contains("\tbert.sqlite\t"))
+        << both.toStdString();
+    writeFile(home.path() + u"/list", (words[1] + u'\n' + words[3]).toUtf8());
+    EXPECT_EQ(asked(QStringList {u"--homes-from"_s, u"~/list"_s} + show).out, both);
+}
+
+TEST_F(CandidatesTest, whatIsDamagedOrLockedOrNoFileGivesNoneAtOnceAndNoWord)
+{
+    const QStringList items {u"--home"_s, home.path(), u"login-items"_s, u"enable"_s, QString()};
+    writeFile(inLibrary(u"disableLoginItems.sqlite"_s), "no database");
+    ASSERT_EQ(runProgram(u"mkfifo"_s, {inLibrary(u"Backup"_s), home.path() + u"/list"},
+                         varnelctl.environment)
+                  .status,
+              0);
+    const auto before = snapshot(home.path());
+    for (const QStringList &words :
+         {items,
+          QStringList {u"backups"_s, u"show"_s, QString()},
+          {u"--homes-from"_s, home.path() + u"/list", u"backups"_s, u"show"_s, QString()},
+          {u"--homes-from"_s, u"-"_s, u"backups"_s, u"show"_s, QString()},
+          {u"--home"_s, home.path() + u"/list", u"backups"_s, u"show"_s, QString()},
+          {u"--home"_s, QString(), u"backups"_s, u"show"_s, QString()}}) {
+        const Outcome outcome = asked(words);
+        EXPECT_EQ(outcome.status, 0) << words.join(u' ').toStdString();
+        EXPECT_EQ(QByteArray(outcome.out + outcome.err), "") << words.join(u' ').toStdString();
+    }
+    EXPECT_EQ(snapshot(home.path()), before);
+
+    QFile::remove(inLibrary(u"disableLoginItems.sqlite"_s));
+    QProcess locking;
+    locking.start(u"python3"_s,
+                  {u"-c"_s,
+                   u"import sqlite3, sys; s = sqlite3.connect(sys.argv[1]);"
+                   u"s.execute('CREATE TABLE users(value1)'); s.commit();"
+                   u"s.execute('BEGIN EXCLUSIVE'); print(flush=True); input()"_s,
+                   inLibrary(u"disableLoginItems.sqlite"_s)});
+    ASSERT_TRUE(locking.waitForReadyRead());
+    EXPECT_EQ(QByteArray(asked(items).out + asked(items).err), "");
+    locking.write("\n");
+    locking.waitForFinished();
 }
 
 TEST(CompletionCommandTest, anotherShellIsWrongUsage)

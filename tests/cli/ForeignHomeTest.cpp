@@ -78,6 +78,27 @@ protected:
     Varnelctl varnelctl {vault};
 };
 
+TEST_F(ForeignHomeTest, candidatesAreLookedForWithTheOwnersRights)
+{
+    const QString backups = home.path() + u"/Library/Application Support/Varnel/Backup";
+    const QStringList words {u"completion"_s, u"--index"_s, u"5"_s,       u"--"_s,  u"varnelctl"_s,
+                             u"--home"_s,     home.path(),  u"backups"_s, u"show"_s};
+    TemporaryHome roots;
+    writeFile(roots.path() + u"/secret.sqlite", "");
+    ASSERT_TRUE(QFile::setPermissions(roots.path(),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QDir().mkpath(backups);
+    writeFile(backups + u"/mine.sqlite", "");
+    giveAll(home.path(), stranger, stranger);
+    EXPECT_TRUE(varnelctl.run(words).out.startsWith("word\tmine.sqlite\t"));
+
+    ASSERT_TRUE(QDir(backups).removeRecursively());
+    ASSERT_TRUE(QFile::link(roots.path(), backups));
+    const Outcome outcome = varnelctl.run(words);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(QByteArray(outcome.out + outcome.err), "");
+}
+
 TEST_F(ForeignHomeTest, ownerModeAttributesAndListsAreKept)
 {
     const QString file = home.preference(dock);

@@ -47,11 +47,10 @@ Commands fakes()
     };
 }
 
-CommandLine parsed(std::vector<const char *> words)
+CommandLine parsed(const QByteArrayList &words)
 {
     static const Commands commands = fakes();
-    words.insert(words.begin(), "varnelctl");
-    return parseCommandLine(int(words.size()), words.data(), commands);
+    return parseCommandLine(QByteArrayList {"varnelctl"} + words, commands);
 }
 
 TEST(RegistryTest, commandsMayStandBeneathAWord)
@@ -154,10 +153,7 @@ public:
         const Result<QByteArrayList> own =
             inOwnWords((u"varnelctl "_s + words).toUtf8().split(' '), commands);
         EXPECT_TRUE(own.ok()) << words.toStdString();
-        std::vector<const char *> pointers;
-        for (const QByteArray &word : own.value())
-            pointers.push_back(word.constData());
-        line = parseCommandLine(int(pointers.size()), pointers.data(), commands);
+        line = parseCommandLine(own.value(), commands);
         return made.values();
     }
 

@@ -6,6 +6,7 @@ line's end, and prints a JSON object: line -> {"candidates": [...], "line": what
 candidate is told by what it adds: without quoting, without SETTING= before it, a file by its last name.
 """
 
+import contextlib
 import json
 import os
 import pathlib
@@ -25,7 +26,7 @@ _varnelctl() {
     printf 'CANDIDATE %s\n' "${COMPREPLY[@]}" >>"$REPORT"
 }
 report() {
-    printf 'LINE %s\n' "$READLINE_LINE" >>"$REPORT"
+    printf 'LINE %s\n' "${READLINE_LINE//$'\n'/$'\1'}" >>"$REPORT"
     READLINE_LINE='' READLINE_POINT=0
 }
 bind -x '"\ez": report'
@@ -48,12 +49,12 @@ compadd() {
     builtin compadd "$@"
 }
 zle-line-init() {
-    local typed
+    local typed feed=$'\n' mark=$'\1'
     for typed in "${(@f)TYPED}"; do
         BUFFER=$typed
         CURSOR=$#BUFFER
         zle complete-word
-        print -r -- "LINE $BUFFER" >>$REPORT
+        print -r -- "LINE ${BUFFER//$feed/$mark}" >>$REPORT
     done
     exit
 }
@@ -80,7 +81,8 @@ def on_terminal(command, environment, keys):
 
 def normal(shell, candidate):
     if shell != "fish":
-        candidate = " ".join(shlex.split(candidate))
+        with contextlib.suppress(ValueError):  # A name may hold a lone quotation mark.
+            candidate = " ".join(shlex.split(candidate))
     candidate = re.sub(r"^[^=]+=(?=.)", "", candidate).rstrip("=")
     return pathlib.PurePath(candidate).name if candidate.startswith("/") else candidate
 
@@ -114,8 +116,8 @@ def in_editor(shell, script, lines, folder):
         what, _, text = said.partition(" ")
         if what == "CANDIDATE":
             candidates.append(text)
-        else:
-            found[waiting.pop(0)] = {"candidates": candidates, "line": text}
+        elif what == "LINE":  # Or what follows a line feed in a candidate.
+            found[waiting.pop(0)] = {"candidates": candidates, "line": text.replace("\1", "\n")}
             candidates = []
     return found
 
