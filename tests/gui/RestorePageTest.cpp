@@ -35,6 +35,12 @@ protected:
     }
 };
 
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 TEST_F(RestorePage, AnEmptyFolderIsAnEmptyTableWithAllButtonsDisabled)
@@ -161,6 +167,35 @@ TEST_F(RestorePage, RestoringWritesTheValuesRaisesTheFlagsAndDeletesTheFile)
     EXPECT_EQ(log.texts(u"varnel.backup"_s),
               (QStringList {u"filePath: "_s + backups + u"quillet1.sqlite", u"0"_s,
                             backups + u"quillet1.sqlite"}));
+}
+
+TEST_F(RestorePage, WhatTheRunsOwnSavesChangedComesBackToTheVeryBytesAgainAndAgain)
+{
+    const QString dock = u"com.apple.dock.plist"_s;
+    putFile(dock,
+            u"<key>tilesize</key><real>44.0</real> <key>autohide</key><integer>1</integer>"_s);
+    const QString path = home.preference(dock);
+    const QByteArray before = bytesOf(path);
+    const QDateTime time = QFileInfo(path).lastModified();
+    const QDir kept(Tools::keptFolderOf(home.home()));
+    start();
+    for (int round = 0; round < 2; ++round) {
+        quillet->addDataToBackupDataList(1004, 44, u""_s);
+        quillet->addDataToChangeDataList(1004, 64 + round, u""_s);
+        quillet->saveChanges();
+        quillet->addDataToBackupDataList(1009, 0, u""_s);
+        quillet->addDataToChangeDataList(1009, 1, u""_s);
+        quillet->saveChanges();
+        EXPECT_NE(bytesOf(path), before);
+        EXPECT_EQ(kept.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+        restore->reloadData();
+        clickRow(0);
+        click(button(u"restoreButton"_s));
+        EXPECT_EQ(bytesOf(path), before);
+        EXPECT_EQ(QFileInfo(path).lastModified(), time);
+        EXPECT_TRUE(kept.entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
+        EXPECT_TRUE(filesInFolder().isEmpty());
+    }
 }
 
 TEST_F(RestorePage, TheSettingsReadAgainAfterEachRowAndTellIt)

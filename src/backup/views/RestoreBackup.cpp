@@ -30,7 +30,8 @@ void RestoreBackup::reloadData()
 
 BackupFolder backupFolderOf(const PageContext &context)
 {
-    return {context.workspace.tools().pathForBackupFolder(), context.files.fileStore()};
+    static_cast<void>(context.workspace.tools().pathForBackupFolder());
+    return BackupFolder(context.workspace);
 }
 
 } // namespace varnel
