@@ -40,7 +40,7 @@ QSet<int> settingsIn(const KeptFile &file)
 
 KeptBackup::KeptBackup(const Workspace &work, const QString &backupFile,
                        const QList<BackupRow> &rows)
-    : workspace(work), rowCount(rows.size())
+    : workspace(work)
 {
     for (const BackupRow &row : rows)
         withRow.insert(row.id);

@@ -33,12 +33,6 @@ public:
     /// back all the same: every other row of their run stands.
     [[nodiscard]] QList<int> settingsWithoutRow() const;
 
-    /// Whether those are all rows of the backup file.
-    [[nodiscard]] bool hasNoOtherRows(const QList<BackupRow> &some) const
-    {
-        return some.size() == rowCount;
-    }
-
     /// Puts a file back whole, or takes away one that was not there: when it is as the run left it,
     /// and all that the run changed in it, and nothing else, is to be put back. False: it is not.
     [[nodiscard]] bool putBackWhole(const QString &path, const QSet<int> &settings) const;
@@ -58,7 +52,6 @@ private:
 
     const Workspace &workspace;
     QSet<int> withRow;
-    qsizetype rowCount = 0;
     std::vector<Run> runs;
 };
 

@@ -51,7 +51,8 @@ QJsonObject toJson(const OldKey &key)
 {
     QJsonObject object {{u"setting"_s, key.setting},
                         {u"path"_s, QJsonArray::fromStringList(key.keyPath)},
-                        {u"order"_s, key.order}};
+                        {u"order"_s, key.order},
+                        {u"changed"_s, key.changed}};
     if (key.object)
         object.insert(u"object"_s, text(key.object->toBytes()));
     if (key.place)
@@ -162,6 +163,7 @@ private:
         OldKey key;
         key.setting = object.value(u"setting"_s).toInt();
         key.order = object.value(u"order"_s).toInt();
+        key.changed = object.value(u"changed"_s).toBool();
         for (const QJsonValue &step : list(object, u"path"_s))
             key.keyPath.append(step.toString());
         require(!key.keyPath.isEmpty());

@@ -48,6 +48,12 @@ void remember(KeptFile &kept, const QByteArray &after)
         kept.written.removeFirst();
 }
 
+OldKey forSetting(int setting, OldKey key)
+{
+    key.setting = setting;
+    return key;
+}
+
 /// Whether the run has left the file so, or found it so.
 bool isKnown(const KeptFile &kept, const std::optional<QByteArray> &bytes)
 {
@@ -75,12 +81,18 @@ Result<void> KeptRun::addDataToBackupFile(const ChangeRecord &record)
     return kept;
 }
 
+/// The new backup file gets the rows of the whole run once more, so the keys stay theirs.
 void KeptRun::startAnew()
 {
-    if (!folder.isEmpty())
+    // Where it can't be removed, it must not pass for a living run's.
+    if (!folder.isEmpty() && !workspace.keptFolders().discard(folder))
         workspace.keptFolders().release(folder);
     folder.clear();
-    index = {};
+    index.rows.clear();
+    index.withoutRow.clear();
+    index.libraryFlag.reset();
+    for (KeptFile &file : index.files)
+        file.written.clear();
 }
 
 void KeptRun::note(const ChangeRecord &record, bool kept)
@@ -118,57 +130,77 @@ bool KeptRun::hasFolder()
 
 void KeptRun::keepFiles(const QList<ReplacedFile> &files)
 {
-    if (files.isEmpty() || !hasFolder())
+    const bool replaces = std::any_of(files.begin(), files.end(),
+                                      [](const ReplacedFile &file) { return bool(file.after); });
+    if (replaces && !hasFolder())
         return;
     for (const ReplacedFile &file : files)
         keep(file);
-    writeIndex();
+    if (!folder.isEmpty() && !files.isEmpty())
+        writeIndex();
 }
 
 void KeptRun::keep(const ReplacedFile &file)
 {
-    const QString path = belowHome(file.path);
-    KeptFile *kept = index.find(path);
-    const bool isFirst = kept == nullptr;
-    if (isFirst) {
-        index.files.append(firstKept(file));
-        kept = &index.files.last();
-    } else if (!isKnown(*kept, file.before)) {
-        kept->disturbed = true;
-    }
-    keysBefore.insert(path, kept->keys.size());
-    addKeys(*kept, file.keys);
-    remember(*kept, file.after);
+    KeptFile &kept = notesOf(belowHome(file.path));
+    keysBefore.insert(kept.path, kept.keys);
+    addKeys(kept, file.keys);
+    if (!file.after)
+        return;
+    if (kept.written.isEmpty())
+        keepWhole(kept, file);
+    else if (!isKnown(kept, file.before))
+        kept.disturbed = true;
+    remember(kept, *file.after);
 }
 
-KeptFile KeptRun::firstKept(const ReplacedFile &file)
+KeptFile &KeptRun::notesOf(const QString &path)
 {
+    if (KeptFile *known = index.find(path))
+        return *known;
     KeptFile kept;
-    kept.path = belowHome(file.path);
+    kept.path = path;
     kept.name = QString::number(index.files.size() + 1) + u".plist";
+    index.files.append(kept);
+    return index.files.last();
+}
+
+/// What is replaced for the first time; for the first time again, where the run has started anew:
+/// then it comes back whole only where it has come back before.
+void KeptRun::keepWhole(KeptFile &kept, const ReplacedFile &file)
+{
+    const KeptFile earlier = kept;
+    kept.whole = KeptFile::Whole::NotKept;
+    kept.digest.clear();
     const Result<KeptFolders::Kept> whole =
         workspace.keptFolders().keep(file.path, folder, kept.name);
     if (whole) {
         kept.whole = KeptFile::Whole::Kept;
         kept.digest = digestOf(whole.value().bytes);
         kept.size = whole.value().bytes.size();
-        kept.disturbed = whole.value().bytes != file.before;
+        kept.disturbed = kept.disturbed || whole.value().bytes != file.before;
     } else if (whole.error().code == ErrorCode::NotFound) {
         kept.whole = KeptFile::Whole::Absent;
-        kept.disturbed = file.before.has_value();
+        kept.disturbed = kept.disturbed || file.before.has_value();
     }
-    return kept;
+    if (earlier.whole != KeptFile::Whole::NotKept
+        && (earlier.whole != kept.whole || earlier.digest != kept.digest))
+        kept.disturbed = true;
 }
 
-/// Each from the version before its first change, whichever setting that was for.
+/// Each from the version before its first change, whichever setting that was for; of one that was
+/// never changed, from when it was first wanted.
 void KeptRun::addKeys(KeptFile &kept, const QList<OldKey> &keys)
 {
     for (OldKey key : keys) {
-        const auto earlier =
-            std::find_if(kept.keys.begin(), kept.keys.end(),
-                         [&](const OldKey &each) { return each.keyPath == key.keyPath; });
-        if (earlier != kept.keys.end())
-            key = {key.setting, key.keyPath, earlier->object, earlier->place, earlier->order};
+        for (OldKey &earlier : kept.keys) {
+            if (earlier.keyPath != key.keyPath)
+                continue;
+            if (key.changed && !earlier.changed)
+                earlier = forSetting(earlier.setting, key);
+            else
+                key = forSetting(key.setting, earlier);
+        }
         if (!kept.keys.contains(key))
             kept.keys.append(key);
     }
@@ -181,9 +213,9 @@ void KeptRun::keepAfresh(const ReplacedFile &file)
     if (kept == nullptr)
         return;
     kept->disturbed = kept->disturbed || !isKnown(*kept, file.before);
-    kept->keys.resize(keysBefore.value(path));
+    kept->keys = keysBefore.value(path);
     addKeys(*kept, file.keys);
-    remember(*kept, file.after);
+    remember(*kept, *file.after);
     writeIndex();
 }
 

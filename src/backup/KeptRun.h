@@ -33,7 +33,8 @@ private:
     void startAnew();
     void note(const ChangeRecord &record, bool kept);
     void keep(const ReplacedFile &file);
-    [[nodiscard]] KeptFile firstKept(const ReplacedFile &file);
+    void keepWhole(KeptFile &kept, const ReplacedFile &file);
+    [[nodiscard]] KeptFile &notesOf(const QString &path);
     void addKeys(KeptFile &kept, const QList<OldKey> &keys);
     void writeIndex();
     [[nodiscard]] QString belowHome(const QString &path) const;
@@ -42,7 +43,7 @@ private:
     std::function<QString()> backupFile;
     QString folder; ///< null until something is kept
     KeptIndex index;
-    QHash<QString, qsizetype> keysBefore; ///< by path: how many an earlier save has kept
+    QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
 };
 
 /// Removes the folders of runs that are over and whose backup files are gone.

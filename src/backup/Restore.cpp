@@ -82,13 +82,13 @@ private:
 } // namespace
 
 Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
-                                  const QList<BackupRow> &rows, const KeptBackup &kept,
-                                  const Workspace::Terms &terms)
+                                  const QList<BackupRow> &rows, RestoredRows which,
+                                  const KeptBackup &kept, const Workspace::Terms &terms)
 {
     const Result<QStringList> made = workspace.begin(terms);
     if (!made)
         return made.error();
-    HomePlayback target(workspace, access, kept, kept.hasNoOtherRows(rows), terms.dryRun,
+    HomePlayback target(workspace, access, kept, which == RestoredRows::All, terms.dryRun,
                         made.value().contains(access.libraryPath()));
     // The report has the failure that ends it.
     static_cast<void>(playBack(rows, target));

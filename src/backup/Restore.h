@@ -30,11 +30,14 @@ struct RestoreReport {
     }
 };
 
+/// What was asked for: the whole backup, or certain rows alone, be they all that it has.
+enum class RestoredRows { All, Named };
+
 /// Plays rows of a backup file back through the writers of a save, without rows in a backup file;
-/// what is kept beside them goes before what they tell. An error means that nothing was changed:
-/// the home's folders can't be made.
+/// what is kept beside them goes before what they tell. What has no row comes back with All. An
+/// error means that nothing was changed: the home's folders can't be made.
 [[nodiscard]] Result<RestoreReport> restoreRows(Workspace &workspace, SettingAccess &access,
-                                                const QList<BackupRow> &rows,
+                                                const QList<BackupRow> &rows, RestoredRows which,
                                                 const KeptBackup &kept,
                                                 const Workspace::Terms &terms);
 

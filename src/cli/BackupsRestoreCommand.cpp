@@ -109,7 +109,8 @@ HomeOutcome restoreIn(const HomeFolder &home, const QList<const SettingRow *> &o
     }
     const Workspace::Terms terms = termsOf(home, request);
     const Result<RestoreReport> played =
-        restoreRows(session.workspace(), session.access(), rows.value(), kept, terms);
+        restoreRows(session.workspace(), session.access(), rows.value(),
+                    only.isEmpty() ? RestoredRows::All : RestoredRows::Named, kept, terms);
     if (!played)
         return HomeOutcome::failed(played.error());
 

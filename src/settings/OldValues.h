@@ -21,16 +21,17 @@ struct OldKey {
     std::optional<plist::Object> object; ///< none: nothing stood there
     std::optional<plist::Place> place; ///< of the object
     qsizetype order = 0; ///< among the keys of its dictionary
+    bool changed = false; ///< false: it was wanted as it stood
 
     bool operator==(const OldKey &) const = default;
 };
 
-/// A preference file that is about to be replaced.
+/// A preference file that is about to be replaced, or that holds all that is wanted already.
 struct ReplacedFile {
     QString path;
     std::optional<QByteArray> before; ///< none: no file
-    QByteArray after;
-    QList<OldKey> keys; ///< those that the settings change, as they stand before
+    std::optional<QByteArray> after; ///< none: it stays as it is
+    QList<OldKey> keys; ///< those that the settings write, as they stand before
 };
 
 /// Where what a save changes is kept before it is written.

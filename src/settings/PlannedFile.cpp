@@ -48,19 +48,25 @@ Result<bool> PlannedFile::edit(int setting, const SettingWrite &write)
 
 std::optional<ReplacedFile> PlannedFile::replacement() const
 {
-    const std::optional<QByteArray> after = content ? content.value().bytes() : std::nullopt;
-    if (!after || after == before)
+    if (!content)
         return std::nullopt;
-    return ReplacedFile {path, before, *after, keysIn(*original)};
+    ReplacedFile file {path, before, content.value().bytes(), keysIn(*original, content.value())};
+    if (file.after == before)
+        file.after.reset();
+    return file.after || !file.keys.isEmpty() ? std::optional(file) : std::nullopt;
 }
 
-QList<OldKey> PlannedFile::keysIn(const PreferenceContent &old) const
+QList<OldKey> PlannedFile::keysIn(const PreferenceContent &old,
+                                  const PreferenceContent &edited) const
 {
     QList<OldKey> keys;
     for (const Edit &edit : edits)
         if (edit.wanted && edit.outcome)
-            for (const KeyChange &change : edit.write.changes)
+            for (const KeyChange &change : edit.write.changes) {
                 keys.append(old.oldKey(edit.setting, change.keyPath));
+                keys.last().changed =
+                    keys.last().object != edited.oldKey(edit.setting, change.keyPath).object;
+            }
     return keys;
 }
 
@@ -95,7 +101,7 @@ Result<std::optional<QByteArray>> PlannedFile::editedAfresh(const std::optional<
             edit.outcome = withoutAnswer(carryOut(edit.write, fresh.value()));
     std::optional<QByteArray> after = fresh.value().bytes();
     if (keeper != nullptr && after && after != bytes)
-        keeper->keepAfresh({path, bytes, *after, keysIn(old)});
+        keeper->keepAfresh({path, bytes, after, keysIn(old, fresh.value())});
     return after;
 }
 

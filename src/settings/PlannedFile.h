@@ -30,7 +30,8 @@ public:
     void leaveOut(qsizetype number) { edits[number].wanted = false; }
     [[nodiscard]] qsizetype count() const { return edits.size(); }
 
-    /// What commit() is going to do to the file; none where it stays as it is, or can't be read.
+    /// What commit() is going to do to the file; none where nothing is wanted of it, or where it
+    /// can't be read.
     [[nodiscard]] std::optional<ReplacedFile> replacement() const;
 
     /// Whether the file holds what was read.
@@ -55,7 +56,8 @@ private:
     };
     [[nodiscard]] Result<std::optional<QByteArray>>
     editedAfresh(const std::optional<QByteArray> &bytes, OldValueKeeper *keeper);
-    [[nodiscard]] QList<OldKey> keysIn(const PreferenceContent &old) const;
+    [[nodiscard]] QList<OldKey> keysIn(const PreferenceContent &old,
+                                       const PreferenceContent &edited) const;
 
     QString path;
     FileReader::Rereader reread;
