@@ -243,6 +243,29 @@ def heardMembers():
         yield line.encode()
 
 
+def keptIndex():
+    digest = base64.b64encode(bytes(32)).decode()
+    number = base64.b64encode(b"<integer>44</integer>").decode()
+    place = {"after": "other", "before": "\n\t", "key": "<key>tilesize</key>"}
+    key = {"setting": 1004, "path": ["tilesize"], "order": 1, "changed": True, "object": number, "place": place}
+    absent = {"setting": 1204, "path": ["outer", "inner"], "order": 0, "changed": False}
+    first = place | {"after": None, "before": None}
+    file = {"path": "Library/Preferences/com.apple.dock.plist", "whole": "kept", "name": "1.plist", "digest": digest,
+            "size": 4096, "written": [digest], "disturbed": False, "keys": [key, absent, key | {"place": first}]}
+    row = {"id": 1004, "value1": "44", "value2": "", "value3": ""}
+    index = {"version": 1, "rows": [row], "withoutRow": [1400], "files": [file]}
+    flag = {"before": digest, "isSet": True, "written": digest}
+    for each in (index, index | {"libraryFlag": flag}, index | {"files": [file | {"whole": "absent"}] * 3}):
+        yield json.dumps(each).encode()
+    small = file | {"keys": [key | {"object": base64.b64encode(binary).decode()} for binary in plistSmall()]}
+    yield json.dumps(index | {"files": [small]}).encode()
+
+
+def plistSmall():
+    for value in ("left", True, 44.0, [], ["Top Sites", "Reading List"], {"a": b"b"}):
+        yield plistlib.dumps(value, fmt=plistlib.FMT_BINARY)
+
+
 def write(folder, target, seeds):
     place = folder / target
     place.mkdir(parents=True, exist_ok=True)

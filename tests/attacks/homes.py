@@ -16,6 +16,8 @@ PREFERENCES = "Library/Preferences"
 SUPPORT = "Library/Application Support/Varnel"
 BACKUPS = f"{SUPPORT}/Backup"
 KEPT = f"{SUPPORT}/RemovedLoginItems"
+UNDO = f"{SUPPORT}/Kept"
+RUN = f"{UNDO}/quillet1-0123456789abcdef"
 STORE = f"{SUPPORT}/disableLoginItems.sqlite"
 ORDER = f"{SUPPORT}/LoginItemsOrder.txt"
 AUTOSTART = ".config/autostart"
@@ -51,12 +53,34 @@ def kept(name, program):
     return hashlib.sha1(program.encode()).hexdigest() + ".json", json.dumps(content)
 
 
+def dock():
+    """As a run left it."""
+    return plistlib.dumps({"tilesize": SIZE, "autohide": False}, fmt=plistlib.FMT_BINARY)
+
+
+def keep_file(home, content, size):
+    """What the run of the backup has kept of the Dock's file, so that it comes back whole."""
+    def digest(data):
+        return base64.b64encode(hashlib.blake2b(data, digest_size=32).digest()).decode()
+    number = base64.b64encode(f"<integer>{size}</integer>".encode()).decode()
+    keys = [{"setting": 1004, "path": ["tilesize"], "order": 0, "changed": True, "object": number},
+            {"setting": 1008, "path": ["mineffect"], "order": 0, "changed": True}]
+    file = {"path": DOCK, "whole": "kept", "name": "1.plist", "digest": digest(content), "written": [digest(dock())],
+            "disturbed": False, "keys": keys}
+    rows = [{"id": row[0], "value1": row[1], "value2": "", "value3": ""} for row in ROWS[:2]]
+    (home / RUN).mkdir(parents=True)
+    (home / RUN / "1.plist").write_bytes(content)
+    (home / RUN / "index.json").write_text(json.dumps({"version": 1, "rows": rows, "withoutRow": [],
+                                                       "files": [file]}))
+
+
 def make_home(path, user, group=None):
-    """A home with preference files, a backup, and login items on and off."""
+    """A home with preference files, a backup with what is kept for it, and login items on and off."""
     path = pathlib.Path(path)
     for folder in (PREFERENCES, BACKUPS, KEPT, AUTOSTART):
         (path / folder).mkdir(parents=True)
-    (path / DOCK).write_bytes(plistlib.dumps({"tilesize": SIZE, "autohide": False}, fmt=plistlib.FMT_BINARY))
+    (path / DOCK).write_bytes(dock())
+    keep_file(path, plistlib.dumps({"tilesize": SIZE, "autohide": False}), SIZE)
     (path / CAPTURE).write_bytes(plistlib.dumps({"name": "shot"}))
     database(path / BACKUP, TABLE, ROWS)
     database(path / STORE, STORE_TABLE, [(CLOCK,)])
@@ -64,7 +88,7 @@ def make_home(path, user, group=None):
     (path / AUTOSTART / "Mail.desktop").write_text(entry("Mail", MAIL))
     name, content = kept("Clock", CLOCK)
     (path / KEPT / name).write_text(content)
-    for folder in (SUPPORT, BACKUPS, KEPT):
+    for folder in (SUPPORT, BACKUPS, KEPT, UNDO, RUN):
         (path / folder).chmod(0o700)
     give(path, user, group)
     return path
@@ -88,6 +112,7 @@ def private_files(folder):
     database(library / BACKUP, TABLE, rows)
     database(library / BACKUPS / f"{PRIVATE}.sqlite", TABLE, rows)
     database(library / STORE, STORE_TABLE, [(f"/{PRIVATE}.app",)])
+    keep_file(library, plist, PRIVATE_SIZE)
     (library / ORDER).write_text(f"{PRIVATE}.desktop\n")
     (library / AUTOSTART / f"{PRIVATE}.desktop").write_text(entry(PRIVATE, f"/{PRIVATE}.app"))
     (library / AUTOSTART / "Mail.desktop").write_text(entry(PRIVATE, f"/{PRIVATE}.app"))

@@ -8,7 +8,7 @@ import stat
 
 import attack
 import homes
-from homes import AUTOSTART, BACKUP, BACKUPS, CAPTURE, DOCK, KEPT, ORDER, PREFERENCES, STORE, SUPPORT
+from homes import AUTOSTART, BACKUP, BACKUPS, CAPTURE, DOCK, KEPT, ORDER, PREFERENCES, RUN, STORE, SUPPORT, UNDO
 
 FOLDERS = {
     "library": "Library",
@@ -17,6 +17,8 @@ FOLDERS = {
     "support folder": SUPPORT,
     "backup folder": BACKUPS,
     "kept items": KEPT,
+    "kept files": UNDO,
+    "run's folder": RUN,
     "configuration": ".config",
     "autostart": AUTOSTART,
 }
@@ -32,6 +34,8 @@ FILES = {
     "store": STORE,
     "store's journal": f"{STORE}-journal",
     "order": ORDER,
+    "run's notes": f"{RUN}/index.json",
+    "kept file": f"{RUN}/1.plist",
     "kept item": f"{KEPT}/{homes.kept('Mail', homes.MAIL)[0]}",
     "autostart entry": f"{AUTOSTART}/Mail.desktop",
     "new autostart entry": f"{AUTOSTART}/Notes.desktop",
