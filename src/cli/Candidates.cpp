@@ -43,10 +43,10 @@ QList<Candidate> assignments(const QString &typed)
 
 QList<Candidate> groups()
 {
-    QStringList titles;
+    QList<Candidate> titles;
     for (const ModuleRow &module : modules())
-        titles.append(module.outlineTitle);
-    return ofWords(titles);
+        titles.append({Kind::Word, module.outlineTitle});
+    return titles;
 }
 
 QList<Candidate> processes()
@@ -57,13 +57,13 @@ QList<Candidate> processes()
     return candidates;
 }
 
-/// What may stand at a place that takes this; `typed` is what is typed there.
-QList<Candidate> ofPlace(Completes completes, const QStringList &words, const QString &typed,
-                         const TypedWords &before)
+/// What may stand for a parameter, or for an option's value; `typed` is what is typed there.
+template <typename Info>
+QList<Candidate> ofPlace(const Info &info, const QString &typed, const TypedWords &before)
 {
-    switch (completes) {
+    switch (info.completes) {
     case Completes::Words:
-        return ofWords(words);
+        return ofWords(info.words);
     case Completes::Setting:
         return settings({}, Kind::Word);
     case Completes::Assignment:
@@ -78,18 +78,13 @@ QList<Candidate> ofPlace(Completes completes, const QStringList &words, const QS
         return {{Kind::Folder}};
     case Completes::Backup:
     case Completes::LoginItem:
-        return candidatesInHomes(completes, before);
+        return candidatesInHomes(info.completes, before);
     case Completes::Process:
         return processes();
     case Completes::Nothing:
         break;
     }
     return {};
-}
-
-QList<Candidate> valuesOf(const OptionInfo &option, const QString &typed, const TypedWords &before)
-{
-    return ofPlace(option.completes, option.words, typed, before);
 }
 
 /// The value behind "--option=".
@@ -99,7 +94,7 @@ QList<Candidate> behindSign(const QString &typed, const TypedWords &before)
     const std::optional<OptionInfo> option = before.option(typed.mid(2, sign - 2));
     if (!option || option->valueName.isNull())
         return {};
-    QList<Candidate> candidates = valuesOf(*option, typed.mid(sign + 1), before);
+    QList<Candidate> candidates = ofPlace(*option, typed.mid(sign + 1), before);
     for (Candidate &candidate : candidates)
         candidate.text.prepend(typed.left(sign + 1));
     return candidates;
@@ -132,7 +127,7 @@ QList<Candidate> arguments(const QString &typed, const TypedWords &before)
     qsizetype place = before.arguments().size();
     for (const ParameterInfo &parameter : before.info().parameters)
         if (place-- <= 0 || repeats(parameter))
-            return ofPlace(parameter.completes, parameter.words, typed, before);
+            return ofPlace(parameter, typed, before);
     return {};
 }
 
@@ -143,12 +138,12 @@ QList<Candidate> candidatesFor(const QByteArrayList &words, const Commands &comm
     const TypedWords before(words.mid(1, words.size() - 2), commands);
     const QString typed = QString::fromUtf8(words.last());
     if (before.awaited())
-        return valuesOf(*before.awaited(), typed, before);
+        return ofPlace(*before.awaited(), typed, before);
     if (!before.marked() && typed.startsWith(u'-'))
         return typed.startsWith(u"--") && typed.contains(u'=') ? behindSign(typed, before)
                                                                : options(before);
     if (before.gathering())
-        return valuesOf(*before.gathering(), typed, before);
+        return ofPlace(*before.gathering(), typed, before);
     QList<Candidate> candidates;
     if (before.command())
         candidates = arguments(typed, before);

@@ -13,15 +13,7 @@ namespace {
 
 using Kind = TypedWord::Kind;
 
-CommandLine wrong(const QString &problem)
-{
-    CommandLine line;
-    line.wish = CommandLine::Wish::Wrong;
-    line.problem = problem;
-    return line;
-}
-
-CommandLine wrong(CommandLine line, const QString &problem)
+CommandLine wrong(const QString &problem, CommandLine line = {})
 {
     line.wish = CommandLine::Wish::Wrong;
     line.problem = problem;
@@ -90,6 +82,13 @@ struct Sorted {
     QByteArrayList leftOver;
 };
 
+/// Unless the command takes it.
+bool isLeftOver(const TypedWord &word)
+{
+    return word.kind == Kind::Word || word.kind == Kind::Dashed
+        || (word.kind == Kind::Switch && word.option.isNull());
+}
+
 Sorted sorted(const TypedWords &typed)
 {
     Sorted all;
@@ -98,23 +97,25 @@ Sorted sorted(const TypedWords &typed)
     qsizetype before = typed.words().size() - 1;
     while (before >= 0 && typed.words()[before].kind != Kind::Command)
         --before;
+    bool anyLeft = false;
     bool markTold = false;
     for (qsizetype at = 0; at < typed.words().size(); ++at) {
         const TypedWord &word = typed.words()[at];
-        const bool taken = word.kind == Kind::Word && at > before && all.arguments.size() < places;
-        if (taken)
+        if (word.kind == Kind::Word && at > before && all.arguments.size() < places) {
             all.arguments.append(word);
-        else if (word.kind == Kind::Word || word.kind == Kind::Dashed
-                 || (word.kind == Kind::Switch && word.option.isNull())
-                 || (word.kind == Kind::Mark && typed.path().isEmpty()))
-            all.leftOver.append(word.text);
-        else if (word.kind == Kind::Mark)
+        } else if (word.kind == Kind::Mark) {
             markTold = all.arguments.size() < places;
+            if (typed.path().isEmpty())
+                all.leftOver.append(word.text);
+        } else if (isLeftOver(word)) {
+            all.leftOver.append(word.text);
+            anyLeft = true;
+        }
     }
     // A mark is only told with what else was left over.
-    if (all.leftOver == QByteArrayList {"--"})
+    if (!anyLeft)
         all.leftOver.clear();
-    else if (markTold && !all.leftOver.isEmpty())
+    else if (markTold)
         all.leftOver.append("--");
     return all;
 }
@@ -185,15 +186,15 @@ CommandLine parseCommandLine(const QByteArrayList &words, const Commands &comman
     if (!all.leftOver.isEmpty())
         return wrong(told(all.leftOver, typed));
     if (!line.group.isNull())
-        return wrong(line,
-                     u'\'' + line.group + u"' needs one of its commands: "
-                         + helpOfGroup(line.group, commands));
+        return wrong(u'\'' + line.group + u"' needs one of its commands: "
+                         + helpOfGroup(line.group, commands),
+                     line);
     if (!collect(typed, all.arguments, line.request))
         return wrong(u"an argument is not UTF-8 text"_s);
     const QString missing =
         line.command ? missingParameter(typed.info(), line.request.arguments.size()) : QString();
     return missing.isNull() ? line
-                            : wrong(line, u'\'' + line.command->name + u"' needs " + missing);
+                            : wrong(u'\'' + line.command->name + u"' needs " + missing, line);
 }
 
 } // namespace varnel::cli

@@ -115,10 +115,8 @@ QByteArrayList optionsOf(const TypedWords &typed)
     for (const TypedWord &word : typed.words()) {
         if (word.kind == TypedWord::Kind::Switch)
             options.append(word.text);
-        else if (word.kind == TypedWord::Kind::Value && word.text.isEmpty())
-            options += {QByteArray("--" + word.option.toUtf8()), word.text};
         else if (word.kind == TypedWord::Kind::Value)
-            options.append(QByteArray("--" + word.option.toUtf8() + '=' + word.text));
+            options += {QByteArray("--" + word.option.toUtf8()), word.text};
     }
     return options;
 }

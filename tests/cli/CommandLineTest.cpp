@@ -134,6 +134,7 @@ TEST_F(CommandLineTest, whatFollowsTwoDashesIsAnArgument)
     EXPECT_TRUE(
         varnelctl.run({u"backups"_s, u"restore"_s, u"--only"_s, u"1004"_s, u"--"_s, u"-a"_s})
             .err.contains("-a: no such backup file"));
+    EXPECT_EQ(varnelctl.run({u"list"_s, u"Dock"_s, u"--"_s, u"--"_s}).status, 2);
     EXPECT_EQ(varnelctl.run({u"--"_s}).out, varnelctl.run({}).out);
 }
 
