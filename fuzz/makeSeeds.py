@@ -250,7 +250,7 @@ def keptIndex():
     key = {"setting": 1004, "path": ["tilesize"], "order": 1, "changed": True, "object": number, "place": place}
     absent = {"setting": 1204, "path": ["outer", "inner"], "order": 0, "changed": False}
     first = place | {"after": None, "before": None}
-    file = {"path": "Library/Preferences/com.apple.dock.plist", "whole": "kept", "name": "1.plist", "digest": digest,
+    file = {"path": "Library/Preferences/com.apple.dock.plist", "whole": "kept", "keptAs": "1.plist", "digest": digest,
             "size": 4096, "written": [digest], "disturbed": False, "keys": [key, absent, key | {"place": first}]}
     row = {"id": 1004, "value1": "44", "value2": "", "value3": ""}
     index = {"version": 1, "rows": [row], "withoutRow": [1400], "files": [file]}

@@ -71,10 +71,10 @@ QJsonObject toJson(const KeptFile &file)
     QJsonArray keys;
     for (const OldKey &key : file.keys)
         keys.append(toJson(key));
-    return {{u"path"_s, file.path}, {u"whole"_s, wordFor(file.whole)},
-            {u"name"_s, file.name}, {u"digest"_s, text(file.digest)},
-            {u"size"_s, file.size}, {u"written"_s, written},
-            {u"keys"_s, keys},      {u"disturbed"_s, file.disturbed}};
+    return {{u"path"_s, file.path},   {u"whole"_s, wordFor(file.whole)},
+            {u"keptAs"_s, file.name}, {u"digest"_s, text(file.digest)},
+            {u"size"_s, file.size},   {u"written"_s, written},
+            {u"keys"_s, keys},        {u"disturbed"_s, file.disturbed}};
 }
 
 QString text(const FinderInfoBytes &bytes)
@@ -147,7 +147,7 @@ private:
             if (word == wordFor(whole))
                 file.whole = whole;
         require(word == wordFor(file.whole));
-        file.name = string(object, u"name"_s);
+        file.name = string(object, u"keptAs"_s);
         file.digest = bytes(string(object, u"digest"_s));
         file.size = object.value(u"size"_s).toInteger();
         for (const QJsonValue &digest : list(object, u"written"_s))
