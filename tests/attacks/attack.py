@@ -14,6 +14,7 @@ import mmap
 import os
 import pathlib
 import pwd
+import re
 import select
 import shutil
 import signal
@@ -412,6 +413,11 @@ def facts(path):
 
 def snapshot(folder):
     return {path: facts(path) for path in walk(folder)}
+
+
+def without_chance(name):
+    """A name in a home, in which the run's own folder of kept files is called the same each time."""
+    return re.sub(r"(/Kept/quillet\d+)-[0-9a-f]{16}", r"\1-RANDOM", name)
 
 
 def differences(before, after):
