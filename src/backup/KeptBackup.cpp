@@ -28,7 +28,7 @@ QSet<int> standingRows(const KeptIndex &index, const QList<BackupRow> &rows)
     return standing;
 }
 
-QSet<int> settingsIn(const KeptFile &file)
+QSet<int> settingsIn(const KeptPreferences &file)
 {
     QSet<int> settings;
     for (const OldKey &key : file.keys)
@@ -82,7 +82,7 @@ std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
         if (!counts(run, setting))
             continue;
         QList<OldKey> keys;
-        for (const KeptFile &file : run.index.files)
+        for (const KeptPreferences &file : run.index.files)
             std::copy_if(file.keys.begin(), file.keys.end(), std::back_inserter(keys),
                          [&](const OldKey &key) { return key.setting == setting; });
         if (!keys.isEmpty())
@@ -117,8 +117,8 @@ qint64 KeptBackup::size() const
 {
     qint64 bytes = 0;
     for (const Run &run : runs)
-        for (const KeptFile &file : run.index.files)
-            if (file.whole == KeptFile::Whole::Kept)
+        for (const KeptPreferences &file : run.index.files)
+            if (file.whole == KeptPreferences::Whole::Kept)
                 bytes += file.size;
     return bytes;
 }
@@ -138,24 +138,24 @@ bool KeptBackup::putBackWhole(const QString &path, const QSet<int> &settings) co
     const QString belowHome = path.mid(workspace.home().path.size() + 1);
     const auto hasFile = [&](const Run &run) {
         return std::any_of(run.index.files.begin(), run.index.files.end(),
-                           [&](const KeptFile &file) { return file.path == belowHome; });
+                           [&](const KeptPreferences &file) { return file.path == belowHome; });
     };
     // Of two runs that wrote rows into one backup file neither knows what the other did.
     if (std::count_if(runs.begin(), runs.end(), hasFile) != 1)
         return false;
     const Run &run = *std::find_if(runs.begin(), runs.end(), hasFile);
-    const KeptFile file = *KeptIndex(run.index).find(belowHome);
+    const KeptPreferences file = *KeptIndex(run.index).find(belowHome);
     if (file.disturbed || settingsIn(file) != settings)
         return false;
     const auto isOurs = [&](const std::optional<QByteArray> &now) {
         return now && file.written.contains(digestOf(*now));
     };
     KeptFolders &kept = workspace.keptFolders();
-    if (file.whole == KeptFile::Whole::Absent) {
+    if (file.whole == KeptPreferences::Whole::Absent) {
         const Result<bool> taken = kept.takeAway(path, isOurs);
         return taken && taken.value();
     }
-    if (file.whole == KeptFile::Whole::NotKept)
+    if (file.whole == KeptPreferences::Whole::NotKept)
         return false;
     const auto isRight = [&](const QByteArray &bytes) { return digestOf(bytes) == file.digest; };
     const Result<KeptFolders::PutBack> done =

@@ -26,14 +26,14 @@ QJsonValue orNull(const std::optional<QString> &value)
     return value ? QJsonValue(*value) : QJsonValue();
 }
 
-QString wordFor(KeptFile::Whole whole)
+QString wordFor(KeptPreferences::Whole whole)
 {
     switch (whole) {
-    case KeptFile::Whole::Absent:
+    case KeptPreferences::Whole::Absent:
         return u"absent"_s;
-    case KeptFile::Whole::Kept:
+    case KeptPreferences::Whole::Kept:
         return u"kept"_s;
-    case KeptFile::Whole::NotKept:
+    case KeptPreferences::Whole::NotKept:
         break;
     }
     return u"not kept"_s;
@@ -63,7 +63,7 @@ QJsonObject toJson(const OldKey &key)
     return object;
 }
 
-QJsonObject toJson(const KeptFile &file)
+QJsonObject toJson(const KeptPreferences &file)
 {
     QJsonArray written;
     for (const QByteArray &digest : file.written)
@@ -138,12 +138,12 @@ private:
                 string(object, u"value2"_s), string(object, u"value3"_s)};
     }
 
-    KeptFile keptFile(const QJsonObject &object)
+    KeptPreferences keptFile(const QJsonObject &object)
     {
-        KeptFile file;
+        KeptPreferences file;
         file.path = string(object, u"path"_s);
         const QString word = string(object, u"whole"_s);
-        for (const auto whole : {KeptFile::Whole::Absent, KeptFile::Whole::Kept})
+        for (const auto whole : {KeptPreferences::Whole::Absent, KeptPreferences::Whole::Kept})
             if (word == wordFor(whole))
                 file.whole = whole;
         require(word == wordFor(file.whole));
@@ -218,7 +218,7 @@ QByteArray KeptIndex::toBytes() const
     for (const int setting : withoutRow)
         numbers.append(setting);
     QJsonArray fileObjects;
-    for (const KeptFile &file : files)
+    for (const KeptPreferences &file : files)
         fileObjects.append(toJson(file));
     QJsonObject object {{u"version"_s, version},
                         {u"rows"_s, rowObjects},
@@ -241,10 +241,10 @@ Result<KeptIndex> KeptIndex::fromBytes(const QByteArray &bytes)
     return index;
 }
 
-KeptFile *KeptIndex::find(const QString &path)
+KeptPreferences *KeptIndex::find(const QString &path)
 {
     const auto found = std::find_if(files.begin(), files.end(),
-                                    [&](const KeptFile &file) { return file.path == path; });
+                                    [&](const KeptPreferences &file) { return file.path == path; });
     return found == files.end() ? nullptr : &*found;
 }
 

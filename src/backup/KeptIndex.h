@@ -14,7 +14,7 @@
 namespace varnel {
 
 /// What a run has kept of one preference file.
-struct KeptFile {
+struct KeptPreferences {
     QString path; ///< below the home
     enum class Whole {
         Absent, ///< there was no file
@@ -31,7 +31,7 @@ struct KeptFile {
     bool disturbed = false;
     QList<OldKey> keys; ///< each as it stood before the run first changed it
 
-    bool operator==(const KeptFile &) const = default;
+    bool operator==(const KeptPreferences &) const = default;
 };
 
 /// The Library folder's Finder information.
@@ -50,7 +50,7 @@ struct KeptIndex {
 
     QList<BackupRow> rows; ///< as they were put into the backup file
     QList<int> withoutRow; ///< settings whose rows the backup file would not take
-    QList<KeptFile> files;
+    QList<KeptPreferences> files;
     std::optional<KeptFlag> libraryFlag;
 
     bool operator==(const KeptIndex &) const = default;
@@ -59,7 +59,7 @@ struct KeptIndex {
     /// Unloadable unless all of it is as toBytes() writes it.
     [[nodiscard]] static Result<KeptIndex> fromBytes(const QByteArray &bytes);
 
-    [[nodiscard]] KeptFile *find(const QString &path);
+    [[nodiscard]] KeptPreferences *find(const QString &path);
 };
 
 /// Its name in the folder of its run.

@@ -39,7 +39,7 @@ QStringList runFolders(const Workspace &workspace)
     return names ? names.value() : QStringList();
 }
 
-void remember(KeptFile &kept, const QByteArray &after)
+void remember(KeptPreferences &kept, const QByteArray &after)
 {
     const QByteArray digest = digestOf(after);
     kept.written.removeAll(digest);
@@ -55,10 +55,10 @@ OldKey forSetting(int setting, OldKey key)
 }
 
 /// Whether the run has left the file so, or found it so.
-bool isKnown(const KeptFile &kept, const std::optional<QByteArray> &bytes)
+bool isKnown(const KeptPreferences &kept, const std::optional<QByteArray> &bytes)
 {
     if (!bytes)
-        return kept.whole == KeptFile::Whole::Absent;
+        return kept.whole == KeptPreferences::Whole::Absent;
     const QByteArray digest = digestOf(*bytes);
     return digest == kept.digest || kept.written.contains(digest);
 }
@@ -91,7 +91,7 @@ void KeptRun::startAnew()
     index.rows.clear();
     index.withoutRow.clear();
     index.libraryFlag.reset();
-    for (KeptFile &file : index.files)
+    for (KeptPreferences &file : index.files)
         file.written.clear();
 }
 
@@ -142,7 +142,7 @@ void KeptRun::keepFiles(const QList<ReplacedFile> &files)
 
 void KeptRun::keep(const ReplacedFile &file)
 {
-    KeptFile &kept = notesOf(belowHome(file.path));
+    KeptPreferences &kept = notesOf(belowHome(file.path));
     keysBefore.insert(kept.path, kept.keys);
     addKeys(kept, file.keys);
     if (!file.after)
@@ -154,11 +154,11 @@ void KeptRun::keep(const ReplacedFile &file)
     remember(kept, *file.after);
 }
 
-KeptFile &KeptRun::notesOf(const QString &path)
+KeptPreferences &KeptRun::notesOf(const QString &path)
 {
-    if (KeptFile *known = index.find(path))
+    if (KeptPreferences *known = index.find(path))
         return *known;
-    KeptFile kept;
+    KeptPreferences kept;
     kept.path = path;
     kept.name = QString::number(index.files.size() + 1) + u".plist";
     index.files.append(kept);
@@ -167,30 +167,30 @@ KeptFile &KeptRun::notesOf(const QString &path)
 
 /// What is replaced for the first time; for the first time again, where the run has started anew:
 /// then it comes back whole only where it has come back before.
-void KeptRun::keepWhole(KeptFile &kept, const ReplacedFile &file)
+void KeptRun::keepWhole(KeptPreferences &kept, const ReplacedFile &file)
 {
-    const KeptFile earlier = kept;
-    kept.whole = KeptFile::Whole::NotKept;
+    const KeptPreferences earlier = kept;
+    kept.whole = KeptPreferences::Whole::NotKept;
     kept.digest.clear();
     const Result<KeptFolders::Kept> whole =
         workspace.keptFolders().keep(file.path, folder, kept.name);
     if (whole) {
-        kept.whole = KeptFile::Whole::Kept;
+        kept.whole = KeptPreferences::Whole::Kept;
         kept.digest = digestOf(whole.value().bytes);
         kept.size = whole.value().bytes.size();
         kept.disturbed = kept.disturbed || whole.value().bytes != file.before;
     } else if (whole.error().code == ErrorCode::NotFound) {
-        kept.whole = KeptFile::Whole::Absent;
+        kept.whole = KeptPreferences::Whole::Absent;
         kept.disturbed = kept.disturbed || file.before.has_value();
     }
-    if (earlier.whole != KeptFile::Whole::NotKept
+    if (earlier.whole != KeptPreferences::Whole::NotKept
         && (earlier.whole != kept.whole || earlier.digest != kept.digest))
         kept.disturbed = true;
 }
 
 /// Each from the version before its first change, whichever setting that was for; of one that was
 /// never changed, from when it was first wanted.
-void KeptRun::addKeys(KeptFile &kept, const QList<OldKey> &keys)
+void KeptRun::addKeys(KeptPreferences &kept, const QList<OldKey> &keys)
 {
     for (OldKey key : keys) {
         for (OldKey &earlier : kept.keys) {
@@ -209,7 +209,7 @@ void KeptRun::addKeys(KeptFile &kept, const QList<OldKey> &keys)
 void KeptRun::keepAfresh(const ReplacedFile &file)
 {
     const QString path = belowHome(file.path);
-    KeptFile *kept = folder.isEmpty() ? nullptr : index.find(path);
+    KeptPreferences *kept = folder.isEmpty() ? nullptr : index.find(path);
     if (kept == nullptr)
         return;
     kept->disturbed = kept->disturbed || !isKnown(*kept, file.before);

@@ -33,9 +33,9 @@ private:
     void startAnew();
     void note(const ChangeRecord &record, bool kept);
     void keep(const ReplacedFile &file);
-    void keepWhole(KeptFile &kept, const ReplacedFile &file);
-    [[nodiscard]] KeptFile &notesOf(const QString &path);
-    void addKeys(KeptFile &kept, const QList<OldKey> &keys);
+    void keepWhole(KeptPreferences &kept, const ReplacedFile &file);
+    [[nodiscard]] KeptPreferences &notesOf(const QString &path);
+    void addKeys(KeptPreferences &kept, const QList<OldKey> &keys);
     void writeIndex();
     [[nodiscard]] QString belowHome(const QString &path) const;
 
