@@ -35,7 +35,7 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
     const std::optional<QList<OldKey>> exactly =
         kept != nullptr ? kept->keysOf(row.id) : std::nullopt;
     const SavePlan::Setting &setting = current().add({&row, {}, value}, exactly);
-    noteFile(row, exactly.has_value());
+    noteFile(row, exactly.has_value() && !setting.error);
     access.wrote(row);
     if (setting.write.restarts)
         flags |= *setting.write.restarts;

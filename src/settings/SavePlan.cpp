@@ -234,7 +234,8 @@ std::optional<SaveFailure> SavePlan::replaceFiles(const OtherWay &otherWay)
         return otherWay && otherWay(path) ? Result<void>() : file.commit(store);
     };
     for (Setting &setting : planned) {
-        if (failure && !replaced.contains(access.filePath(*setting.change.row)))
+        // What failed when it was played has been told as not written, and must not be after all.
+        if (setting.error || (failure && !replaced.contains(access.filePath(*setting.change.row))))
             continue;
         const Result<void> written = writeOne(setting, replaced, replace);
         access.wrote(*setting.change.row);
