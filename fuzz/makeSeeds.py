@@ -254,7 +254,7 @@ def keptIndex():
             "size": 4096, "written": [digest], "disturbed": False, "keys": [key, absent, key | {"place": first}]}
     row = {"id": 1004, "value1": "44", "value2": "", "value3": ""}
     index = {"version": 1, "rows": [row], "withoutRow": [1400], "files": [file]}
-    flag = {"before": digest, "isSet": True, "written": digest}
+    flag = {"before": digest, "isSet": True, "written": digest, "disturbed": False}
     for each in (index, index | {"libraryFlag": flag}, index | {"files": [file | {"whole": "absent"}] * 3}):
         yield json.dumps(each).encode()
     small = file | {"keys": [key | {"object": base64.b64encode(binary).decode()} for binary in plistSmall()]}

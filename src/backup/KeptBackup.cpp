@@ -97,7 +97,7 @@ const KeptFlag *KeptBackup::libraryFlag(int setting) const
     if (row == nullptr || row->mechanism != Mechanism::LibraryFolder)
         return nullptr;
     for (const Run &run : runs)
-        if (run.index.libraryFlag && counts(run, setting))
+        if (run.index.libraryFlag && !run.index.libraryFlag->disturbed && counts(run, setting))
             return &*run.index.libraryFlag;
     return nullptr;
 }

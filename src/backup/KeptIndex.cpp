@@ -201,6 +201,7 @@ private:
         flag.before.bytes = finderInfo(object, u"before"_s);
         flag.before.isSet = object.value(u"isSet"_s).toBool();
         flag.written = finderInfo(object, u"written"_s);
+        flag.disturbed = object.value(u"disturbed"_s).toBool(true);
         return flag;
     }
 
@@ -228,7 +229,8 @@ QByteArray KeptIndex::toBytes() const
         object.insert(u"libraryFlag"_s,
                       QJsonObject {{u"before"_s, text(libraryFlag->before.bytes)},
                                    {u"isSet"_s, libraryFlag->before.isSet},
-                                   {u"written"_s, text(libraryFlag->written)}});
+                                   {u"written"_s, text(libraryFlag->written)},
+                                   {u"disturbed"_s, libraryFlag->disturbed}});
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 

@@ -38,6 +38,7 @@ struct KeptPreferences {
 struct KeptFlag {
     FinderInfo::Reading before;
     FinderInfoBytes written {};
+    bool disturbed = false; ///< somebody else changed it between two saves
 
     bool operator==(const KeptFlag &) const = default;
 };

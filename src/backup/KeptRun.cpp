@@ -225,9 +225,10 @@ void KeptRun::keepLibraryFlag(const FinderInfo::Reading &before, const FinderInf
         return;
     if (!index.libraryFlag)
         index.libraryFlag = {before, after};
-    else if (index.libraryFlag->written != before.bytes)
-        index.libraryFlag->before = before;
-    index.libraryFlag->written = after;
+    KeptFlag &flag = *index.libraryFlag;
+    const bool isKnown = before.bytes == flag.written || before.bytes == flag.before.bytes;
+    flag.disturbed = flag.disturbed || !isKnown;
+    flag.written = after;
     writeIndex();
 }
 

@@ -10,6 +10,8 @@ namespace {
 
 Result<void> playLoginItem(const BackupRow &row, PlaybackTarget &target)
 {
+    if (Result<void> settled = target.settleSettings(); !settled)
+        return settled;
     varnelLog(lcBackup,
               fillIn(u"%d, %@, %d",
                      {QString::number(row.loginItemAction()), row.loginItemPath(),

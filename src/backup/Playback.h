@@ -16,6 +16,8 @@ public:
     virtual ~PlaybackTarget() = default;
     /// An unknown number does nothing and is no error.
     virtual Result<void> writeSetting(int settingId, int value, const QString &extra) = 0;
+    /// Before a login item is changed: whether all settings so far have reached the home.
+    [[nodiscard]] virtual Result<void> settleSettings() { return {}; }
     virtual Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) = 0;
     /// What reading both places of login items afresh does, which takes what stands in both out of
     /// the store, and tells.

@@ -35,11 +35,14 @@ public:
         return settings.write(*row, {value, extra});
     }
 
+    Result<void> settleSettings() override
+    {
+        // A dry run's plan goes on: nothing of it comes to stand in the home.
+        return dryRun ? Result<void>() : settings.carryOut();
+    }
+
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override
     {
-        if (!dryRun)
-            if (const Result<void> soFar = settings.carryOut(); !soFar)
-                return soFar;
         report.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
                                   QString::number(enabled ? 1 : 0)});
         Result<void> written = playback.writeData(actionId, path, enabled);

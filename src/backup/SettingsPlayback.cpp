@@ -1,8 +1,8 @@
 #include "backup/SettingsPlayback.h"
 
 #include "backup/KeptBackup.h"
+#include "base/Logging.h"
 #include "settings/Catalogue.h"
-#include "settings/PreferenceContent.h"
 
 namespace varnel {
 
@@ -41,6 +41,8 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
         flags |= *setting.write.restarts;
     if (!setting.error)
         return {};
+    if (manner == Manner::Play)
+        varnelLog(lcIo, setting.error->text);
     failed = {SaveFailure::Step::Write, setting.change, *setting.error};
     return *setting.error;
 }

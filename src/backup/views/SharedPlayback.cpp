@@ -45,14 +45,16 @@ LoginItemsView *SharedPlayback::loginItemsView() const
     return page ? page->loginItemsView() : nullptr;
 }
 
+Result<void> SharedPlayback::settleSettings()
+{
+    return settings ? settings->carryOut() : Result<void>();
+}
+
 Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
 {
     if (LoginItemsView *view = loginItemsView(); view != nullptr && !loginItems)
         loginItems.emplace(view->playback());
-    if (!loginItems)
-        return {};
-    const Result<void> soFar = settings ? settings->carryOut() : Result<void>();
-    return soFar ? loginItems->writeData(actionId, path, enabled) : soFar;
+    return loginItems ? loginItems->writeData(actionId, path, enabled) : Result<void>();
 }
 
 void SharedPlayback::readLoginItems()

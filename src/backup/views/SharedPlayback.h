@@ -21,6 +21,7 @@ public:
     SharedPlayback(SharedObject &shared, const KeptBackup &kept) : shared(shared), kept(kept) { }
 
     Result<void> writeSetting(int settingId, int value, const QString &extra) override;
+    Result<void> settleSettings() override;
     Result<void> writeLoginItem(int actionId, const QString &path, bool enabled) override;
     void readLoginItems() override;
     Result<void> writeWithoutRows() override;

@@ -24,8 +24,13 @@ public:
         return path == failingItem ? Error {ErrorCode::Failed, u"locked"_s} : Result<void>();
     }
     void readLoginItems() override { calls.append(u"read the login items"_s); }
+    Result<void> settleSettings() override
+    {
+        return settles ? Result<void>() : Error {ErrorCode::Failed, u"full"_s};
+    }
 
     QStringList calls;
+    bool settles = true;
     int failing = 0;
     QString failingItem;
 };
@@ -50,6 +55,19 @@ TEST(Playback, RowsArePlayedInFileOrderEachByItsKind)
               (QStringList {u"1008 2 x"_s, u"0 /a.app on"_s, u"read the login items"_s,
                             u"1400 -1 -1"_s, u"3 /b.app off"_s, u"read the login items"_s}));
     EXPECT_EQ(log.texts(u"varnel.backup"_s), (QStringList {u"0, /a.app, 1"_s, u"3, /b.app, 0"_s}));
+}
+
+TEST(Playback, NothingIsDoneForALoginItemWhenTheSettingsBeforeItDidNotReachTheHome)
+{
+    NotingTarget target;
+    target.settles = false;
+    const LogCapture log;
+    const Result<void> played =
+        playBack({{1008, u"0"_s, u""_s, u""_s}, {250, u"/a.app"_s, u"0"_s, u"1"_s}}, target);
+    ASSERT_FALSE(played);
+    EXPECT_EQ(played.error().text, u"full");
+    EXPECT_EQ(target.calls, QStringList(u"1008 0 "_s));
+    EXPECT_TRUE(log.texts().isEmpty());
 }
 
 TEST(Playback, TheFirstRowThatFailsIsTheLast)
