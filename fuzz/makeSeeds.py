@@ -257,6 +257,12 @@ def keptIndex():
     flag = {"before": digest, "isSet": True, "written": digest, "disturbed": False}
     for each in (index, index | {"libraryFlag": flag}, index | {"files": [file | {"whole": "absent"}] * 3}):
         yield json.dumps(each).encode()
+    stands = {"entries": [{"entry": "one.desktop", "state": digest}],
+              "rows": [{"place": "3", "columns": ["path", "n", "at"], "values": ["'/opt/o''e'", "-1", "X'00'"]}]}
+    item = {"path": "/opt/one", "before": stands, "after": {"entries": [], "rows": []}, "disturbed": False}
+    items = {"items": [item], "orderBefore": ["one.desktop"], "orderAfter": [], "orderDisturbed": False, "hadStore": False}
+    lost = {"id": 250, "value1": "/opt/o'e", "value2": "0", "value3": "1"}
+    yield json.dumps(index | {"loginItems": items, "itemsWithoutRow": [lost]}).encode()
     small = file | {"keys": [key | {"object": base64.b64encode(binary).decode()} for binary in plistSmall()]}
     yield json.dumps(index | {"files": [small]}).encode()
 

@@ -4,6 +4,12 @@
 
 namespace varnel {
 
+QString BackupRow::subject() const
+{
+    const QString number = QString::number(id);
+    return isLoginItem() ? number + u' ' + value1 : number;
+}
+
 int BackupRow::settingAction() const
 {
     return leadingInt(value1);

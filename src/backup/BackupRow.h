@@ -16,6 +16,9 @@ struct BackupRow {
 
     [[nodiscard]] bool isLoginItem() const { return id == loginItemId; }
 
+    /// What the row is about: a file has one of each.
+    [[nodiscard]] QString subject() const;
+
     // A hidden-setting row: the value that its writer takes back.
     [[nodiscard]] int settingAction() const;
     [[nodiscard]] QString extraData() const { return value2; }

@@ -7,6 +7,7 @@
 #include "platform/KeptFolders.h"
 #include "settings/Catalogue.h"
 
+#include <QDir>
 #include <QMap>
 
 #include <algorithm>
@@ -16,14 +17,15 @@ namespace varnel {
 
 namespace {
 
-/// The settings whose only row is the one that was written.
-QSet<int> standingRows(const KeptIndex &index, const QList<BackupRow> &rows)
+/// The subjects whose only row is the one that was written.
+QSet<QString> standingRows(const KeptIndex &index, const QList<BackupRow> &rows)
 {
-    QSet<int> standing;
+    QSet<QString> standing;
     for (const BackupRow &written : index.rows) {
-        const auto sameId = [&](const BackupRow &row) { return row.id == written.id; };
-        if (rows.contains(written) && std::count_if(rows.begin(), rows.end(), sameId) == 1)
-            standing.insert(written.id);
+        const QString subject = written.subject();
+        const auto isSame = [&](const BackupRow &row) { return row.subject() == subject; };
+        if (rows.contains(written) && std::count_if(rows.begin(), rows.end(), isSame) == 1)
+            standing.insert(subject);
     }
     return standing;
 }
@@ -43,7 +45,7 @@ KeptBackup::KeptBackup(const Workspace &work, const QString &backupFile,
     : workspace(work)
 {
     for (const BackupRow &row : rows)
-        withRow.insert(row.id);
+        withRow.insert(row.subject());
     for (const QString &folder : keptFoldersOf(workspace, backupFile))
         load(folder, rows);
 }
@@ -72,8 +74,9 @@ void KeptBackup::load(const QString &folder, const QList<BackupRow> &rows)
 
 bool KeptBackup::counts(const Run &run, int setting) const
 {
-    return run.standing.contains(setting)
-        || (run.allStand && !withRow.contains(setting) && run.index.withoutRow.contains(setting));
+    const QString subject = QString::number(setting);
+    return run.standing.contains(subject)
+        || (run.allStand && !withRow.contains(subject) && run.index.withoutRow.contains(setting));
 }
 
 std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
@@ -104,11 +107,13 @@ const KeptFlag *KeptBackup::libraryFlag(int setting) const
 
 QString KeptBackup::whyNotExact(const BackupRow &row) const
 {
-    if (!row.isLoginItem() && (keysOf(row.id) || libraryFlag(row.id) != nullptr))
+    if (row.isLoginItem() ? isExact(row.loginItemPath())
+                          : keysOf(row.id) || libraryFlag(row.id) != nullptr)
         return {};
     const bool isWritten = std::any_of(runs.begin(), runs.end(), [&](const Run &run) {
-        return std::any_of(run.index.rows.begin(), run.index.rows.end(),
-                           [&](const BackupRow &written) { return written.id == row.id; });
+        return std::any_of(
+            run.index.rows.begin(), run.index.rows.end(),
+            [&](const BackupRow &written) { return written.subject() == row.subject(); });
     });
     return isWritten ? u"its line is not as it was written"_s : u"nothing more is kept of it"_s;
 }
@@ -131,6 +136,56 @@ QList<int> KeptBackup::settingsWithoutRow() const
             if (counts(run, setting) && !settings.contains(setting))
                 settings.append(setting);
     return settings;
+}
+
+const KeptBackup::Run *KeptBackup::runOfLoginItems() const
+{
+    const auto hasItems = [](const Run &run) { return !run.index.loginItems.items.isEmpty(); };
+    // Of two runs that wrote rows into one backup file neither knows what the other did.
+    if (std::count_if(runs.begin(), runs.end(), hasItems) != 1)
+        return nullptr;
+    return &*std::find_if(runs.begin(), runs.end(), hasItems);
+}
+
+const KeptItems *KeptBackup::loginItems() const
+{
+    const Run *run = runOfLoginItems();
+    return run != nullptr ? &run->index.loginItems : nullptr;
+}
+
+bool KeptBackup::counts(const KeptItem &item) const
+{
+    const Run *run = runOfLoginItems();
+    if (run == nullptr || item.disturbed)
+        return false;
+    const QList<BackupRow> lost = itemsWithoutRow();
+    return run->standing.contains(BackupRow {BackupRow::loginItemId, item.path, {}, {}}.subject())
+        || std::any_of(lost.begin(), lost.end(),
+                       [&](const BackupRow &row) { return row.loginItemPath() == item.path; });
+}
+
+bool KeptBackup::isExact(const QString &loginItem) const
+{
+    const KeptItems *items = loginItems();
+    const KeptItem *item = items != nullptr ? items->find(loginItem) : nullptr;
+    return item != nullptr && counts(*item);
+}
+
+QList<BackupRow> KeptBackup::itemsWithoutRow() const
+{
+    const Run *run = runOfLoginItems();
+    if (run == nullptr || !run->allStand)
+        return {};
+    QList<BackupRow> rows = run->index.itemsWithoutRow;
+    rows.removeIf([&](const BackupRow &row) { return withRow.contains(row.subject()); });
+    return rows;
+}
+
+Result<void> KeptBackup::removeStore(const QString &path, const QByteArray &bytes) const
+{
+    const Result<bool> taken = workspace.keptFolders().takeAway(
+        QDir::cleanPath(path), [&](const std::optional<QByteArray> &now) { return now == bytes; });
+    return taken ? Result<void>() : taken.error();
 }
 
 bool KeptBackup::putBackWhole(const QString &path, const QSet<int> &settings) const

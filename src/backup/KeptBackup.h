@@ -33,6 +33,15 @@ public:
     /// back all the same: every other row of their run stands.
     [[nodiscard]] QList<int> settingsWithoutRow() const;
 
+    /// What the one run that changed login items has kept of them, if it is one.
+    [[nodiscard]] const KeptItems *loginItems() const;
+    /// Whether the item is to be put back as it was.
+    [[nodiscard]] bool counts(const KeptItem &item) const;
+    /// The rows that it would have put into the backup file, and that go before none.
+    [[nodiscard]] QList<BackupRow> itemsWithoutRow() const;
+    /// Takes away the store of disabled items, when it still has those bytes.
+    [[nodiscard]] Result<void> removeStore(const QString &path, const QByteArray &bytes) const;
+
     /// Puts a file back whole, or takes away one that was not there: when it is as the run left it,
     /// and all that the run changed in it, and nothing else, is to be put back. False: it is not.
     [[nodiscard]] bool putBackWhole(const QString &path, const QSet<int> &settings) const;
@@ -44,14 +53,17 @@ private:
     struct Run {
         QString folder;
         KeptIndex index;
-        QSet<int> standing; ///< settings whose rows stand as they were written
+        QSet<QString> standing; ///< subjects whose rows stand as they were written
         bool allStand = false;
     };
     void load(const QString &folder, const QList<BackupRow> &rows);
     [[nodiscard]] bool counts(const Run &run, int setting) const;
+    [[nodiscard]] bool isExact(const QString &loginItem) const;
+
+    [[nodiscard]] const Run *runOfLoginItems() const;
 
     const Workspace &workspace;
-    QSet<int> withRow;
+    QSet<QString> withRow; ///< subjects
     std::vector<Run> runs;
 };
 

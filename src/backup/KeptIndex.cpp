@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cstring>
@@ -77,6 +78,42 @@ QJsonObject toJson(const KeptPreferences &file)
             {u"keys"_s, keys},        {u"disturbed"_s, file.disturbed}};
 }
 
+QJsonObject toJson(const LoginItemStanding &standing)
+{
+    QJsonArray entries;
+    for (const SessionEntry &entry : standing.entries)
+        entries.append(QJsonObject {{u"entry"_s, entry.name}, {u"state"_s, text(entry.state)}});
+    QJsonArray rows;
+    for (const StoredRow &row : standing.rows)
+        rows.append(QJsonObject {{u"place"_s, QString::number(row.place)},
+                                 {u"columns"_s, QJsonArray::fromStringList(row.columns)},
+                                 {u"values"_s, QJsonArray::fromStringList(row.values)}});
+    return {{u"entries"_s, entries}, {u"rows"_s, rows}};
+}
+
+QJsonObject toJson(const KeptItems &kept)
+{
+    QJsonArray items;
+    for (const KeptItem &item : kept.items)
+        items.append(QJsonObject {{u"path"_s, item.path},
+                                  {u"before"_s, toJson(item.before)},
+                                  {u"after"_s, toJson(item.after)},
+                                  {u"disturbed"_s, item.disturbed}});
+    return {{u"items"_s, items},
+            {u"orderBefore"_s, QJsonArray::fromStringList(kept.orderBefore)},
+            {u"orderAfter"_s, QJsonArray::fromStringList(kept.orderAfter)},
+            {u"orderDisturbed"_s, kept.orderDisturbed},
+            {u"hadStore"_s, kept.hadStore}};
+}
+
+/// Not a piece of a statement: a number, a text or bytes, and nothing else.
+bool isLiteral(const QString &text)
+{
+    static const QRegularExpression pattern(
+        u"\\A(NULL|-?[0-9]+|-?[0-9]\\.[0-9]+e[-+][0-9]+|X'[0-9a-f]*'|'([^']|'')*')\\z"_s);
+    return pattern.match(text).hasMatch();
+}
+
 QString text(const FinderInfoBytes &bytes)
 {
     return QString::fromLatin1(
@@ -96,6 +133,12 @@ public:
             index.rows.append(backupRow(row.toObject()));
         for (const QJsonValue &number : list(object, u"withoutRow"_s))
             index.withoutRow.append(number.toInt());
+        for (const QJsonValue &row : listIfAny(object, u"itemsWithoutRow"_s))
+            index.itemsWithoutRow.append(backupRow(row.toObject()));
+        if (object.contains(u"loginItems"_s)) {
+            index.loginItems = items(object.value(u"loginItems"_s).toObject());
+            require(!index.loginItems.items.isEmpty());
+        }
         for (const QJsonValue &file : list(object, u"files"_s))
             index.files.append(keptFile(file.toObject()));
         if (object.contains(u"libraryFlag"_s))
@@ -123,6 +166,20 @@ private:
         const QJsonValue value = object.value(name);
         require(value.isArray());
         return value.toArray();
+    }
+    /// Of what only some runs have.
+    QJsonArray listIfAny(const QJsonObject &object, const QString &name)
+    {
+        return object.contains(name) ? list(object, name) : QJsonArray();
+    }
+    QStringList strings(const QJsonObject &object, const QString &name)
+    {
+        QStringList all;
+        for (const QJsonValue &value : list(object, name)) {
+            require(value.isString());
+            all.append(value.toString());
+        }
+        return all;
     }
     QByteArray bytes(const QString &encoded)
     {
@@ -185,6 +242,44 @@ private:
                 string(object, u"key"_s)};
     }
 
+    StoredRow storedRow(const QJsonObject &object)
+    {
+        bool isNumber = false;
+        StoredRow row {string(object, u"place"_s).toLongLong(&isNumber),
+                       strings(object, u"columns"_s), strings(object, u"values"_s)};
+        require(isNumber && !row.columns.isEmpty() && row.columns.size() == row.values.size()
+                && std::all_of(row.values.begin(), row.values.end(), isLiteral));
+        return row;
+    }
+
+    LoginItemStanding standing(const QJsonObject &object)
+    {
+        LoginItemStanding standing;
+        for (const QJsonValue &entry : list(object, u"entries"_s))
+            standing.entries.append({string(entry.toObject(), u"entry"_s),
+                                     bytes(string(entry.toObject(), u"state"_s))});
+        for (const QJsonValue &row : list(object, u"rows"_s))
+            standing.rows.append(storedRow(row.toObject()));
+        return standing;
+    }
+
+    KeptItems items(const QJsonObject &object)
+    {
+        KeptItems kept;
+        for (const QJsonValue &value : list(object, u"items"_s)) {
+            const QJsonObject item = value.toObject();
+            kept.items.append({string(item, u"path"_s),
+                               standing(item.value(u"before"_s).toObject()),
+                               standing(item.value(u"after"_s).toObject()),
+                               item.value(u"disturbed"_s).toBool(true)});
+        }
+        kept.orderBefore = strings(object, u"orderBefore"_s);
+        kept.orderAfter = strings(object, u"orderAfter"_s);
+        kept.orderDisturbed = object.value(u"orderDisturbed"_s).toBool(true);
+        kept.hadStore = object.value(u"hadStore"_s).toBool(true);
+        return kept;
+    }
+
     FinderInfoBytes finderInfo(const QJsonObject &object, const QString &name)
     {
         FinderInfoBytes result {};
@@ -225,6 +320,14 @@ QByteArray KeptIndex::toBytes() const
                         {u"rows"_s, rowObjects},
                         {u"withoutRow"_s, numbers},
                         {u"files"_s, fileObjects}};
+    if (!itemsWithoutRow.isEmpty()) {
+        QJsonArray lost;
+        for (const BackupRow &row : itemsWithoutRow)
+            lost.append(toJson(row));
+        object.insert(u"itemsWithoutRow"_s, lost);
+    }
+    if (!loginItems.items.isEmpty())
+        object.insert(u"loginItems"_s, toJson(loginItems));
     if (libraryFlag)
         object.insert(u"libraryFlag"_s,
                       QJsonObject {{u"before"_s, text(libraryFlag->before.bytes)},
@@ -241,6 +344,13 @@ Result<KeptIndex> KeptIndex::fromBytes(const QByteArray &bytes)
     if (!reader.isSound())
         return Error {ErrorCode::Unloadable, u"not the notes of a run"_s};
     return index;
+}
+
+const KeptItem *KeptItems::find(const QString &path) const
+{
+    const auto found = std::find_if(items.begin(), items.end(),
+                                    [&](const KeptItem &item) { return item.path == path; });
+    return found == items.end() ? nullptr : &*found;
 }
 
 KeptPreferences *KeptIndex::find(const QString &path)

@@ -2,12 +2,14 @@
 
 #include "backup/BackupRow.h"
 #include "base/Result.h"
+#include "loginitems/LoginItemStanding.h"
 #include "platform/FinderInfo.h"
 #include "settings/OldValues.h"
 
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -43,6 +45,31 @@ struct KeptFlag {
     bool operator==(const KeptFlag &) const = default;
 };
 
+/// What a run has kept of one login item.
+struct KeptItem {
+    QString path; ///< of the application
+    LoginItemStanding before; ///< the run's first change
+    LoginItemStanding after; ///< its last
+    /// Somebody else changed it between two saves, or it could not be read: it comes back by its
+    /// row alone.
+    bool disturbed = false;
+
+    bool operator==(const KeptItem &) const = default;
+};
+
+/// What a run has kept of the places that login items share.
+struct KeptItems {
+    QList<KeptItem> items;
+    QStringList orderBefore; ///< of the session's list
+    QStringList orderAfter;
+    bool orderDisturbed = false; ///< by somebody else between two saves
+    bool hadStore = true; ///< of disabled items
+
+    bool operator==(const KeptItems &) const = default;
+
+    [[nodiscard]] const KeptItem *find(const QString &path) const;
+};
+
 /// What a run notes beside the files that it has kept.
 struct KeptIndex {
     /// Of an index that is still read. One with all settings has some 20 KiB, unless a key holds
@@ -51,7 +78,9 @@ struct KeptIndex {
 
     QList<BackupRow> rows; ///< as they were put into the backup file
     QList<int> withoutRow; ///< settings whose rows the backup file would not take
+    QList<BackupRow> itemsWithoutRow; ///< the same of login items, as they would have been put
     QList<KeptPreferences> files;
+    KeptItems loginItems;
     std::optional<KeptFlag> libraryFlag;
 
     bool operator==(const KeptIndex &) const = default;

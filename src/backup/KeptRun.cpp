@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -63,10 +64,16 @@ bool isKnown(const KeptPreferences &kept, const std::optional<QByteArray> &bytes
     return digest == kept.digest || kept.written.contains(digest);
 }
 
+bool hasRowOf(const KeptIndex &index, const BackupRow &row)
+{
+    return std::any_of(index.rows.begin(), index.rows.end(),
+                       [&](const BackupRow &each) { return each.subject() == row.subject(); });
+}
+
 } // namespace
 
 KeptRun::KeptRun(Workspace &work, std::function<QString()> file)
-    : workspace(work), backupFile(std::move(file))
+    : workspace(work), backupFile(std::move(file)), itemRows({}, work.files())
 {
 }
 
@@ -91,6 +98,9 @@ void KeptRun::startAnew()
     index.rows.clear();
     index.withoutRow.clear();
     index.libraryFlag.reset();
+    index.itemsWithoutRow.clear();
+    index.loginItems = {};
+    hasNewStates = false;
     for (KeptPreferences &file : index.files)
         file.written.clear();
 }
@@ -99,15 +109,77 @@ void KeptRun::note(const ChangeRecord &record, bool kept)
 {
     const BackupRow row {record.locationId, QString::number(record.actionId), record.extraData,
                          u""_s};
-    const bool hasRow = std::any_of(index.rows.begin(), index.rows.end(),
-                                    [&](const BackupRow &each) { return each.id == row.id; });
-    if (hasRow)
+    if (hasRowOf(index, row))
         return;
     index.withoutRow.removeAll(row.id);
     if (kept)
         index.rows.append(row);
     else
         index.withoutRow.append(row.id);
+}
+
+Result<void> KeptRun::addDataToBackupFile(int actionId, const QString &path, int enabledFlag)
+{
+    const QString file = backupFile();
+    if (!workspace.files().exists(file))
+        startAnew();
+    itemRows.setBackupFile(file);
+    Result<void> kept = itemRows.addDataToBackupFile(actionId, path, enabledFlag);
+    note(loginItemRow(actionId, path, enabledFlag), kept.ok());
+    return kept;
+}
+
+void KeptRun::note(const BackupRow &row, bool kept)
+{
+    const auto isSame = [&](const BackupRow &each) { return each.subject() == row.subject(); };
+    if (hasRowOf(index, row))
+        return;
+    if (kept) {
+        index.itemsWithoutRow.removeIf(isSame);
+        index.rows.append(row);
+    } else if (std::none_of(index.itemsWithoutRow.begin(), index.itemsWithoutRow.end(), isSame)) {
+        index.itemsWithoutRow.append(row);
+    }
+}
+
+void KeptRun::keepStates(const QString &path, const LoginItemsState &before,
+                         const LoginItemsState &after)
+{
+    KeptItems &kept = index.loginItems;
+    if (kept.items.isEmpty())
+        kept.hadStore = before.hasStore;
+    keepOrder(before.order, after.order);
+    const bool isSure = before.isSure && after.isSure;
+    const auto item = std::find_if(kept.items.begin(), kept.items.end(),
+                                   [&](const KeptItem &each) { return each.path == path; });
+    if (item != kept.items.end()) {
+        item->disturbed = item->disturbed || !isSure || item->after != before.item;
+        item->after = after.item;
+    } else {
+        kept.items.append({path, before.item, after.item, !isSure});
+    }
+    hasNewStates = true;
+}
+
+void KeptRun::keepOrder(const QStringList &before, const QStringList &after)
+{
+    KeptItems &kept = index.loginItems;
+    if (kept.items.isEmpty())
+        kept.orderBefore = before;
+    // What others inserted between two saves stands behind all that was there.
+    for (const QString &name : before)
+        if (!kept.orderBefore.contains(name) && !kept.orderAfter.contains(name)
+            && !kept.items.isEmpty())
+            kept.orderBefore.append(name);
+    kept.orderDisturbed = kept.orderDisturbed || !haveOneOrder(kept.orderAfter, before);
+    kept.orderAfter = after;
+}
+
+void KeptRun::finishKeeping()
+{
+    if (hasNewStates && hasFolder())
+        writeIndex();
+    hasNewStates = false;
 }
 
 bool KeptRun::hasFolder()
@@ -241,6 +313,16 @@ void KeptRun::writeIndex()
 QString KeptRun::belowHome(const QString &path) const
 {
     return path.mid(workspace.home().path.size() + 1);
+}
+
+bool haveOneOrder(const QStringList &some, const QStringList &others)
+{
+    const auto shared = [](QStringList names, const QStringList &with) {
+        const QSet<QString> there(with.begin(), with.end());
+        names.removeIf([&](const QString &name) { return !there.contains(name); });
+        return names;
+    };
+    return shared(some, others) == shared(others, some);
 }
 
 QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)

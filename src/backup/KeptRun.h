@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/KeptIndex.h"
+#include "backup/LoginItemsBackupWriter.h"
 #include "settings/OldValues.h"
 
 #include <QHash>
@@ -17,13 +18,21 @@ class Workspace;
 ///
 /// The rows are the way back that everybody can read; what is kept beside them makes it exact. So
 /// the folder is locked while the run lives, and it counts for nothing without the backup file.
-class KeptRun : public OldValueKeeper {
+class KeptRun : public OldValueKeeper, public InverseKeeper {
 public:
     /// The backup file is asked for when the first row is to be kept. The workspace outlives this
     /// object.
     KeptRun(Workspace &workspace, std::function<QString()> backupFile);
 
     Result<void> addDataToBackupFile(const ChangeRecord &record) override;
+    Result<void> addDataToBackupFile(int actionId, const QString &path, int enabledFlag) override;
+    bool keepsStates() const override { return true; }
+    void keepStates(const QString &path, const LoginItemsState &before,
+                    const LoginItemsState &after) override;
+    void finishKeeping() override;
+    /// Whether a row for the login item stands in the backup file.
+    [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }
+
     void keepFiles(const QList<ReplacedFile> &files) override;
     void keepLibraryFlag(const FinderInfo::Reading &before, const FinderInfoBytes &after) override;
     void keepAfresh(const ReplacedFile &file) override;
@@ -32,6 +41,8 @@ private:
     [[nodiscard]] bool hasFolder();
     void startAnew();
     void note(const ChangeRecord &record, bool kept);
+    void note(const BackupRow &row, bool kept);
+    void keepOrder(const QStringList &before, const QStringList &after);
     void keep(const ReplacedFile &file);
     void keepWhole(KeptPreferences &kept, const ReplacedFile &file);
     [[nodiscard]] KeptPreferences &notesOf(const QString &path);
@@ -44,10 +55,15 @@ private:
     QString folder; ///< null until something is kept
     KeptIndex index;
     QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
+    LoginItemsBackupWriter itemRows;
+    bool hasNewStates = false; ///< that the index on the disk does not tell
 };
 
 /// Removes the folders of runs that are over and whose backup files are gone.
 void sweepKeptFolders(const Workspace &workspace);
+
+/// Whether what stands in both lists stands in one order.
+[[nodiscard]] bool haveOneOrder(const QStringList &some, const QStringList &others);
 
 /// The folders that belong to a backup file, whoever made them; of a file's path.
 [[nodiscard]] QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile);

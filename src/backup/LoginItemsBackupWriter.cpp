@@ -1,7 +1,6 @@
 #include "backup/LoginItemsBackupWriter.h"
 
 #include "backup/BackupInsertion.h"
-#include "backup/BackupRow.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 
@@ -29,6 +28,12 @@ int inverseAction(int actionId)
 
 } // namespace
 
+BackupRow loginItemRow(int actionId, const QString &path, int enabledFlag)
+{
+    return {BackupRow::loginItemId, path, QString::number(inverseAction(actionId)),
+            QString::number(enabledFlag)};
+}
+
 LoginItemsBackupWriter::LoginItemsBackupWriter(QString backupFileName, FileStore &files,
                                                Manner manner)
     : backupFileName(std::move(backupFileName)), files(files), manner(manner)
@@ -39,10 +44,11 @@ Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QSt
                                                          int enabledFlag)
 {
     const QString id = QString::number(BackupRow::loginItemId);
+    const BackupRow row = loginItemRow(actionId, path, enabledFlag);
     const BackupInsertion insertion {
         fillIn(u"SELECT * FROM users WHERE id=%d AND value1='%@'", {id, path}),
         fillIn(u"INSERT INTO users VALUES('%d','%@', '%@', '%@')",
-               {id, path, QString::number(inverseAction(actionId)), QString::number(enabledFlag)})};
+               {id, path, row.value2, row.value3})};
     if (manner == Manner::Work)
         varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
     Result<void> added = manner == Manner::Work ? addBackupRow(files, backupFileName, insertion)

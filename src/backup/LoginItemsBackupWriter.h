@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/BackupRow.h"
 #include "loginitems/LoginItemsAccess.h"
 
 #include <QSet>
@@ -8,6 +9,9 @@
 namespace varnel {
 
 class FileStore;
+
+/// The way back from a change.
+[[nodiscard]] BackupRow loginItemRow(int actionId, const QString &path, int enabledFlag);
 
 /// Puts the way back from login-item changes into the backup file of a run.
 class LoginItemsBackupWriter : public InverseKeeper {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/KeptRun.h"
 #include "backup/LoginItemsBackupWriter.h"
 #include "home/Workspace.h"
 #include "loginitems/DisabledItemsStore.h"
@@ -16,10 +17,12 @@ public:
     /// The workspace outlives this object. Where changes are tried out, they are made in memory and
     /// in private copies, and nothing is told.
     explicit LoginItemsOfHome(Workspace &workspace, bool triesOut = false);
+    LoginItemsOfHome(const LoginItemsOfHome &) = delete;
+    LoginItemsOfHome &operator=(const LoginItemsOfHome &) = delete;
 
     /// To be told before anything is changed with a way back.
-    void setBackupFile(const QString &fileName) { backup.setBackupFile(fileName); }
-    [[nodiscard]] bool keepsWayBack(const QString &path) const { return backup.keeps(path); }
+    void setBackupFile(const QString &fileName);
+    [[nodiscard]] bool keepsWayBack(const QString &path) const;
 
     [[nodiscard]] LoginItemsAccess &access() { return loginItems; }
     [[nodiscard]] const SessionLoginItems &list() const { return changedList; }
@@ -30,7 +33,10 @@ private:
     std::optional<DryRunSessionLoginItems> triedList;
     SessionLoginItems &changedList; ///< the session's, or that
     DisabledItemsStore store;
-    LoginItemsBackupWriter backup;
+    QString backupFile;
+    LoginItemsBackupWriter triedBackup;
+    KeptRun backup;
+    bool triesOut;
     LoginItemsAccess loginItems;
 };
 

@@ -1,6 +1,7 @@
 #include "backup/Restore.h"
 
 #include "backup/LoginItemsOfHome.h"
+#include "backup/LoginItemsPlayback.h"
 #include "backup/Playback.h"
 #include "backup/SettingsPlayback.h"
 #include "platform/FileStore.h"
@@ -20,7 +21,10 @@ public:
           settings(access, report.restart, &kept,
                    dryRun ? SettingsPlayback::Manner::TryOut : SettingsPlayback::Manner::Play,
                    libraryIsMade),
-          items(workspace, dryRun), all(all), dryRun(dryRun)
+          items(workspace, dryRun),
+          playback(items.access(), kept,
+                   dryRun ? LoginItemsPlayback::Manner::TryOut : LoginItemsPlayback::Manner::Play),
+          all(all), dryRun(dryRun)
     {
     }
 
@@ -55,29 +59,45 @@ public:
 
     Result<void> writeWithoutRows() override
     {
-        return all ? settings.writeWithoutRows() : Result<void>();
+        if (!all)
+            return {};
+        Result<void> written = settings.writeWithoutRows();
+        if (written && kept.loginItems() != nullptr) {
+            if (written = settleSettings(); written)
+                written = told(playback.writeWithoutRows());
+            report.loginItems += playback.playedWithoutRows();
+        }
+        return written;
     }
 
     Result<void> finish() override
     {
         const Result<void> written = settings.carryOut();
+        const Result<void> placed = told(playback.finish());
         report.changes = settings.changes();
         for (const SettingChange &change : std::as_const(report.changes))
             if (const auto keys = kept.keysOf(change.row->id))
                 report.exact.insert(change.row->id, exactText(*keys));
         if (settings.failure())
             report.settingFailures.append(*settings.failure());
-        return written;
+        return written ? placed : written;
     }
 
     RestoreReport report;
 
 private:
+    Result<void> told(Result<void> done)
+    {
+        if (!done)
+            report.itemFailures.append(done.error().text);
+        return done;
+    }
+
     SettingAccess &access;
     const KeptBackup &kept;
     SettingsPlayback settings;
     LoginItemsOfHome items;
-    LoginItemsAccess::Playback playback {items.access()};
+    LoginItemsPlayback playback;
     bool all;
     bool dryRun;
 };

@@ -91,6 +91,14 @@ int allowColumnList(void *, int action, const char *first, const char *, const c
     return action == SQLITE_PRAGMA && qstrcmp(first, "table_xinfo") == 0 ? SQLITE_OK : SQLITE_DENY;
 }
 
+int allowEverySelect(void *, int action, const char *first, const char *, const char *,
+                     const char *inner)
+{
+    const bool allowed =
+        action == SQLITE_SELECT || (action == SQLITE_READ && (isUsers(first) || isSchema(first)));
+    return allowed && inner == nullptr ? SQLITE_OK : SQLITE_DENY;
+}
+
 int allowTransaction(void *, int action, const char *, const char *, const char *, const char *)
 {
     return action == SQLITE_TRANSACTION ? SQLITE_OK : SQLITE_DENY;
@@ -232,6 +240,31 @@ qint64 sizeOf(const QStringList &texts)
     return size;
 }
 
+constexpr qint64 noMore = -1;
+
+/// As a statement writes it, so that it comes back the same.
+QString literal(sqlite3_stmt *statement, int column)
+{
+    constexpr int digitsOfEveryDouble = 17;
+    switch (sqlite().columnType(statement, column)) {
+    case SQLITE_NULL:
+        return QStringLiteral("NULL");
+    case SQLITE_INTEGER:
+        return columnText(statement, column);
+    case SQLITE_FLOAT:
+        return QString::number(sqlite().columnDouble(statement, column), 'e', digitsOfEveryDouble);
+    case SQLITE_BLOB: {
+        const void *bytes = sqlite().columnBlob(statement, column);
+        const int size = sqlite().columnBytes(statement, column);
+        return u"X'"
+            + QString::fromLatin1(QByteArray(static_cast<const char *>(bytes), size).toHex())
+            + u'\'';
+    }
+    default:
+        return u'\'' + columnText(statement, column).replace(u'\'', QStringLiteral("''")) + u'\'';
+    }
+}
+
 Error errorOf(sqlite3 *database)
 {
     return {ErrorCode::Unloadable, QString::fromUtf8(sqlite().errorMessage(database))};
@@ -358,19 +391,58 @@ Result<void> Sqlite::select(const QString &sql, int columns,
         return Error {ErrorCode::Unloadable, QStringLiteral("too few columns in users")};
     if (prepared)
         prepared();
+    return step(statement.get(), [&](sqlite3_stmt *at) {
+        const QStringList texts = rowTexts(at, columns);
+        return row(texts) ? sizeOf(texts) : noMore;
+    });
+}
+
+Result<void> Sqlite::selectLiterals(
+    const QString &sql,
+    const std::function<bool(const QStringList &names, const QStringList &literals)> &row)
+{
+    Statement statement;
+    if (prepare(database.get(), sql, allowSelect, statement) != SQLITE_OK)
+        return lastError();
+    QStringList names;
+    for (int column = 0; column < sqlite().columnCount(statement.get()); ++column)
+        names.append(QString::fromUtf8(sqlite().columnName(statement.get(), column)));
+    return step(statement.get(), [&](sqlite3_stmt *at) {
+        QStringList literals;
+        for (int column = 0; column < names.size(); ++column)
+            literals.append(literal(at, column));
+        return row(names, literals) ? sizeOf(literals) : noMore;
+    });
+}
+
+bool Sqlite::holdsNothing()
+{
+    const auto isEmpty = [this](const QString &sql) {
+        Statement statement;
+        if (prepare(database.get(), sql, allowEverySelect, statement) != SQLITE_OK)
+            return false;
+        return sqlite().step(statement.get()) == SQLITE_DONE;
+    };
+    return isEmpty(QStringLiteral("SELECT name FROM sqlite_master"))
+        || (isEmpty(QStringLiteral("SELECT name FROM sqlite_master WHERE name<>'users'"))
+            && isEmpty(QStringLiteral("SELECT * FROM users")));
+}
+
+Result<void> Sqlite::step(sqlite3_stmt *statement, const TakeRow &row)
+{
     const StepLimit limit(database.get());
-    int step = SQLITE_ROW;
+    int outcome = SQLITE_ROW;
     int rows = 0;
     qint64 answered = 0;
-    while ((step = sqlite().step(statement.get())) == SQLITE_ROW) {
-        const QStringList texts = rowTexts(statement.get(), columns);
-        answered += sizeOf(texts);
-        if (answered > largestAnswer || ++rows > mostRows)
-            return Error {ErrorCode::Unloadable, QStringLiteral("too much data in users")};
-        if (!row(texts))
+    while ((outcome = sqlite().step(statement)) == SQLITE_ROW) {
+        const qint64 size = ++rows <= mostRows ? row(statement) : largestAnswer;
+        if (size == noMore)
             return {};
+        answered += size;
+        if (answered > largestAnswer || rows > mostRows)
+            return Error {ErrorCode::Unloadable, QStringLiteral("too much data in users")};
     }
-    if (step != SQLITE_DONE)
+    if (outcome != SQLITE_DONE)
         return lastError();
     return {};
 }

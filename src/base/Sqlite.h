@@ -11,6 +11,7 @@
 #include <optional>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace varnel {
 
@@ -60,6 +61,13 @@ public:
     Result<void> select(const QString &sql, int columns,
                         const std::function<bool(const QStringList &)> &row,
                         const std::function<void()> &prepared = {});
+    /// The same with all columns, each under its name and as a statement writes its value.
+    Result<void> selectLiterals(
+        const QString &sql,
+        const std::function<bool(const QStringList &names, const QStringList &literals)> &row);
+
+    /// Whether there is nothing in the database but `users`, and nothing in that.
+    [[nodiscard]] bool holdsNothing();
 
 private:
     struct Close {
@@ -70,6 +78,9 @@ private:
     static Result<Handle> connect(const QString &path, int flags, Access access);
     static Result<Sqlite> openCopy(const QString &path, const ReadBytes &read);
     [[nodiscard]] Error lastError() const;
+    /// Answers what the row weighs; below 0: no more.
+    using TakeRow = std::function<qint64(sqlite3_stmt *)>;
+    Result<void> step(sqlite3_stmt *statement, const TakeRow &row);
 
     std::optional<PrivateCopy> copy; ///< outlives the connection to it
     Handle database;

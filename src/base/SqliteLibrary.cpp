@@ -60,9 +60,14 @@ std::optional<SqliteLibrary> load()
     library.open(QStringLiteral("sqlite3"), 0);
     library.find(sqlite.busyTimeout, "sqlite3_busy_timeout");
     library.find(sqlite.close, "sqlite3_close");
+    library.find(sqlite.columnBlob, "sqlite3_column_blob");
+    library.find(sqlite.columnBytes, "sqlite3_column_bytes");
     library.find(sqlite.columnCount, "sqlite3_column_count");
+    library.find(sqlite.columnDouble, "sqlite3_column_double");
     library.find(sqlite.columnNumber, "sqlite3_column_int");
+    library.find(sqlite.columnName, "sqlite3_column_name");
     library.find(sqlite.columnText, "sqlite3_column_text");
+    library.find(sqlite.columnType, "sqlite3_column_type");
     library.find(sqlite.configure, "sqlite3_db_config");
     library.find(sqlite.errorMessage, "sqlite3_errmsg");
     library.find(sqlite.execute, "sqlite3_exec");

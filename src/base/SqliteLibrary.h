@@ -10,9 +10,14 @@ namespace varnel {
 struct SqliteLibrary {
     decltype(&sqlite3_busy_timeout) busyTimeout;
     decltype(&sqlite3_close) close;
+    decltype(&sqlite3_column_blob) columnBlob;
+    decltype(&sqlite3_column_bytes) columnBytes;
     decltype(&sqlite3_column_count) columnCount;
+    decltype(&sqlite3_column_double) columnDouble;
     decltype(&sqlite3_column_int) columnNumber;
+    decltype(&sqlite3_column_name) columnName;
     decltype(&sqlite3_column_text) columnText;
+    decltype(&sqlite3_column_type) columnType;
     decltype(&sqlite3_db_config) configure;
     decltype(&sqlite3_errmsg) errorMessage;
     decltype(&sqlite3_exec) execute;

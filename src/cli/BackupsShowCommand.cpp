@@ -44,6 +44,7 @@ Contents contentsOf(const QList<BackupRow> &rows, const KeptBackup &kept)
         const SettingValue old = readingOf(*row, *keys).value;
         contents.withoutRow.append({setting, QString::number(old.number), old.text, u""_s});
     }
+    contents.withoutRow += kept.itemsWithoutRow();
     return contents;
 }
 

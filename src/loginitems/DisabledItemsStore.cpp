@@ -15,6 +15,32 @@ QString deleteQuery(const QString &path)
     return fillIn(u"DELETE FROM users WHERE value1='%@'", {path});
 }
 
+QString quoted(QString text, QChar mark = u'\'')
+{
+    return mark + text.replace(mark, QString(2, mark)) + mark;
+}
+
+Result<void> insert(Sqlite &store, const StoredRow &row)
+{
+    QStringList names;
+    for (const QString &column : row.columns)
+        names.append(quoted(column, u'"'));
+    const QString columns = names.join(u',');
+    const QString values = row.values.join(u',');
+    if (store.run(u"INSERT INTO users(rowid," + columns + u") VALUES(" + QString::number(row.place)
+                      + u',' + values + u')',
+                  Sqlite::Verb::Insert))
+        return {};
+    return store.run(u"INSERT INTO users(" + columns + u") VALUES(" + values + u')',
+                     Sqlite::Verb::Insert);
+}
+
+/// The library's words where nothing was ever stored.
+QString noTable()
+{
+    return QStringLiteral("no such table: users");
+}
+
 QString readingQuery()
 {
     return QStringLiteral("SELECT * FROM users");
@@ -92,8 +118,8 @@ Result<void> DisabledItemsStore::deletePath(Sqlite &store, const QString &sql) c
     if (deleted)
         return deleted;
     tell(u"Failed to create the SQL query for deleting data with error: %s", deleted.error().text);
-    const bool noTable = deleted.error().text == u"no such table: users";
-    return Error {noTable ? ErrorCode::NotFound : deleted.error().code, deleted.error().text};
+    return Error {deleted.error().text == noTable() ? ErrorCode::NotFound : deleted.error().code,
+                  deleted.error().text};
 }
 
 void DisabledItemsStore::tellReading() const
@@ -154,6 +180,71 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
         (void)deletePath(store.value(),
                          deleteQuery(path)); // logged; the next path has its own chance
     return {};
+}
+
+Result<QList<StoredRow>> DisabledItemsStore::rowsOf(const QString &path)
+{
+    QList<StoredRow> rows;
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
+    if (!place && (place.error().code == ErrorCode::NotFound || !files.exists(storePath)))
+        return rows;
+    if (!place)
+        return place.error();
+    Result<Sqlite> reader = Sqlite::open(place.value().path, Sqlite::Access::ReadOnly,
+                                         [this](const QString &at) { return files.read(at); });
+    if (!reader)
+        return reader.error();
+    const Result<void> read = reader.value().selectLiterals(
+        u"SELECT rowid, * FROM users WHERE value1=" + quoted(path),
+        [&](const QStringList &names, const QStringList &literals) {
+            rows.append({literals.first().toLongLong(), names.mid(1), literals.mid(1)});
+            return true;
+        });
+    if (!read && read.error().text != noTable())
+        return read.error();
+    return rows;
+}
+
+Result<void> DisabledItemsStore::putRows(const QList<PathRows> &paths)
+{
+    Result<Sqlite> store = openToWrite();
+    if (!store)
+        return store.error();
+    store.value().begin();
+    Result<void> put;
+    for (auto each = paths.begin(); put && each != paths.end(); ++each)
+        put = orLogged(store.value().run(u"DELETE FROM users WHERE value1=" + quoted(each->path),
+                                         Sqlite::Verb::Delete));
+    for (auto each = paths.begin(); put && each != paths.end(); ++each)
+        for (auto row = each->rows.begin(); put && row != each->rows.end(); ++row)
+            put = orLogged(insert(store.value(), *row));
+    // What is not committed is undone.
+    return put ? orLogged(store.value().commit()) : put;
+}
+
+Result<void> DisabledItemsStore::orLogged(Result<void> done) const
+{
+    if (!done)
+        varnelLog(lcIo, storePath + u": " + done.error().text);
+    return done;
+}
+
+bool DisabledItemsStore::exists() const
+{
+    return files.exists(storePath);
+}
+
+std::optional<QByteArray> DisabledItemsStore::emptyStore()
+{
+    const Result<FileStore::DatabasePlace> place = files.databasePlace(storePath);
+    if (!place || QFileInfo::exists(place.value().path + u"-journal")
+        || QFileInfo::exists(place.value().path + u"-wal"))
+        return std::nullopt;
+    const Result<QByteArray> bytes = files.read(storePath);
+    Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
+    if (!bytes || !reader || !reader.value().holdsNothing())
+        return std::nullopt;
+    return bytes.value();
 }
 
 Result<void> DisabledItemsStore::addDisabledLoginItemsData(const QString &path,

@@ -3,6 +3,7 @@
 #include "base/Result.h"
 #include "base/Sqlite.h"
 #include "base/UntouchedDatabase.h"
+#include "loginitems/LoginItemStanding.h"
 
 #include <QString>
 #include <QStringList>
@@ -39,6 +40,20 @@ public:
     /// can't be opened.
     [[nodiscard]] Result<QStringList> storedPaths();
 
+    /// The rows of a path; none where nothing was ever stored. Nothing is told.
+    [[nodiscard]] Result<QList<StoredRow>> rowsOf(const QString &path);
+    /// Has these rows in the place of all that a path has, whatever it says. Where a place is taken
+    /// by now, the row goes to the end.
+    struct PathRows {
+        QString path;
+        QList<StoredRow> rows;
+    };
+    Result<void> putRows(const QList<PathRows> &paths);
+
+    [[nodiscard]] bool exists() const;
+    /// The bytes of a store in which there is nothing, and beside which nothing stands.
+    [[nodiscard]] std::optional<QByteArray> emptyStore();
+
     /// `backupFileName` is only printed (null when none was chosen).
     Result<void> addDisabledLoginItemsData(const QString &path, const QString &backupFileName);
 
@@ -52,6 +67,7 @@ private:
     [[nodiscard]] Result<Sqlite> openToWrite();
     [[nodiscard]] Result<Sqlite> openCopy();
     Result<void> deletePath(Sqlite &store, const QString &sql) const;
+    Result<void> orLogged(Result<void> done) const;
     void tell(QStringView format, const QString &argument) const;
 
     QString storePath;

@@ -7,6 +7,7 @@
 
 #include <QSet>
 
+#include <optional>
 #include <utility>
 
 namespace varnel {
@@ -130,24 +131,40 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
         return logged(path,
                       {ErrorCode::Invalid,
                        u"the path does not begin with a slash, so nothing was written"_s});
+    if (!backup)
+        return change(actionId, path, enabled);
     const bool tellsState = actionId == LoginItemChange::Remove;
-    Result<void> kept;
-    if (backup)
-        kept = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
-    const auto change = [&] {
-        switch (actionId) {
-        case LoginItemChange::Add:
-            return add(path, enabled);
-        case LoginItemChange::Remove:
-            return remove(path, enabled);
-        case LoginItemChange::Enable:
-            return enable(path);
-        default:
-            return disable(path);
-        }
-    };
-    Result<void> changed = change();
+    std::optional<LoginItemsState> before;
+    if (keeper.keepsStates())
+        before = stateOf(path);
+    Result<void> kept = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
+    Result<void> changed = change(actionId, path, enabled);
+    if (before)
+        keeper.keepStates(path, *before, stateOf(path));
     return firstFailure(std::move(changed), std::move(kept));
+}
+
+LoginItemsState LoginItemsAccess::stateOf(const QString &path)
+{
+    const Result<QList<StoredRow>> rows = store.rowsOf(path);
+    return {{session.entriesOf(path), rows ? rows.value() : QList<StoredRow>()},
+            session.order(),
+            store.exists(),
+            rows.ok()};
+}
+
+Result<void> LoginItemsAccess::change(int actionId, const QString &path, bool enabled)
+{
+    switch (actionId) {
+    case LoginItemChange::Add:
+        return add(path, enabled);
+    case LoginItemChange::Remove:
+        return remove(path, enabled);
+    case LoginItemChange::Enable:
+        return enable(path);
+    default:
+        return disable(path);
+    }
 }
 
 Result<void> LoginItemsAccess::add(const QString &path, bool enabled)

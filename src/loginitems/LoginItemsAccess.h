@@ -4,11 +4,15 @@
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemChange.h"
 #include "loginitems/LoginItemRow.h"
+#include "loginitems/LoginItemStanding.h"
 #include "platform/SessionLoginItems.h"
 
 #include <QList>
 #include <QSet>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 namespace varnel {
 
@@ -21,6 +25,15 @@ public:
     /// Keeps the inverse of the change, unless one of the same path is kept already.
     virtual Result<void> addDataToBackupFile(int actionId, const QString &path,
                                              int enabledFlag) = 0;
+
+    /// Whether it is to be told how an item stood before its change, and stands after it.
+    [[nodiscard]] virtual bool keepsStates() const { return false; }
+    virtual void keepStates(const QString & /*path*/, const LoginItemsState & /*before*/,
+                            const LoginItemsState & /*after*/)
+    {
+    }
+    /// After the last of several changes: what was told shall last.
+    virtual void finishKeeping() { }
 };
 
 /// The two places of login items as one list: the session's list holds the enabled, the store the
@@ -47,11 +60,28 @@ public:
     /// writes nothing; with `backup` it can still be removed.
     Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
 
-    /// To be held while several changes are made in one go.
-    [[nodiscard]] SessionLoginItems::Changes severalChanges()
+    /// To be held while several changes are made in one go, with a way back or without.
+    class Together {
+    public:
+        explicit Together(LoginItemsAccess &access) : keeper(access.keeper), changes(access.session)
+        {
+        }
+        ~Together() { keeper.finishKeeping(); }
+        Together(const Together &) = delete;
+        Together &operator=(const Together &) = delete;
+
+    private:
+        InverseKeeper &keeper;
+        SessionLoginItems::Changes changes;
+    };
+
+    /// How the items stand as a change of the path finds and leaves them.
+    [[nodiscard]] LoginItemsState stateOf(const QString &path);
+    Result<void> reorder(const std::function<QStringList(const QStringList &now)> &change)
     {
-        return SessionLoginItems::Changes(session);
+        return session.reorder(change);
     }
+    [[nodiscard]] DisabledItemsStore &disabledItems() { return store; }
 
     /// Changes that are played back, each followed by a reading. Only the first reading reads all:
     /// after it, nothing but the item that was changed can have come to stand in both places.
@@ -75,6 +105,7 @@ public:
 
 private:
     [[nodiscard]] QString iconOf(const QString &path) const;
+    Result<void> change(int actionId, const QString &path, bool enabled);
     Result<void> add(const QString &path, bool enabled);
     Result<void> remove(const QString &path, bool enabled);
     Result<void> enable(const QString &path);

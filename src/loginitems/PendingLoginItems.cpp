@@ -25,7 +25,7 @@ void PendingLoginItems::addDataToChangeDataList(int actionId, const QString &pat
 QList<Error> PendingLoginItems::saveChanges()
 {
     QList<Error> failures;
-    const auto together = access.severalChanges();
+    const LoginItemsAccess::Together together(access);
     for (const LoginItemChange &change : std::as_const(changes)) {
         const Result<void> written =
             access.writeData(change.actionId, change.path, change.isEnabled, true);

@@ -2,11 +2,13 @@
 
 #include "base/Result.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <algorithm>
+#include <functional>
 
 namespace varnel {
 
@@ -15,6 +17,14 @@ struct SessionLoginItem {
     QString name; ///< display name
     QString path; ///< of the application: an .app bundle, an executable, or a desktop entry
     QString icon; ///< file path or icon-theme name; null when there is none
+};
+
+/// One entry of the list that stands for an application, as far as its state is told apart.
+struct SessionEntry {
+    QString name; ///< by which the order of the list knows it
+    QByteArray state;
+
+    bool operator==(const SessionEntry &) const = default;
 };
 
 /// The session's list of what starts at login. What fails in it has been logged to lcIo by the one
@@ -54,6 +64,18 @@ public:
     [[nodiscard]] virtual QString keptIn(const QString & /*path*/) const { return {}; }
     /// The file in which what is removed of it would be kept; null where nothing would be.
     [[nodiscard]] virtual QString keepingPlace(const QString & /*path*/) const { return {}; }
+
+    /// The entries in the list that stand for the path.
+    [[nodiscard]] virtual QList<SessionEntry> entriesOf(const QString & /*path*/) { return {}; }
+    /// The names of what was inserted, in the order that the list has by that; what is not among
+    /// them stands before them, in an order of its own.
+    [[nodiscard]] virtual QStringList order() const { return {}; }
+    /// Gives the list another such order, as one step against other runs.
+    virtual Result<void>
+    reorder(const std::function<QStringList(const QStringList &now)> & /*change*/)
+    {
+        return {};
+    }
 
     /// The folders in which it puts files, there or not.
     [[nodiscard]] virtual QStringList foldersWrittenTo() const { return {}; }

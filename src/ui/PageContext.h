@@ -9,6 +9,7 @@ namespace varnel {
 class Desktop;
 class Dialogs;
 class FileReader;
+class KeptRun;
 class PreferenceFiles;
 class ProcessManager;
 class ProcessTable;
@@ -34,6 +35,7 @@ struct PageContext {
     SharedObject &shared;
     PreferenceFiles &files; ///< of the workspace's home
     Dialogs &dialogs;
+    KeptRun &backup; ///< keeps what all pages change
     HostPorts *host = nullptr; ///< null where no page asks for it
     /// Whether the interface description of that name ("GeneralView") loads. Compiled-in
     /// descriptions always do; a page asks all the same, because a page that fails must leave the

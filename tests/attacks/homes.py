@@ -4,6 +4,7 @@ import base64
 import contextlib
 import hashlib
 import json
+import os
 import pathlib
 import plistlib
 import shutil
@@ -26,6 +27,7 @@ DOCK = f"{PREFERENCES}/com.apple.dock.plist"
 CAPTURE = f"{PREFERENCES}/com.apple.screencapture.plist"
 MAIL, CLOCK, VPN = (f"/Applications/{name}.app" for name in ("Mail", "Clock", "Vpn"))
 
+WRITTEN = 1_000_000_000
 SIZE = 48  # of the Dock, in a home
 
 TABLE = "CREATE TABLE users (id INTEGER NOT NULL,value1 TEXT, value2 TEXT, value3 TEXT)"
@@ -86,6 +88,7 @@ def make_home(path, user, group=None):
     database(path / STORE, STORE_TABLE, [(CLOCK,)])
     (path / ORDER).write_text("Mail.desktop\n")
     (path / AUTOSTART / "Mail.desktop").write_text(entry("Mail", MAIL))
+    os.utime(path / AUTOSTART / "Mail.desktop", (WRITTEN, WRITTEN))  # what is kept of it tells the time
     name, content = kept("Clock", CLOCK)
     (path / KEPT / name).write_text(content)
     for folder in (SUPPORT, BACKUPS, KEPT, UNDO, RUN):

@@ -294,7 +294,7 @@ TEST_F(PendingRows, AnEditReadsNoFile)
     putToolbar();
     FailingFileStore counted(store);
     PreferenceFiles countedFiles(counted);
-    start({workspace, shared, countedFiles, dialogs});
+    start({workspace, shared, countedFiles, dialogs, backup});
     clickGroup(safariRow);
     const auto readsOf = [&counted](const auto &edit) {
         counted.calls.clear();

@@ -29,8 +29,8 @@ protected:
     struct CountedReads {
         explicit CountedReads(QuilletChanges &test)
             : store(test.store), home(test.home),
-              hiddenSettings(std::make_unique<Quillet>(
-                  PageContext {test.workspace, test.shared, preferences, test.dialogs}))
+              hiddenSettings(std::make_unique<Quillet>(PageContext {
+                  test.workspace, test.shared, preferences, test.dialogs, test.backup}))
         {
         }
         [[nodiscard]] QString readOf(const QString &name) const

@@ -1,5 +1,6 @@
 #include "backup/views/SharedPlayback.h"
 
+#include "backup/KeptBackup.h"
 #include "loginitems/views/LoginItems.h"
 #include "loginitems/views/LoginItemsView.h"
 #include "settings/Catalogue.h"
@@ -36,7 +37,7 @@ Result<void> SharedPlayback::writeWithoutRows()
         playback != nullptr ? playback->writeWithoutRows() : Result<void>();
     if (written && playback != nullptr && playback->playedWithoutRows())
         shared.quillet()->readData();
-    return written;
+    return written ? writeItemsWithoutRows() : written;
 }
 
 LoginItemsView *SharedPlayback::loginItemsView() const
@@ -52,9 +53,25 @@ Result<void> SharedPlayback::settleSettings()
 
 Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
 {
+    LoginItemsPlayback *const items = loginItemsPlayback();
+    return items != nullptr ? items->writeData(actionId, path, enabled) : Result<void>();
+}
+
+LoginItemsPlayback *SharedPlayback::loginItemsPlayback()
+{
     if (LoginItemsView *view = loginItemsView(); view != nullptr && !loginItems)
-        loginItems.emplace(view->playback());
-    return loginItems ? loginItems->writeData(actionId, path, enabled) : Result<void>();
+        loginItems.emplace(view->playback(), kept);
+    return loginItems ? &*loginItems : nullptr;
+}
+
+Result<void> SharedPlayback::writeItemsWithoutRows()
+{
+    LoginItemsPlayback *const items =
+        kept.itemsWithoutRow().isEmpty() ? nullptr : loginItemsPlayback();
+    if (items == nullptr)
+        return {};
+    const Result<void> settled = settleSettings();
+    return settled ? items->writeWithoutRows() : settled;
 }
 
 void SharedPlayback::readLoginItems()
@@ -70,9 +87,11 @@ Result<void> SharedPlayback::finish()
     settings.reset();
     if (!written && !stopped)
         shared.quillet()->readData(); // what they show did not come about
-    if (loginItems)
-        loginItemsView()->showAgain();
-    return written;
+    if (!loginItems)
+        return written;
+    const Result<void> placed = loginItems->finish();
+    loginItemsView()->showAgain();
+    return written ? placed : written;
 }
 
 } // namespace varnel

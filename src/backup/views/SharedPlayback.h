@@ -1,8 +1,8 @@
 #pragma once
 
+#include "backup/LoginItemsPlayback.h"
 #include "backup/Playback.h"
 #include "backup/SettingsPlayback.h"
-#include "loginitems/LoginItemsAccess.h"
 
 #include <optional>
 
@@ -29,12 +29,14 @@ public:
 
 private:
     [[nodiscard]] LoginItemsView *loginItemsView() const;
+    [[nodiscard]] LoginItemsPlayback *loginItemsPlayback();
+    [[nodiscard]] Result<void> writeItemsWithoutRows();
     [[nodiscard]] SettingsPlayback *settingsPlayback();
 
     SharedObject &shared;
     const KeptBackup &kept;
     std::optional<SettingsPlayback> settings;
-    std::optional<LoginItemsAccess::Playback> loginItems;
+    std::optional<LoginItemsPlayback> loginItems;
 };
 
 } // namespace varnel

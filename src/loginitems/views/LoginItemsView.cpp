@@ -1,5 +1,6 @@
 #include "loginitems/views/LoginItemsView.h"
 
+#include "backup/KeptRun.h"
 #include "home/Workspace.h"
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "loginitems/views/LoginItemsModel.h"
@@ -28,8 +29,7 @@ LoginItemsView::LoginItemsView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
       preferences(context.workspace.home().preferencesDirectory()),
       store(context.workspace.tools().pathForSupportFolder(), context.files.fileStore()),
-      backup(context.shared.backupFileName(), context.files.fileStore()),
-      access(context.host->loginItems, store, backup, context.host->files),
+      access(context.host->loginItems, store, context.backup, context.host->files),
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
 {
     ui->setupUi(this);
@@ -217,6 +217,7 @@ Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool e
                                        bool backupFirst)
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    const LoginItemsAccess::Together together(access);
     return access.writeData(actionId, path, enabled, backupFirst);
 }
 

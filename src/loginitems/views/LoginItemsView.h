@@ -1,6 +1,5 @@
 #pragma once
 
-#include "backup/LoginItemsBackupWriter.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
 #include "loginitems/PendingLoginItems.h"
@@ -81,7 +80,6 @@ private:
     std::unique_ptr<Ui::LoginItemsView> ui;
     QString preferences;
     DisabledItemsStore store;
-    LoginItemsBackupWriter backup;
     LoginItemsAccess access;
     PendingLoginItems pending;
     LoginItemsModel *rows;

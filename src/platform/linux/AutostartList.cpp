@@ -8,6 +8,7 @@
 #include "platform/linux/CloseFolder.h"
 #include "platform/linux/ParsedEntries.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -200,6 +201,13 @@ QStringList pathsOf(const QList<AutostartItem> &items, const AllKept &kept)
 }
 
 } // namespace
+
+QByteArray stateOf(const AutostartItem &item)
+{
+    const QByteArray manner = item.isLink ? "link " : item.ofUser ? "own " : "system ";
+    return QCryptographicHash::hash(QByteArray(manner + item.bytes),
+                                    QCryptographicHash::Blake2b_256);
+}
 
 bool startsInSession(const AutostartEntry &entry, const AutostartFolders &folders)
 {

@@ -30,6 +30,9 @@ struct AutostartItem {
     QString path; ///< of the application
 };
 
+/// Told apart by this, two states of one entry are the same.
+[[nodiscard]] QByteArray stateOf(const AutostartItem &item);
+
 /// Whether the session would start it: it is not switched off and is for this desktop.
 [[nodiscard]] bool startsInSession(const AutostartEntry &entry, const AutostartFolders &folders);
 

@@ -4,6 +4,8 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/TemporaryFile.h"
 
+#include <array>
+
 #include <fcntl.h>
 
 namespace varnel {
@@ -57,10 +59,17 @@ int createFile(const FileDescriptor &folder, const QByteArray &name, const QByte
 }
 
 int putFile(const FileDescriptor &folder, const QByteArray &name, const QByteArray &bytes,
-            mode_t mode)
+            mode_t mode, const std::optional<timespec> &changed)
 {
     TemporaryFile file(folder, name);
-    if (const int error = prepareNew(file, bytes, mode))
+    const int error = prepare(file, bytes, [&](const FileDescriptor &made) {
+        // The file counts more than its time.
+        const std::array<timespec, 2> times {timespec {0, UTIME_OMIT},
+                                             changed.value_or(timespec {0, UTIME_OMIT})};
+        (void)::futimens(made.get(), times.data());
+        return setMode(made, mode);
+    });
+    if (error != 0)
         return error;
     return file.replaceTarget();
 }

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include <optional>
+
 #include <sys/stat.h>
 
 namespace varnel {
@@ -22,8 +24,10 @@ struct FileContent;
 [[nodiscard]] int createFile(const FileDescriptor &folder, const QByteArray &name,
                              const QByteArray &bytes);
 
-/// The same with a mode of one's own, and whatever stands there gives way.
+/// The same with a mode of one's own, and a time of change where that can be set; whatever stands
+/// there gives way.
 [[nodiscard]] int putFile(const FileDescriptor &folder, const QByteArray &name,
-                          const QByteArray &bytes, mode_t mode);
+                          const QByteArray &bytes, mode_t mode,
+                          const std::optional<timespec> &changed = {});
 
 } // namespace varnel

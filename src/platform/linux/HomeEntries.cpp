@@ -20,6 +20,18 @@ namespace varnel {
 
 namespace {
 
+constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+
+std::optional<timespec> timeOf(std::optional<qint64> time)
+{
+    if (!time)
+        return std::nullopt;
+    qint64 seconds = *time / nanosecondsPerSecond;
+    if (*time % nanosecondsPerSecond < 0)
+        --seconds;
+    return timespec {seconds, *time - seconds * nanosecondsPerSecond};
+}
+
 /// Runs a call on the folder around a path, open for reading, and the name in it. Both give 0 or an
 /// errno value.
 int inFolder(const HomeFolder &home, const QString &path,
@@ -68,6 +80,7 @@ Result<EntryForm> formOf(const HomeFolder &home, const QString &path)
             if (::fstatat(folder.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
                 return errno;
             form.mode = status.st_mode & ALLPERMS;
+            form.changed = status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec;
             return S_ISLNK(status.st_mode) ? readLink(folder, name, form.link) : 0;
         });
     if (error != 0)
@@ -75,22 +88,27 @@ Result<EntryForm> formOf(const HomeFolder &home, const QString &path)
     return form;
 }
 
-Result<void> makeLink(const HomeFolder &home, const QString &path, const QByteArray &target)
+Result<void> makeLink(const HomeFolder &home, const QString &path, const QByteArray &target,
+                      std::optional<qint64> changed)
 {
-    return outcome(path,
-                   inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
-                       if (::symlinkat(target.constData(), folder.get(), name.constData()) != 0)
-                           return errno;
-                       return flushFolder(folder);
-                   }));
+    return outcome(
+        path, inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
+            if (::symlinkat(target.constData(), folder.get(), name.constData()) != 0)
+                return errno;
+            // The link counts more than its time.
+            const std::array<timespec, 2> times {
+                timespec {0, UTIME_OMIT}, timeOf(changed).value_or(timespec {0, UTIME_OMIT})};
+            (void)::utimensat(folder.get(), name.constData(), times.data(), AT_SYMLINK_NOFOLLOW);
+            return flushFolder(folder);
+        }));
 }
 
 Result<void> putFile(const HomeFolder &home, const QString &path, const QByteArray &bytes,
-                     mode_t mode)
+                     mode_t mode, std::optional<qint64> changed)
 {
     return outcome(path,
                    inFolder(home, path, [&](const FileDescriptor &folder, const QByteArray &name) {
-                       const int error = putFile(folder, name, bytes, mode);
+                       const int error = putFile(folder, name, bytes, mode, timeOf(changed));
                        return error == 0 ? flushFolder(folder) : error;
                    }));
 }

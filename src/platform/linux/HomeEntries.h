@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 #include <sys/types.h>
 
 namespace varnel {
@@ -17,17 +19,19 @@ namespace varnel {
 struct EntryForm {
     mode_t mode = 0; ///< the permission bits
     QByteArray link; ///< what a link says; null for anything else
+    qint64 changed = 0; ///< when its bytes last changed, in nanoseconds since 1970
 };
 
 /// NotFound where nothing stands.
 [[nodiscard]] Result<EntryForm> formOf(const HomeFolder &home, const QString &path);
 
 [[nodiscard]] Result<void> makeLink(const HomeFolder &home, const QString &path,
-                                    const QByteArray &target);
+                                    const QByteArray &target, std::optional<qint64> changed = {});
 
 /// Puts a whole file there in one step, for the home's owner; whatever stands there gives way.
 [[nodiscard]] Result<void> putFile(const HomeFolder &home, const QString &path,
-                                   const QByteArray &bytes, mode_t mode);
+                                   const QByteArray &bytes, mode_t mode,
+                                   std::optional<qint64> changed = {});
 
 /// Removes a file or a link, and flushes the folder. Nothing there is no error.
 [[nodiscard]] Result<void> removeEntry(const HomeFolder &home, const QString &path);

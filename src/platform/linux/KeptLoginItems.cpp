@@ -22,6 +22,7 @@ using Answer = Result<std::optional<QByteArray>>;
 
 constexpr QLatin1String pathKey("path");
 constexpr QLatin1String entriesKey("entries");
+constexpr QLatin1String changedKey("changed");
 
 QJsonValue encoded(const QByteArray &bytes)
 {
@@ -35,11 +36,15 @@ QByteArray decoded(const QJsonValue &value)
 
 QJsonObject toJson(const KeptEntry &entry)
 {
-    return {{QStringLiteral("fileName"), entry.fileName},
-            {QStringLiteral("ofUser"), entry.ofUser},
-            {QStringLiteral("bytes"), encoded(entry.bytes)},
-            {QStringLiteral("link"), encoded(entry.link)},
-            {QStringLiteral("mode"), static_cast<int>(entry.mode)}};
+    QJsonObject object {{QStringLiteral("fileName"), entry.fileName},
+                        {QStringLiteral("ofUser"), entry.ofUser},
+                        {QStringLiteral("bytes"), encoded(entry.bytes)},
+                        {QStringLiteral("link"), encoded(entry.link)},
+                        {QStringLiteral("mode"), static_cast<int>(entry.mode)}};
+    // As text: a number would lose its last digits.
+    if (entry.changed)
+        object.insert(changedKey, QString::number(*entry.changed));
+    return object;
 }
 
 /// None where the name is no plain file name: it will be written to.
@@ -50,6 +55,10 @@ std::optional<KeptEntry> fromJson(const QJsonObject &object)
     entry.ofUser = object[QStringLiteral("ofUser")].toBool();
     entry.bytes = decoded(object[QStringLiteral("bytes")]);
     entry.link = decoded(object[QStringLiteral("link")]);
+    bool isTime = false;
+    const qint64 changed = object[changedKey].toString().toLongLong(&isTime);
+    if (isTime)
+        entry.changed = changed;
     entry.mode = static_cast<mode_t>(object[QStringLiteral("mode")].toInt()) & 0777;
     if (!entry.fileName.endsWith(u".desktop") || entry.fileName.contains(u'/')
         || entry.fileName.contains(QChar(u'\0')))

@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QString>
 
+#include <optional>
+
 #include <sys/types.h>
 
 namespace varnel {
@@ -23,8 +25,14 @@ struct KeptEntry {
     QByteArray bytes;
     QByteArray link; ///< what the link said, where the entry was one; else null
     mode_t mode = 0;
+    std::optional<qint64> changed = {}; ///< when, in nanoseconds since 1970
 
-    bool operator==(const KeptEntry &) const = default;
+    /// An entry that was only touched is the same.
+    bool operator==(const KeptEntry &other) const
+    {
+        return fileName == other.fileName && ofUser == other.ofUser && bytes == other.bytes
+            && link == other.link && mode == other.mode;
+    }
 };
 
 /// Of those of one name the one that was kept last.

@@ -62,6 +62,7 @@ Result<KeptEntry> keptForm(const HomeFolder &home, const AutostartItem &item)
             return form.error();
         entry.link = form.value().link;
         entry.mode = form.value().mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+        entry.changed = form.value().changed;
     }
     return entry;
 }
@@ -73,7 +74,7 @@ LinuxSessionLoginItems::LinuxSessionLoginItems(HomeFolder home, AutostartFolders
                                                FolderMaker &maker, const FileReader &hostFiles)
     : home(std::move(home)), folders(std::move(folders)),
       kept(keptFolder(supportFolder), store, this->home),
-      order(supportFolder + u"LoginItemsOrder.txt", store), store(store), maker(maker),
+      orderFile(supportFolder + u"LoginItemsOrder.txt", store), store(store), maker(maker),
       hostFiles(hostFiles)
 {
 }
@@ -98,7 +99,7 @@ QList<AutostartItem> LinuxSessionLoginItems::items() const
     AutostartList now = unread();
     now.read();
     QList<AutostartItem> list = now.items();
-    const QStringList inserted = order.names();
+    const QStringList inserted = orderFile.names();
     if (inserted.isEmpty())
         return list;
     QHash<QString, qsizetype> places;
@@ -149,6 +150,21 @@ QList<AutostartItem> LinuxSessionLoginItems::itemsOf(const QString &path)
 Result<bool> LinuxSessionLoginItems::lists(const QString &path)
 {
     return !itemsOf(path).isEmpty();
+}
+
+QList<SessionEntry> LinuxSessionLoginItems::entriesOf(const QString &path)
+{
+    QList<SessionEntry> entries;
+    for (const AutostartItem &item : itemsOf(path))
+        entries.append({item.fileName, stateOf(item)});
+    return entries;
+}
+
+Result<void>
+LinuxSessionLoginItems::reorder(const std::function<QStringList(const QStringList &now)> &change)
+{
+    makeFolders(QFileInfo(orderFile.file()).path());
+    return orderFile.change(change);
 }
 
 Result<QList<SessionLoginItem>> LinuxSessionLoginItems::snapshot() const
@@ -275,9 +291,9 @@ Result<void> LinuxSessionLoginItems::putBack(const KeptEntry &entry)
     if (!entry.link.isNull()) {
         if (Result<void> removed = removeEntry(home, file); !removed)
             return removed;
-        return makeLink(home, file, entry.link);
+        return makeLink(home, file, entry.link, entry.changed);
     }
-    return putFile(home, file, entry.bytes, entry.mode);
+    return putFile(home, file, entry.bytes, entry.mode, entry.changed);
 }
 
 /// What is back in the list needs no keeping, unless that alone tells its path: an update may have
@@ -356,8 +372,8 @@ Result<void> LinuxSessionLoginItems::removeEvery(const QString &path)
     varnelLog(lcIo, path + u": kept in " + kept.fileOf(path));
     if (Result<void> taken = takeOut(path, matching); !taken)
         return taken;
-    makeFolders(QFileInfo(order.file()).path());
-    return order.remove(namesOf(matching));
+    makeFolders(QFileInfo(orderFile.file()).path());
+    return orderFile.remove(namesOf(matching));
 }
 
 Result<void> LinuxSessionLoginItems::takeOut(const QString &path, const QList<AutostartItem> &items)
@@ -377,11 +393,6 @@ QString LinuxSessionLoginItems::keptIn(const QString &path) const
 {
     const Result<QList<KeptEntry>> entries = kept.entriesOf(path);
     return entries && entries.value().isEmpty() ? QString() : kept.fileOf(path);
-}
-
-QString LinuxSessionLoginItems::keepingPlace(const QString &path) const
-{
-    return kept.fileOf(path);
 }
 
 Result<void> LinuxSessionLoginItems::takeOut(const AutostartItem &item)
@@ -423,8 +434,8 @@ void LinuxSessionLoginItems::makeFolders(const QString &folder)
 
 Result<void> LinuxSessionLoginItems::moveToEnd(const QStringList &fileNames)
 {
-    makeFolders(QFileInfo(order.file()).path());
-    return order.moveToEnd(fileNames);
+    makeFolders(QFileInfo(orderFile.file()).path());
+    return orderFile.moveToEnd(fileNames);
 }
 
 } // namespace varnel

@@ -41,9 +41,12 @@ public:
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> removeEvery(const QString &path) override;
     QString keptIn(const QString &path) const override;
-    QString keepingPlace(const QString &path) const override;
+    QString keepingPlace(const QString &path) const override { return kept.fileOf(path); }
 
     Result<bool> lists(const QString &path) override;
+    QList<SessionEntry> entriesOf(const QString &path) override;
+    QStringList order() const override { return orderFile.names(); }
+    Result<void> reorder(const std::function<QStringList(const QStringList &now)> &change) override;
     /// Beside the support folder.
     QStringList foldersWrittenTo() const override;
 
@@ -83,7 +86,7 @@ private:
     HomeFolder home;
     AutostartFolders folders;
     KeptLoginItems kept;
-    LoginItemsOrder order;
+    LoginItemsOrder orderFile;
     FileStore &store;
     FolderMaker &maker;
     const FileReader &hostFiles;

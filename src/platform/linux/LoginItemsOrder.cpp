@@ -65,21 +65,25 @@ QStringList LoginItemsOrder::names() const
 
 Result<void> LoginItemsOrder::moveToEnd(const QStringList &names)
 {
-    return change(names, names);
+    return change([&](QStringList now) {
+        now.removeIf([&](const QString &name) { return names.contains(name); });
+        return now + names;
+    });
 }
 
 Result<void> LoginItemsOrder::remove(const QStringList &names)
 {
-    return change(names, {});
+    return change([&](QStringList now) {
+        now.removeIf([&](const QString &name) { return names.contains(name); });
+        return now;
+    });
 }
 
-Result<void> LoginItemsOrder::change(const QStringList &gone, const QStringList &added)
+Result<void> LoginItemsOrder::change(const Change &change)
 {
     using Answer = Result<std::optional<QByteArray>>;
     return files.update(path, [&](const std::optional<QByteArray> &old) -> Answer {
-        QStringList names = namesIn(old.value_or(QByteArray()));
-        names.removeIf([&](const QString &name) { return gone.contains(name); });
-        names += added;
+        const QStringList names = change(namesIn(old.value_or(QByteArray())));
         if (names.isEmpty() && !old)
             return std::optional<QByteArray>();
         return std::optional(bytesOf(names));

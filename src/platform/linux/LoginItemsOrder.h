@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace varnel {
 
 class FileStore;
@@ -23,10 +25,10 @@ public:
     [[nodiscard]] QStringList names() const;
     Result<void> moveToEnd(const QStringList &names);
     Result<void> remove(const QStringList &names);
+    using Change = std::function<QStringList(const QStringList &now)>;
+    Result<void> change(const Change &change);
 
 private:
-    Result<void> change(const QStringList &gone, const QStringList &added);
-
     QString path;
     FileStore &files;
 };

@@ -1,5 +1,6 @@
 #include "settings/views/Quillet.h"
 
+#include "backup/KeptRun.h"
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "home/Workspace.h"
@@ -18,9 +19,8 @@ namespace varnel {
 Quillet::Quillet(const PageContext &context)
     : context(context),
       access(context.workspace.home(), context.files, context.workspace.finderInfo()),
-      backup(context.workspace, [&shared = context.shared] { return shared.backupFileName(); }),
       pending(context.shared.quilletCommands(), context.shared.quilletBackupCommands(),
-              context.shared.restartFlags(), access, backup),
+              context.shared.restartFlags(), access, context.backup),
       viewContext {access, context.shared.restartFlags(), context.dialogs,
                    context.host ? &context.host->desktop : nullptr}
 {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "backup/KeptRun.h"
 #include "settings/PendingChanges.h"
 #include "settings/views/ChangeReceiver.h"
 #include "settings/views/SettingModule.h"
@@ -101,7 +100,6 @@ private:
 
     PageContext context;
     SettingAccess access;
-    KeptRun backup; ///< its file is known only after the pages are made
     PendingChanges pending;
     ViewContext viewContext;
     std::vector<std::shared_ptr<SettingModule>> moduleList;

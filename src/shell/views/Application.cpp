@@ -95,7 +95,8 @@ Application::Application(const HomeFolder &home, const QString &systemRoot)
     : homePorts(home, Tools::supportFolderOf(home)), workspace(home, homePorts.ports()),
       files(workspace.files()), host(workspace, systemRoot), mainWindow(home),
       windowSize(mainWindow, home.asOwner() ? WindowSize::Memory::None : WindowSize::Memory::Kept),
-      context {workspace, SharedObject::getSharedObject(), files, dialogs, &host.ports()},
+      backup(workspace, [] { return SharedObject::getSharedObject().backupFileName(); }),
+      context {workspace, SharedObject::getSharedObject(), files, dialogs, backup, &host.ports()},
       controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
     workspace.sweep();

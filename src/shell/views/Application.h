@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/KeptRun.h"
 #include "platform/linux/LinuxHomePorts.h"
 #include "platform/linux/TerminationSignals.h"
 #include "settings/PreferenceFiles.h"
@@ -36,6 +37,7 @@ private:
     VarnelAppDelegate delegate;
     MainWindow mainWindow;
     WindowSize windowSize;
+    KeptRun backup;
     PageContext context;
     Varnel controller;
     QuitFlow quitFlow;

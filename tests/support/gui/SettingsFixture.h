@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/KeptRun.h"
 #include "home/Workspace.h"
 #include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
@@ -66,7 +67,8 @@ protected:
     Workspace workspace {home.home(),
                          {store, finderInfo, folders, keptFolders, standardFolders, sessionItems,
                           applications, runner}};
-    PageContext context {workspace, shared, files, dialogs};
+    KeptRun backup {workspace, [this] { return shared.backupFileName(); }};
+    PageContext context {workspace, shared, files, dialogs, backup};
 };
 
 } // namespace varnel::test

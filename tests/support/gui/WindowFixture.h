@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/KeptRun.h"
 #include "home/Workspace.h"
 #include "platform/linux/LinuxHomePorts.h"
 #include "settings/PreferenceFiles.h"
@@ -34,9 +35,11 @@ struct WindowFixture {
     /// No system version is told; the files of the edited home are real, the session's are read.
     HostServices host {workspace, home.path()};
     QStringList failing; ///< the interface descriptions that do not load
+    KeptRun backup {workspace, [this] { return shared.backupFileName(); }};
     PageContext context {
-        workspace, shared,        files,
-        dialogs,   &host.ports(), [this](const QString &name) { return !failing.contains(name); }};
+        workspace, shared, files, dialogs, backup, &host.ports(), [this](const QString &name) {
+            return !failing.contains(name);
+        }};
     MainWindow window {home.home()};
 };
 
