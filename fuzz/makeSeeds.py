@@ -246,9 +246,9 @@ def heardMembers():
 def keptIndex():
     digest = base64.b64encode(bytes(32)).decode()
     number = base64.b64encode(b"<integer>44</integer>").decode()
-    place = {"after": "other", "before": "\n\t", "key": "<key>tilesize</key>"}
-    key = {"setting": 1004, "path": ["tilesize"], "order": 1, "changed": True, "object": number, "place": place}
-    absent = {"setting": 1204, "path": ["outer", "inner"], "order": 0, "changed": False}
+    place = {"after": "other", "before": "\n\t", "key": "<key>tilesize</key>", "position": 3}
+    key = {"setting": 1004, "path": ["tilesize"], "changed": True, "object": number, "place": place}
+    absent = {"setting": 1204, "path": ["outer", "inner"], "changed": False}
     first = place | {"after": None, "before": None}
     file = {"path": "Library/Preferences/com.apple.dock.plist", "whole": "kept", "keptAs": "1.plist", "digest": digest,
             "size": 4096, "written": [digest], "disturbed": False, "keys": [key, absent, key | {"place": first}]}

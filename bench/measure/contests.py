@@ -57,7 +57,7 @@ class Contests:
         yield from self.fifty_settings()
         yield from self.one_tab()
         yield from self.homes_of_many()
-        yield from self.save_of_fifty()
+        yield from self.saves()
         yield from self.peak_memory()
 
     # Reading
@@ -210,30 +210,49 @@ class Contests:
         pairs = self._assignments(home)
         return home, pairs, self._answer("set", *(first for first, _ in pairs), "--home", home)
 
-    def save_of_fifty(self):
-        home, pairs, _ = self._home_with_all("save-varnelctl")
-        plain = self._copy("save-plain", home)
-        files = sorted(samples.preferences(plain).iterdir())
+    def saves(self):
+        """Each old value is a row of the backup file, and beside the rows the old files are kept."""
+        home, pairs, _ = self._home_with_all("save-fifty")
+        yield from self._save("save fifty settings of ten files", home, pairs)
+        for size, source in (("4 KB", "small-binary"), ("10 MB", "big-binary")):
+            pair = [f"{SETTING}={value}" for value in (samples.FIRST, samples.SECOND)]
+            yield from self._save(f"save one setting, {size}", self._copy(f"save-{size}", self.data / source), [pair])
 
-        def save(number):
-            return [self.ctl, "set", *(pair[number % 2] for pair in pairs), "--home", home]
+    def _save(self, work, home, pairs):
+        for what, keeps in (("and the files kept", True), ("the rows alone", False)):
+            ours, plain = (self._copy(f"save-{name}", home) for name in ("varnelctl", "plain"))
+            self._answer("set", *(pair[0] for pair in pairs), "--home", ours)
 
-        trial = self._answer(*save(1)[1:])
-        rows = len(trial["changed"])
-        self._answer(*save(0)[1:])
-        # One of the fifty is a flag of a folder and no file.
-        replacements = rows - 1
-        database = plain / "Library/Application Support/Varnel/Backup/plain.sqlite"
+            def save(number):
+                return [self.ctl, "set", *(pair[number % 2] for pair in pairs), "--home", ours]
 
-        results = self.turns.run([
-            Program("varnelctl", save, repeat=2),
-            Program("plain C: as many insertions and replacements",
-                    [self.driver("saveRows"), database, rows, replacements, *files],
-                    before=lambda number: database.unlink(missing_ok=True), repeat=2),
-        ])
-        yield from compare(f"save {rows} settings, backup rows and all",
-                           {"plain C: as many insertions and replacements": 1.15},
-                           results, "varnelctl")
+            rows = len(self._answer(*save(1)[1:])["changed"])
+            if not keeps:
+                self._put_in_the_way_of_kept(ours)
+            backups = plain / samples.SUPPORT / "Backup"
+            backups.mkdir(parents=True, exist_ok=True)
+            kept = plain / samples.SUPPORT / "Kept"
+            kept.mkdir(exist_ok=True)
+
+            results = self.turns.run([
+                Program("varnelctl", save, before=lambda number: self._forget_runs(ours), repeat=3),
+                Program("plain C: the same durable writes",
+                        [self.driver("saveRows"), backups / "plain.sqlite", rows, kept / "run" if keeps else "-",
+                         *sorted(samples.preferences(plain).iterdir())],
+                        before=lambda number: self._forget_runs(plain), repeat=3),
+            ])
+            yield from compare(f"{work}, {what}", {"plain C: the same durable writes": 1.15}, results, "varnelctl")
+
+    def _put_in_the_way_of_kept(self, home):
+        kept = home / samples.SUPPORT / "Kept"
+        shutil.rmtree(kept)
+        kept.write_text("nothing is kept here")
+
+    def _forget_runs(self, home):
+        """A folder of many runs would be another measurement."""
+        for place in (home / samples.SUPPORT / "Backup", home / samples.SUPPORT / "Kept"):
+            for entry in place.iterdir() if place.is_dir() else ():
+                shutil.rmtree(entry) if entry.is_dir() else entry.unlink()
 
     # Memory
 

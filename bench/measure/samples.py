@@ -11,6 +11,7 @@ import plistlib
 import sqlite3
 import sys
 
+SUPPORT = "Library/Application Support/Varnel"
 KEY = "tilesize"  # dock-size: the setting that is looked up and changed
 FIRST, SECOND = 48, 64
 FILES = [".GlobalPreferences", "com.apple.dock", "com.apple.finder", "com.apple.Safari",

@@ -6,8 +6,6 @@
 #include "base/Text.h"
 #include "platform/FileStore.h"
 
-#include <QFileInfo>
-
 namespace varnel {
 
 namespace {
@@ -81,9 +79,9 @@ Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
         return error;
     }
     varnelLog(lcBackup, fillIn(u"Opened sqlite database at %@", {backupFileName}));
-    // The first row of a file comes with its table, in one go.
-    if (QFileInfo(place.value().path).size() == 0)
-        database.value().begin();
+    // The first row of a file comes with its table in one go; and nobody else adds the row between
+    // the search and the insertion.
+    database.value().begin();
     createTable(database.value());
     if (hasRow(database.value(), insertion.searchQuery))
         return {};

@@ -2,7 +2,6 @@
 
 #include "base/Literals.h"
 
-#include <QCryptographicHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,6 +9,9 @@
 
 #include <algorithm>
 #include <cstring>
+
+#define XXH_INLINE_ALL // the digest is small; a library more to load is not
+#include <xxhash.h>
 
 namespace varnel {
 
@@ -52,7 +54,6 @@ QJsonObject toJson(const OldKey &key)
 {
     QJsonObject object {{u"setting"_s, key.setting},
                         {u"path"_s, QJsonArray::fromStringList(key.keyPath)},
-                        {u"order"_s, key.order},
                         {u"changed"_s, key.changed}};
     if (key.object)
         object.insert(u"object"_s, text(key.object->toBytes()));
@@ -60,7 +61,8 @@ QJsonObject toJson(const OldKey &key)
         object.insert(u"place"_s,
                       QJsonObject {{u"after"_s, orNull(key.place->after)},
                                    {u"before"_s, orNull(key.place->before)},
-                                   {u"key"_s, key.place->key}});
+                                   {u"key"_s, key.place->key},
+                                   {u"position"_s, qint64(key.place->position)}});
     return object;
 }
 
@@ -219,7 +221,6 @@ private:
     {
         OldKey key;
         key.setting = object.value(u"setting"_s).toInt();
-        key.order = object.value(u"order"_s).toInt();
         key.changed = object.value(u"changed"_s).toBool();
         for (const QJsonValue &step : list(object, u"path"_s))
             key.keyPath.append(step.toString());
@@ -239,7 +240,7 @@ private:
     plist::Place place(const QJsonObject &object)
     {
         return {stringOrNull(object, u"after"_s), stringOrNull(object, u"before"_s),
-                string(object, u"key"_s)};
+                string(object, u"key"_s), std::uint32_t(object.value(u"position"_s).toInteger())};
     }
 
     StoredRow storedRow(const QJsonObject &object)
@@ -367,7 +368,10 @@ QString keptIndexName()
 
 QByteArray digestOf(const QByteArray &bytes)
 {
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+    const XXH128_hash_t hash = XXH3_128bits(bytes.constData(), size_t(bytes.size()));
+    XXH128_canonical_t canonical;
+    XXH128_canonicalFromHash(&canonical, hash);
+    return QByteArray(reinterpret_cast<const char *>(canonical.digest), sizeof canonical.digest);
 }
 
 } // namespace varnel

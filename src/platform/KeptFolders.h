@@ -53,7 +53,8 @@ public:
     static constexpr qint64 biggestCopy = qint64(64) << 20;
     /// Keeps the file that stands at a path under a name that must be free. It gets a second name,
     /// or, where that can't be (another file system, a file of somebody else's), a copy of all its
-    /// attributes and times; TooBig above biggestCopy. On the disk when this returns.
+    /// attributes and times; TooBig above biggestCopy. Its bytes are on the disk when this returns,
+    /// its name when the next write() there does: the notes about it, without which it is nothing.
     ///
     /// A second name changes the file's own time of change: an update of the FileStore that has
     /// read the file before would take it for changed by another program, so keeping comes first.
@@ -65,7 +66,7 @@ public:
     [[nodiscard]] virtual Result<QByteArray> read(const QString &folder, const QString &name,
                                                   qint64 most) const = 0;
     /// Puts a file there in one step, mode 0600, whatever stood there; on the disk when this
-    /// returns. Not for kept files.
+    /// returns, and so is everything else in the folder. Not for kept files.
     [[nodiscard]] virtual Result<void> write(const QString &folder, const QString &name,
                                              const QByteArray &bytes) = 0;
 

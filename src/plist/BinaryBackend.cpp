@@ -105,6 +105,7 @@ std::optional<Place> PropertyList::BinaryBackend::place(const QStringList &path)
         return {};
     const std::uint32_t position = found.value().positions.back();
     Place place;
+    place.position = position;
     if (position > 0) {
         const BinaryObject dictionary = reader.object(found.value().steps.back().container);
         const BinaryObject key = reader.object(reader.child(dictionary, position - 1));

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <cstdint>
 #include <optional>
 
 namespace varnel::plist {
@@ -92,6 +93,8 @@ struct Place {
     std::optional<QString> before;
     /// In XML: its key's tags and all up to the value; empty for an element.
     QString key;
+    /// Among all keys, or elements: what comes first goes back first. It is not put back by this.
+    std::uint32_t position = 0;
 
     bool operator==(const Place &) const = default;
 };

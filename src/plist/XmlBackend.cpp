@@ -110,6 +110,7 @@ std::optional<Place> PropertyList::XmlBackend::place(const QStringList &path) co
     const XmlNode &dictionary = location->innermost();
     const XmlFound &found = location->found().back();
     Place place;
+    place.position = std::uint32_t(found.entry);
     if (found.entry > 0) {
         const auto neighbour = memberAt(document, dictionary, found.entry - 1);
         if (neighbour)

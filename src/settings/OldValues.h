@@ -20,7 +20,6 @@ struct OldKey {
     QStringList keyPath;
     std::optional<plist::Object> object; ///< none: nothing stood there
     std::optional<plist::Place> place; ///< of the object
-    qsizetype order = 0; ///< among the keys of its dictionary
     bool changed = false; ///< false: it was wanted as it stood
 
     bool operator==(const OldKey &) const = default;

@@ -24,8 +24,10 @@ Result<void> apply(plist::PropertyList &list, const OldKey &old)
 /// A key comes after the one that it names as its neighbour, so that one has to be there first.
 QList<OldKey> inFileOrder(QList<OldKey> keys)
 {
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const OldKey &a, const OldKey &b) { return a.order < b.order; });
+    const auto positionOf = [](const OldKey &key) { return key.place ? key.place->position : 0; };
+    std::stable_sort(keys.begin(), keys.end(), [&](const OldKey &a, const OldKey &b) {
+        return positionOf(a) < positionOf(b);
+    });
     return keys;
 }
 
@@ -65,15 +67,12 @@ Result<bool> PreferenceContent::putBack(const QList<OldKey> &keys)
 
 OldKey PreferenceContent::oldKey(int setting, const QStringList &keyPath) const
 {
-    OldKey old {setting, keyPath, {}, {}, 0};
+    OldKey old {setting, keyPath, {}, {}};
     if (!list)
         return old;
     old.object = list->object(keyPath);
-    if (!old.object)
-        return old;
-    old.place = list->place(keyPath);
-    if (const auto keys = list->keys(keyPath.first(keyPath.size() - 1)))
-        old.order = keys->lastIndexOf(keyPath.last());
+    if (old.object)
+        old.place = list->place(keyPath);
     return old;
 }
 

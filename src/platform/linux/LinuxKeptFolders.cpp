@@ -233,14 +233,10 @@ Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QStr
     if (const int *error = std::get_if<int>(&content))
         return fail(path, *error);
     auto &file = std::get<FileContent>(content);
-    const QByteArray keptName = QFile::encodeName(name);
-    const auto kept = keepFile(place, file, opened.folder, keptName);
+    const auto kept = keepFile(place, file, opened.folder, QFile::encodeName(name));
     if (const int *error = std::get_if<int>(&kept))
         return *error == EAGAIN || *error == EFBIG ? fail(path, *error) : failToKeep(*error);
-    if (const int error = flushFolder(opened.folder)) {
-        ::unlinkat(opened.folder.get(), keptName.constData(), 0);
-        return failToKeep(error);
-    }
+    withNewNames.insert(folder);
     return Kept {std::move(file.bytes), std::get<KeptAs>(kept) == KeptAs::Link};
 }
 
@@ -261,6 +257,9 @@ Result<void> LinuxKeptFolders::write(const QString &folder, const QString &name,
 {
     const HeldFolders::Opened opened = held.open(folder);
     int error = opened.error != 0 || isSingle(name) ? opened.error : EINVAL;
+    // Notes never stand beside a name that a power cut could take back.
+    if (error == 0 && withNewNames.remove(folder))
+        error = flushFolder(opened.folder);
     if (error == 0)
         error = putFile(opened.folder, QFile::encodeName(name), bytes, S_IRUSR | S_IWUSR);
     if (error == 0)

@@ -4,6 +4,8 @@
 #include "platform/KeptFolders.h"
 #include "platform/linux/HeldFolders.h"
 
+#include <QSet>
+
 namespace varnel {
 
 class FolderTurns;
@@ -39,6 +41,7 @@ private:
 
     HomeFolder home;
     HeldFolders held;
+    QSet<QString> withNewNames; ///< folders that are to be flushed
     FolderTurns &turns;
 };
 
