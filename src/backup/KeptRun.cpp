@@ -79,13 +79,19 @@ KeptRun::KeptRun(Workspace &work, std::function<QString()> file)
 
 Result<void> KeptRun::addDataToBackupFile(const ChangeRecord &record)
 {
-    const QString file = backupFile();
-    // Whoever restored or deleted it gave up what was kept, too.
-    if (!workspace.files().exists(file))
-        startAnew();
-    Result<void> kept = BackupWriter(file, workspace.files()).addDataToBackupFile(record);
+    BackupWriter writer(backupFile(), workspace.files());
+    Result<void> kept = writer.addDataToBackupFile(record);
+    meet(writer.metFile());
     note(record, kept.ok());
     return kept;
+}
+
+void KeptRun::meet(MetFile met)
+{
+    // Whoever restored or deleted the run's file gave up what was kept, too.
+    if (met != MetFile::Stood)
+        startAnew();
+    hasBackupFile = met != MetFile::None;
 }
 
 /// The new backup file gets the rows of the whole run once more, so the keys stay theirs.
@@ -120,11 +126,9 @@ void KeptRun::note(const ChangeRecord &record, bool kept)
 
 Result<void> KeptRun::addDataToBackupFile(int actionId, const QString &path, int enabledFlag)
 {
-    const QString file = backupFile();
-    if (!workspace.files().exists(file))
-        startAnew();
-    itemRows.setBackupFile(file);
+    itemRows.setBackupFile(backupFile());
     Result<void> kept = itemRows.addDataToBackupFile(actionId, path, enabledFlag);
+    meet(itemRows.metFile());
     note(loginItemRow(actionId, path, enabledFlag), kept.ok());
     return kept;
 }
@@ -184,18 +188,17 @@ void KeptRun::finishKeeping()
 
 bool KeptRun::hasFolder()
 {
-    const QString file = backupFile();
-    if (!workspace.files().exists(file))
-        return false;
-    if (!folder.isEmpty())
-        return true;
-    sweepKeptFolders(workspace);
+    if (!hasBackupFile || !folder.isEmpty())
+        return hasBackupFile;
     const QString parent = Tools::keptFolderOf(workspace.home());
-    if (const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent); !made) {
-        varnelLog(lcIo, made.error().text);
-        return false;
+    if (!sweepKeptFolders(workspace)) {
+        const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent);
+        if (!made) {
+            varnelLog(lcIo, made.error().text);
+            return false;
+        }
     }
-    const Result<QString> own = workspace.keptFolders().make(parent, stemOf(file));
+    const Result<QString> own = workspace.keptFolders().make(parent, stemOf(backupFile()));
     folder = own ? own.value() : QString();
     return own.ok();
 }
@@ -334,19 +337,17 @@ QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)
     return folders;
 }
 
-void sweepKeptFolders(const Workspace &workspace)
+bool sweepKeptFolders(const Workspace &workspace)
 {
     const QString parent = Tools::keptFolderOf(workspace.home());
-    const QStringList names = runFolders(workspace);
-    if (names.isEmpty())
-        return;
-    workspace.keptFolders().sweep(parent);
-    for (const QString &name : names) {
+    const Result<QStringList> names = workspace.keptFolders().sweep(parent);
+    for (const QString &name : names ? names.value() : QStringList()) {
         const QString stem = stemOfFolder(name);
         const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
         if (!stem.isNull() && !workspace.files().exists(backup))
             static_cast<void>(workspace.keptFolders().discard(parent + name));
     }
+    return names.ok();
 }
 
 } // namespace varnel

@@ -39,6 +39,7 @@ public:
 
 private:
     [[nodiscard]] bool hasFolder();
+    void meet(MetFile met);
     void startAnew();
     void note(const ChangeRecord &record, bool kept);
     void note(const BackupRow &row, bool kept);
@@ -52,6 +53,7 @@ private:
 
     Workspace &workspace;
     std::function<QString()> backupFile;
+    bool hasBackupFile = false; ///< when its last row was written
     QString folder; ///< null until something is kept
     KeptIndex index;
     QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
@@ -59,8 +61,9 @@ private:
     bool hasNewStates = false; ///< that the index on the disk does not tell
 };
 
-/// Removes the folders of runs that are over and whose backup files are gone.
-void sweepKeptFolders(const Workspace &workspace);
+/// Removes the folders of runs that are over and whose backup files are gone. False: there is no
+/// folder that they could be in.
+bool sweepKeptFolders(const Workspace &workspace);
 
 /// Whether what stands in both lists stands in one order.
 [[nodiscard]] bool haveOneOrder(const QStringList &some, const QStringList &others);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/HomeCommand.h"
-#include "loginitems/LoginItemChange.h"
 
 namespace varnel::cli {
 
@@ -66,77 +65,7 @@ protected:
     [[nodiscard]] Result<Work> prepare(const Request &request) const override;
 };
 
-class DiffCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-class ApplyCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
 class ExportCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-class LoginItemsListCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-/// Adds, removes, enables or disables one login item: four commands of one shape.
-class LoginItemsChangeCommand : public HomeCommand {
-public:
-    explicit LoginItemsChangeCommand(LoginItemChange::Action action) : action(action) { }
-
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-
-private:
-    LoginItemChange::Action action;
-};
-
-class BackupsListCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-class BackupsShowCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-class BackupsRestoreCommand : public HomeCommand {
-public:
-    [[nodiscard]] CommandDescription description() const override;
-
-protected:
-    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
-};
-
-class BackupsDeleteCommand : public HomeCommand {
 public:
     [[nodiscard]] CommandDescription description() const override;
 

@@ -71,6 +71,7 @@ public:
     struct DatabasePlace {
         QString path; ///< to be opened as it stands: every link on the way is resolved
         bool lasts = true; ///< false: changes there are only tried out, and gone with this store
+        bool isNew = false; ///< nothing stood there until now
 
         /// How to open it for changes.
         [[nodiscard]] Sqlite::Access access() const

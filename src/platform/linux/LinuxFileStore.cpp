@@ -226,7 +226,11 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
         return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
                    : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
     });
-    return made ? Result<DatabasePlace>(placeOf(place, path)) : made.error();
+    if (!made)
+        return made.error();
+    DatabasePlace ready = placeOf(place, path);
+    ready.isNew = true;
+    return ready;
 }
 
 void LinuxFileStore::sweep(const QString &folderPath)

@@ -1,8 +1,11 @@
-#include "cli/HomeCommands.h"
+#include "cli/CommandFamilies.h"
 
 #include "backup/LoginItemSave.h"
+#include "backup/LoginItemsOfHome.h"
 #include "base/Literals.h"
 #include "cli/DryRun.h"
+#include "cli/HomeCommand.h"
+#include "cli/Table.h"
 #include "cli/TextWidth.h"
 #include "loginitems/PendingLoginItems.h"
 
@@ -13,6 +16,51 @@
 namespace varnel::cli {
 
 namespace {
+
+QJsonObject listObject(const QList<LoginItemRow> &rows)
+{
+    QJsonArray items;
+    for (const LoginItemRow &row : rows)
+        items.append(QJsonObject {
+            {u"name"_s, row.name}, {u"path"_s, row.path}, {u"enabled"_s, row.enabled}});
+    return {{u"loginItems"_s, items}};
+}
+
+QString table(const QList<LoginItemRow> &rows, const Style &style)
+{
+    if (rows.isEmpty())
+        return u"No login items.\n"_s;
+    Table table;
+    for (const LoginItemRow &row : rows)
+        table.addRow({{row.enabled ? u"on"_s : u"off"_s,
+                       row.enabled ? Table::Look::Strong : Table::Look::Quiet},
+                      {row.name},
+                      {row.path, Table::Look::Quiet}});
+    return table.text(style);
+}
+
+CommandDescription describeList()
+{
+    return {
+        u"Lists what opens at login, and what was taken out of that list"_s,
+        u"\"on\" opens at login; \"off\" is kept by this program and does not. In one's own home\n"
+        u"the list is the session's; with --home it is that folder's .config/autostart alone."_s,
+        {},
+        {},
+        {u"login-items list"_s, u"login-items list --json --home /mnt/disk/Users/anna"_s}};
+}
+
+Result<HomeCommand::Work> prepareList(const Request &)
+{
+    return HomeCommand::Work([](const HomeFolder &home) {
+        HomeSession session(home);
+        const QList<LoginItemRow> rows = LoginItemsOfHome(session.workspace()).rows();
+        HomeOutcome outcome;
+        outcome.text = [rows](const Style &style) { return table(rows, style); };
+        outcome.object = [rows] { return listObject(rows); };
+        return outcome;
+    });
+}
 
 using Outcome = LoginItemsReport::Outcome;
 
@@ -136,9 +184,7 @@ HomeOutcome outcomeOf(const LoginItemsReport &report)
     return outcome;
 }
 
-} // namespace
-
-CommandDescription LoginItemsChangeCommand::description() const
+template <LoginItemChange::Action action> CommandDescription describeChange()
 {
     const Words words = wordsOf(action);
     const QString name = u"login-items " + words.verb;
@@ -152,18 +198,37 @@ CommandDescription LoginItemsChangeCommand::description() const
              name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};
 }
 
-Result<HomeCommand::Work> LoginItemsChangeCommand::prepare(const Request &request) const
+template <LoginItemChange::Action action>
+Result<HomeCommand::Work> prepareChange(const Request &request)
 {
     const QString typed = request.arguments.first();
     if (typed.isEmpty())
         return Error {ErrorCode::Invalid, u"PATH is empty"_s};
-    return Work([wanted = action, typed, &request](const HomeFolder &home) {
+    return HomeCommand::Work([typed, &request](const HomeFolder &home) {
         HomeSession session(home);
         const QString absolute = QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
         const Result<LoginItemsReport> saved =
-            saveLoginItem(session.workspace(), {wanted, typed, absolute}, termsOf(home, request));
+            saveLoginItem(session.workspace(), {action, typed, absolute}, termsOf(home, request));
         return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());
     });
+}
+
+template <LoginItemChange::Action action> NamedCommand change()
+{
+    return {u"login-items " + wordsOf(action).verb,
+            {},
+            homeCommand<describeChange<action>, prepareChange<action>>};
+}
+
+} // namespace
+
+Commands loginItemsCommands()
+{
+    return {{u"login-items list"_s, {}, homeCommand<describeList, prepareList>},
+            change<LoginItemChange::Add>(),
+            change<LoginItemChange::Remove>(),
+            change<LoginItemChange::Enable>(),
+            change<LoginItemChange::Disable>()};
 }
 
 } // namespace varnel::cli
