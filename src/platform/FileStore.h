@@ -42,6 +42,9 @@ public:
     /// are left out. NotFound where there is no folder.
     [[nodiscard]] virtual Result<QList<FolderEntry>> list(const QString &folder) const = 0;
 
+    /// The names alone, which costs no look at what they name. Not logged.
+    [[nodiscard]] virtual Result<QStringList> names(const QString &folder) const = 0;
+
     /// Gets the old bytes (none: no file) and answers the new ones (none: leave everything as it
     /// is).
     using Change =

@@ -23,6 +23,7 @@ public:
     {
         return inner.list(folder);
     }
+    Result<QStringList> names(const QString &folder) const override { return inner.names(folder); }
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;

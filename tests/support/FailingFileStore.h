@@ -28,6 +28,11 @@ public:
             return *error;
         return inner.list(folder);
     }
+    Result<QStringList> names(const QString &folder) const override
+    {
+        listings.append(folder);
+        return inner.names(folder);
+    }
     bool exists(const QString &path) const override
     {
         calls.append(u"exists " + path);
@@ -69,6 +74,7 @@ public:
     }
 
     mutable QStringList calls; ///< "read /path", "update /path", "exists /path", ...
+    mutable QStringList listings; ///< folders whose names alone were asked for
     mutable int operations = 0;
 
 private:

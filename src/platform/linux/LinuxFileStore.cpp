@@ -104,6 +104,26 @@ Result<QList<FolderEntry>> LinuxFileStore::list(const QString &folder) const
     return std::get<QList<FolderEntry>>(std::move(entries));
 }
 
+Result<QStringList> LinuxFileStore::names(const QString &folder) const
+{
+    const Place place = walkPath(home, folder);
+    const FileDescriptor opened =
+        place.error == 0 ? openFolder(place.folder, place.name) : FileDescriptor();
+    const int error = place.error != 0 ? place.error : errno;
+    if (!opened)
+        return fileError(folder, error == ENOTDIR ? ENOENT : error);
+    const auto found = namesIn(opened);
+    if (const int *failed = std::get_if<int>(&found))
+        return fileError(folder, *failed);
+    QStringList names;
+    for (const QByteArray &bytes : std::get<QByteArrayList>(found)) {
+        const QString name = QFile::decodeName(bytes);
+        if (QFile::encodeName(name) == bytes)
+            names.append(name);
+    }
+    return names;
+}
+
 bool LinuxFileStore::exists(const QString &path) const
 {
     const Place place = walkPath(home, path);

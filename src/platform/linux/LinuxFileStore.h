@@ -34,6 +34,7 @@ public:
 
     Result<Standing> look(const QString &path) const override;
     Result<QList<FolderEntry>> list(const QString &folder) const override;
+    Result<QStringList> names(const QString &folder) const override;
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Rereader rereader(const QString &path) const override;
