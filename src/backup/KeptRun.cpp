@@ -334,19 +334,25 @@ QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)
     return folders;
 }
 
-void sweepKeptFolders(const Workspace &workspace)
+QStringList keptFoldersWithoutBackup(const Workspace &workspace)
 {
-    const QString parent = Tools::keptFolderOf(workspace.home());
-    const QStringList names = runFolders(workspace);
-    if (names.isEmpty())
-        return;
-    workspace.keptFolders().sweep(parent);
-    for (const QString &name : names) {
+    QStringList folders;
+    for (const QString &name : runFolders(workspace)) {
         const QString stem = stemOfFolder(name);
         const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
         if (!stem.isNull() && !workspace.files().exists(backup))
-            static_cast<void>(workspace.keptFolders().discard(parent + name));
+            folders.append(Tools::keptFolderOf(workspace.home()) + name + u'/');
     }
+    return folders;
+}
+
+void sweepKeptFolders(const Workspace &workspace)
+{
+    if (runFolders(workspace).isEmpty())
+        return;
+    workspace.keptFolders().sweep(Tools::keptFolderOf(workspace.home()));
+    for (const QString &folder : keptFoldersWithoutBackup(workspace))
+        static_cast<void>(workspace.keptFolders().discard(folder));
 }
 
 } // namespace varnel

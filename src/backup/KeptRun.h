@@ -59,6 +59,8 @@ private:
     bool hasNewStates = false; ///< that the index on the disk does not tell
 };
 
+/// The folders of runs whose backup files are gone, or not there yet.
+[[nodiscard]] QStringList keptFoldersWithoutBackup(const Workspace &workspace);
 /// Removes the folders of runs that are over and whose backup files are gone.
 void sweepKeptFolders(const Workspace &workspace);
 

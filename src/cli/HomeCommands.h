@@ -144,4 +144,15 @@ protected:
     [[nodiscard]] Result<Work> prepare(const Request &request) const override;
 };
 
+class DoctorCommand : public HomeCommand {
+public:
+    [[nodiscard]] CommandDescription description() const override;
+
+protected:
+    [[nodiscard]] Result<Work> prepare(const Request &request) const override;
+    [[nodiscard]] Result<HomeFolder> takeHome(const HomeFolder &home,
+                                              const Request &request) const override;
+    [[nodiscard]] HomeOutcome notTaken(const HomeFolder &home, const Error &why) const override;
+};
+
 } // namespace varnel::cli

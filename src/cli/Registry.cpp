@@ -32,6 +32,7 @@ Commands makeCommands()
         {u"diff"_s, {}, make<DiffCommand>},
         {u"apply"_s, {}, make<ApplyCommand>},
         {u"export"_s, {}, make<ExportCommand>},
+        {u"doctor"_s, {}, make<DoctorCommand>},
         {u"login-items list"_s, {}, make<LoginItemsListCommand>},
         {u"login-items add"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Add>},
         {u"login-items remove"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Remove>},

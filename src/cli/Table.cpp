@@ -24,12 +24,12 @@ QString painted(const QString &text, Table::Look look, const Style &style)
 
 void Table::addHeading(const QString &text)
 {
-    lines.append({printable(text), {}, {}});
+    lines.append({printable(text), {}, Look::Plain, {}});
 }
 
-void Table::addNote(const QString &text)
+void Table::addNote(const QString &text, Look look)
 {
-    lines.append({{}, printable(text), {}});
+    lines.append({{}, printable(text), look, {}});
 }
 
 void Table::addRow(const QList<Cell> &cells)
@@ -85,7 +85,7 @@ QString Table::text(const Style &style) const
     QString out;
     for (const Line &line : lines) {
         if (!line.note.isNull()) {
-            out += QString(indent, u' ') + painted(line.note, Look::Quiet, style) + u'\n';
+            out += QString(indent, u' ') + painted(line.note, line.look, style) + u'\n';
             continue;
         }
         if (line.heading.isNull()) {
