@@ -26,6 +26,11 @@ QString sizeOf(qint64 bytes)
     return QString::number(bytes);
 }
 
+QString backupFolderOf(const Workspace &workspace)
+{
+    return QDir::cleanPath(Tools::backupFolderOf(workspace.home()));
+}
+
 bool isJournal(const QString &name)
 {
     constexpr std::array<QStringView, 3> endings {u".sqlite-journal", u".sqlite-wal",
@@ -54,13 +59,14 @@ void examineBackup(Examination &examination, const QString &path, const Entry &e
         examination.addUnread(path, rows.error());
     else if (!rows)
         examination.add(FindingKind::UnreadableDatabase, path, rows.error());
-    if (rows && keptFoldersOf(examination.workspace, path).isEmpty())
+    // Where kept files can't be looked at, nobody can tell.
+    if (rows && examination.diagnosis.kept && keptFoldersOf(examination.workspace, path).isEmpty())
         examination.add(FindingKind::BackupWithoutKept, path, {sizeOf(entry.size)});
 }
 
 void examineBackupFolder(Examination &examination)
 {
-    const QString folder = QDir::cleanPath(Tools::backupFolderOf(examination.workspace.home()));
+    const QString folder = backupFolderOf(examination.workspace);
     const std::optional<QList<Entry>> entries = examination.list(folder);
     if (!entries)
         return;
@@ -90,7 +96,8 @@ void examineKeptFolder(Examination &examination)
 {
     const Workspace &workspace = examination.workspace;
     const QString parent = Tools::keptFolderOf(workspace.home());
-    const QStringList orphans = keptFoldersWithoutBackup(workspace);
+    const bool seesBackups = examination.list(backupFolderOf(workspace)).has_value();
+    const QStringList orphans = seesBackups ? keptFoldersWithoutBackup(workspace) : QStringList();
     const std::optional<QList<Entry>> entries = examination.list(QDir::cleanPath(parent));
     if (!entries)
         return;
@@ -143,8 +150,8 @@ void examineBackups(Examination &examination)
         const QString folder = QDir::cleanPath(each);
         findLeftovers(examination, folder, examination.list(folder).value_or(QList<Entry>()));
     }
-    examineBackupFolder(examination);
     examineKeptFolder(examination);
+    examineBackupFolder(examination);
     examineStore(examination);
 }
 

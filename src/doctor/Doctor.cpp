@@ -31,15 +31,6 @@ Result<void> checkIsHome(Examination &examination)
     return {};
 }
 
-/// The folders on the way to those that are looked into, each after the one that it is in.
-void checkWays(Examination &examination)
-{
-    const QString &home = examination.workspace.home().path;
-    for (const QStringView folder :
-         {u"", u"/Library", u"/Library/Preferences", u"/Library/Application Support", u"/.config"})
-        examination.checkRights(home + folder);
-}
-
 } // namespace
 
 Doctor::Doctor(Workspace &work, Ports given) : workspace(work), ports(std::move(given)) { }
@@ -49,7 +40,7 @@ Result<Diagnosis> Doctor::examine() const
     Examination examination(workspace, ports.inspection);
     if (const Result<void> isHome = checkIsHome(examination); !isHome)
         return isHome.error();
-    checkWays(examination);
+    examination.checkRights(workspace.home().preferencesDirectory());
     examinePreferences(examination);
     examineBackups(examination);
     examineLoginItems(examination);

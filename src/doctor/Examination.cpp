@@ -38,22 +38,30 @@ void Examination::addUnread(const QString &path, const Error &error)
 
 void Examination::checkRights(const QString &path)
 {
-    const Result<HomeInspection::Entry> entry = inspection.look(path);
-    if (entry)
-        checkRights(path, entry.value());
-    else if (entry.error().code != ErrorCode::NotFound)
-        addUnread(path, entry.error());
+    const QString &home = workspace.home().path;
+    if (isAtOrBelow(path, home))
+        for (qsizetype end = home.size(); end >= 0; end = path.indexOf(u'/', end + 1))
+            checkRightsOf(path.left(end));
+    checkRightsOf(path);
 }
 
-void Examination::checkRights(const QString &path, const HomeInspection::Entry &entry)
+void Examination::checkRightsOf(const QString &path)
 {
-    if (closed.contains(path))
+    if (checked.contains(path))
         return;
+    checked.insert(path);
+    const Result<HomeInspection::Entry> entry = inspection.look(path);
+    if (!entry) {
+        if (entry.error().code != ErrorCode::NotFound)
+            addUnread(path, entry.error());
+        return;
+    }
+    const HomeInspection::Entry &found = entry.value();
     // Whose the home's own folder is says nothing: on a file server it is the administrator's.
-    if (!entry.isHomeOwners && path != workspace.home().path)
-        add(FindingKind::ForeignOwner, path, {entry.owner, inspection.owner()});
-    else if (entry.isHomeOwners && !entry.letsOwnerIn)
-        add(FindingKind::ClosedMode, path, {entry.mode, entry.owner});
+    if (!found.isHomeOwners && path != workspace.home().path)
+        add(FindingKind::ForeignOwner, path, {found.owner, inspection.owner()});
+    else if (found.isHomeOwners && !found.letsOwnerIn)
+        add(FindingKind::ClosedMode, path, {found.mode, found.owner});
     else
         return;
     closed.append(path);

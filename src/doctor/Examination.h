@@ -4,6 +4,7 @@
 #include "doctor/Diagnosis.h"
 #include "home/Workspace.h"
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -33,15 +34,18 @@ public:
     /// whose it is, or a mode, has been found to keep the owner out.
     void addUnread(const QString &path, const Error &error);
 
-    /// Whether what a path leads to, if anything, belongs to the home's owner and lets them in.
+    /// Whether what a path leads to, if anything, and each folder of the home on the way to it,
+    /// belongs to the home's owner and lets them in.
     void checkRights(const QString &path);
-    void checkRights(const QString &path, const HomeInspection::Entry &entry);
     /// What stands in a folder, its rights checked; nothing where there is no folder. None: it
     /// can't be looked at, which has been told.
     [[nodiscard]] std::optional<QList<HomeInspection::Entry>> list(const QString &folder);
 
 private:
-    QStringList closed; ///< paths that keep the owner out
+    void checkRightsOf(const QString &path);
+
+    QSet<QString> checked; ///< paths
+    QStringList closed; ///< those of them that keep the owner out
 };
 
 } // namespace varnel

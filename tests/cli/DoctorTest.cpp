@@ -319,6 +319,21 @@ TEST_F(DoctorTest, aHomeThatIsClosedToItsOwnerIsOneFinding)
     }
 }
 
+TEST_F(DoctorTest, whatCannotBeLookedIntoIsNotTakenForEmpty)
+{
+    VARNEL_NEEDS_ROOT();
+    const QString path = makeHome(u"anna"_s);
+    save(path);
+    giveAll(path, stranger, stranger);
+    for (const QString &closed : {u"/Library/Application Support/Varnel/Backup"_s,
+                                  u"/Library/Application Support/Varnel/Kept"_s}) {
+        ASSERT_EQ(::chmod(qPrintable(path + closed), 0), 0);
+        EXPECT_EQ(found(examine(path), path), QStringList(QString(u"closed-mode " + closed)));
+        ASSERT_EQ(::chmod(qPrintable(path + closed), 0700), 0);
+    }
+    EXPECT_EQ(examine(path).status, 0);
+}
+
 TEST_F(DoctorTest, aLinkToWhatTheOwnerMayNotReadIsAFinding)
 {
     VARNEL_NEEDS_ROOT();

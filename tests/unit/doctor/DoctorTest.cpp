@@ -101,6 +101,16 @@ TEST_F(DoctorTest, whatCannotBeLookedAtIsExplainedOnceOrToldByItself)
     EXPECT_EQ(examined().unread, QStringList(QString(preferences + u": closed")));
 }
 
+TEST_F(DoctorTest, aFolderOnTheWayThatIsClosedIsFoundWhereItIs)
+{
+    const QString container = folder.path() + u"/Library/Containers/com.apple.Safari";
+    const QString preferences = container + u"/Data/Library/Preferences";
+    QDir().mkpath(preferences);
+    inspection.modes[container + u"/Data"] = u"0000"_s;
+    inspection.locked.insert(preferences);
+    EXPECT_EQ(findings(), QStringList(u"closed-mode /Library/Containers/com.apple.Safari/Data"_s));
+}
+
 TEST_F(DoctorTest, applicationsAreLookedForOnTheDiskOfTheSystemElseHere)
 {
     putLoginItem(u"/bin/sh"_s);
