@@ -16,12 +16,17 @@ inline const QStringList &containedApplications()
     return all;
 }
 
+[[nodiscard]] inline QString containersOf(const HomeFolder &home)
+{
+    return home.path + u"/Library/Containers";
+}
+
 /// Where such an application keeps its preferences once it lives in a container. The system makes
 /// that folder, this program never does.
 [[nodiscard]] inline QString containerPreferences(const HomeFolder &home,
                                                   const QString &application)
 {
-    return home.path + u"/Library/Containers/" + application + u"/Data/Library/Preferences";
+    return containersOf(home) + u'/' + application + u"/Data/Library/Preferences";
 }
 
 } // namespace varnel

@@ -21,7 +21,7 @@ HomeOutcome storedIn(const HomeFolder &home, const SettingRow &row, const QStrin
 {
     const HomeSession session(home);
     const QList<SettingReport> reports = session.reports({&row});
-    const plist::Value stored = session.storedUnder(row, key);
+    const plist::Value stored = session.storedUnder(reports.first(), key);
     HomeOutcome outcome;
     outcome.noteUnreadableFiles(session, reports);
     outcome.object = [report = reports.first(), key, stored] {

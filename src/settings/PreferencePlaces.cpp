@@ -28,8 +28,13 @@ bool differAtMostInCase(QStringView one, QStringView other)
 /// "com.apple.mail" for "/com.apple.Mail.plist"; null for what never lives in a container.
 QString containedApplicationOf(const QString &file)
 {
+    constexpr qsizetype slash = 1;
+    constexpr qsizetype ending = 6; // ".plist"
+    if (file.size() <= slash + ending)
+        return {};
+    const QStringView name = QStringView(file).sliced(slash).chopped(ending);
     for (const QString &application : containedApplications())
-        if (differAtMostInCase(file, QString(u'/' + application + u".plist")))
+        if (differAtMostInCase(name, application))
             return application;
     return {};
 }
@@ -53,7 +58,20 @@ PreferencePlaces::PreferencePlaces(HomeFolder homeFolder, const FileStore &fileS
 {
 }
 
-PreferencePlace PreferencePlaces::find(const QString &file) const
+const PreferencePlace &PreferencePlaces::find(const QString &file) const
+{
+    const auto known = found.find(file);
+    return known != found.end() ? known->second : found.emplace(file, lookFor(file)).first->second;
+}
+
+const QList<FurtherFile> &PreferencePlaces::furtherFiles(const QString &file) const
+{
+    const auto known = foundBeside.find(file);
+    return known != foundBeside.end() ? known->second
+                                      : foundBeside.emplace(file, lookBeside(file)).first->second;
+}
+
+PreferencePlace PreferencePlaces::lookFor(const QString &file) const
 {
     const QString container = containerOf(file);
     const bool contained = !container.isNull();
@@ -64,10 +82,10 @@ PreferencePlace PreferencePlaces::find(const QString &file) const
     return {folder + u'/' + name, contained};
 }
 
-QList<FurtherFile> PreferencePlaces::furtherFiles(const QString &file) const
+QList<FurtherFile> PreferencePlaces::lookBeside(const QString &file) const
 {
     QList<FurtherFile> further;
-    const PreferencePlace place = find(file);
+    const PreferencePlace &place = find(file);
     const auto add = [&](const QString &folder, FurtherFile::Why why) {
         for (const QString &name : namesIn(folder, file))
             if (const QString path = folder + u'/' + name; path != place.path)
@@ -88,6 +106,17 @@ bool PreferencePlaces::mayHaveHeld(const QString &path, const QString &file) con
     const bool isFolder = folder == home.preferencesDirectory()
         || (!application.isNull() && folder == containerPreferences(home, application));
     return isFolder && differAtMostInCase(path.mid(end), file);
+}
+
+QString PreferencePlaces::homeAround(const QString &folder, const QString &file)
+{
+    const QString application = containedApplicationOf(file);
+    const QString container =
+        application.isNull() ? QString() : containerPreferences({}, application);
+    for (const QString &end : {container, HomeFolder().preferencesDirectory()})
+        if (!end.isEmpty() && folder.endsWith(end))
+            return folder.chopped(end.size());
+    return {};
 }
 
 const PreferencePlaces::Folder &PreferencePlaces::at(const QString &path) const

@@ -48,13 +48,16 @@ public:
     /// that the application uses, else the one that the domain is known by here, else one that
     /// differs from both in the case of letters only, of several the first in byte order. What is
     /// not there yet gets the application's own name in a container, else the other one.
-    [[nodiscard]] PreferencePlace find(const QString &file) const;
+    [[nodiscard]] const PreferencePlace &find(const QString &file) const;
 
     /// What stands beside the place that find() gives; in byte order.
-    [[nodiscard]] QList<FurtherFile> furtherFiles(const QString &file) const;
+    [[nodiscard]] const QList<FurtherFile> &furtherFiles(const QString &file) const;
 
     /// Whether find() may ever have given that path for the domain, in this home or as it was.
     [[nodiscard]] bool mayHaveHeld(const QString &path, const QString &file) const;
+
+    /// The home that a folder lies in, if files of the domain may lie in that folder; else null.
+    [[nodiscard]] static QString homeAround(const QString &folder, const QString &file);
 
 private:
     struct Folder {
@@ -63,6 +66,8 @@ private:
         QStringList names;
     };
     [[nodiscard]] const Folder &at(const QString &path) const;
+    [[nodiscard]] PreferencePlace lookFor(const QString &file) const;
+    [[nodiscard]] QList<FurtherFile> lookBeside(const QString &file) const;
     /// Null where the application has no container.
     [[nodiscard]] QString containerOf(const QString &file) const;
     [[nodiscard]] bool isSomethingAt(const QString &folder) const;
@@ -72,7 +77,10 @@ private:
 
     HomeFolder home;
     const FileStore &store;
+    // What was found out, by the folder's path and by the domain's file.
     mutable std::map<QString, Folder> folders;
+    mutable std::map<QString, PreferencePlace> found;
+    mutable std::map<QString, QList<FurtherFile>> foundBeside;
 };
 
 } // namespace varnel

@@ -255,6 +255,44 @@ TEST_F(PreferencePlacesOfAHome, eachFolderIsLookedAtOnce)
     EXPECT_TRUE(store.calls.isEmpty());
 }
 
+TEST_F(PreferencePlacesOfAHome, inAPassTheFilesOfAllSettingsAreLookedForOnce)
+{
+    SettingsHome disk;
+    FailingFileStore store(disk.store);
+    PreferenceFiles files(store);
+    const SettingAccess access(disk.home.home(), files, disk.finderInfo);
+    {
+        const SettingAccess::ReadPass pass(access);
+        const SettingAccess::ReadPass inner(access);
+        for (const SettingRow &row : catalogue()) {
+            (void)access.read(row);
+            (void)access.filePath(row);
+            (void)access.furtherFiles(row);
+        }
+        EXPECT_EQ(store.listings.size(), 4) << qPrintable(store.listings.join(u'\n'));
+    }
+    disk.put(u"com.apple.Dock.plist"_s, {});
+    EXPECT_EQ(access.filePath(*findSetting(1004)), disk.path(u"com.apple.Dock.plist"_s))
+        << "after it, what is there now";
+    store.listings.clear();
+    (void)access.read(*findSetting(1004));
+    EXPECT_EQ(store.listings.size(), 1) << "only where the file can lie";
+}
+
+TEST_F(PreferencePlacesOfAHome, aPathTellsTheHomeAroundIt)
+{
+    const auto around = [](const QString &folder, const QString &file) {
+        return PreferencePlaces::homeAround(folder, file);
+    };
+    const QString inContainer =
+        containerPreferences({u"/Users/anna"_s, false}, u"com.apple.mail"_s);
+    EXPECT_EQ(around(u"/Users/anna/Library/Preferences"_s, dock), u"/Users/anna");
+    EXPECT_EQ(around(inContainer, mail), u"/Users/anna");
+    // A container that is not the application's own is a home like any other folder.
+    EXPECT_EQ(around(inContainer, dock), u"/Users/anna/Library/Containers/com.apple.mail/Data");
+    EXPECT_TRUE(around(u"/Users/anna/Library"_s, dock).isNull());
+}
+
 TEST_F(PreferencePlacesOfAHome, aPlaceThatADomainNeverHasIsKnown)
 {
     const QString preferences = home.home.home().preferencesDirectory();
