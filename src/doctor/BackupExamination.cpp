@@ -122,11 +122,11 @@ void examineStore(Examination &examination)
                              examination.workspace.files(), DisabledItemsStore::Manner::TryOut);
     const QString path = QDir::cleanPath(store.path());
     examination.checkRights(path);
-    const Result<QStringList> paths = store.storedPaths();
-    if (paths)
+    const Result<QList<StoredRow>> rows = store.rowsOf(u"/"_s);
+    if (rows)
         return;
-    const Error named {paths.error().code, path + u": " + paths.error().text};
-    if (paths.error().code == ErrorCode::NotPermitted)
+    const Error named {rows.error().code, path + u": " + rows.error().text};
+    if (rows.error().code == ErrorCode::NotPermitted)
         examination.addUnread(path, named);
     else
         examination.add(FindingKind::UnreadableDatabase, path, named);

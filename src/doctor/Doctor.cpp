@@ -7,7 +7,6 @@
 #include "doctor/PreferenceExamination.h"
 #include "platform/FileReader.h"
 #include "platform/FileStore.h"
-#include "shell/Tools.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,7 +15,7 @@ namespace varnel {
 
 namespace {
 
-/// A home with this closed to it has none that could be missing.
+/// In a home that is closed nobody can tell whether the folder is missing.
 Result<void> checkIsHome(Examination &examination)
 {
     const HomeFolder &home = examination.workspace.home();

@@ -252,6 +252,17 @@ TEST_F(DoctorTest, aWriteAheadLogIsReadInACopyAndStaysAsItIs)
         (QStringList {u"journal-left " + below + u"-shm", u"journal-left " + below + u"-wal"}));
 }
 
+TEST_F(DoctorTest, aStoreOfDisabledItemsThatIsNoneIsFound)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString store = u"/Library/Application Support/Varnel/disableLoginItems.sqlite"_s;
+    put(path + store, {});
+    EXPECT_EQ(found(examine(path), path), QStringList());
+    put(path + store,
+        "no database, and long enough to have the header of one: " + QByteArray(99, 'x'));
+    EXPECT_EQ(found(examine(path), path), QStringList(QString(u"unreadable-database " + store)));
+}
+
 TEST_F(DoctorTest, whatIsNoHomeIsNotReadable)
 {
     const Outcome none = doctor({u"--home"_s, folder.path() + u"/none"});
