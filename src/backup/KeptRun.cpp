@@ -40,6 +40,19 @@ QStringList runFolders(const Workspace &workspace)
     return names ? names.value() : QStringList();
 }
 
+/// The paths of those folders of runs whose backup files are not there.
+QStringList withoutBackup(const Workspace &workspace, const QStringList &names)
+{
+    QStringList folders;
+    for (const QString &name : names) {
+        const QString stem = stemOfFolder(name);
+        const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
+        if (!stem.isNull() && !workspace.files().exists(backup))
+            folders.append(Tools::keptFolderOf(workspace.home()) + name + u'/');
+    }
+    return folders;
+}
+
 void remember(KeptPreferences &kept, const QByteArray &after)
 {
     const QByteArray digest = digestOf(after);
@@ -337,16 +350,17 @@ QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)
     return folders;
 }
 
+QStringList keptFoldersWithoutBackup(const Workspace &workspace)
+{
+    return withoutBackup(workspace, runFolders(workspace));
+}
+
 bool sweepKeptFolders(const Workspace &workspace)
 {
     const QString parent = Tools::keptFolderOf(workspace.home());
     const Result<QStringList> names = workspace.keptFolders().sweep(parent);
-    for (const QString &name : names ? names.value() : QStringList()) {
-        const QString stem = stemOfFolder(name);
-        const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
-        if (!stem.isNull() && !workspace.files().exists(backup))
-            static_cast<void>(workspace.keptFolders().discard(parent + name));
-    }
+    for (const QString &folder : withoutBackup(workspace, names ? names.value() : QStringList()))
+        static_cast<void>(workspace.keptFolders().discard(folder));
     return names.ok();
 }
 

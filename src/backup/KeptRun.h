@@ -61,6 +61,8 @@ private:
     bool hasNewStates = false; ///< that the index on the disk does not tell
 };
 
+/// The folders of runs whose backup files are gone, or not there yet.
+[[nodiscard]] QStringList keptFoldersWithoutBackup(const Workspace &workspace);
 /// Removes the folders of runs that are over and whose backup files are gone. False: there is no
 /// folder that they could be in.
 bool sweepKeptFolders(const Workspace &workspace);

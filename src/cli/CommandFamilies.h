@@ -8,6 +8,7 @@ namespace varnel::cli {
 // the source that is named after it.
 
 [[nodiscard]] Commands profileCommands();
+[[nodiscard]] Commands doctorCommands();
 [[nodiscard]] Commands loginItemsCommands();
 /// About no home: the running applications.
 [[nodiscard]] Commands processCommands();

@@ -55,13 +55,19 @@ protected:
     /// request outlives the work.
     [[nodiscard]] virtual Result<Work> prepare(const Request &request) const = 0;
 
+    /// The home as the work gets it; an error: nothing may be done in it.
+    [[nodiscard]] virtual Result<HomeFolder> takeHome(const HomeFolder &home,
+                                                      const Request &request) const;
+    /// What comes of a home in which nothing may be done.
+    [[nodiscard]] virtual HomeOutcome notTaken(const HomeFolder &home, const Error &why) const;
+
 private:
-    static ExitStatus runInOne(const Work &work, const Request &request, Console &console);
+    ExitStatus runInOne(const Work &work, const Request &request, Console &console) const;
     ExitStatus runInMany(const QStringList &directories, const Work &work, const Request &request,
                          Console &console) const;
     /// One home of several. Where this process may become the home's owner, it does so here.
-    static HomeOutcome workIn(const QString &directory, const Work &work, const Request &request,
-                              const UserSessions &sessions);
+    HomeOutcome workIn(const QString &directory, const Work &work, const Request &request,
+                       const UserSessions &sessions) const;
 };
 
 /// One that is two functions: what it takes, and what it does with that.

@@ -31,6 +31,7 @@ Commands makeCommands()
     };
     add(profileCommands());
     add({command<ExportCommand>(u"export"_s)});
+    add(doctorCommands());
     add(loginItemsCommands());
     add({command<SystemCommand>(u"system"_s)});
     add(processCommands());

@@ -10,15 +10,16 @@ CommandDescription SystemCommand::description() const
 {
     return {
         u"Shows the system's version, its memory and its network counters"_s,
-        u"The version is that of the system disk mounted at the root, or at the DIR of\n"
-        u"--system-root; what it does not say shows as \"(null)\". Memory and network are those\n"
-        u"of the machine that this runs on."_s,
+        u"The version is that of the system disk mounted at the DIR of --system-root; without\n"
+        u"it, of the disk on which a home named with --home lies at DISK/Users/NAME, and for\n"
+        u"one's own home of the root. What it does not say shows as \"(null)\". Memory and "
+        u"network\n"
+        u"are those of the machine that this runs on."_s,
         {{u"CATEGORY"_s, u"one only: macosx, memory or network"_s, ParameterInfo::Count::Optional,
           Completes::Words, categoryNames()}},
         {{u"system-root"_s, u"DIR"_s, u"the folder at which the system disk is mounted"_s, false,
           Completes::Folder}},
-        {u"system"_s, u"system memory --json"_s,
-         u"system macosx --system-root /mnt/disk --home /mnt/disk/Users/anna"_s}};
+        {u"system"_s, u"system memory --json"_s, u"system macosx --home /mnt/disk/Users/anna"_s}};
 }
 
 ExitStatus SystemCommand::run(const Request &request, Console &console) const

@@ -3,7 +3,7 @@
 #include "base/Literals.h"
 #include "cli/HomeSession.h"
 #include "cli/SettingReport.h"
-#include "platform/linux/LinuxFileReader.h"
+#include "platform/linux/LinuxSystemDisk.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "sysinfo/SystemRows.h"
 
@@ -11,6 +11,8 @@
 #include <QJsonArray>
 
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace varnel::cli {
 
@@ -22,31 +24,41 @@ constexpr std::array<SystemCategory, 3> categories {{
     {SystemCategory::Kind::Network, u"network", u"Network"},
 }};
 
-Result<QString> systemRoot(const Request &request)
+const QString rootOption = QStringLiteral("system-root");
+
+Result<LinuxSystemDisk> namedDisk(const QString &folder)
 {
-    const QString option = u"system-root"_s;
-    if (!request.has(option))
-        return u"/"_s;
-    QString folder = request.value(option);
     if (folder.isEmpty())
         return Error {ErrorCode::Invalid, u"--system-root needs the name of a folder"_s};
     if (!QFileInfo(folder).isDir())
         return Error {ErrorCode::NotFound, folder + u": no such folder"};
-    return folder;
+    return LinuxSystemDisk(folder);
 }
 
-Result<InfoRows> readMacOSX(const Request &request)
+SystemReport failed(const SystemCategory &category, const Error &error)
 {
-    const Result<QString> root = systemRoot(request);
-    if (!root)
-        return root.error();
+    return {category, error};
+}
+
+SystemReport readMacOSX(const SystemCategory &category, const Request &request)
+{
+    // Opened with the caller's rights; what lies on it is read with those of the home's owner.
+    std::optional<LinuxSystemDisk> disk;
+    if (request.has(rootOption)) {
+        Result<LinuxSystemDisk> named = namedDisk(request.value(rootOption));
+        if (!named)
+            return failed(category, named.error());
+        disk.emplace(std::move(named).value());
+    }
     Result<HomeFolder> home = chosenHome(request);
     if (home)
         home = takeUp(home.value(), request);
     if (!home)
-        return home.error();
-    const SystemVersion version = readSystemVersion(LinuxFileReader(), root.value());
-    return macOSXRows(version, LinuxSystemFacts(), home.value());
+        return failed(category, home.error());
+    if (!disk)
+        disk.emplace(home.value());
+    const SystemVersion version = readSystemVersion(*disk, disk->root());
+    return {category, macOSXRows(version, LinuxSystemFacts(), home.value()), version.whyNone};
 }
 
 Result<InfoRows> readMemory()
@@ -55,19 +67,6 @@ Result<InfoRows> readMemory()
     if (!facts)
         return Error {ErrorCode::Failed, u"the memory statistics could not be read"_s};
     return memoryRows(*facts);
-}
-
-Result<InfoRows> readRows(SystemCategory::Kind kind, const Request &request)
-{
-    switch (kind) {
-    case SystemCategory::Kind::MacOSX:
-        return readMacOSX(request);
-    case SystemCategory::Kind::Memory:
-        return readMemory();
-    case SystemCategory::Kind::Network:
-        break;
-    }
-    return networkRows(LinuxSystemFacts());
 }
 
 QJsonValue rowsJson(const Result<InfoRows> &rows)
@@ -106,14 +105,26 @@ QStringList categoryNames()
 
 SystemReport readSystem(const SystemCategory &category, const Request &request)
 {
-    return {category, readRows(category.kind, request)};
+    switch (category.kind) {
+    case SystemCategory::Kind::MacOSX:
+        return readMacOSX(category, request);
+    case SystemCategory::Kind::Memory:
+        return {category, readMemory()};
+    case SystemCategory::Kind::Network:
+        break;
+    }
+    return {category, networkRows(LinuxSystemFacts())};
 }
 
 QByteArray systemDocument(const QList<SystemReport> &reports)
 {
     QJsonObject object;
-    for (const SystemReport &report : reports)
-        object.insert(QString::fromUtf16(report.category.key), rowsJson(report.rows));
+    for (const SystemReport &report : reports) {
+        const QString key = QString::fromUtf16(report.category.key);
+        object.insert(key, rowsJson(report.rows));
+        if (!report.note.isNull())
+            object.insert(key + u"Note", report.note);
+    }
     return jsonDocument(object);
 }
 
@@ -126,6 +137,8 @@ QString systemSheet(const QList<SystemReport> &reports, const Style &style)
         table.addHeading(QString::fromUtf16(report.category.title));
         for (const InfoRow &row : report.rows.value())
             table.addRow({{row.name, Table::Look::Quiet}, {row.value}});
+        if (!report.note.isNull())
+            table.addNote(report.note);
     }
     return table.text(style);
 }

@@ -28,6 +28,7 @@ struct SystemCategory {
 struct SystemReport {
     SystemCategory category;
     Result<InfoRows> rows;
+    QString note {}; ///< for people, below the rows; null: none
 };
 
 /// Reads the host. The home folder and the system's root are those of the command line.

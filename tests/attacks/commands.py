@@ -14,6 +14,7 @@ READING = {
     "search": [["search", "Dock"]],
     "diff": [["diff", "{profile}"]],
     "export": [["export", "--json"]],
+    "doctor": [["doctor"], ["doctor", "--json"]],
     "login-items list": [["login-items", "list"], ["login-items", "list", "--json"]],
     "backups list": [["backups", "list"], ["backups", "list", "--json"]],
     "backups show": [["backups", "show", BACKUP], ["backups", "show", BACKUP, "--json"]],
