@@ -2,41 +2,21 @@
 
 #include "base/Literals.h"
 #include "cli/CommandFamilies.h"
-#include "cli/HomeCommands.h"
-#include "cli/OtherCommands.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace varnel::cli {
 
-namespace {
-
-template <typename C> NamedCommand command(const QString &name, const QStringList &aliases = {})
-{
-    return {name, aliases, [] { return std::make_unique<const C>(); }};
-}
-
-} // namespace
-
 Commands makeCommands()
 {
-    Commands commands {command<ListCommand>(u"list"_s),
-                       command<ShowCommand>(u"show"_s),
-                       command<GetCommand>(u"get"_s, {u"read"_s}),
-                       command<SetCommand>(u"set"_s, {u"write"_s}),
-                       command<ResetCommand>(u"reset"_s, {u"delete"_s}),
-                       command<SearchCommand>(u"search"_s)};
-    const auto add = [&](Commands family) {
-        std::move(family.begin(), family.end(), std::back_inserter(commands));
-    };
-    add(profileCommands());
-    add({command<ExportCommand>(u"export"_s)});
-    add(doctorCommands());
-    add(loginItemsCommands());
-    add({command<SystemCommand>(u"system"_s)});
-    add(processCommands());
-    add(backupsCommands());
-    add({command<CompletionCommand>(u"completion"_s)});
+    Commands commands;
+    for (const auto family : {readingCommands, savingCommands, searchCommands, profileCommands,
+                              exportCommands, doctorCommands, loginItemsCommands, systemCommands,
+                              processCommands, backupsCommands, completionCommands}) {
+        Commands some = family();
+        std::move(some.begin(), some.end(), std::back_inserter(commands));
+    }
     return commands;
 }
 
