@@ -37,6 +37,8 @@ public:
     /// What a path leads to, for whoever hands it to a library that would follow any link. Not
     /// logged.
     [[nodiscard]] virtual Result<Standing> look(const QString &path) const = 0;
+    /// Whether both lead to one name in one folder, through whatever links. Not logged.
+    [[nodiscard]] virtual bool areOnePlace(const QString &one, const QString &other) const = 0;
 
     /// What stands in a folder, hidden names too, in no particular order; names that are no UTF-8
     /// are left out. NotFound where there is no folder.

@@ -58,6 +58,13 @@ PreferencePlaces::PreferencePlaces(HomeFolder homeFolder, const FileStore &fileS
 {
 }
 
+QString PreferencePlaces::domainOf(const QString &file)
+{
+    constexpr qsizetype ending = 6; // ".plist"
+    const QString application = containedApplicationOf(file);
+    return application.isNull() ? knownName(file).chopped(ending) : application;
+}
+
 const PreferencePlace &PreferencePlaces::find(const QString &file) const
 {
     const auto known = found.find(file);
@@ -88,7 +95,8 @@ QList<FurtherFile> PreferencePlaces::lookBeside(const QString &file) const
     const PreferencePlace &place = find(file);
     const auto add = [&](const QString &folder, FurtherFile::Why why) {
         for (const QString &name : namesIn(folder, file))
-            if (const QString path = folder + u'/' + name; path != place.path)
+            if (const QString path = folder + u'/' + name;
+                path != place.path && !store.areOnePlace(path, place.path))
                 further.append({path, why});
     };
     if (place.inContainer)

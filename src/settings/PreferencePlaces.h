@@ -50,11 +50,14 @@ public:
     /// not there yet gets the application's own name in a container, else the other one.
     [[nodiscard]] const PreferencePlace &find(const QString &file) const;
 
-    /// What stands beside the place that find() gives; in byte order.
+    /// What stands beside the place that find() gives, and is no link to it; in byte order.
     [[nodiscard]] const QList<FurtherFile> &furtherFiles(const QString &file) const;
 
     /// Whether find() may ever have given that path for the domain, in this home or as it was.
     [[nodiscard]] bool mayHaveHeld(const QString &path, const QString &file) const;
+
+    /// The domain as its application calls it: "com.apple.mail" for "/com.apple.Mail.plist".
+    [[nodiscard]] static QString domainOf(const QString &file);
 
     /// The home that a folder lies in, if files of the domain may lie in that folder; else null.
     [[nodiscard]] static QString homeAround(const QString &folder, const QString &file);

@@ -28,6 +28,10 @@ public:
             return *error;
         return inner.list(folder);
     }
+    bool areOnePlace(const QString &one, const QString &other) const override
+    {
+        return inner.areOnePlace(one, other);
+    }
     Result<QStringList> names(const QString &folder) const override
     {
         listings.append(folder);

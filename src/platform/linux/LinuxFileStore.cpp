@@ -90,6 +90,17 @@ Result<FileStore::Standing> LinuxFileStore::look(const QString &path) const
     }
 }
 
+bool LinuxFileStore::areOnePlace(const QString &one, const QString &other) const
+{
+    const Place first = walkPath(home, one);
+    const Place second = walkPath(home, other);
+    struct stat around { };
+    struct stat otherAround { };
+    return first.error == 0 && second.error == 0 && first.name == second.name
+        && ::fstat(first.folder.get(), &around) == 0
+        && ::fstat(second.folder.get(), &otherAround) == 0 && sameFile(around, otherAround);
+}
+
 Result<QList<FolderEntry>> LinuxFileStore::list(const QString &folder) const
 {
     const Place place = walkPath(home, folder);

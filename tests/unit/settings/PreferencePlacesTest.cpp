@@ -237,6 +237,26 @@ TEST_F(PreferencePlacesOfAHome, aContainerThatALinkLeadsOutOfAStrangersHomeIsNot
     EXPECT_TRUE(places().furtherFiles(mail).isEmpty());
 }
 
+TEST_F(PreferencePlacesOfAHome, anotherWayToTheFileThatIsReadIsNoFurtherFile)
+{
+    put(u"Preferences/com.apple.mail.plist"_s);
+    linkTo(u"com.apple.mail.plist"_s, home.path(u"com.apple.Mail.plist"_s));
+    EXPECT_EQ(found(mail), u"Preferences/com.apple.mail.plist");
+    EXPECT_TRUE(places().furtherFiles(mail).isEmpty());
+    QDir(home.home.path()).mkpath(u"Library/Containers/com.apple.mail/Data/Library"_s);
+    linkTo(home.home.path() + u"/Library/Preferences",
+           home.home.path() + u"/Library/Containers/com.apple.mail/Data/Library/Preferences");
+    EXPECT_TRUE(places().find(mail).inContainer);
+    EXPECT_TRUE(places().furtherFiles(mail).isEmpty());
+}
+
+TEST_F(PreferencePlacesOfAHome, aDomainIsCalledAsItsApplicationCallsIt)
+{
+    EXPECT_EQ(PreferencePlaces::domainOf(mail), u"com.apple.mail");
+    EXPECT_EQ(PreferencePlaces::domainOf(dock), u"com.apple.dock");
+    EXPECT_EQ(PreferencePlaces::domainOf(u"/.GlobalPreferences.plist"_s), u".GlobalPreferences");
+}
+
 TEST_F(PreferencePlacesOfAHome, eachFolderIsLookedAtOnce)
 {
     SettingsHome disk;
