@@ -40,14 +40,15 @@ QStringList runFolders(const Workspace &workspace)
     return names ? names.value() : QStringList();
 }
 
-/// The paths of those folders of runs whose backup files are not there.
-QStringList withoutBackup(const Workspace &workspace, const QStringList &names)
+/// The paths of those folders of runs whose backup files are not there, or only just made.
+QStringList withoutBackup(const Workspace &workspace, const QStringList &names,
+                          const QString &newBackup = {})
 {
     QStringList folders;
     for (const QString &name : names) {
         const QString stem = stemOfFolder(name);
         const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
-        if (!stem.isNull() && !workspace.files().exists(backup))
+        if (!stem.isNull() && (stem == newBackup || !workspace.files().exists(backup)))
             folders.append(Tools::keptFolderOf(workspace.home()) + name + u'/');
     }
     return folders;
@@ -105,6 +106,9 @@ void KeptRun::meet(MetFile met)
     if (met != MetFile::Stood)
         startAnew();
     hasBackupFile = met != MetFile::None;
+    // A folder that has been kept under this name before belongs to a file that is gone.
+    if (met == MetFile::Made)
+        hasParent = sweepKeptFolders(workspace, stemOf(backupFile()));
 }
 
 /// The new backup file gets the rows of the whole run once more, so the keys stay theirs.
@@ -204,7 +208,7 @@ bool KeptRun::hasFolder()
     if (!hasBackupFile || !folder.isEmpty())
         return hasBackupFile;
     const QString parent = Tools::keptFolderOf(workspace.home());
-    if (!sweepKeptFolders(workspace)) {
+    if (!hasParent) {
         const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent);
         if (!made) {
             varnelLog(lcIo, made.error().text);
@@ -322,8 +326,11 @@ void KeptRun::keepLibraryFlag(const FinderInfo::Reading &before, const FinderInf
 
 void KeptRun::writeIndex()
 {
+    const QByteArray bytes = index.toBytes();
+    if (bytes.size() > KeptIndex::largestFile)
+        varnelLog(lcBackup, folder + keptIndexName() + u": too big: the rows alone bring it back");
     // What fails has been logged; the rows are a way back without it.
-    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), index.toBytes()));
+    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), bytes));
 }
 
 QString KeptRun::belowHome(const QString &path) const
@@ -355,11 +362,12 @@ QStringList keptFoldersWithoutBackup(const Workspace &workspace)
     return withoutBackup(workspace, runFolders(workspace));
 }
 
-bool sweepKeptFolders(const Workspace &workspace)
+bool sweepKeptFolders(const Workspace &workspace, const QString &newBackup)
 {
     const QString parent = Tools::keptFolderOf(workspace.home());
     const Result<QStringList> names = workspace.keptFolders().sweep(parent);
-    for (const QString &folder : withoutBackup(workspace, names ? names.value() : QStringList()))
+    for (const QString &folder :
+         withoutBackup(workspace, names ? names.value() : QStringList(), newBackup))
         static_cast<void>(workspace.keptFolders().discard(folder));
     return names.ok();
 }

@@ -54,6 +54,7 @@ private:
     Workspace &workspace;
     std::function<QString()> backupFile;
     bool hasBackupFile = false; ///< when its last row was written
+    bool hasParent = false; ///< the folder that the runs' folders are in
     QString folder; ///< null until something is kept
     KeptIndex index;
     QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
@@ -64,8 +65,8 @@ private:
 /// The folders of runs whose backup files are gone, or not there yet.
 [[nodiscard]] QStringList keptFoldersWithoutBackup(const Workspace &workspace);
 /// Removes the folders of runs that are over and whose backup files are gone. False: there is no
-/// folder that they could be in.
-bool sweepKeptFolders(const Workspace &workspace);
+/// folder that they could be in. Those of a backup file that was made just now are none of its run.
+bool sweepKeptFolders(const Workspace &workspace, const QString &newBackup);
 
 /// Whether what stands in both lists stands in one order.
 [[nodiscard]] bool haveOneOrder(const QStringList &some, const QStringList &others);
