@@ -57,7 +57,8 @@ protected:
     [[nodiscard]] QStringList further(const QString &file, FurtherFile::Why why) const
     {
         QStringList paths;
-        for (const FurtherFile &each : places().furtherFiles(file))
+        const PreferencePlaces all = places();
+        for (const FurtherFile &each : all.furtherFiles(file))
             if (each.why == why)
                 paths.append(below(each.path));
         return paths;
