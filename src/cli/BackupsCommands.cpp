@@ -48,11 +48,9 @@ QJsonObject entryObject(const BackupEntry &entry, const BackupFolder &folder,
     const Result<QList<BackupRow>> read = folder.read(file);
     const QList<BackupRow> rows = read ? read.value() : QList<BackupRow>();
     const KeptBackup kept(workspace, file, rows);
-    const bool isEmpty =
-        rows.isEmpty() && kept.settingsWithoutRow().isEmpty() && kept.itemsWithoutRow().isEmpty();
-    const bool exact = read && !isEmpty
-        && std::all_of(rows.begin(), rows.end(),
-                       [&](const BackupRow &row) { return kept.whyNotExact(row).isNull(); });
+    const bool exact = read && std::all_of(rows.begin(), rows.end(), [&](const BackupRow &row) {
+                           return kept.whyNotExact(row).isNull();
+                       });
     return {{u"name"_s, entry.name},
             {u"createdDate"_s, creationText(entry.createdDate)},
             {u"exact"_s, exact},

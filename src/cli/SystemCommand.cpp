@@ -184,14 +184,13 @@ public:
 
     ExitStatus run(const Request &request, Console &console) const override
     {
-        const Result<QList<SystemCategory>> categories =
-            lookUpCategories(request.arguments.value(0));
-        if (!categories)
-            return failure(categories.error());
+        const Result<QList<SystemCategory>> chosen = lookUpCategories(request.arguments.value(0));
+        if (!chosen)
+            return failure(chosen.error());
 
         QList<SystemReport> reports;
         QList<Error> errors;
-        for (const SystemCategory &category : categories.value()) {
+        for (const SystemCategory &category : chosen.value()) {
             reports.append(readSystem(category, request));
             if (const Result<InfoRows> &rows = reports.last().rows; !rows)
                 errors.append(rows.error());

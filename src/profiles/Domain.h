@@ -1,17 +1,18 @@
 #pragma once
 
-#include "settings/PreferencePlaces.h"
 #include "settings/SettingRow.h"
 
 namespace varnel {
 
-/// The preference domain of a setting, as its application calls it, "com.apple.dock"; null for a
-/// setting that is no preference. The file of all applications' settings is named as in
-/// configuration profiles,
+/// The preference domain of a setting's file, "com.apple.dock"; null for a setting that is no
+/// preference. The file of all applications' settings is named as in configuration profiles,
 /// ".GlobalPreferences".
 [[nodiscard]] inline QString domainOf(const SettingRow &row)
 {
-    return row.file.isEmpty() ? QString() : PreferencePlaces::domainOf(row.file);
+    QString domain = row.file.mid(1);
+    if (domain.endsWith(u".plist"))
+        domain.chop(6);
+    return domain;
 }
 
 inline const QString globalDomain = QStringLiteral(".GlobalPreferences");

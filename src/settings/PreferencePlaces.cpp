@@ -58,13 +58,6 @@ PreferencePlaces::PreferencePlaces(HomeFolder homeFolder, const FileStore &fileS
 {
 }
 
-QString PreferencePlaces::domainOf(const QString &file)
-{
-    constexpr qsizetype ending = 6; // ".plist"
-    const QString application = containedApplicationOf(file);
-    return application.isNull() ? knownName(file).chopped(ending) : application;
-}
-
 const PreferencePlace &PreferencePlaces::find(const QString &file) const
 {
     const auto known = found.find(file);

@@ -56,9 +56,6 @@ public:
     /// Whether find() may ever have given that path for the domain, in this home or as it was.
     [[nodiscard]] bool mayHaveHeld(const QString &path, const QString &file) const;
 
-    /// The domain as its application calls it: "com.apple.mail" for "/com.apple.Mail.plist".
-    [[nodiscard]] static QString domainOf(const QString &file);
-
     /// The home that a folder lies in, if files of the domain may lie in that folder; else null.
     [[nodiscard]] static QString homeAround(const QString &folder, const QString &file);
 

@@ -251,13 +251,6 @@ TEST_F(PreferencePlacesOfAHome, anotherWayToTheFileThatIsReadIsNoFurtherFile)
     EXPECT_TRUE(places().furtherFiles(mail).isEmpty());
 }
 
-TEST_F(PreferencePlacesOfAHome, aDomainIsCalledAsItsApplicationCallsIt)
-{
-    EXPECT_EQ(PreferencePlaces::domainOf(mail), u"com.apple.mail");
-    EXPECT_EQ(PreferencePlaces::domainOf(dock), u"com.apple.dock");
-    EXPECT_EQ(PreferencePlaces::domainOf(u"/.GlobalPreferences.plist"_s), u".GlobalPreferences");
-}
-
 TEST_F(PreferencePlacesOfAHome, eachFolderIsLookedAtOnce)
 {
     SettingsHome disk;
