@@ -42,7 +42,8 @@ std::optional<PreferenceContent> load(Examination &examination, const QString &p
         return std::nullopt;
     }
     if (!bytes) {
-        examination.add(FindingKind::UnloadableFile, path, bytes.error());
+        if (!examination.isOutOfReach(path))
+            examination.add(FindingKind::UnloadableFile, path, bytes.error());
         return std::nullopt;
     }
     Result<PreferenceContent> content = PreferenceContent::of(path, bytes.value());

@@ -289,6 +289,34 @@ TEST_F(DoctorTest, whatOnlyTheCallerMayNotReadIsNoFinding)
     EXPECT_EQ(doctor({u"--home"_s, path}).status, 0);
 }
 
+TEST_F(DoctorTest, aFolderThatOnlyTheCallerMayNotEnterIsToldOnce)
+{
+    VARNEL_NEEDS_ROOT();
+    if (!varnelctl.canRunAs(stranger))
+        GTEST_SKIP() << "no tool to run it as somebody else";
+    const QString path = makeHome(u"anna"_s);
+    const QString preferences = path + u"/Library/Preferences";
+    for (const QString &name : {u"dock"_s, u"finder"_s, u"Safari"_s})
+        put(preferences + u"/com.apple." + name + u".plist", plist({}));
+    giveAll(path, stranger + 1, stranger + 1);
+    ASSERT_EQ(::chmod(qPrintable(folder.path()), 0755), 0);
+    for (const mode_t mode : {0700, 0744}) {
+        ASSERT_EQ(::chmod(qPrintable(preferences), mode), 0);
+        const Outcome outcome = varnelctl.runAs(stranger, {u"doctor"_s, u"--home"_s, path});
+        EXPECT_EQ(outcome.status, 3) << outcome.out.toStdString();
+        EXPECT_EQ(outcome.err.count("Permission denied"), 1) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(QByteArray(preferences.toUtf8() + ": Permission denied")));
+    }
+}
+
+TEST_F(DoctorTest, aLinkThatLeadsToItselfIsOneFinding)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString dock = u"/Library/Preferences/com.apple.dock.plist"_s;
+    ASSERT_TRUE(QFile::link(path + dock, path + dock));
+    EXPECT_EQ(found(examine(path), path), QStringList(QString(u"out-of-reach " + dock)));
+}
+
 TEST_F(DoctorTest, ownersAndModesThatKeepTheOwnerOutAreToldAndNotRefused)
 {
     VARNEL_NEEDS_ROOT();

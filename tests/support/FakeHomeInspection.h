@@ -29,6 +29,10 @@ public:
         }
         return entry;
     }
+    Result<void> checkEntry(const QString &folder) const override
+    {
+        return real.checkEntry(folder);
+    }
     Result<QList<Entry>> list(const QString &folder) const override
     {
         if (locked.contains(folder))

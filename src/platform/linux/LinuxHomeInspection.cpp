@@ -131,6 +131,18 @@ Result<HomeInspection::Entry> LinuxHomeInspection::look(const QString &path) con
     return entryOf(name, *place.status);
 }
 
+Result<void> LinuxHomeInspection::checkEntry(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    struct stat status { };
+    int error = place.error;
+    if (error == 0
+        && ::fstatat(place.folder.get(), QByteArray(place.name + "/.").constData(), &status, 0)
+            != 0)
+        error = errno;
+    return error == 0 ? Result<void>() : systemError(path, error);
+}
+
 Result<QList<HomeInspection::Entry>> LinuxHomeInspection::list(const QString &path) const
 {
     const Place place = walkPath(home, path);

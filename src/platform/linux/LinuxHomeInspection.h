@@ -17,6 +17,7 @@ public:
     QString owner() const override;
     bool hasOwnersRights() const override;
     Result<Entry> look(const QString &path) const override;
+    Result<void> checkEntry(const QString &folder) const override;
     Result<QList<Entry>> list(const QString &folder) const override;
     QList<Process> processes() const override;
 
