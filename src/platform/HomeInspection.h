@@ -43,6 +43,10 @@ public:
     /// UTF-8 are left out. NotFound where there is no folder.
     [[nodiscard]] virtual Result<QList<Entry>> list(const QString &folder) const = 0;
 
+    /// Whether another process has a database of SQLite's open in a way that locks it, be it for
+    /// reading; told by the locks alone, of which none is taken. False where there is no database.
+    [[nodiscard]] virtual bool isLocked(const QString &database) const = 0;
+
     struct Process {
         int id = 0;
         QString name;

@@ -1,5 +1,6 @@
 #include "cli/Varnelctl.h"
 #include "doctor/Finding.h"
+#include "platform/linux/FileDescriptor.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -10,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -250,6 +253,65 @@ TEST_F(DoctorTest, aWriteAheadLogIsReadInACopyAndStaysAsItIs)
     EXPECT_EQ(
         found(examine(path), path),
         (QStringList {u"journal-left " + below + u"-shm", u"journal-left " + below + u"-wal"}));
+}
+
+/// Another program that has a database open, in a way that SQLite's own statements say.
+class Writer {
+public:
+    Writer(const QString &database, const QString &statements)
+    {
+        process.start(u"/usr/bin/python3"_s,
+                      {u"-c"_s,
+                       u"import sqlite3,sys\n"
+                       u"d=sqlite3.connect(sys.argv[1],isolation_level=None)\n"
+                       u"for each in sys.argv[2].split(';'): d.execute(each).fetchall()\n"
+                       u"print('ready',flush=True)\n"
+                       u"sys.stdin.read()\n"_s,
+                       database, statements});
+        EXPECT_TRUE(process.waitForReadyRead()) << process.readAllStandardError().toStdString();
+    }
+    ~Writer()
+    {
+        process.closeWriteChannel();
+        process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(Writer)
+
+private:
+    QProcess process;
+};
+
+TEST_F(DoctorTest, aDatabaseThatIsBeingWrittenAndItsJournalAreNoFindings)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString own = path + u"/Library/Application Support/Varnel/";
+    const QString row = u"INSERT INTO users VALUES('1300','1','','')"_s;
+    save(path);
+    for (const QString &begun :
+         {u"BEGIN IMMEDIATE;"_s, u"BEGIN EXCLUSIVE;"_s, u"PRAGMA journal_mode=WAL;"_s}) {
+        const Writer writer(own + u"Backup/quillet1.sqlite", begun + row);
+        EXPECT_EQ(found(examine(path), path), QStringList()) << begun.toStdString();
+    }
+    const QString table = u";CREATE TABLE users (value1 TEXT)"_s;
+    const Writer ofStore(own + u"disableLoginItems.sqlite", u"BEGIN EXCLUSIVE"_s + table);
+    const Writer ofFirstRow(own + u"Backup/quillet2.sqlite", u"BEGIN EXCLUSIVE"_s + table);
+    EXPECT_EQ(found(examine(path), path), QStringList());
+}
+
+TEST_F(DoctorTest, aBackupThatARunHasOnlyBegunIsNoFinding)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString own = path + u"/Library/Application Support/Varnel/";
+    put(own + u"Backup/quillet1.sqlite", {});
+    EXPECT_EQ(found(examine(path), path), QStringList());
+    put(own + u"Backup/quillet2.sqlite", "no database");
+    put(own + u"Backup/quillet2.sqlite-journal", {});
+    const QString kept = own + u"Kept/quillet2-0123456789abcdef";
+    QDir().mkpath(kept);
+    EXPECT_EQ(found(examine(path), path).size(), 2);
+    const FileDescriptor run(::open(qPrintable(kept), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(::flock(run.get(), LOCK_EX), 0);
+    EXPECT_EQ(found(examine(path), path), QStringList());
 }
 
 TEST_F(DoctorTest, aStoreOfDisabledItemsThatIsNoneIsFound)

@@ -39,6 +39,7 @@ public:
             return Error {ErrorCode::NotPermitted, folder + u": closed"};
         return real.list(folder);
     }
+    bool isLocked(const QString &database) const override { return real.isLocked(database); }
     QList<Process> processes() const override { return running; }
 
     bool isOwner = true;

@@ -19,6 +19,7 @@ public:
     Result<Entry> look(const QString &path) const override;
     Result<void> checkEntry(const QString &folder) const override;
     Result<QList<Entry>> list(const QString &folder) const override;
+    bool isLocked(const QString &database) const override;
     QList<Process> processes() const override;
 
 private:
