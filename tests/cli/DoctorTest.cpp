@@ -210,6 +210,44 @@ TEST_F(DoctorTest, anEmptyHomeIsHealthyAndOnesOwnToo)
     EXPECT_EQ(own.json().value(u"processes"_s)[0][u"processId"].toInt(), inSession.id());
 }
 
+TEST_F(DoctorTest, linksOnTheWayToAnApplicationMeanWhatTheyMeanOnTheDisk)
+{
+    const QString root = folder.path() + u"/disk";
+    put(root + u"/System/Library/CoreServices/SystemVersion.plist",
+        plist("<key>ProductVersion</key><string>10.7.5</string>"));
+    const QString path = makeHome(u"disk/Users/anna"_s);
+    put(root + u"/Applications/Clock.app/Contents/Info.plist", plist({}));
+    ASSERT_TRUE(QFile::link(u"/Applications"_s, path + u"/Applications"));
+    ASSERT_TRUE(QFile::link(u"/usr/bin"_s, path + u"/bin"));
+    int count = 0;
+    for (const QString &program : {QString(path + u"/Applications/Clock.app/Contents/MacOS/Clock"),
+                                   QString(root + u"/Applications/Clock.app/Contents/MacOS/Clock"),
+                                   u"/Users/anna/Applications/Clock.app/Contents/MacOS/Clock"_s,
+                                   QString(path + u"/bin/env")})
+        put(path + u"/.config/autostart/" + QString::number(++count) + u".desktop",
+            "[Desktop Entry]\nType=Application\nName=Clock\nExec=" + program.toUtf8() + '\n');
+    EXPECT_EQ(found(examine(path), path), QStringList(u"application-gone /bin/env"_s));
+}
+
+TEST_F(DoctorTest, anApplicationInAFolderThatIsClosedIsNotTakenForGone)
+{
+    VARNEL_NEEDS_ROOT();
+    const QString root = folder.path() + u"/disk";
+    put(root + u"/System/Library/CoreServices/SystemVersion.plist",
+        plist("<key>ProductVersion</key><string>10.7.5</string>"));
+    const QString path = makeHome(u"disk/Users/anna"_s);
+    put(root + u"/Applications/Clock.app/Contents/Info.plist", plist({}));
+    put(path + u"/.config/autostart/clock.desktop",
+        "[Desktop Entry]\nType=Application\nName=Clock\n"
+        "Exec=/Applications/Clock.app/Contents/MacOS/Clock\n");
+    giveAll(path, stranger, stranger);
+    for (const QString &closed : {u"/Applications"_s, u"/System"_s, u""_s}) {
+        ASSERT_EQ(::chmod(qPrintable(root + closed), closed.isEmpty() ? 0711 : 0), 0);
+        EXPECT_EQ(found(examine(path), path), QStringList()) << closed.toStdString();
+        ASSERT_EQ(::chmod(qPrintable(root + closed), 0755), 0);
+    }
+}
+
 TEST_F(DoctorTest, everythingThatIsWrongIsNamedWithWhatToDo)
 {
     const QString path = makeHome(u"anna"_s);

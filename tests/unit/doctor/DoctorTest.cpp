@@ -126,10 +126,23 @@ TEST_F(DoctorTest, anApplicationInTheHomeIsLookedForThere)
 {
     const QString program = folder.path() + u"/bin/clock";
     putLoginItem(program);
-    putSystem();
     EXPECT_EQ(findings(), QStringList(u"application-gone /bin/clock"_s));
     QDir().mkpath(folder.path() + u"/bin");
     writeRaw(program, {}, 0755);
+    EXPECT_EQ(findings(), QStringList());
+    // On the disk of a system it is the disk that is asked.
+    putSystem();
+    EXPECT_EQ(findings(), QStringList(u"application-gone /bin/clock"_s));
+    disk.files[QString(u"/disk/Users/" + home.name() + u"/bin/clock")] = {};
+    EXPECT_EQ(findings(), QStringList());
+}
+
+TEST_F(DoctorTest, anApplicationBelowTheDisksFolderIsNamedByTheDisksOwnPath)
+{
+    putLoginItem(u"/disk/bin/clock"_s);
+    putSystem();
+    EXPECT_EQ(findings(), QStringList(u"application-gone /disk/bin/clock"_s));
+    disk.files[u"/disk/bin/clock"_s] = {};
     EXPECT_EQ(findings(), QStringList());
 }
 
