@@ -130,6 +130,9 @@ void examinePreferences(Examination &examination)
         if (const std::optional<PreferenceContent> content = load(examination, place.path))
             findOddValues(examination, place.path, *content, rows);
         findPerMachineValues(examination, folder + u"/ByHost", file, rows);
+        // The system keeps those of applications in containers with all the others.
+        if (place.inContainer)
+            findPerMachineValues(examination, home.preferencesDirectory() + u"/ByHost", file, rows);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "home/Workspace.h"
 #include "platform/linux/LinuxHomePorts.h"
+#include "settings/Catalogue.h"
 #include "shell/Tools.h"
 #include "support/FakeFileReader.h"
 #include "support/FakeHomeInspection.h"
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -180,6 +182,25 @@ TEST_F(DoctorTest, onlyKeysOfSettingsForOneMachineAreFound)
                   QString(u"per-machine-value /Library/Preferences/ByHost/com.apple.Dock" + uuid),
                   u"per-machine-value /Library/Preferences/ByHost/"
                   u"com.apple.dock.0123456789ab.plist"_s}));
+}
+
+TEST_F(DoctorTest, valuesForOneMachineCountOutsideOfAContainerToo)
+{
+    const QString within = u"/Library/Containers/com.apple.Safari/Data/Library/Preferences"_s;
+    const QString name = u"/ByHost/com.apple.Safari.0123456789ab.plist"_s;
+    const SettingRow &row =
+        *std::find_if(catalogue().begin(), catalogue().end(), [](const SettingRow &each) {
+            return each.file == u"/com.apple.Safari.plist";
+        });
+    for (const QString &preferences : {within, u"/Library/Preferences"_s}) {
+        QDir().mkpath(folder.path() + preferences + u"/ByHost");
+        writeRaw(folder.path() + preferences + name,
+                 "<plist version=\"1.0\"><dict><key>" + row.keys.first().toUtf8()
+                     + "</key><true/></dict></plist>");
+    }
+    EXPECT_EQ(findings(),
+              (QStringList {QString(u"per-machine-value " + within + name),
+                            QString(u"per-machine-value /Library/Preferences" + name)}));
 }
 
 TEST_F(DoctorTest, aFolderWithoutALibraryIsNoHome)
