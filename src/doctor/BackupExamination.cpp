@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace varnel {
 
@@ -31,12 +32,38 @@ QString backupFolderOf(const Workspace &workspace)
     return QDir::cleanPath(Tools::backupFolderOf(workspace.home()));
 }
 
-bool isJournal(const QString &name)
+/// Whose journal or log a file is, by its name; null: nobody's.
+QString databaseOf(const QString &path)
 {
-    constexpr std::array<QStringView, 3> endings {u".sqlite-journal", u".sqlite-wal",
-                                                  u".sqlite-shm"};
-    return std::any_of(endings.begin(), endings.end(),
-                       [&](QStringView ending) { return name.endsWith(ending); });
+    constexpr std::array<QStringView, 3> endings {u"-journal", u"-wal", u"-shm"};
+    for (const QStringView ending : endings) {
+        const QString database = path.chopped(std::min(ending.size(), path.size()));
+        if (path.endsWith(ending) && database.endsWith(u".sqlite"))
+            return database;
+    }
+    return {};
+}
+
+/// Whether a living run is at work with a database: it has that locked, or what it keeps with it.
+bool isInUse(const Examination &examination, const QString &database)
+{
+    const Workspace &workspace = examination.workspace;
+    if (examination.inspection.isLocked(database))
+        return true;
+    if (database.section(u'/', 0, -2) != backupFolderOf(workspace))
+        return false;
+    const QStringList folders = keptFoldersOf(workspace, database);
+    return std::any_of(folders.begin(), folders.end(), [&](const QString &folder) {
+        const Result<bool> inUse = workspace.keptFolders().isInUse(folder);
+        return inUse && inUse.value();
+    });
+}
+
+/// A writer may end, and the next one begin, while its journal is looked at.
+bool isLeft(const Examination &examination, const QString &journal, const QString &database)
+{
+    return !isInUse(examination, database) && examination.inspection.look(journal)
+        && !isInUse(examination, database);
 }
 
 /// What every folder of the program's may hold.
@@ -44,23 +71,57 @@ void findLeftovers(Examination &examination, const QString &folder, const QList<
 {
     for (const Entry &entry : entries) {
         const QString path = folder + u'/' + entry.name;
+        const QString database = databaseOf(path);
         if (entry.isLeftBehind)
             examination.add(FindingKind::TemporaryFileLeft, path, {sizeOf(entry.size)});
-        else if (isJournal(entry.name))
+        else if (!database.isNull() && isLeft(examination, path, database))
             examination.add(FindingKind::JournalLeft, path, {sizeOf(entry.size)});
     }
+}
+
+/// A run begins its backup file empty, before it has anything to keep.
+bool isEmpty(const Examination &examination, const QString &path)
+{
+    const Result<Entry> entry = examination.inspection.look(path);
+    return entry && entry.value().kind == Entry::Kind::File && entry.value().size == 0;
+}
+
+/// Why a database can't be read; none where it can, and where that is for a living run's sake.
+template <typename Read>
+std::optional<Error> whyUnreadable(const Examination &examination, const QString &path,
+                                   const Read &read)
+{
+    if (read())
+        return std::nullopt;
+    if (isInUse(examination, path))
+        return std::nullopt;
+    // The run that was in the way may have ended since.
+    const auto again = read();
+    if (again || isInUse(examination, path))
+        return std::nullopt;
+    return again.error();
+}
+
+void addUnreadable(Examination &examination, const QString &path, const Error &error)
+{
+    if (error.code == ErrorCode::NotPermitted)
+        examination.addUnread(path, error);
+    else if (!examination.isOutOfReach(path))
+        examination.add(FindingKind::UnreadableDatabase, path, error);
 }
 
 void examineBackup(Examination &examination, const QString &path, const Entry &entry)
 {
     examination.checkRights(path);
-    const Result<QList<BackupRow>> rows = readBackupRows(path, examination.workspace.files());
-    if (!rows && rows.error().code == ErrorCode::NotPermitted)
-        examination.addUnread(path, rows.error());
-    else if (!rows)
-        examination.add(FindingKind::UnreadableDatabase, path, rows.error());
+    if (isEmpty(examination, path))
+        return;
+    const std::optional<Error> error = whyUnreadable(
+        examination, path, [&] { return readBackupRows(path, examination.workspace.files()); });
+    if (error)
+        addUnreadable(examination, path, *error);
     // Where kept files can't be looked at, nobody can tell.
-    if (rows && examination.diagnosis.kept && keptFoldersOf(examination.workspace, path).isEmpty())
+    else if (examination.diagnosis.kept && !isInUse(examination, path)
+             && keptFoldersOf(examination.workspace, path).isEmpty())
         examination.add(FindingKind::BackupWithoutKept, path, {sizeOf(entry.size)});
 }
 
@@ -122,14 +183,10 @@ void examineStore(Examination &examination)
                              examination.workspace.files(), DisabledItemsStore::Manner::TryOut);
     const QString path = QDir::cleanPath(store.path());
     examination.checkRights(path);
-    const Result<QList<StoredRow>> rows = store.rowsOf(u"/"_s);
-    if (rows)
-        return;
-    const Error named {rows.error().code, path + u": " + rows.error().text};
-    if (rows.error().code == ErrorCode::NotPermitted)
-        examination.addUnread(path, named);
-    else
-        examination.add(FindingKind::UnreadableDatabase, path, named);
+    const std::optional<Error> error =
+        whyUnreadable(examination, path, [&] { return store.rowsOf(u"/"_s); });
+    if (error)
+        addUnreadable(examination, path, {error->code, path + u": " + error->text});
 }
 
 /// The folders in which saves put files, but for those that are looked at above.

@@ -30,6 +30,20 @@ Result<void> checkIsHome(Examination &examination)
     return {};
 }
 
+bool isBelow(const QString &path, const QString &folder)
+{
+    return path.startsWith(QString(folder + u'/'));
+}
+
+/// What can't be looked at may well be there.
+bool isGone(const FileReader &files, const QString &path)
+{
+    if (files.exists(path))
+        return false;
+    const Result<QByteArray> bytes = files.read(path);
+    return !bytes && bytes.error().code == ErrorCode::NotFound;
+}
+
 } // namespace
 
 Doctor::Doctor(Workspace &work, Ports given) : workspace(work), ports(std::move(given)) { }
@@ -56,22 +70,36 @@ void Doctor::examineLoginItems(Examination &examination) const
 {
     LoginItemsOfHome items(workspace);
     for (const LoginItemRow &item : items.access().readData(LoginItemsAccess::Reading::Silent))
-        if (!isThere(item.path))
+        if (isMissing(item.path))
             examination.add(FindingKind::ApplicationGone, item.path, QStringList());
 }
 
-/// A home on the disk of its system speaks of applications on that disk.
-bool Doctor::isThere(const QString &application) const
+/// A home on the disk of its system speaks of applications on that disk, where links mean what they
+/// mean there, too.
+bool Doctor::isMissing(const QString &application) const
 {
     if (!application.startsWith(u'/'))
-        return false;
-    if (application.startsWith(QString(workspace.home().path + u'/')))
-        return workspace.files().exists(application);
+        return true;
+    const HomeFolder &home = workspace.home();
+    const bool isInHome = isBelow(application, home.path);
+    if (!isOnSystemDisk())
+        return isGone(isInHome ? workspace.files() : workspace.applications(), application);
     const QString &root = ports.systemRoot;
-    if (workspace.home().own || !readSystemVersion(ports.systemDisk, root).whyNone.isNull())
-        return workspace.applications().exists(application);
-    return ports.systemDisk.exists(root.endsWith(u'/') ? root.chopped(1) + application
-                                                       : root + application);
+    const QString disk = root.endsWith(u'/') ? root.chopped(1) : root;
+    if (isInHome)
+        return isGone(ports.systemDisk,
+                      disk + u"/Users/" + home.name() + application.mid(home.path.size()));
+    return isGone(ports.systemDisk, isBelow(application, disk) ? application : disk + application);
+}
+
+/// Of a system whose version can't be told, its folder says that it is there.
+bool Doctor::isOnSystemDisk() const
+{
+    const QString &root = ports.systemRoot;
+    if (workspace.home().own || root.isNull())
+        return false;
+    return readSystemVersion(ports.systemDisk, root).whyNone.isNull()
+        || !isGone(ports.systemDisk, root + (root.endsWith(u'/') ? u"System" : u"/System"));
 }
 
 void Doctor::examineProcesses(Examination &examination) const

@@ -28,7 +28,8 @@ public:
 private:
     void examineLoginItems(Examination &examination) const;
     void examineProcesses(Examination &examination) const;
-    [[nodiscard]] bool isThere(const QString &application) const;
+    [[nodiscard]] bool isMissing(const QString &application) const;
+    [[nodiscard]] bool isOnSystemDisk() const;
 
     Workspace &workspace;
     Ports ports;

@@ -11,6 +11,12 @@ bool isAtOrBelow(const QString &path, const QString &folder)
     return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == u'/');
 }
 
+bool isWithin(const QString &path, const QStringList &places)
+{
+    return std::any_of(places.begin(), places.end(),
+                       [&](const QString &place) { return isAtOrBelow(path, place); });
+}
+
 } // namespace
 
 void Examination::add(FindingKind kind, const QString &path, const QStringList &furtherWords)
@@ -25,24 +31,42 @@ void Examination::add(FindingKind kind, const QString &path, const Error &error)
 
 void Examination::addUnread(const QString &path, const Error &error)
 {
-    const auto explains = [&](const QString &folder) { return isAtOrBelow(path, folder); };
-    if (std::any_of(closed.begin(), closed.end(), explains))
+    if (isWithin(path, closed) || isWithin(path, unread))
         return;
-    if (inspection.hasOwnersRights()) {
+    unread.append(path);
+    if (inspection.hasOwnersRights())
         add(FindingKind::OutOfReach, path, error);
-        closed.append(path);
-    } else if (!diagnosis.unread.contains(error.text)) {
+    else if (!diagnosis.unread.contains(error.text))
         diagnosis.unread.append(error.text);
-    }
+}
+
+bool Examination::isOutOfReach(const QString &path) const
+{
+    return isWithin(path, unread);
 }
 
 void Examination::checkRights(const QString &path)
 {
     const QString &home = workspace.home().path;
     if (isAtOrBelow(path, home))
-        for (qsizetype end = home.size(); end >= 0; end = path.indexOf(u'/', end + 1))
+        for (qsizetype end = home.size(); end >= 0 && end < path.size();
+             end = path.indexOf(u'/', end + 1)) {
             checkRightsOf(path.left(end));
+            checkEntryOf(path.left(end));
+        }
     checkRightsOf(path);
+}
+
+/// Where nothing in a folder can be got at, that is told of the folder, not of all that is in it.
+void Examination::checkEntryOf(const QString &folder)
+{
+    const QString entered = folder + u'/';
+    if (checked.contains(entered))
+        return;
+    checked.insert(entered);
+    const Result<void> entry = inspection.checkEntry(folder);
+    if (!entry && entry.error().code == ErrorCode::NotPermitted)
+        addUnread(folder, entry.error());
 }
 
 void Examination::checkRightsOf(const QString &path)

@@ -35,8 +35,9 @@ const QList<FindingRow> &findingRows()
          u" it away."_s},
         {FindingKind::NoChoice, u"no-choice"_s,
          u"%@ holds %@ under %@, which %@ has no choice for."_s,
-         u"The setting shows its default in place of it. Set or reset it: 'varnelctl set',"
-         u" 'varnelctl reset'."_s},
+         u"Where choices are meant the setting shows its default, or the number that a text begins"
+         u" with, which is 0 where it begins with none; a number is shown as it stands, beyond its"
+         u" range too. Set or reset it: 'varnelctl set', 'varnelctl reset'."_s},
         {FindingKind::PerMachineValue, u"per-machine-value"_s,
          u"%@ holds %@ for one machine alone."_s,
          u"On that machine this comes before the value of the setting. Where the setting is to"

@@ -5,6 +5,8 @@
 #include "settings/PreferenceFiles.h"
 
 #include <algorithm>
+#include <optional>
+#include <variant>
 
 namespace varnel {
 
@@ -17,9 +19,15 @@ QString oneLine(const plist::Value &value)
     return text.size() > most ? text.left(most) + u"..." : text;
 }
 
+/// Reading takes a text for the number that it begins with, which for "YES" is 0.
+std::optional<int> numberOf(const plist::Value &stored)
+{
+    return stored.kind == plist::Kind::String ? std::nullopt : intValue(stored);
+}
+
 bool isNumberOf(const SettingRow &row, const plist::Value &stored)
 {
-    const std::optional<int> number = intValue(stored);
+    const std::optional<int> number = numberOf(stored);
     return number && *number >= row.minimum && *number <= row.maximum;
 }
 
@@ -32,15 +40,22 @@ bool namesBarItemsOnly(const plist::Value &stored)
         && std::all_of(stored.strings.begin(), stored.strings.end(), isItem);
 }
 
+bool isChoiceOf(const SettingRow &row, const plist::Value &stored)
+{
+    const std::optional<int> choice = choiceOfStored(row, stored);
+    const bool writesText = choice && std::holds_alternative<QString>(storedOfIndex(row, *choice));
+    return choice && writesText == (stored.kind == plist::Kind::String);
+}
+
 bool couldBeWritten(const SettingRow &row, const plist::Value &stored)
 {
     switch (row.mechanism) {
     case Mechanism::Choice:
     case Mechanism::DebugMenu:
     case Mechanism::NestedChoice:
-        return choiceOfStored(row, stored).has_value();
+        return isChoiceOf(row, stored);
     case Mechanism::LibraryPlaylist:
-        return intValue(stored).has_value();
+        return numberOf(stored).has_value();
     case Mechanism::Number:
         return isNumberOf(row, stored);
     case Mechanism::Text:

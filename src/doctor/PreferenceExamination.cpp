@@ -42,7 +42,8 @@ std::optional<PreferenceContent> load(Examination &examination, const QString &p
         return std::nullopt;
     }
     if (!bytes) {
-        examination.add(FindingKind::UnloadableFile, path, bytes.error());
+        if (!examination.isOutOfReach(path))
+            examination.add(FindingKind::UnloadableFile, path, bytes.error());
         return std::nullopt;
     }
     Result<PreferenceContent> content = PreferenceContent::of(path, bytes.value());
@@ -129,6 +130,9 @@ void examinePreferences(Examination &examination)
         if (const std::optional<PreferenceContent> content = load(examination, place.path))
             findOddValues(examination, place.path, *content, rows);
         findPerMachineValues(examination, folder + u"/ByHost", file, rows);
+        // The system keeps those of applications in containers with all the others.
+        if (place.inContainer)
+            findPerMachineValues(examination, home.preferencesDirectory() + u"/ByHost", file, rows);
     }
 }
 

@@ -37,9 +37,15 @@ public:
 
     /// What a path leads to; NotFound, or NotPermitted where the way there is closed.
     [[nodiscard]] virtual Result<Entry> look(const QString &path) const = 0;
+    /// Whether what stands in a folder can be got at by name, whatever that is.
+    [[nodiscard]] virtual Result<void> checkEntry(const QString &folder) const = 0;
     /// What stands in a folder, hidden names too, links as links, sorted by name; names that are no
     /// UTF-8 are left out. NotFound where there is no folder.
     [[nodiscard]] virtual Result<QList<Entry>> list(const QString &folder) const = 0;
+
+    /// Whether another process has a database of SQLite's open in a way that locks it, be it for
+    /// reading; told by the locks alone, of which none is taken. False where there is no database.
+    [[nodiscard]] virtual bool isLocked(const QString &database) const = 0;
 
     struct Process {
         int id = 0;

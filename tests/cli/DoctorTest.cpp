@@ -1,5 +1,6 @@
 #include "cli/Varnelctl.h"
 #include "doctor/Finding.h"
+#include "platform/linux/FileDescriptor.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -10,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -207,6 +210,44 @@ TEST_F(DoctorTest, anEmptyHomeIsHealthyAndOnesOwnToo)
     EXPECT_EQ(own.json().value(u"processes"_s)[0][u"processId"].toInt(), inSession.id());
 }
 
+TEST_F(DoctorTest, linksOnTheWayToAnApplicationMeanWhatTheyMeanOnTheDisk)
+{
+    const QString root = folder.path() + u"/disk";
+    put(root + u"/System/Library/CoreServices/SystemVersion.plist",
+        plist("<key>ProductVersion</key><string>10.7.5</string>"));
+    const QString path = makeHome(u"disk/Users/anna"_s);
+    put(root + u"/Applications/Clock.app/Contents/Info.plist", plist({}));
+    ASSERT_TRUE(QFile::link(u"/Applications"_s, path + u"/Applications"));
+    ASSERT_TRUE(QFile::link(u"/usr/bin"_s, path + u"/bin"));
+    int count = 0;
+    for (const QString &program : {QString(path + u"/Applications/Clock.app/Contents/MacOS/Clock"),
+                                   QString(root + u"/Applications/Clock.app/Contents/MacOS/Clock"),
+                                   u"/Users/anna/Applications/Clock.app/Contents/MacOS/Clock"_s,
+                                   QString(path + u"/bin/env")})
+        put(path + u"/.config/autostart/" + QString::number(++count) + u".desktop",
+            "[Desktop Entry]\nType=Application\nName=Clock\nExec=" + program.toUtf8() + '\n');
+    EXPECT_EQ(found(examine(path), path), QStringList(u"application-gone /bin/env"_s));
+}
+
+TEST_F(DoctorTest, anApplicationInAFolderThatIsClosedIsNotTakenForGone)
+{
+    VARNEL_NEEDS_ROOT();
+    const QString root = folder.path() + u"/disk";
+    put(root + u"/System/Library/CoreServices/SystemVersion.plist",
+        plist("<key>ProductVersion</key><string>10.7.5</string>"));
+    const QString path = makeHome(u"disk/Users/anna"_s);
+    put(root + u"/Applications/Clock.app/Contents/Info.plist", plist({}));
+    put(path + u"/.config/autostart/clock.desktop",
+        "[Desktop Entry]\nType=Application\nName=Clock\n"
+        "Exec=/Applications/Clock.app/Contents/MacOS/Clock\n");
+    giveAll(path, stranger, stranger);
+    for (const QString &closed : {u"/Applications"_s, u"/System"_s, u""_s}) {
+        ASSERT_EQ(::chmod(qPrintable(root + closed), closed.isEmpty() ? 0711 : 0), 0);
+        EXPECT_EQ(found(examine(path), path), QStringList()) << closed.toStdString();
+        ASSERT_EQ(::chmod(qPrintable(root + closed), 0755), 0);
+    }
+}
+
 TEST_F(DoctorTest, everythingThatIsWrongIsNamedWithWhatToDo)
 {
     const QString path = makeHome(u"anna"_s);
@@ -252,6 +293,65 @@ TEST_F(DoctorTest, aWriteAheadLogIsReadInACopyAndStaysAsItIs)
         (QStringList {u"journal-left " + below + u"-shm", u"journal-left " + below + u"-wal"}));
 }
 
+/// Another program that has a database open, in a way that SQLite's own statements say.
+class Writer {
+public:
+    Writer(const QString &database, const QString &statements)
+    {
+        process.start(u"/usr/bin/python3"_s,
+                      {u"-c"_s,
+                       u"import sqlite3,sys\n"
+                       u"d=sqlite3.connect(sys.argv[1],isolation_level=None)\n"
+                       u"for each in sys.argv[2].split(';'): d.execute(each).fetchall()\n"
+                       u"print('ready',flush=True)\n"
+                       u"sys.stdin.read()\n"_s,
+                       database, statements});
+        EXPECT_TRUE(process.waitForReadyRead()) << process.readAllStandardError().toStdString();
+    }
+    ~Writer()
+    {
+        process.closeWriteChannel();
+        process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(Writer)
+
+private:
+    QProcess process;
+};
+
+TEST_F(DoctorTest, aDatabaseThatIsBeingWrittenAndItsJournalAreNoFindings)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString own = path + u"/Library/Application Support/Varnel/";
+    const QString row = u"INSERT INTO users VALUES('1300','1','','')"_s;
+    save(path);
+    for (const QString &begun :
+         {u"BEGIN IMMEDIATE;"_s, u"BEGIN EXCLUSIVE;"_s, u"PRAGMA journal_mode=WAL;"_s}) {
+        const Writer writer(own + u"Backup/quillet1.sqlite", begun + row);
+        EXPECT_EQ(found(examine(path), path), QStringList()) << begun.toStdString();
+    }
+    const QString table = u";CREATE TABLE users (value1 TEXT)"_s;
+    const Writer ofStore(own + u"disableLoginItems.sqlite", u"BEGIN EXCLUSIVE"_s + table);
+    const Writer ofFirstRow(own + u"Backup/quillet2.sqlite", u"BEGIN EXCLUSIVE"_s + table);
+    EXPECT_EQ(found(examine(path), path), QStringList());
+}
+
+TEST_F(DoctorTest, aBackupThatARunHasOnlyBegunIsNoFinding)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString own = path + u"/Library/Application Support/Varnel/";
+    put(own + u"Backup/quillet1.sqlite", {});
+    EXPECT_EQ(found(examine(path), path), QStringList());
+    put(own + u"Backup/quillet2.sqlite", "no database");
+    put(own + u"Backup/quillet2.sqlite-journal", {});
+    const QString kept = own + u"Kept/quillet2-0123456789abcdef";
+    QDir().mkpath(kept);
+    EXPECT_EQ(found(examine(path), path).size(), 2);
+    const FileDescriptor run(::open(qPrintable(kept), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(::flock(run.get(), LOCK_EX), 0);
+    EXPECT_EQ(found(examine(path), path), QStringList());
+}
+
 TEST_F(DoctorTest, aStoreOfDisabledItemsThatIsNoneIsFound)
 {
     const QString path = makeHome(u"anna"_s);
@@ -287,6 +387,34 @@ TEST_F(DoctorTest, whatOnlyTheCallerMayNotReadIsNoFinding)
     EXPECT_EQ(outcome.status, 3) << outcome.out.toStdString();
     EXPECT_TRUE(outcome.err.contains(": Permission denied")) << outcome.err.toStdString();
     EXPECT_EQ(doctor({u"--home"_s, path}).status, 0);
+}
+
+TEST_F(DoctorTest, aFolderThatOnlyTheCallerMayNotEnterIsToldOnce)
+{
+    VARNEL_NEEDS_ROOT();
+    if (!varnelctl.canRunAs(stranger))
+        GTEST_SKIP() << "no tool to run it as somebody else";
+    const QString path = makeHome(u"anna"_s);
+    const QString preferences = path + u"/Library/Preferences";
+    for (const QString &name : {u"dock"_s, u"finder"_s, u"Safari"_s})
+        put(preferences + u"/com.apple." + name + u".plist", plist({}));
+    giveAll(path, stranger + 1, stranger + 1);
+    ASSERT_EQ(::chmod(qPrintable(folder.path()), 0755), 0);
+    for (const mode_t mode : {0700, 0744}) {
+        ASSERT_EQ(::chmod(qPrintable(preferences), mode), 0);
+        const Outcome outcome = varnelctl.runAs(stranger, {u"doctor"_s, u"--home"_s, path});
+        EXPECT_EQ(outcome.status, 3) << outcome.out.toStdString();
+        EXPECT_EQ(outcome.err.count("Permission denied"), 1) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(QByteArray(preferences.toUtf8() + ": Permission denied")));
+    }
+}
+
+TEST_F(DoctorTest, aLinkThatLeadsToItselfIsOneFinding)
+{
+    const QString path = makeHome(u"anna"_s);
+    const QString dock = u"/Library/Preferences/com.apple.dock.plist"_s;
+    ASSERT_TRUE(QFile::link(path + dock, path + dock));
+    EXPECT_EQ(found(examine(path), path), QStringList(QString(u"out-of-reach " + dock)));
 }
 
 TEST_F(DoctorTest, ownersAndModesThatKeepTheOwnerOutAreToldAndNotRefused)

@@ -29,12 +29,17 @@ public:
         }
         return entry;
     }
+    Result<void> checkEntry(const QString &folder) const override
+    {
+        return real.checkEntry(folder);
+    }
     Result<QList<Entry>> list(const QString &folder) const override
     {
         if (locked.contains(folder))
             return Error {ErrorCode::NotPermitted, folder + u": closed"};
         return real.list(folder);
     }
+    bool isLocked(const QString &database) const override { return real.isLocked(database); }
     QList<Process> processes() const override { return running; }
 
     bool isOwner = true;

@@ -131,6 +131,18 @@ Result<HomeInspection::Entry> LinuxHomeInspection::look(const QString &path) con
     return entryOf(name, *place.status);
 }
 
+Result<void> LinuxHomeInspection::checkEntry(const QString &path) const
+{
+    const Place place = walkPath(home, path);
+    struct stat status { };
+    int error = place.error;
+    if (error == 0
+        && ::fstatat(place.folder.get(), QByteArray(place.name + "/.").constData(), &status, 0)
+            != 0)
+        error = errno;
+    return error == 0 ? Result<void>() : systemError(path, error);
+}
+
 Result<QList<HomeInspection::Entry>> LinuxHomeInspection::list(const QString &path) const
 {
     const Place place = walkPath(home, path);
@@ -155,6 +167,24 @@ Result<QList<HomeInspection::Entry>> LinuxHomeInspection::list(const QString &pa
     std::sort(entries.begin(), entries.end(),
               [](const Entry &one, const Entry &other) { return one.name < other.name; });
     return entries;
+}
+
+bool LinuxHomeInspection::isLocked(const QString &database) const
+{
+    // The bytes that the library locks, wherever the file ends: two of writers, 510 of readers.
+    constexpr off_t firstLockByte = 0x40000000;
+    constexpr off_t lockBytes = 512;
+    const Place place = walkPath(home, database);
+    if (place.error != 0 || !place.status || !S_ISREG(place.status->st_mode))
+        return false;
+    const FileDescriptor file(::openat(place.folder.get(), place.name.constData(),
+                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct flock lock { };
+    lock.l_type = F_WRLCK; // the one that every other lock is in the way of
+    lock.l_whence = SEEK_SET;
+    lock.l_start = firstLockByte;
+    lock.l_len = lockBytes;
+    return file && ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 bool LinuxHomeInspection::hasThisHome(const QString &process) const

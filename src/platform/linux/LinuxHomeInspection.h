@@ -17,7 +17,9 @@ public:
     QString owner() const override;
     bool hasOwnersRights() const override;
     Result<Entry> look(const QString &path) const override;
+    Result<void> checkEntry(const QString &folder) const override;
     Result<QList<Entry>> list(const QString &folder) const override;
+    bool isLocked(const QString &database) const override;
     QList<Process> processes() const override;
 
 private:

@@ -76,7 +76,7 @@ Result<QByteArray> LinuxSystemDisk::read(const QString &path) const
         return Error {ErrorCode::Failed,
                       path + u": this kernel is too old to keep the links of a disk on it"};
     if (!file)
-        return systemError(path, errno);
+        return systemError(path, errno == ENOTDIR ? ENOENT : errno);
     auto content = readFound(file);
     if (auto *found = std::get_if<FileContent>(&content))
         return std::move(found->bytes);

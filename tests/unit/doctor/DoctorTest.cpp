@@ -2,6 +2,7 @@
 
 #include "home/Workspace.h"
 #include "platform/linux/LinuxHomePorts.h"
+#include "settings/Catalogue.h"
 #include "shell/Tools.h"
 #include "support/FakeFileReader.h"
 #include "support/FakeHomeInspection.h"
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -126,10 +128,23 @@ TEST_F(DoctorTest, anApplicationInTheHomeIsLookedForThere)
 {
     const QString program = folder.path() + u"/bin/clock";
     putLoginItem(program);
-    putSystem();
     EXPECT_EQ(findings(), QStringList(u"application-gone /bin/clock"_s));
     QDir().mkpath(folder.path() + u"/bin");
     writeRaw(program, {}, 0755);
+    EXPECT_EQ(findings(), QStringList());
+    // On the disk of a system it is the disk that is asked.
+    putSystem();
+    EXPECT_EQ(findings(), QStringList(u"application-gone /bin/clock"_s));
+    disk.files[QString(u"/disk/Users/" + home.name() + u"/bin/clock")] = {};
+    EXPECT_EQ(findings(), QStringList());
+}
+
+TEST_F(DoctorTest, anApplicationBelowTheDisksFolderIsNamedByTheDisksOwnPath)
+{
+    putLoginItem(u"/disk/bin/clock"_s);
+    putSystem();
+    EXPECT_EQ(findings(), QStringList(u"application-gone /disk/bin/clock"_s));
+    disk.files[u"/disk/bin/clock"_s] = {};
     EXPECT_EQ(findings(), QStringList());
 }
 
@@ -167,6 +182,25 @@ TEST_F(DoctorTest, onlyKeysOfSettingsForOneMachineAreFound)
                   QString(u"per-machine-value /Library/Preferences/ByHost/com.apple.Dock" + uuid),
                   u"per-machine-value /Library/Preferences/ByHost/"
                   u"com.apple.dock.0123456789ab.plist"_s}));
+}
+
+TEST_F(DoctorTest, valuesForOneMachineCountOutsideOfAContainerToo)
+{
+    const QString within = u"/Library/Containers/com.apple.Safari/Data/Library/Preferences"_s;
+    const QString name = u"/ByHost/com.apple.Safari.0123456789ab.plist"_s;
+    const SettingRow &row =
+        *std::find_if(catalogue().begin(), catalogue().end(), [](const SettingRow &each) {
+            return each.file == u"/com.apple.Safari.plist";
+        });
+    for (const QString &preferences : {within, u"/Library/Preferences"_s}) {
+        QDir().mkpath(folder.path() + preferences + u"/ByHost");
+        writeRaw(folder.path() + preferences + name,
+                 "<plist version=\"1.0\"><dict><key>" + row.keys.first().toUtf8()
+                     + "</key><true/></dict></plist>");
+    }
+    EXPECT_EQ(findings(),
+              (QStringList {QString(u"per-machine-value " + within + name),
+                            QString(u"per-machine-value /Library/Preferences" + name)}));
 }
 
 TEST_F(DoctorTest, aFolderWithoutALibraryIsNoHome)

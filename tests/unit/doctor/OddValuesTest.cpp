@@ -44,6 +44,15 @@ TEST(OddValues, whatNoChoiceWritesIsOdd)
               QStringList(u"type: nosuchtype"_s));
 }
 
+TEST(OddValues, aTextIsNoChoiceOfNumbersWhateverItReadsAs)
+{
+    for (const QByteArray text : {"YES", "true", "1", "0", ""})
+        EXPECT_EQ(odd(u"lock-dock-size", "<key>size-immutable</key><string>" + text + "</string>"),
+                  QStringList(QString(u"size-immutable: " + QString::fromUtf8(text))));
+    EXPECT_EQ(odd(u"dock-size", "<key>tilesize</key><string>48</string>"),
+              QStringList(u"tilesize: 48"_s));
+}
+
 TEST(OddValues, aNumberIsOddOutOfTheRangeOfItsControlAndWhereItIsNone)
 {
     EXPECT_EQ(odd(u"dock-size", "<key>tilesize</key><real>48.0</real>"), QStringList());

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -130,4 +131,46 @@ TEST_F(LinuxHomeInspectionTest, thisProcessAndThoseThatStartedItDoNotCount)
     putProcess(shell, 1, environment);
     putProcess(int(::getpid()), shell, environment);
     EXPECT_EQ(running(), QList<HomeInspection::Process>());
+}
+
+TEST_F(LinuxHomeInspectionTest, aDatabaseIsLockedWhileOneOfTheLibrarysBytesIs)
+{
+    const QString database = preferences + u"/base.sqlite";
+    EXPECT_FALSE(inspection.isLocked(database));
+    writeRaw(database, {});
+    const FileDescriptor writer(::open(qPrintable(database), O_RDWR | O_CLOEXEC));
+    const auto lock = [&](short type, off_t byte) {
+        struct flock lock { };
+        lock.l_type = type;
+        lock.l_whence = SEEK_SET;
+        lock.l_start = byte;
+        lock.l_len = 1;
+        EXPECT_EQ(::fcntl(writer.get(), F_OFD_SETLK, &lock), 0);
+    };
+    constexpr off_t pending = 0x40000000;
+    constexpr off_t reserved = pending + 1;
+    constexpr off_t lastOfReaders = pending + 511;
+    lock(F_WRLCK, pending - 1);
+    lock(F_WRLCK, lastOfReaders + 1);
+    EXPECT_FALSE(inspection.isLocked(database));
+    for (const off_t byte : {pending, reserved, lastOfReaders})
+        for (const int type : {F_RDLCK, F_WRLCK}) {
+            lock(short(type), byte);
+            EXPECT_TRUE(inspection.isLocked(database)) << byte;
+            lock(F_UNLCK, byte);
+            EXPECT_FALSE(inspection.isLocked(database)) << byte;
+        }
+    ASSERT_EQ(::mkfifo(qPrintable(QString(preferences + u"/pipe.sqlite")), 0600), 0);
+    EXPECT_FALSE(inspection.isLocked(preferences + u"/pipe.sqlite"));
+}
+
+TEST_F(LinuxHomeInspectionTest, onlyAFolderCanBeEntered)
+{
+    writeRaw(preferences + u"/file", {});
+    EXPECT_TRUE(inspection.checkEntry(home.path));
+    EXPECT_TRUE(inspection.checkEntry(preferences));
+    EXPECT_FALSE(inspection.checkEntry(preferences + u"/file"));
+    const Result<void> none = inspection.checkEntry(preferences + u"/none");
+    ASSERT_FALSE(none);
+    EXPECT_EQ(none.error().code, ErrorCode::NotFound);
 }
