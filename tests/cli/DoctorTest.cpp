@@ -400,7 +400,7 @@ TEST_F(DoctorTest, aFolderThatOnlyTheCallerMayNotEnterIsToldOnce)
         put(preferences + u"/com.apple." + name + u".plist", plist({}));
     giveAll(path, stranger + 1, stranger + 1);
     ASSERT_EQ(::chmod(qPrintable(folder.path()), 0755), 0);
-    for (const mode_t mode : {0700, 0744}) {
+    for (const mode_t mode : {mode_t(0700), mode_t(0744)}) {
         ASSERT_EQ(::chmod(qPrintable(preferences), mode), 0);
         const Outcome outcome = varnelctl.runAs(stranger, {u"doctor"_s, u"--home"_s, path});
         EXPECT_EQ(outcome.status, 3) << outcome.out.toStdString();

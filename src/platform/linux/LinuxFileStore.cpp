@@ -253,14 +253,16 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
         return fail(path, EPERM);
     if (place.status)
         return placeOf(place, path);
-    const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
-        return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
-                   : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
+    bool isNew = false;
+    const Result<void> made = update(path, [&isNew](const std::optional<QByteArray> &old) {
+        isNew = !old.has_value(); // or another run has made it meanwhile
+        return isNew ? Result<std::optional<QByteArray>>(std::optional(QByteArray("")))
+                     : Result<std::optional<QByteArray>>(std::optional<QByteArray>());
     });
     if (!made)
         return made.error();
     DatabasePlace ready = placeOf(place, path);
-    ready.isNew = true;
+    ready.isNew = isNew;
     return ready;
 }
 

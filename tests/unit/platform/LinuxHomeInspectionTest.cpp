@@ -140,12 +140,12 @@ TEST_F(LinuxHomeInspectionTest, aDatabaseIsLockedWhileOneOfTheLibrarysBytesIs)
     writeRaw(database, {});
     const FileDescriptor writer(::open(qPrintable(database), O_RDWR | O_CLOEXEC));
     const auto lock = [&](short type, off_t byte) {
-        struct flock lock { };
-        lock.l_type = type;
-        lock.l_whence = SEEK_SET;
-        lock.l_start = byte;
-        lock.l_len = 1;
-        EXPECT_EQ(::fcntl(writer.get(), F_OFD_SETLK, &lock), 0);
+        struct flock range { };
+        range.l_type = type;
+        range.l_whence = SEEK_SET;
+        range.l_start = byte;
+        range.l_len = 1;
+        EXPECT_EQ(::fcntl(writer.get(), F_OFD_SETLK, &range), 0);
     };
     constexpr off_t pending = 0x40000000;
     constexpr off_t reserved = pending + 1;
