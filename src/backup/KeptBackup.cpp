@@ -4,6 +4,7 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "home/Workspace.h"
+#include "platform/FileStore.h"
 #include "platform/KeptFolders.h"
 #include "settings/Catalogue.h"
 #include "settings/PreferencePlaces.h"
@@ -39,6 +40,13 @@ QSet<int> settingsIn(const KeptPreferences &file)
     return settings;
 }
 
+/// Every other failure has been logged by who met it.
+void logIfGone(const QString &path, const Error &error)
+{
+    if (error.code == ErrorCode::NotFound)
+        varnelLog(lcBackup, path + u": left out: it is not there any more");
+}
+
 } // namespace
 
 KeptBackup::KeptBackup(const Workspace &work, const QString &backupFile,
@@ -60,8 +68,10 @@ void KeptBackup::load(const QString &folder, const QList<BackupRow> &rows)
     }
     const Result<QByteArray> notes =
         workspace.keptFolders().read(folder, keptIndexName(), KeptIndex::largestFile);
-    if (!notes)
+    if (!notes) {
+        logIfGone(folder + keptIndexName(), notes.error());
         return;
+    }
     Result<KeptIndex> index = KeptIndex::fromBytes(notes.value());
     if (index
         && !std::all_of(index.value().files.begin(), index.value().files.end(),
@@ -153,10 +163,13 @@ QString KeptBackup::whyNotExact(const BackupRow &row) const
 qint64 KeptBackup::size() const
 {
     qint64 bytes = 0;
-    for (const Run &run : runs)
+    for (const Run &run : runs) {
+        const Result<QStringList> names = workspace.files().names(run.folder);
         for (const KeptPreferences &file : run.index.files)
-            if (file.whole == KeptPreferences::Whole::Kept)
+            if (file.whole == KeptPreferences::Whole::Kept && names
+                && names.value().contains(file.name))
                 bytes += file.size;
+    }
     return bytes;
 }
 
@@ -247,7 +260,9 @@ bool KeptBackup::putBackWhole(const QString &path, const QSet<int> &settings) co
     const auto isRight = [&](const QByteArray &bytes) { return digestOf(bytes) == file.digest; };
     const Result<KeptFolders::PutBack> done =
         kept.putBack(run.folder, file.name, path, isRight, isOurs);
-    if (done && done.value() == KeptFolders::PutBack::WrongKept)
+    if (!done)
+        logIfGone(run.folder + file.name, done.error());
+    else if (done.value() == KeptFolders::PutBack::WrongKept)
         varnelLog(lcBackup, run.folder + file.name + u": left out: not what was kept");
     return done && done.value() == KeptFolders::PutBack::Done;
 }
@@ -289,6 +304,16 @@ QString exactnessSentence(const KeptBackup &kept, const QList<BackupRow> &rows)
     for (auto reason = lines.begin(); reason != lines.end(); ++reason)
         reasons.append(reason.value().join(u", ") + u": " + reason.key());
     return u"Comes back only as its line says: "_s + reasons.join(u"; ") + u'.';
+}
+
+QString exactText(const KeptFlag &flag)
+{
+    const FinderInfoBytes &bytes = flag.before.bytes;
+    return flag.before.isSet
+        ? u"bytes "_s
+            + QString::fromLatin1(
+                QByteArrayView(bytes.data(), qsizetype(bytes.size())).toByteArray().toHex())
+        : u"nothing"_s;
 }
 
 QString exactText(const QList<OldKey> &keys)

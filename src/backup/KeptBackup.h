@@ -78,5 +78,7 @@ private:
 
 /// "real 44.0", "array of 2": what stood under a setting's keys; "nothing" where nothing did.
 [[nodiscard]] QString exactText(const QList<OldKey> &keys);
+/// The same of the Library folder's Finder information: "bytes 0000…", in hexadecimal digits.
+[[nodiscard]] QString exactText(const KeptFlag &flag);
 
 } // namespace varnel

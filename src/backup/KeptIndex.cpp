@@ -335,7 +335,8 @@ QByteArray KeptIndex::toBytes() const
                                    {u"isSet"_s, libraryFlag->before.isSet},
                                    {u"written"_s, text(libraryFlag->written)},
                                    {u"disturbed"_s, libraryFlag->disturbed}});
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    // At a text's start a reader takes the character for a byte order mark, unless it is spelt out.
+    return QJsonDocument(object).toJson(QJsonDocument::Compact).replace("\xEF\xBB\xBF", "\\ufeff");
 }
 
 Result<KeptIndex> KeptIndex::fromBytes(const QByteArray &bytes)

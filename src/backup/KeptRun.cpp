@@ -3,6 +3,7 @@
 #include "backup/BackupWriter.h"
 #include "base/Literals.h"
 #include "base/Logging.h"
+#include "base/Text.h"
 #include "home/Workspace.h"
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
@@ -130,8 +131,9 @@ void KeptRun::startAnew()
 
 void KeptRun::note(const ChangeRecord &record, bool kept)
 {
-    const BackupRow row {record.locationId, QString::number(record.actionId), record.extraData,
-                         u""_s};
+    // As the file gives it back: half a character outside of the basic plane is none in UTF-8.
+    const BackupRow row {record.locationId, QString::number(record.actionId),
+                         textOfUtf8(record.extraData.toUtf8()), u""_s};
     if (hasRowOf(index, row))
         return;
     index.withoutRow.removeAll(row.id);

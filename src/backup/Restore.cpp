@@ -75,9 +75,13 @@ public:
         const Result<void> written = settings.carryOut();
         const Result<void> placed = told(playback.finish());
         report.changes = settings.changes();
-        for (const SettingChange &change : std::as_const(report.changes))
-            if (const auto keys = kept.keysOf(change.row->id))
-                report.exact.insert(change.row->id, exactText(*keys));
+        for (const SettingChange &change : std::as_const(report.changes)) {
+            const int id = change.row->id;
+            if (const auto keys = kept.keysOf(id))
+                report.exact.insert(id, exactText(*keys));
+            else if (const KeptFlag *flag = kept.libraryFlag(id))
+                report.exact.insert(id, exactText(*flag));
+        }
         if (settings.failure())
             report.settingFailures.append(*settings.failure());
         return written ? placed : written;
