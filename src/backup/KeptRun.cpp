@@ -222,15 +222,18 @@ bool KeptRun::hasFolder()
     return own.ok();
 }
 
-void KeptRun::keepFiles(const QList<ReplacedFile> &files)
+void KeptRun::keepFiles(const QList<ReplacedFile> &files,
+                        const std::optional<ChangedFlag> &libraryFlag)
 {
     const bool replaces = std::any_of(files.begin(), files.end(),
                                       [](const ReplacedFile &file) { return bool(file.after); });
-    if (replaces && !hasFolder())
+    if ((replaces || libraryFlag) && !hasFolder())
         return;
     for (const ReplacedFile &file : files)
         keep(file);
-    if (!folder.isEmpty() && !files.isEmpty())
+    if (libraryFlag)
+        keep(*libraryFlag);
+    if (!folder.isEmpty() && (!files.isEmpty() || libraryFlag))
         writeIndex();
 }
 
@@ -313,17 +316,14 @@ void KeptRun::keepAfresh(const ReplacedFile &file)
     writeIndex();
 }
 
-void KeptRun::keepLibraryFlag(const FinderInfo::Reading &before, const FinderInfoBytes &after)
+void KeptRun::keep(const ChangedFlag &changed)
 {
-    if (!hasFolder())
-        return;
     if (!index.libraryFlag)
-        index.libraryFlag = {before, after};
+        index.libraryFlag = {changed.before, changed.after};
     KeptFlag &flag = *index.libraryFlag;
-    const bool isKnown = before.bytes == flag.written || before.bytes == flag.before.bytes;
-    flag.disturbed = flag.disturbed || !isKnown;
-    flag.written = after;
-    writeIndex();
+    const FinderInfoBytes &before = changed.before.bytes;
+    flag.disturbed = flag.disturbed || (before != flag.written && before != flag.before.bytes);
+    flag.written = changed.after;
 }
 
 void KeptRun::writeIndex()

@@ -33,8 +33,8 @@ public:
     /// Whether a row for the login item stands in the backup file.
     [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }
 
-    void keepFiles(const QList<ReplacedFile> &files) override;
-    void keepLibraryFlag(const FinderInfo::Reading &before, const FinderInfoBytes &after) override;
+    void keepFiles(const QList<ReplacedFile> &files,
+                   const std::optional<ChangedFlag> &libraryFlag) override;
     void keepAfresh(const ReplacedFile &file) override;
 
 private:
@@ -45,6 +45,7 @@ private:
     void note(const BackupRow &row, bool kept);
     void keepOrder(const QStringList &before, const QStringList &after);
     void keep(const ReplacedFile &file);
+    void keep(const ChangedFlag &changed);
     void keepWhole(KeptPreferences &kept, const ReplacedFile &file);
     [[nodiscard]] KeptPreferences &notesOf(const QString &path);
     void addKeys(KeptPreferences &kept, const QList<OldKey> &keys);

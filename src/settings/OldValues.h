@@ -39,18 +39,23 @@ struct ReplacedFile {
     QList<OldKey> keys; ///< those that the settings write, as they stand before
 };
 
+/// The Library folder's Finder information, about to be written.
+struct ChangedFlag {
+    FinderInfo::Reading before;
+    FinderInfoBytes after {};
+};
+
 /// Where what a save changes is kept before it is written.
 class OldValueKeeper {
 public:
     virtual ~OldValueKeeper() = default;
     /// Keeps the record, unless one of the same setting is kept already.
     virtual Result<void> addDataToBackupFile(const ChangeRecord &record) = 0;
-    /// The files themselves: all of them after the last record, before the first is replaced. What
-    /// can't be kept so is the keeper's to tell, and stops no save.
-    virtual void keepFiles(const QList<ReplacedFile> & /*files*/) { }
-    /// The Library folder's flag, likewise.
-    virtual void keepLibraryFlag(const FinderInfo::Reading & /*before*/,
-                                 const FinderInfoBytes & /*after*/)
+    /// The files themselves, and the Library folder's flag where that changes: all of them after
+    /// the last record, before the first is replaced. What can't be kept so is the keeper's to
+    /// tell, and stops no save.
+    virtual void keepFiles(const QList<ReplacedFile> & /*files*/,
+                           const std::optional<ChangedFlag> & /*libraryFlag*/)
     {
     }
     /// Another program has been there since: this is what is replaced, and by what.

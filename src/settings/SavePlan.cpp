@@ -202,9 +202,10 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
             failures.append({SaveFailure::Step::Backup, change, kept.error()});
         }
     }
-    keeper.keepFiles(replacedFiles());
+    std::optional<ChangedFlag> flag;
     if (libraryFolder && libraryFolder->now != libraryFolder->before)
-        keeper.keepLibraryFlag(libraryFolder->before, libraryFolder->now.bytes);
+        flag = {libraryFolder->before, libraryFolder->now.bytes};
+    keeper.keepFiles(replacedFiles(), flag);
     return failures + write(keeper, flags);
 }
 
