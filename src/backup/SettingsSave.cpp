@@ -106,6 +106,7 @@ Result<SaveReport> saveSettings(Workspace &workspace, SettingAccess &access,
     report.dryRun = terms.dryRun;
     report.notMade = notMadeIn(plan);
     plan.keepWhatDiffers();
+    report.notTakenOver = plan.notTakenOver();
     if (!plan.settings().empty())
         carryOut(plan, workspace, report);
     return report;

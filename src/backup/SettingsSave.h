@@ -18,6 +18,7 @@ struct SaveReport {
     QStringList filesWithoutLock; ///< changed while another run was changing them
     /// Settings whose dictionary or file is not there, and is not made by a save.
     QList<const SettingRow *> notMade;
+    QStringList notTakenOver; ///< as SavePlan tells
     RestartFlags restart;
 };
 

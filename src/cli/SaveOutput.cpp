@@ -121,6 +121,8 @@ QStringList saveMessages(const SaveReport &report)
         messages.append(file
                         + u": changed while another run was changing it; what that run wrote"
                           u" may be lost");
+    for (const QString &file : report.notTakenOver)
+        messages.append(notTakenOverText(file));
     return messages;
 }
 

@@ -34,6 +34,8 @@ public:
     /// can't be read.
     [[nodiscard]] std::optional<ReplacedFile> replacement() const;
 
+    /// Whether there was none to be read.
+    [[nodiscard]] bool isNew() const { return !before.has_value(); }
     /// Whether the file holds what was read.
     [[nodiscard]] bool isStillSo() const;
 

@@ -183,6 +183,25 @@ QList<SettingChange> SavePlan::firstNamed() const
     return changes;
 }
 
+QString notTakenOverText(const QString &path)
+{
+    return path + u": not taken over: its application has a container, and reads the file there";
+}
+
+QStringList SavePlan::notTakenOver() const
+{
+    QStringList paths;
+    for (const Setting &setting : planned) {
+        const auto file = files.find(setting.path);
+        if (!setting.differs || file == files.end() || !file->second.isNew())
+            continue;
+        for (const FurtherFile &further : places->furtherFiles(setting.change.row->file))
+            if (further.why == FurtherFile::Why::NotInContainer && !paths.contains(further.path))
+                paths.append(further.path);
+    }
+    return paths;
+}
+
 bool SavePlan::isStillSo() const
 {
     return std::all_of(files.begin(), files.end(),
@@ -194,6 +213,8 @@ QList<SaveFailure> SavePlan::commit(OldValueKeeper &keeper, RestartFlags &flags,
 {
     if (!isStillSo())
         plan();
+    for (const QString &path : notTakenOver())
+        varnelLog(lcIo, notTakenOverText(path));
     QList<SaveFailure> failures;
     for (const ChangeRecord &row : rows ? *rows : rowsFor(firstNamed())) {
         if (const Result<void> kept = keeper.addDataToBackupFile(row); !kept) {

@@ -21,6 +21,9 @@ namespace varnel {
 /// The row that keeps a change's old value.
 [[nodiscard]] ChangeRecord oldValueOf(const SettingChange &change);
 
+/// For people, of one of SavePlan::notTakenOver().
+[[nodiscard]] QString notTakenOverText(const QString &path);
+
 /// What went wrong with one setting of a save.
 struct SaveFailure {
     enum class Step { Backup, Write };
@@ -73,6 +76,10 @@ public:
     /// The changes whose old values are to be kept: in the order in which the settings were first
     /// named.
     [[nodiscard]] QList<SettingChange> firstNamed() const;
+
+    /// Files beside a container in which a save makes the first file of their domain: their
+    /// applications read them no more, and nothing of them is taken over.
+    [[nodiscard]] QStringList notTakenOver() const;
 
     /// The rows first, one by one, then each preference file once, in the order of the first
     /// setting of each: what is to be written to it reaches it together. Where a file is not what

@@ -69,6 +69,21 @@ TEST_F(ReadingTest, aSettingsFileIsToldAndWhatStandsBesideIt)
               home.path() + u"/Library");
 }
 
+TEST_F(ReadingTest, aSaveThatMakesAFileInAContainerTellsWhatItDoesNotTakeOver)
+{
+    const QString dead = home.preference(u"com.apple.mail.plist"_s);
+    writeFile(dead, "<plist version=\"1.0\"><dict/></plist>");
+    ASSERT_TRUE(QDir().mkpath(containerPreferences(home.home(), u"com.apple.mail"_s)));
+    const QByteArray told = dead.toUtf8() + ": not taken over: its application has a container";
+    EXPECT_TRUE(varnelctl.run({u"set"_s, u"1500=0"_s, u"--dry-run"_s}).err.contains(told));
+    const Outcome first = varnelctl.run({u"set"_s, u"1500=0"_s, u"--verbose"_s});
+    EXPECT_EQ(first.status, 0);
+    EXPECT_EQ(first.err.count(told), 2) << "as a message and as a line of the log";
+    EXPECT_FALSE(varnelctl.run({u"set"_s, u"1500=1"_s}).err.contains(told))
+        << "now there is one in the container";
+    EXPECT_EQ(fileBytes(dead), "<plist version=\"1.0\"><dict/></plist>");
+}
+
 TEST_F(ReadingTest, aGroupIsNamedByTitleShortLocationOrModuleInAnyLetterCase)
 {
     for (const char16_t *group : {u"QuickTime Player X", u"quicktime player",
