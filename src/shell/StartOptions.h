@@ -22,6 +22,7 @@ struct StartOption {
 struct StartOptions {
     std::optional<QString> home; ///< as typed
     bool newHome = false; ///< make the standard folders of that home
+    bool chooseHome = false; ///< ask for it in a dialog
     std::optional<QString> systemRoot; ///< as typed: whose system version is told
     QString answer; ///< a text to print in place of opening the window
     QString mistake; ///< what is wrong with the command line

@@ -46,6 +46,16 @@ TEST(StartOptions, AHomeIsTakenAsTyped)
     EXPECT_TRUE(options.newHome);
 }
 
+TEST(StartOptions, AFolderAloneIsAHomeToo)
+{
+    const StartOptions options = parsed({u"../x y"_s, u"--new-home"_s});
+    EXPECT_EQ(options.home, u"../x y");
+    EXPECT_TRUE(options.newHome);
+    EXPECT_TRUE(options.mistake.isEmpty());
+    EXPECT_FALSE(options.chooseHome);
+    EXPECT_TRUE(parsed({u"--choose-home"_s}).chooseHome);
+}
+
 TEST(StartOptions, VersionAndHelpAreAnswered)
 {
     EXPECT_EQ(parsed({QStringLiteral("--version")}).answer,
@@ -57,7 +67,8 @@ TEST(StartOptions, WhatIsNotUnderstoodIsAMistake)
 {
     EXPECT_FALSE(parsed({QStringLiteral("--bogus")}).mistake.isEmpty());
     EXPECT_FALSE(parsed({QStringLiteral("--home")}).mistake.isEmpty());
-    EXPECT_FALSE(parsed({QStringLiteral("stray")}).mistake.isEmpty());
+    EXPECT_EQ(parsed({u"one"_s, u"two"_s}).mistake, u"Unexpected argument 'two'.");
+    EXPECT_EQ(parsed({u"--home"_s, u"one"_s, u"two"_s}).mistake, u"Unexpected argument 'two'.");
 }
 
 TEST(VarnelAppDelegate, TheLastWindowsEndIsTheApplicationsEnd)

@@ -246,12 +246,14 @@ TEST_F(MainWindowTest, TheOrderInWhichPagesAreMadeMakesBothFoldersBeforeTheFirst
     EXPECT_TRUE(backup.dir().exists());
 }
 
-TEST_F(MainWindowTest, AStrangersHomeIsNamedOnTheBand)
+TEST_F(MainWindowTest, TheHomeIsNamedOnTheBand)
 {
     EXPECT_EQ(window.findChild<QLabel *>(QStringLiteral("editedHome"))->text(),
               QString(QStringLiteral("Editing ") + home.path()));
     MainWindow own({home.path(), true});
-    EXPECT_TRUE(own.findChild<QLabel *>(QStringLiteral("editedHome"))->text().isEmpty());
+    EXPECT_EQ(own.findChild<QLabel *>(QStringLiteral("editedHome"))->text(),
+              QString(QStringLiteral("Editing ") + home.path()))
+        << "one's own as well";
 }
 
 TEST_F(MainWindowTest, BroughtToTheFrontItLeavesTheKeyboardToTheSheetThatIsUp)

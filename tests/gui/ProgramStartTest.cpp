@@ -70,6 +70,20 @@ TEST_F(ProgramStart, AHomeWhoseNameIsNotUtf8IsRefusedAndNoOtherTaken)
     EXPECT_TRUE(QDir(home.path() + u"/hc\ufffd/Library").isEmpty());
 }
 
+TEST_F(ProgramStart, WithoutADisplayAFolderThatIsNoHomeIsToldOnStandardErrorAlone)
+{
+    ASSERT_TRUE(QDir(home.path()).mkpath(u"empty"_s));
+    const QString start = uR"sh(export QT_QPA_PLATFORM=offscreen; "$varnel" )sh"_s;
+    const Outcome empty = shell(start + uR"sh("$HOME/empty")sh"_s);
+    EXPECT_EQ(empty.status, 3);
+    EXPECT_TRUE(empty.err.contains("/empty: No folder \"Library\" in it; is this a home folder?"))
+        << empty.err.toStdString();
+    EXPECT_TRUE(QDir(home.path() + u"/empty").isEmpty());
+    const Outcome missing = shell(start + uR"sh("$HOME/missing")sh"_s);
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_TRUE(missing.err.contains("/missing: No such file or directory"));
+}
+
 TEST(ProgramStreams, AReaderOfTheLogThatHasGoneEndsNothing)
 {
     std::array<int, 2> ends {};

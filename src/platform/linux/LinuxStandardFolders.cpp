@@ -1,6 +1,8 @@
 #include "platform/linux/LinuxStandardFolders.h"
 
 #include "base/Logging.h"
+#include "platform/linux/FolderListing.h"
+#include "platform/linux/HeldFolders.h"
 #include "platform/linux/LinuxFolderMaker.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
@@ -73,6 +75,16 @@ Result<QStringList> LinuxStandardFolders::toMake(const HomeFolder &home, Missing
             return systemError(path, ENOTDIR);
     }
     return folders;
+}
+
+bool LinuxStandardFolders::isEmpty(const HomeFolder &home)
+{
+    const Place place = walkPath(home, home.path);
+    const FileDescriptor folder =
+        place.error == 0 ? openFolderIn(place.folder, place.name) : FileDescriptor();
+    const auto names = folder ? namesIn(folder) : errno;
+    return std::holds_alternative<QByteArrayList>(names)
+        && std::get<QByteArrayList>(names).isEmpty();
 }
 
 Result<void> LinuxStandardFolders::ensure(const HomeFolder &home, Missing missing)

@@ -11,6 +11,9 @@ class LinuxStandardFolders : public StandardFolders {
 public:
     Result<void> ensure(const HomeFolder &home, Missing missing) override;
     Result<QStringList> toMake(const HomeFolder &home, Missing missing) const override;
+
+    /// Whether there is nothing at all in the folder that was named as a home.
+    [[nodiscard]] static bool isEmpty(const HomeFolder &home);
 };
 
 } // namespace varnel

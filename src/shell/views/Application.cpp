@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxStandardFolders.h"
 #include "platform/linux/LinuxTerminal.h"
 #include "platform/linux/X11ClientList.h"
+#include "shell/RecentHomes.h"
 #include "shell/SharedObject.h"
 #include "shell/Tools.h"
 #include "shell/views/AccessibilityBus.h"
@@ -51,6 +52,13 @@ bool becomesOwner(const Result<HomeFolder> &home)
     return owner && owner.value().isAnother();
 }
 
+/// A home that can't be written to (a disk mounted to be read) can still be looked at.
+Result<void> ensureFolders(const HomeFolder &home, StandardFolders::Missing missing)
+{
+    Result<void> ensured = LinuxStandardFolders().ensure(home, missing);
+    return !ensured && ensured.error().code == ErrorCode::NotFound ? ensured : Result<void>();
+}
+
 /// The home as it is worked on from here: with its owner's rights where they are not the caller's,
 /// and with its standard folders where they may be made.
 Result<HomeFolder> takeUp(const HomeFolder &chosen, const StartOptions &options)
@@ -60,15 +68,17 @@ Result<HomeFolder> takeUp(const HomeFolder &chosen, const StartOptions &options)
         keepDisplayConnection();
     }
     Result<HomeFolder> home = workAsOwner(chosen);
-    if (!home)
+    if (!home) {
+        static_cast<void>(askAboutFolder(home.error(), false));
         return home;
-    const auto missing = options.home && !options.newHome ? StandardFolders::Missing::NeedLibrary
-                                                          : StandardFolders::Missing::Make;
-    const Result<void> ensured = LinuxStandardFolders().ensure(home.value(), missing);
-    // A home that can't be written to (a disk mounted to be read) can still be looked at.
-    if (!ensured && ensured.error().code == ErrorCode::NotFound)
-        return ensured.error();
-    return home;
+    }
+    using Missing = StandardFolders::Missing;
+    const bool needsLibrary = options.home && !options.newHome;
+    Result<void> ensured =
+        ensureFolders(home.value(), needsLibrary ? Missing::NeedLibrary : Missing::Make);
+    if (!ensured && askAboutFolder(ensured.error(), LinuxStandardFolders::isEmpty(home.value())))
+        ensured = ensureFolders(home.value(), Missing::Make);
+    return ensured ? home : ensured.error();
 }
 
 int openWindow(const HomeFolder &chosen, const StartOptions &options)
@@ -94,6 +104,8 @@ int openWindow(const HomeFolder &chosen, const StartOptions &options)
     Application application(home.value(), *std::move(disk));
     window = &application.window();
     window->show();
+    if (options.home && !home.value().asOwner())
+        RecentHomes::add(home.value().path);
     return QApplication::exec();
 }
 
@@ -105,7 +117,8 @@ Application::Application(const HomeFolder &home, LinuxSystemDisk systemDisk)
       windowSize(mainWindow, home.asOwner() ? WindowSize::Memory::None : WindowSize::Memory::Kept),
       backup(workspace, [] { return SharedObject::getSharedObject().backupFileName(); }),
       context {workspace, SharedObject::getSharedObject(), files, dialogs, backup, &host.ports()},
-      controller(context, mainWindow), quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
+      controller(context, mainWindow), homeOpening(mainWindow, dialogs, host.ports().desktop, home),
+      quitFlow(context, mainWindow, &VarnelAppDelegate::terminate)
 {
     workspace.sweep();
     bool closeAsked = false;
@@ -160,13 +173,17 @@ int runApplication(int argc, char **argv)
     if (!options.mistake.isEmpty())
         return refuse(Usage, options.mistake + u" Try varnel --help.");
     const Result<HomeFolder> home = options.home == early.home ? earlyHome : chosenHome(options);
-    if (!home)
-        return refuse(Failed, home.error().text);
     if (becomesOwner(home) && !renounced)
         return refuse(Failed, home.value().path + u": can't be worked on as its owner");
     fonts.wait();
     Theme::apply(application);
-    return openWindow(home.value(), options);
+    if (options.chooseHome) {
+        chooseHomeAndStart();
+        return Done;
+    }
+    if (!home)
+        static_cast<void>(askAboutFolder(home.error(), false));
+    return home ? openWindow(home.value(), options) : refuse(Failed, home.error().text);
 }
 
 } // namespace varnel

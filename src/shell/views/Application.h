@@ -5,6 +5,7 @@
 #include "platform/linux/TerminationSignals.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/StartOptions.h"
+#include "shell/views/HomeOpening.h"
 #include "shell/views/HostServices.h"
 #include "shell/views/MainWindow.h"
 #include "shell/views/QuitFlow.h"
@@ -40,6 +41,7 @@ private:
     KeptRun backup;
     PageContext context;
     Varnel controller;
+    HomeOpening homeOpening;
     QuitFlow quitFlow;
     /// Watched for once an event loop can be ended; until then they end the process by themselves.
     std::optional<TerminationSignals> terminationSignals;

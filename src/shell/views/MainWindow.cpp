@@ -49,9 +49,8 @@ void MainWindow::dressBand(const HomeFolder &home)
          {static_cast<QWidget *>(ui->bandName), static_cast<QWidget *>(ui->bandSubtitle),
           static_cast<QWidget *>(ui->editedHome)})
         inkOnBand(text);
-    if (!home.own || home.asOwner())
-        ui->editedHome->setText(tr("Editing ") + home.path
-                                + (home.asOwner() ? tr(" as ") + home.workedAs : QString()));
+    ui->editedHome->setText(tr("Editing ") + home.path
+                            + (home.asOwner() ? tr(" as ") + home.workedAs : QString()));
     if (home.asOwner())
         ui->editedHome->setLastingTip(
             tr("%1\nThis window has the rights of %2, and no others. It does not remember its "
@@ -125,6 +124,11 @@ PageContainer *MainWindow::container(PageId page) const
         return ui->quilletView;
     }
     return nullptr;
+}
+
+QMenu &MainWindow::menu() const
+{
+    return *ui->menuButton->menu();
 }
 
 void MainWindow::setCloseGate(std::function<bool()> gate)

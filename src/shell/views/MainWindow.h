@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 
+class QMenu;
+
 namespace Ui {
 class MainWindow;
 }
@@ -24,13 +26,15 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// Names the home on the band when it is not one's own.
+    /// Names the home on the band.
     explicit MainWindow(const HomeFolder &home);
     ~MainWindow() override;
 
     [[nodiscard]] TabView *tabView() const;
     /// Null for none.
     [[nodiscard]] PageContainer *container(PageId page) const;
+    /// The application menu.
+    [[nodiscard]] QMenu &menu() const;
 
     /// Asked whenever the user closes the window; false keeps it open. Without one it closes.
     void setCloseGate(std::function<bool()> gate);
@@ -43,6 +47,8 @@ signals:
     void quitRequested();
     /// The application menu's list of keys.
     void shortcutsRequested();
+    /// A page leads to another home.
+    void openHomeRequested();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

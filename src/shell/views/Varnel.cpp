@@ -109,6 +109,11 @@ bool Varnel::tabViewShouldSelectTabViewItem(int index)
     return true;
 }
 
+void Varnel::openAnotherHome()
+{
+    emit window.openHomeRequested();
+}
+
 void Varnel::showWelcomeTabView()
 {
     window.tabView()->setCurrentIndex(hiddenSettingsTab);

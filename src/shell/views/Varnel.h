@@ -40,6 +40,8 @@ public:
 
     /// Shows the hidden settings: for the welcome page's links.
     void showWelcomeTabView();
+    /// As the menu's command does.
+    void openAnotherHome();
 
     /// The list of keys, as a sheet.
     void showShortcuts();

@@ -34,6 +34,10 @@ Welcome::Welcome(const PageContext &context) : context(context)
     view = WidgetOwner<WelcomeView>(std::make_unique<WelcomeView>(context));
     QObject::connect(view.get(), &WelcomeView::commandChosen, view.get(),
                      [this](int number) { openCommand(number); });
+    QObject::connect(view.get(), &WelcomeView::openHomeChosen, view.get(), [this] {
+        if (parentView != nullptr)
+            parentView->openAnotherHome();
+    });
 }
 
 Welcome::~Welcome() = default;

@@ -1,6 +1,8 @@
 #include "shell/views/WelcomeView.h"
 
+#include "home/Workspace.h"
 #include "platform/Desktop.h"
+#include "platform/FileStore.h"
 #include "settings/Catalogue.h"
 #include "shell/views/WelcomeLink.h"
 #include "shell/views/WelcomeLinkBox.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QClipboard>
 
+#include <algorithm>
 #include <array>
 
 #include "ui_WelcomeView.h"
@@ -42,6 +45,16 @@ constexpr std::array<Link, 10> links {{
 
 constexpr int linksInColumn = 5;
 
+/// Whether a Mac, or this program, has ever stored anything there.
+bool hasMacPreferences(const Workspace &workspace)
+{
+    const Result<QStringList> names =
+        workspace.files().names(workspace.home().preferencesDirectory());
+    return names
+        && std::any_of(names.value().begin(), names.value().end(),
+                       [](const QString &name) { return name.endsWith(u".plist"); });
+}
+
 } // namespace
 
 WelcomeView::WelcomeView(const PageContext &context)
@@ -50,6 +63,8 @@ WelcomeView::WelcomeView(const PageContext &context)
     ui->setupUi(this);
     awakeFromNib();
     addLinks();
+    if (!hasMacPreferences(context.workspace))
+        tellOfMissingPreferences();
     if (context.host != nullptr && !context.host->desktop.isReachable())
         ui->websiteButton->setToolTip(tr("Copies %1").arg(websiteAddress));
     connect(ui->websiteButton, &QAbstractButton::clicked, this, &WelcomeView::openBrackwellWebsite);
@@ -67,6 +82,18 @@ void WelcomeView::awakeFromNib()
     // The window's own ground shows through.
     ui->scrollArea->viewport()->setAutoFillBackground(false);
     ui->contents->setAutoFillBackground(false);
+}
+
+/// Most such homes are of a person who has come to work on another one.
+void WelcomeView::tellOfMissingPreferences()
+{
+    ui->introLabel->setText(
+        tr("No Mac has stored preferences in this home yet. Varnel shows fifty settings that no "
+           "preference pane shows, changes the ones you choose, and keeps what was there before: "
+           "open the home folder of a Mac account, on a mounted disk say."));
+    Theme::setTextRole(ui->openHomeButton, Theme::TextRole::Help);
+    ui->openHomeButton->setVisible(!context.workspace.home().asOwner());
+    connect(ui->openHomeButton, &QAbstractButton::clicked, this, &WelcomeView::openHomeChosen);
 }
 
 void WelcomeView::addLinks()

@@ -25,10 +25,13 @@ public:
 signals:
     /// A link was chosen, 1 to 10.
     void commandChosen(int number);
+    /// The link to another home.
+    void openHomeChosen();
 
 private:
     void awakeFromNib();
     void addLinks();
+    void tellOfMissingPreferences();
 
     PageContext context;
     std::unique_ptr<Ui::WelcomeView> ui;
