@@ -10,6 +10,7 @@ ShortcutsSheet::ShortcutsSheet(QWidget *parent)
     setObjectName(QStringLiteral("shortcutsSheet"));
     setRows({
         {tr("Ctrl+1 to Ctrl+5"), tr("Go to one of the five pages")},
+        {tr("Ctrl+O"), tr("Open another home folder")},
         {tr("Ctrl+F"), tr("Search the hidden settings")},
         {tr("Ctrl+S"), tr("Save the changes of the page")},
         {tr("F5"), tr("Read the list of applications or of backup files again")},

@@ -88,9 +88,8 @@ void WelcomeView::awakeFromNib()
 void WelcomeView::tellOfMissingPreferences()
 {
     ui->introLabel->setText(
-        tr("No Mac has stored preferences in this home yet. Varnel shows fifty settings that no "
-           "preference pane shows, changes the ones you choose, and keeps what was there before: "
-           "open the home folder of a Mac account, on a mounted disk say."));
+        tr("No Mac has stored preferences in this home. To change those of a Mac account, open its "
+           "home folder, on a mounted disk say."));
     Theme::setTextRole(ui->openHomeButton, Theme::TextRole::Help);
     ui->openHomeButton->setVisible(!context.workspace.home().asOwner());
     connect(ui->openHomeButton, &QAbstractButton::clicked, this, &WelcomeView::openHomeChosen);

@@ -116,8 +116,16 @@ class LightPicturesTest : public PicturesTest { };
 
 TEST_P(PicturesTest, Welcome)
 {
+    QFile preferences(place + u"/Library/Preferences/com.apple.dock.plist");
+    ASSERT_TRUE(preferences.open(QIODevice::WriteOnly));
     open();
     expect(*window, u"welcome"_s);
+}
+
+TEST_P(PicturesTest, WelcomeWithoutPreferences)
+{
+    open();
+    expect(*window, u"welcome-empty"_s);
 }
 
 TEST_P(PicturesTest, System)
