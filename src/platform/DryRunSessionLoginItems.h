@@ -17,6 +17,7 @@ public:
 
     Result<QList<SessionLoginItem>> snapshot() const override;
     Result<void> insertAtEnd(const QString &path) override;
+    Result<void> canInsert(const QString &path) const override;
     QString iconOf(const QString &path) const override { return inner.iconOf(path); }
     QString applicationsFolder() const override { return inner.applicationsFolder(); }
     Result<void> removeEvery(const QString &path) override;

@@ -39,6 +39,8 @@ public:
     /// Inserts the application at the end. One that was removed before comes back byte for byte. A
     /// path that is in the list moves to the end.
     virtual Result<void> insertAtEnd(const QString &path) = 0;
+    /// Why the list has nothing that it could insert for the path, where that is so. Not logged.
+    [[nodiscard]] virtual Result<void> canInsert(const QString & /*path*/) const { return {}; }
 
     /// Whether the list holds the path now. An error: the list can't be had.
     [[nodiscard]] virtual Result<bool> lists(const QString &path)
