@@ -276,6 +276,8 @@ def keptIndex():
     items = {"items": [item], "orderBefore": ["one.desktop"], "orderAfter": [], "orderDisturbed": False, "hadStore": False}
     lost = {"id": 250, "value1": "/opt/o'e", "value2": "0", "value3": "1"}
     yield json.dumps(index | {"loginItems": items, "itemsWithoutRow": [lost]}).encode()
+    whole = file | {"path": "Library/Preferences/com.apple.loginitems.plist", "keptAs": "loginitems.plist", "keys": []}
+    yield json.dumps(index | {"loginItems": items | {"list": "account", "file": whole}}).encode()
     small = file | {"keys": [key | {"object": base64.b64encode(binary).decode()} for binary in plistSmall()]}
     yield json.dumps(index | {"files": [small]}).encode()
 

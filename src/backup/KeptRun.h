@@ -29,6 +29,7 @@ public:
     bool keepsStates() const override { return true; }
     void keepStates(const QString &path, const LoginItemsState &before,
                     const LoginItemsState &after) override;
+    void keepListFile(const QString &file) override;
     void finishKeeping() override;
     /// Whether a row for the login item stands in the backup file.
     [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }

@@ -43,6 +43,7 @@ public:
     QList<SessionEntry> entriesOf(const QString &path) override;
     QStringList order() const override;
     Result<void> reorder(const std::function<QStringList(const QStringList &now)> &change) override;
+    QString wholeFile() const override { return fileOf(home); }
     QStringList foldersWrittenTo() const override { return {kept.folder()}; }
 
 private:

@@ -35,6 +35,12 @@ Result<void> insert(Sqlite &store, const StoredRow &row)
                      Sqlite::Verb::Insert);
 }
 
+QString fileNameFor(LoginItemsList list)
+{
+    return list == LoginItemsList::Account ? QStringLiteral("disabledAccountItems.sqlite")
+                                           : QStringLiteral("disableLoginItems.sqlite");
+}
+
 /// The library's words where nothing was ever stored.
 QString noTable()
 {
@@ -57,9 +63,8 @@ Result<void> takeAll(Sqlite &store, const std::function<void(const QString &path
 } // namespace
 
 DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files,
-                                       Manner manner)
-    : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")})),
-      files(files), manner(manner)
+                                       Manner manner, LoginItemsList list)
+    : storePath(fillIn(u"%@/%@", {supportFolder, fileNameFor(list)})), files(files), manner(manner)
 {
 }
 

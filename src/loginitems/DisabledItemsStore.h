@@ -15,18 +15,18 @@ namespace varnel {
 
 class FileStore;
 
-/// The applications that this program has taken out of the session's list: one SQLite table `users`
-/// with one column. Opened and closed for each operation. Values go into the statements as they
-/// are; each statement may do only its own verb on that table, and nothing behind its first
-/// statement runs.
+/// The applications that this program has taken out of a list of login items: one SQLite table
+/// `users` with one column. Each list has a store of its own. Opened and closed for each operation.
+/// Values go into the statements as they are; each statement may do only its own verb on that
+/// table, and nothing behind its first statement runs.
 class DisabledItemsStore {
 public:
     /// TryOut: changes are made in a private copy, gone with this object, and nothing is told.
     enum class Manner { Work, TryOut };
     /// supportFolder ends in a slash; the doubled slash that results in the path is part of it.
     /// `files`, which outlives this object, readies the database's place.
-    DisabledItemsStore(const QString &supportFolder, FileStore &files,
-                       Manner manner = Manner::Work);
+    DisabledItemsStore(const QString &supportFolder, FileStore &files, Manner manner = Manner::Work,
+                       LoginItemsList list = LoginItemsList::Session);
 
     [[nodiscard]] const QString &path() const;
 

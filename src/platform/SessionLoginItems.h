@@ -79,6 +79,8 @@ public:
         return {};
     }
 
+    /// The file that is all of the list; null where there is no such one.
+    [[nodiscard]] virtual QString wholeFile() const { return {}; }
     /// The folders in which it puts files, there or not.
     [[nodiscard]] virtual QStringList foldersWrittenTo() const { return {}; }
 
