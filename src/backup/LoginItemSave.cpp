@@ -103,15 +103,20 @@ LoginItemsReport planned(LoginItemsOfHome &items, const LoginItemWish &wish)
     const State state = stateOf(rows, report.change.path);
     report.change.isEnabled = wish.action == LoginItemChange::Remove && state == State::On;
     report.outcome = expected(items, wish.action, state, report.change.path);
+    if (report.outcome == Outcome::Changed && wish.action == LoginItemChange::Enable)
+        if (const Result<void> able = items.list().canInsert(report.change.path); !able) {
+            report.outcome = Outcome::Refused;
+            report.failures = {able.error()};
+        }
     return report;
 }
 
 } // namespace
 
 Result<LoginItemsReport> saveLoginItem(Workspace &workspace, const LoginItemWish &wish,
-                                       const Workspace::Terms &terms)
+                                       const Workspace::Terms &terms, LoginItemsList list)
 {
-    LoginItemsOfHome items(workspace, terms.dryRun);
+    LoginItemsOfHome items(workspace, terms.dryRun, list);
     LoginItemsReport report = planned(items, wish);
     report.dryRun = terms.dryRun;
     if (report.outcome != Outcome::Changed)

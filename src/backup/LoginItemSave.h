@@ -3,6 +3,7 @@
 #include "base/Result.h"
 #include "home/Workspace.h"
 #include "loginitems/LoginItemChange.h"
+#include "loginitems/LoginItemStanding.h"
 
 #include <QList>
 #include <QString>
@@ -16,6 +17,7 @@ struct LoginItemsReport {
     enum class Outcome {
         Nothing, ///< it was so already
         Unknown, ///< no such item
+        Refused, ///< the list can't have it, and nothing was touched
         Unchanged, ///< the change failed, and the list is as it was
         Halfway, ///< the change failed, and the list is neither as it was nor as wanted
         Changed
@@ -38,7 +40,9 @@ struct LoginItemWish {
 /// touches nothing.
 ///
 /// An error means that nothing was changed: the home's folders can't be made.
-[[nodiscard]] Result<LoginItemsReport>
-saveLoginItem(Workspace &workspace, const LoginItemWish &wish, const Workspace::Terms &terms);
+[[nodiscard]] Result<LoginItemsReport> saveLoginItem(Workspace &workspace,
+                                                     const LoginItemWish &wish,
+                                                     const Workspace::Terms &terms,
+                                                     LoginItemsList list = LoginItemsList::Session);
 
 } // namespace varnel

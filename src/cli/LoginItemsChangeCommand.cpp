@@ -94,6 +94,8 @@ ExitStatus statusOf(const LoginItemsReport &report)
     switch (report.outcome) {
     case Outcome::Unknown:
         return ExitStatus::Negative;
+    case Outcome::Refused:
+        return ExitStatus::Failed;
     case Outcome::Unchanged:
         // What did not come into the list has its way back in a backup file by then.
         return report.change.actionId == LoginItemChange::Enable ? ExitStatus::Partly

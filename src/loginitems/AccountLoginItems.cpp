@@ -3,6 +3,7 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "loginitems/ItemPath.h"
+#include "loginitems/LoginItemsChoice.h"
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
 #include "plist/BundleIcon.h"
@@ -320,13 +321,11 @@ AccountLoginItems::reorder(const std::function<QStringList(const QStringList &no
     });
 }
 
-/// A Mac's homes lie in its "Users"; another home is a disk of its own.
 QString AccountLoginItems::onItsDisk(const QString &path) const
 {
-    const QString users = u"/Users"_s;
-    const QString parent = home.path.section(u'/', 0, -2);
+    const QString disk = diskOf(home);
     const bool isPlain = path.startsWith(u'/') && QDir::cleanPath(path) == path;
-    return parent.endsWith(users) && isPlain ? parent.chopped(users.size()) + path : QString();
+    return !disk.isNull() && isPlain ? disk + path : QString();
 }
 
 QString AccountLoginItems::iconOf(const QString &path) const

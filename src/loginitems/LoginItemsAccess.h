@@ -99,6 +99,9 @@ public:
         return list().reorder(change);
     }
     [[nodiscard]] DisabledItemsStore &disabledItems() { return *inUse->store; }
+
+    /// What is changed only through this object.
+    [[nodiscard]] const SessionLoginItems &readableList() const { return *inUse->list; }
     [[nodiscard]] QString listFile() const { return inUse->list->wholeFile(); }
 
     /// Changes that are played back, each followed by a reading. Only the first reading reads all:

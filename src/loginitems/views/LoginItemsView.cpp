@@ -29,9 +29,16 @@ LoginItemsView::LoginItemsView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
       preferences(context.workspace.home().preferencesDirectory()),
       store(context.workspace.tools().pathForSupportFolder(), context.files.fileStore()),
+      accountItems(context.workspace.home(), Tools::supportFolderOf(context.workspace.home()),
+                   context.files.fileStore(), context.workspace.folders(),
+                   context.workspace.applications()),
+      accountStore(Tools::supportFolderOf(context.workspace.home()), context.files.fileStore(),
+                   DisabledItemsStore::Manner::Work, LoginItemsList::Account),
       access(context.host->loginItems, store, context.backup, context.host->files),
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
 {
+    // A restore may have to play into it.
+    access.addAccount(accountItems, accountStore);
     ui->setupUi(this);
     setUpTable();
     dressControls();

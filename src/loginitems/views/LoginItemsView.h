@@ -1,5 +1,6 @@
 #pragma once
 
+#include "loginitems/AccountLoginItems.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
 #include "loginitems/PendingLoginItems.h"
@@ -80,6 +81,8 @@ private:
     std::unique_ptr<Ui::LoginItemsView> ui;
     QString preferences;
     DisabledItemsStore store;
+    AccountLoginItems accountItems;
+    DisabledItemsStore accountStore;
     LoginItemsAccess access;
     PendingLoginItems pending;
     LoginItemsModel *rows;
