@@ -157,6 +157,9 @@ void KeptRun::keepListFile(const QString &file)
     whole.name = u"loginitems.plist"_s;
     keepWhole(whole, {file, now.value(), {}, {}});
     kept.file = whole;
+    // The list is changed next, and by then what is kept has to last. The notes of it come with the
+    // first state.
+    writeIndex();
 }
 
 void KeptRun::keepStates(const QString &path, const LoginItemsState &before,

@@ -15,8 +15,8 @@ LoginItemsOfHome::Place::Place(Workspace &workspace, SessionLoginItems &list, Lo
 }
 
 LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut, LoginItemsList list)
-    : accountItems(workspace.home(), Tools::supportFolderOf(workspace.home()), workspace.files(),
-                   workspace.folders(), workspace.applications()),
+    : accountItems(workspace.home(), workspace.files(), workspace.folders(),
+                   workspace.applications()),
       session(workspace, workspace.loginItems(), LoginItemsList::Session, triesChangesOut),
       account(workspace, accountItems, LoginItemsList::Account, triesChangesOut),
       triedBackup({}, workspace.files(), LoginItemsBackupWriter::Manner::TryOut),

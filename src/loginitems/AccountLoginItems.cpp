@@ -7,6 +7,7 @@
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
 #include "plist/BundleIcon.h"
+#include "shell/Tools.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -79,8 +80,9 @@ Result<void> move(PropertyList &list, qsizetype from, qsizetype to)
 }
 
 /// In few steps where few have to move. What is not wanted stays behind the rest.
-Result<void> arrange(PropertyList &list, QStringList now, const QStringList &wanted)
+Result<void> arrange(PropertyList &list, QStringList now, QStringList wanted)
 {
+    wanted.removeIf([&](const QString &id) { return !now.contains(id); });
     qsizetype steps = 0;
     for (qsizetype at = 0; at < wanted.size();) {
         const qsizetype from = now.indexOf(wanted[at], at);
@@ -103,9 +105,9 @@ Result<void> arrange(PropertyList &list, QStringList now, const QStringList &wan
 
 } // namespace
 
-AccountLoginItems::AccountLoginItems(HomeFolder ofHome, const QString &support, FileStore &files,
-                                     FolderMaker &folders, const FileReader &diskFiles)
-    : home(std::move(ofHome)), kept(support + u"RemovedAccountItems/", files), store(files),
+AccountLoginItems::AccountLoginItems(HomeFolder ofHome, FileStore &files, FolderMaker &folders,
+                                     const FileReader &diskFiles)
+    : home(std::move(ofHome)), kept(Tools::removedAccountItemsOf(home), files), store(files),
       maker(folders), hostFiles(diskFiles)
 {
 }

@@ -23,10 +23,9 @@ class FolderMaker;
 /// say no path are not seen, and stay as they are.
 class AccountLoginItems : public SessionLoginItems {
 public:
-    /// supportFolder ends in a slash. `hostFiles` reads the disk that the home is on. Everything
-    /// outlives this object.
-    AccountLoginItems(HomeFolder home, const QString &supportFolder, FileStore &store,
-                      FolderMaker &maker, const FileReader &hostFiles);
+    /// `hostFiles` reads the disk that the home is on. Everything outlives this object.
+    AccountLoginItems(HomeFolder home, FileStore &store, FolderMaker &maker,
+                      const FileReader &hostFiles);
 
     [[nodiscard]] static QString fileOf(const HomeFolder &home);
 
@@ -44,7 +43,6 @@ public:
     QStringList order() const override;
     Result<void> reorder(const std::function<QStringList(const QStringList &now)> &change) override;
     QString wholeFile() const override { return fileOf(home); }
-    QStringList foldersWrittenTo() const override { return {kept.folder()}; }
 
 private:
     /// One dictionary of the list.

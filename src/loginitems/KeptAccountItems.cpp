@@ -130,7 +130,10 @@ Result<void> KeptAccountItems::forgetLast(const QString &path)
             return isEmpty ? std::optional<QByteArray>()
                            : std::optional(QJsonDocument(*record).toJson());
         });
-    return updated && isEmpty ? files.remove(fileOf(path)) : updated;
+    if (!updated || !isEmpty)
+        return updated;
+    const Result<void> removed = files.remove(fileOf(path));
+    return removed ? files.flush(folderPath) : removed;
 }
 
 Error KeptAccountItems::unreadable(const QString &path) const

@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxFileReader.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFolderMaker.h"
+#include "support/ChildProcess.h"
 #include "support/FileFacts.h"
 #include "support/LogCapture.h"
 #include "support/PlistReferee.h"
@@ -57,7 +58,7 @@ struct AccountHome : testing::Test {
     LinuxFileStore store {home.home()};
     LinuxFolderMaker maker;
     LinuxFileReader reader;
-    AccountLoginItems list {home.home(), support, store, maker, reader};
+    AccountLoginItems list {home.home(), store, maker, reader};
 };
 
 /// In each of the sample lists.
@@ -178,6 +179,22 @@ TEST_F(AccountHome, WhatIsKeptComesBackIntoAFileThatWasMadeAnew)
     EXPECT_TRUE(dictionaries().front().saysTheSameAs(agent));
 }
 
+TEST_F(AccountHome, AnOrderThatNamesWhatIsNotThereArrangesTheRest)
+{
+    use(u"sierra-xml.plist"_s);
+    const QByteArray before = readRaw(file());
+    const QStringList order = list.order();
+    QStringList turned(order.rbegin(), order.rend());
+    ASSERT_TRUE(list.reorder([&](const QStringList &) {
+        return QStringList {u"gone"_s, turned[0], u"gone too"_s} + turned.mid(1);
+    }));
+    EXPECT_EQ(list.order(), turned);
+    ASSERT_TRUE(list.reorder([&](const QStringList &) { return order; }));
+    EXPECT_EQ(readRaw(file()), before);
+    ASSERT_TRUE(list.reorder([&](const QStringList &) { return QStringList {order[2]}; }));
+    EXPECT_EQ(list.order().first(), order[2]) << "the rest stays behind it";
+}
+
 TEST_F(AccountHome, WhatIsListedMovesToTheEnd)
 {
     use(u"snow-leopard-xml.plist"_s);
@@ -272,7 +289,7 @@ TEST_F(AccountHome, TheIconIsThatOfTheBundleOnTheHomesOwnDisk)
     writeRaw(bundle + u"Resources/agent.icns", "icns");
     const HomeFolder anna {disk + u"/Users/anna", false};
     LinuxFileStore annas(anna);
-    const AccountLoginItems items(anna, support, annas, maker, reader);
+    const AccountLoginItems items(anna, annas, maker, reader);
     EXPECT_EQ(items.iconOf(u"/Applications/Agent.app"_s), bundle + u"Resources/agent.icns");
     EXPECT_EQ(items.applicationsFolder(), disk + u"/Applications");
     for (const QString &none : {u"/Applications/Gone.app"_s, u"/../Applications/Agent.app"_s}) {
@@ -318,11 +335,33 @@ TEST_F(AccountHome, WhatAnotherProgramAddsBetweenKeepingAndTakingOutIsNotLost)
     use(u"snow-leopard-xml.plist"_s);
     meddled.meddledFile = file();
     meddled.other = readRaw(file()).replace("<integer>1</integer>", "<integer>9</integer>");
-    AccountLoginItems items(home.home(), support, meddled, maker, reader);
+    AccountLoginItems items(home.home(), meddled, maker, reader);
     const Result<void> removed = items.removeEvery(clockPath);
     ASSERT_FALSE(removed);
     EXPECT_TRUE(removed.error().text.contains(u"another program changed the list"));
     EXPECT_EQ(readRaw(file()), meddled.other);
     EXPECT_TRUE(items.removeEvery(clockPath));
     EXPECT_FALSE(items.lists(clockPath).value());
+}
+
+TEST_F(AccountHome, RunsThatChangeTheListAtOnceLoseNothingOfEachOther)
+{
+    use(u"sierra-binary.plist"_s);
+    const std::vector<plist::Object> before = dictionaries();
+    std::vector<pid_t> children;
+    for (const QString &path : paths())
+        children.push_back(inChild([&] {
+            LinuxFileStore own(home.home());
+            AccountLoginItems items(home.home(), own, maker, reader);
+            bool done = true;
+            for (int round = 0; round < 3; ++round)
+                done &= items.removeEvery(path).ok() && items.insertAtEnd(path).ok();
+            return done;
+        }));
+    for (const pid_t child : children)
+        EXPECT_TRUE(endOf(child));
+    const std::vector<plist::Object> after = dictionaries();
+    EXPECT_EQ(after.size(), before.size());
+    for (const plist::Object &each : before)
+        EXPECT_EQ(std::count(after.begin(), after.end(), each), 1);
 }
