@@ -20,6 +20,14 @@ public:
         return exists(path) ? Standing::Something : Standing::Nothing;
     }
     Result<QList<FolderEntry>> list(const QString &) const override { return QList<FolderEntry>(); }
+    bool areOnePlace(const QString &one, const QString &other) const override
+    {
+        return one == other;
+    }
+    Result<QStringList> names(const QString &folder) const override
+    {
+        return Error {ErrorCode::NotFound, folder};
+    }
     bool exists(const QString &path) const override { return files.exists(path); }
     Result<QByteArray> read(const QString &path) const override { return files.read(path); }
     Result<void> update(const QString &path, const Change &change) override;

@@ -67,9 +67,10 @@ Error inFile(const QString &backupFileName, const Error &error)
 } // namespace
 
 Result<void> addBackupRow(FileStore &files, const QString &backupFileName,
-                          const BackupInsertion &insertion)
+                          const BackupInsertion &insertion, MetFile &met)
 {
     const Result<FileStore::DatabasePlace> place = files.readyForDatabase(backupFileName);
+    met = !place ? MetFile::None : place.value().isNew ? MetFile::Made : MetFile::Stood;
     if (!place)
         return place.error();
     Result<Sqlite> database = Sqlite::open(place.value().path, place.value().access());

@@ -27,7 +27,7 @@ BackupWriter::BackupWriter(QString backupFileName, FileStore &files)
 Result<void> BackupWriter::addDataToBackupFile(const ChangeRecord &record)
 {
     varnelLog(lcBackup, fillIn(u"addDataToBackupFile (Quillet): %@", {backupFileName}));
-    return addBackupRow(files, backupFileName, insertionOf(record));
+    return addBackupRow(files, backupFileName, insertionOf(record), met);
 }
 
 Result<void> BackupWriter::tryOut(const ChangeRecord &record) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/BackupInsertion.h"
 #include "settings/SavePlan.h"
 
 #include <QString>
@@ -19,12 +20,16 @@ public:
     /// apostrophe fails, is logged with the library's text, and is returned as an error.
     Result<void> addDataToBackupFile(const ChangeRecord &record) override;
 
+    /// What the last row met.
+    [[nodiscard]] MetFile metFile() const { return met; }
+
     /// What it would answer in a new file. Nothing is made, and nothing logged.
     [[nodiscard]] Result<void> tryOut(const ChangeRecord &record) const;
 
 private:
     QString backupFileName;
     FileStore &files;
+    MetFile met = MetFile::None;
 };
 
 } // namespace varnel

@@ -7,6 +7,7 @@
 #include "platform/KeptFolders.h"
 #include "plist/PropertyList.h"
 #include "settings/Catalogue.h"
+#include "settings/PreferencePlaces.h"
 
 #include <QDir>
 #include <QMap>
@@ -70,6 +71,10 @@ void KeptBackup::load(const QString &folder, const QList<BackupRow> &rows)
     if (!notes)
         return;
     Result<KeptIndex> index = KeptIndex::fromBytes(notes.value());
+    if (index
+        && !std::all_of(index.value().files.begin(), index.value().files.end(),
+                        [this](const KeptPreferences &file) { return isInPlace(file); }))
+        index = Error {ErrorCode::Unloadable, u"a file of its notes is none of its settings'"_s};
     if (!index) {
         varnelLog(lcBackup, folder + u": left out: " + index.error().text);
         return;
@@ -87,19 +92,46 @@ bool KeptBackup::counts(const Run &run, int setting) const
         || (run.allStand && !withRow.contains(subject) && run.index.withoutRow.contains(setting));
 }
 
-std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
+QString KeptBackup::pathOf(const KeptPreferences &file) const
+{
+    return workspace.home().path + u'/' + file.path;
+}
+
+/// What is written to is not for the notes to choose.
+bool KeptBackup::isInPlace(const KeptPreferences &file) const
+{
+    const PreferencePlaces places(workspace.home(), workspace.files());
+    return std::all_of(file.keys.begin(), file.keys.end(), [&](const OldKey &key) {
+        const SettingRow *row = findSetting(key.setting);
+        return row == nullptr || places.mayHaveHeld(pathOf(file), row->file);
+    });
+}
+
+QList<OldKeys> KeptBackup::filesOf(int setting) const
 {
     for (const Run &run : runs) {
         if (!counts(run, setting))
             continue;
-        QList<OldKey> keys;
-        for (const KeptPreferences &file : run.index.files)
-            std::copy_if(file.keys.begin(), file.keys.end(), std::back_inserter(keys),
+        QList<OldKeys> files;
+        for (const KeptPreferences &file : run.index.files) {
+            OldKeys old {pathOf(file), {}};
+            std::copy_if(file.keys.begin(), file.keys.end(), std::back_inserter(old.keys),
                          [&](const OldKey &key) { return key.setting == setting; });
-        if (!keys.isEmpty())
-            return keys;
+            if (!old.keys.isEmpty())
+                files.append(old);
+        }
+        if (!files.isEmpty())
+            return files;
     }
-    return std::nullopt;
+    return {};
+}
+
+std::optional<QList<OldKey>> KeptBackup::keysOf(int setting) const
+{
+    QList<OldKey> keys;
+    for (const OldKeys &file : filesOf(setting))
+        keys += file.keys;
+    return keys.isEmpty() ? std::nullopt : std::optional(keys);
 }
 
 const KeptFlag *KeptBackup::libraryFlag(int setting) const

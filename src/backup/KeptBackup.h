@@ -24,6 +24,9 @@ public:
 
     /// What stood under the keys of a setting; none where only its row tells.
     [[nodiscard]] std::optional<QList<OldKey>> keysOf(int setting) const;
+    /// The same with the file that they stood in, which need not be the one that the setting is in
+    /// now; in two, where that changed during the run.
+    [[nodiscard]] QList<OldKeys> filesOf(int setting) const;
     /// The same of the Library folder's flag; null where only its row tells.
     [[nodiscard]] const KeptFlag *libraryFlag(int setting) const;
     /// Why what a row stands for does not come back exactly as it was; null where it does.
@@ -60,6 +63,8 @@ private:
         bool allStand = false;
     };
     void load(const QString &folder, const QList<BackupRow> &rows);
+    [[nodiscard]] bool isInPlace(const KeptPreferences &file) const;
+    [[nodiscard]] QString pathOf(const KeptPreferences &file) const;
     [[nodiscard]] bool counts(const Run &run, int setting) const;
     [[nodiscard]] bool isExact(const QString &loginItem) const;
 

@@ -40,6 +40,20 @@ QStringList runFolders(const Workspace &workspace)
     return names ? names.value() : QStringList();
 }
 
+/// The paths of those folders of runs whose backup files are not there, or only just made.
+QStringList withoutBackup(const Workspace &workspace, const QStringList &names,
+                          const QString &newBackup = {})
+{
+    QStringList folders;
+    for (const QString &name : names) {
+        const QString stem = stemOfFolder(name);
+        const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
+        if (!stem.isNull() && (stem == newBackup || !workspace.files().exists(backup)))
+            folders.append(Tools::keptFolderOf(workspace.home()) + name + u'/');
+    }
+    return folders;
+}
+
 void remember(KeptPreferences &kept, const QByteArray &after)
 {
     const QByteArray digest = digestOf(after);
@@ -79,13 +93,22 @@ KeptRun::KeptRun(Workspace &work, std::function<QString()> file)
 
 Result<void> KeptRun::addDataToBackupFile(const ChangeRecord &record)
 {
-    const QString file = backupFile();
-    // Whoever restored or deleted it gave up what was kept, too.
-    if (!workspace.files().exists(file))
-        startAnew();
-    Result<void> kept = BackupWriter(file, workspace.files()).addDataToBackupFile(record);
+    BackupWriter writer(backupFile(), workspace.files());
+    Result<void> kept = writer.addDataToBackupFile(record);
+    meet(writer.metFile());
     note(record, kept.ok());
     return kept;
+}
+
+void KeptRun::meet(MetFile met)
+{
+    // Whoever restored or deleted the run's file gave up what was kept, too.
+    if (met != MetFile::Stood)
+        startAnew();
+    hasBackupFile = met != MetFile::None;
+    // A folder that has been kept under this name before belongs to a file that is gone.
+    if (met == MetFile::Made)
+        hasParent = sweepKeptFolders(workspace, stemOf(backupFile()));
 }
 
 /// The new backup file gets the rows of the whole run once more, so the keys stay theirs.
@@ -120,11 +143,9 @@ void KeptRun::note(const ChangeRecord &record, bool kept)
 
 Result<void> KeptRun::addDataToBackupFile(int actionId, const QString &path, int enabledFlag)
 {
-    const QString file = backupFile();
-    if (!workspace.files().exists(file))
-        startAnew();
-    itemRows.setBackupFile(file);
+    itemRows.setBackupFile(backupFile());
     Result<void> kept = itemRows.addDataToBackupFile(actionId, path, enabledFlag);
+    meet(itemRows.metFile());
     note(loginItemRow(actionId, path, enabledFlag), kept.ok());
     return kept;
 }
@@ -207,18 +228,17 @@ void KeptRun::finishKeeping()
 
 bool KeptRun::hasFolder()
 {
-    const QString file = backupFile();
-    if (!workspace.files().exists(file))
-        return false;
-    if (!folder.isEmpty())
-        return true;
-    sweepKeptFolders(workspace);
+    if (!hasBackupFile || !folder.isEmpty())
+        return hasBackupFile;
     const QString parent = Tools::keptFolderOf(workspace.home());
-    if (const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent); !made) {
-        varnelLog(lcIo, made.error().text);
-        return false;
+    if (!hasParent) {
+        const Result<void> made = workspace.folders().makeFolder(workspace.home(), parent);
+        if (!made) {
+            varnelLog(lcIo, made.error().text);
+            return false;
+        }
     }
-    const Result<QString> own = workspace.keptFolders().make(parent, stemOf(file));
+    const Result<QString> own = workspace.keptFolders().make(parent, stemOf(backupFile()));
     folder = own ? own.value() : QString();
     return own.ok();
 }
@@ -329,8 +349,11 @@ void KeptRun::keepLibraryFlag(const FinderInfo::Reading &before, const FinderInf
 
 void KeptRun::writeIndex()
 {
+    const QByteArray bytes = index.toBytes();
+    if (bytes.size() > KeptIndex::largestFile)
+        varnelLog(lcBackup, folder + keptIndexName() + u": too big: the rows alone bring it back");
     // What fails has been logged; the rows are a way back without it.
-    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), index.toBytes()));
+    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), bytes));
 }
 
 QString KeptRun::belowHome(const QString &path) const
@@ -357,19 +380,19 @@ QStringList keptFoldersOf(const Workspace &workspace, const QString &backupFile)
     return folders;
 }
 
-void sweepKeptFolders(const Workspace &workspace)
+QStringList keptFoldersWithoutBackup(const Workspace &workspace)
+{
+    return withoutBackup(workspace, runFolders(workspace));
+}
+
+bool sweepKeptFolders(const Workspace &workspace, const QString &newBackup)
 {
     const QString parent = Tools::keptFolderOf(workspace.home());
-    const QStringList names = runFolders(workspace);
-    if (names.isEmpty())
-        return;
-    workspace.keptFolders().sweep(parent);
-    for (const QString &name : names) {
-        const QString stem = stemOfFolder(name);
-        const QString backup = Tools::backupFolderOf(workspace.home()) + stem + u".sqlite";
-        if (!stem.isNull() && !workspace.files().exists(backup))
-            static_cast<void>(workspace.keptFolders().discard(parent + name));
-    }
+    const Result<QStringList> names = workspace.keptFolders().sweep(parent);
+    for (const QString &folder :
+         withoutBackup(workspace, names ? names.value() : QStringList(), newBackup))
+        static_cast<void>(workspace.keptFolders().discard(folder));
+    return names.ok();
 }
 
 } // namespace varnel

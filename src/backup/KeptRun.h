@@ -40,6 +40,7 @@ public:
 
 private:
     [[nodiscard]] bool hasFolder();
+    void meet(MetFile met);
     void startAnew();
     void note(const ChangeRecord &record, bool kept);
     void note(const BackupRow &row, bool kept);
@@ -53,6 +54,8 @@ private:
 
     Workspace &workspace;
     std::function<QString()> backupFile;
+    bool hasBackupFile = false; ///< when its last row was written
+    bool hasParent = false; ///< the folder that the runs' folders are in
     QString folder; ///< null until something is kept
     KeptIndex index;
     QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
@@ -60,8 +63,11 @@ private:
     bool hasNewStates = false; ///< that the index on the disk does not tell
 };
 
-/// Removes the folders of runs that are over and whose backup files are gone.
-void sweepKeptFolders(const Workspace &workspace);
+/// The folders of runs whose backup files are gone, or not there yet.
+[[nodiscard]] QStringList keptFoldersWithoutBackup(const Workspace &workspace);
+/// Removes the folders of runs that are over and whose backup files are gone. False: there is no
+/// folder that they could be in. Those of a backup file that was made just now are none of its run.
+bool sweepKeptFolders(const Workspace &workspace, const QString &newBackup);
 
 /// Whether what stands in both lists stands in one order.
 [[nodiscard]] bool haveOneOrder(const QStringList &some, const QStringList &others);

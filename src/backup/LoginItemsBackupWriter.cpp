@@ -51,8 +51,9 @@ Result<void> LoginItemsBackupWriter::addDataToBackupFile(int actionId, const QSt
                {id, path, row.value2, row.value3})};
     if (manner == Manner::Work)
         varnelLog(lcBackup, fillIn(u"addDataToBackupFile (LoginItemsView): %@", {backupFileName}));
-    Result<void> added = manner == Manner::Work ? addBackupRow(files, backupFileName, insertion)
-                                                : tryBackupRow(files, backupFileName, insertion);
+    Result<void> added = manner == Manner::Work
+        ? addBackupRow(files, backupFileName, insertion, met)
+        : tryBackupRow(files, backupFileName, insertion);
     // What an apostrophe makes of the statements is a row of another path, if any.
     if (added && !path.contains(u'\''))
         kept.insert(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/BackupInsertion.h"
 #include "backup/BackupRow.h"
 #include "loginitems/LoginItemsAccess.h"
 
@@ -27,6 +28,8 @@ public:
     /// The first row of a path wins. Values go into the statements as they are.
     Result<void> addDataToBackupFile(int actionId, const QString &path, int enabledFlag) override;
 
+    /// What the last row met; of no meaning where it was tried out.
+    [[nodiscard]] MetFile metFile() const { return met; }
     /// Whether a way back of the path stands in the file, be it from before.
     [[nodiscard]] bool keeps(const QString &path) const { return kept.contains(path); }
 
@@ -34,6 +37,7 @@ private:
     QString backupFileName;
     FileStore &files;
     Manner manner;
+    MetFile met = MetFile::None;
     QSet<QString> kept;
 };
 

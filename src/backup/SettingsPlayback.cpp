@@ -32,10 +32,20 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
 {
     if (manner == Manner::Play)
         access.logWrite(row, value);
-    const std::optional<QList<OldKey>> exactly =
-        kept != nullptr ? kept->keysOf(row.id) : std::nullopt;
+    const QList<OldKeys> files = kept != nullptr ? kept->filesOf(row.id) : QList<OldKeys>();
+    if (files.isEmpty())
+        return writeIn(row, value, std::nullopt);
+    for (const OldKeys &file : files)
+        if (const Result<void> written = writeIn(row, value, file); !written)
+            return written;
+    return {};
+}
+
+Result<void> SettingsPlayback::writeIn(const SettingRow &row, const SettingValue &value,
+                                       const std::optional<OldKeys> &exactly)
+{
     const SavePlan::Setting &setting = current().add({&row, {}, value}, exactly);
-    noteFile(row, exactly.has_value() && !setting.error);
+    noteFile(setting, exactly.has_value() && !setting.error);
     access.wrote(row);
     if (setting.write.restarts)
         flags |= *setting.write.restarts;
@@ -47,15 +57,16 @@ Result<void> SettingsPlayback::write(const SettingRow &row, const SettingValue &
     return *setting.error;
 }
 
-void SettingsPlayback::noteFile(const SettingRow &row, bool exactly)
+void SettingsPlayback::noteFile(const SavePlan::Setting &setting, bool exactly)
 {
+    const SettingRow &row = *setting.change.row;
     if (row.mechanism == Mechanism::LibraryFolder) {
         const KeptFlag *flag = kept != nullptr ? kept->libraryFlag(row.id) : nullptr;
         if (flag != nullptr && access.finder().read(access.libraryPath()).bytes == flag->written)
             libraryBefore = flag->before;
         return;
     }
-    Played &file = played[access.filePath(row)];
+    Played &file = played[setting.path];
     if (exactly)
         file.exactly.insert(row.id);
     else

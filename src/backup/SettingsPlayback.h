@@ -49,7 +49,9 @@ public:
 
 private:
     [[nodiscard]] SavePlan &current();
-    void noteFile(const SettingRow &row, bool exactly);
+    [[nodiscard]] Result<void> writeIn(const SettingRow &row, const SettingValue &value,
+                                       const std::optional<OldKeys> &exactly);
+    void noteFile(const SavePlan::Setting &setting, bool exactly);
     [[nodiscard]] bool putBackWhole(const QString &path) const;
     [[nodiscard]] Result<void> putBackLibraryFlag();
 

@@ -18,6 +18,20 @@ struct HomeFolder {
 
     [[nodiscard]] bool asOwner() const { return !workedAs.isNull(); }
     [[nodiscard]] QString preferencesDirectory() const { return path + u"/Library/Preferences"; }
+    /// The folder of its own, without the ones that it stands in.
+    [[nodiscard]] QString name() const { return path.section(u'/', -1); }
+    /// Where the disk of the home's system is to be found: "/" for one's own, ROOT for any other at
+    /// ROOT/Users/NAME; null elsewhere. Nothing is looked at.
+    [[nodiscard]] QString systemRoot() const
+    {
+        if (own)
+            return QStringLiteral("/");
+        const QString users = path.section(u'/', 0, -2);
+        if (!users.endsWith(u"/Users"))
+            return {};
+        const QString root = users.section(u'/', 0, -2);
+        return root.isEmpty() ? QStringLiteral("/") : root;
+    }
 
     /// By what name to open something that people know as `name`: the same, but for what lies in
     /// a home that is not reached by its path.

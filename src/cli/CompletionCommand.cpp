@@ -1,10 +1,9 @@
-#include "cli/OtherCommands.h"
+#include "cli/CommandFamilies.h"
 
 #include "base/Literals.h"
 #include "cli/BashWords.h"
 #include "cli/Candidates.h"
 #include "cli/Outcome.h"
-#include "cli/Registry.h"
 #include "cli/SettingReport.h"
 
 #include <array>
@@ -187,51 +186,61 @@ ExitStatus printAnswer(const Request &request, Console &console)
     return ExitStatus::Done;
 }
 
+/// Prints the script that completes this program's command lines in a shell.
+class CompletionCommand : public Command {
+public:
+    [[nodiscard]] CommandDescription description() const override
+    {
+        return {
+            u"Prints the script that completes command lines in a shell"_s,
+            u"A package of this program brings the scripts along. Without one:\n"
+            u"  bash  source <(varnelctl completion bash)      in ~/.bashrc\n"
+            u"  zsh   varnelctl completion zsh >_varnelctl     in a folder of $fpath\n"
+            u"  fish  varnelctl completion fish | source       in config.fish\n\n"
+            u"The scripts ask with --index N -- WORD... what may stand for the word number N of a\n"
+            u"command line; the program's name is number 0. Each line of the answer is a kind\n"
+            u"(word, part: no blank after it, file, folder), a text and a help, with tabs between."_s,
+            {{u"SHELL"_s, u"bash, zsh or fish"_s, ParameterInfo::Count::One, Completes::Words,
+              shellNames()},
+             {u"WORD"_s, u"with --index: the words of a command line"_s,
+              ParameterInfo::Count::Any}},
+            {{u"index"_s, u"N"_s, u"print what may stand for a word instead"_s},
+             {u"bash-words"_s, {}, u"with --index: the words are parted and quoted as by bash"_s}},
+            {u"completion bash"_s, u"completion zsh >~/.zfunc/_varnelctl"_s,
+             u"completion --index 2 -- varnelctl set dock"_s}};
+    }
+
+    ExitStatus run(const Request &request, Console &console) const override
+    {
+        if (request.has(u"index"_s))
+            return printAnswer(request, console);
+        if (request.arguments.size() > 1) {
+            Console::message(u"not understood: "_s + request.arguments.mid(1).join(u' '));
+            Console::message(u"'varnelctl --help' tells more"_s);
+            return ExitStatus::Usage;
+        }
+        const QString &typed = request.arguments.first();
+        for (const Shell &shell : shells) {
+            if (typed != shell.name)
+                continue;
+            const QString script = QString::fromUtf16(shell.shim);
+            if (request.has(u"json"_s))
+                console.print(jsonDocument({{u"shell"_s, typed}, {u"script"_s, script}}));
+            else
+                console.print(script);
+            return ExitStatus::Done;
+        }
+        return failure(
+            {ErrorCode::Invalid,
+             u"no completion for '" + typed + u"'; the shells are " + shellNames().join(u", ")});
+    }
+};
+
 } // namespace
 
-CommandDescription CompletionCommand::description() const
+Commands completionCommands()
 {
-    return {
-        u"Prints the script that completes command lines in a shell"_s,
-        u"A package of this program brings the scripts along. Without one:\n"
-        u"  bash  source <(varnelctl completion bash)      in ~/.bashrc\n"
-        u"  zsh   varnelctl completion zsh >_varnelctl     in a folder of $fpath\n"
-        u"  fish  varnelctl completion fish | source       in config.fish\n\n"
-        u"The scripts ask with --index N -- WORD... what may stand for the word number N of a\n"
-        u"command line; the program's name is number 0. Each line of the answer is a kind\n"
-        u"(word, part: no blank after it, file, folder), a text and a help, with tabs between."_s,
-        {{u"SHELL"_s, u"bash, zsh or fish"_s, ParameterInfo::Count::One, Completes::Words,
-          shellNames()},
-         {u"WORD"_s, u"with --index: the words of a command line"_s, ParameterInfo::Count::Any}},
-        {{u"index"_s, u"N"_s, u"print what may stand for a word instead"_s},
-         {u"bash-words"_s, {}, u"with --index: the words are parted and quoted as by bash"_s}},
-        {u"completion bash"_s, u"completion zsh >~/.zfunc/_varnelctl"_s,
-         u"completion --index 2 -- varnelctl set dock"_s}};
-}
-
-ExitStatus CompletionCommand::run(const Request &request, Console &console) const
-{
-    if (request.has(u"index"_s))
-        return printAnswer(request, console);
-    if (request.arguments.size() > 1) {
-        Console::message(u"not understood: "_s + request.arguments.mid(1).join(u' '));
-        Console::message(u"'varnelctl --help' tells more"_s);
-        return ExitStatus::Usage;
-    }
-    const QString &typed = request.arguments.first();
-    for (const Shell &shell : shells) {
-        if (typed != shell.name)
-            continue;
-        const QString script = QString::fromUtf16(shell.shim);
-        if (request.has(u"json"_s))
-            console.print(jsonDocument({{u"shell"_s, typed}, {u"script"_s, script}}));
-        else
-            console.print(script);
-        return ExitStatus::Done;
-    }
-    return failure(
-        {ErrorCode::Invalid,
-         u"no completion for '" + typed + u"'; the shells are " + shellNames().join(u", ")});
+    return {{u"completion"_s, {}, [] { return std::make_unique<const CompletionCommand>(); }}};
 }
 
 } // namespace varnel::cli

@@ -1,6 +1,7 @@
-#include "cli/HomeCommands.h"
+#include "cli/CommandFamilies.h"
 
 #include "base/Literals.h"
+#include "cli/HomeCommand.h"
 #include "cli/HomesNamed.h"
 #include "cli/Lookup.h"
 #include "cli/TextWidth.h"
@@ -190,9 +191,7 @@ HomeOutcome exported(const HomeFolder &home, const Wish &wish)
     return outcome;
 }
 
-} // namespace
-
-CommandDescription ExportCommand::description() const
+CommandDescription describeExport()
 {
     return {
         u"Writes the settings as a profile"_s,
@@ -218,7 +217,7 @@ CommandDescription ExportCommand::description() const
          u"export --format mobileconfig --set-once --group Dock > dock.mobileconfig"_s}};
 }
 
-Result<HomeCommand::Work> ExportCommand::prepare(const Request &request) const
+Result<HomeCommand::Work> prepareExport(const Request &request)
 {
     // One file after the other on standard output would be no file that anything reads.
     if (namesManyHomes(request) && !request.has(u"json"_s))
@@ -227,7 +226,15 @@ Result<HomeCommand::Work> ExportCommand::prepare(const Request &request) const
     const Result<Wish> wish = wishOf(request);
     if (!wish)
         return wish.error();
-    return Work([wish = wish.value()](const HomeFolder &home) { return exported(home, wish); });
+    return HomeCommand::Work(
+        [wish = wish.value()](const HomeFolder &home) { return exported(home, wish); });
+}
+
+} // namespace
+
+Commands exportCommands()
+{
+    return {{u"export"_s, {}, homeCommand<describeExport, prepareExport>}};
 }
 
 } // namespace varnel::cli

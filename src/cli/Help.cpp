@@ -99,7 +99,7 @@ const QList<Entry> &statusEntries()
 {
     static const QList<Entry> entries {
         {u"0"_s, u"done"_s},
-        {u"1"_s, u"a negative answer: nothing found, something differs"_s},
+        {u"1"_s, u"a negative answer: nothing found, something differs or is wrong"_s},
         {u"2"_s, u"wrong usage, unknown setting, value out of its kind; nothing written"_s},
         {u"3"_s, u"could not read or write; nothing changed"_s},
         {u"4"_s, u"partly done; the messages say what was not"_s},

@@ -109,14 +109,28 @@ ExitStatus HomeCommand::run(const Request &request, Console &console) const
                          : runInOne(work.value(), request, console);
 }
 
-ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Console &console)
+Result<HomeFolder> HomeCommand::takeHome(const HomeFolder &home, const Request &request) const
+{
+    return takeUp(home, request);
+}
+
+HomeOutcome HomeCommand::notTaken(const HomeFolder &, const Error &why) const
+{
+    return HomeOutcome::failed(why);
+}
+
+ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Console &console) const
 {
     const Result<HomeFolder> home = chosenHome(request);
     if (!home)
         return failure(home.error());
-    const Result<HomeFolder> worked = takeUp(home.value(), request);
-    if (!worked)
-        return failure(worked.error());
+    const Result<HomeFolder> worked = takeHome(home.value(), request);
+    if (!worked) {
+        const HomeOutcome outcome = notTaken(home.value(), worked.error());
+        note(outcome, console);
+        show(outcome, Ending(request, {}), request, console);
+        return outcome.status;
+    }
     HomeOutcome outcome = work(worked.value());
     if (!home.value().own)
         warnOfSession(worked.value(), UserSessions(), outcome);
@@ -128,15 +142,16 @@ ExitStatus HomeCommand::runInOne(const Work &work, const Request &request, Conso
 }
 
 HomeOutcome HomeCommand::workIn(const QString &directory, const Work &work, const Request &request,
-                                const UserSessions &sessions)
+                                const UserSessions &sessions) const
 {
-    Result<HomeFolder> home = homeAt(directory);
-    if (home)
-        home = takeUp(home.value(), request);
+    const Result<HomeFolder> home = homeAt(directory);
     if (!home)
         return HomeOutcome::failed(home.error());
-    HomeOutcome outcome = work(home.value());
-    warnOfSession(home.value(), sessions, outcome);
+    const Result<HomeFolder> worked = takeHome(home.value(), request);
+    if (!worked)
+        return notTaken(home.value(), worked.error());
+    HomeOutcome outcome = work(worked.value());
+    warnOfSession(worked.value(), sessions, outcome);
     return outcome;
 }
 

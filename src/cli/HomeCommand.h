@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace varnel {
 class UserSessions;
@@ -44,23 +45,47 @@ struct HomeOutcome {
 /// A command that does its work home by home.
 class HomeCommand : public Command {
 public:
-    ExitStatus run(const Request &request, Console &console) const final;
-
-protected:
     /// What is done in a home. It keeps nothing of one home for the next.
     using Work = std::function<HomeOutcome(const HomeFolder &home)>;
 
+    ExitStatus run(const Request &request, Console &console) const final;
+
+protected:
     /// Checks what was typed, before any home is looked at; an error ends the command there. The
     /// request outlives the work.
     [[nodiscard]] virtual Result<Work> prepare(const Request &request) const = 0;
 
+    /// The home as the work gets it; an error: nothing may be done in it.
+    [[nodiscard]] virtual Result<HomeFolder> takeHome(const HomeFolder &home,
+                                                      const Request &request) const;
+    /// What comes of a home in which nothing may be done.
+    [[nodiscard]] virtual HomeOutcome notTaken(const HomeFolder &home, const Error &why) const;
+
 private:
-    static ExitStatus runInOne(const Work &work, const Request &request, Console &console);
+    ExitStatus runInOne(const Work &work, const Request &request, Console &console) const;
     ExitStatus runInMany(const QStringList &directories, const Work &work, const Request &request,
                          Console &console) const;
     /// One home of several. Where this process may become the home's owner, it does so here.
-    static HomeOutcome workIn(const QString &directory, const Work &work, const Request &request,
-                              const UserSessions &sessions);
+    HomeOutcome workIn(const QString &directory, const Work &work, const Request &request,
+                       const UserSessions &sessions) const;
 };
+
+/// One that is two functions: what it takes, and what it does with that.
+template <CommandDescription (*describe)(),
+          Result<HomeCommand::Work> (*prepareWork)(const Request &)>
+std::unique_ptr<const Command> homeCommand()
+{
+    class Described : public HomeCommand {
+    public:
+        [[nodiscard]] CommandDescription description() const override { return describe(); }
+
+    protected:
+        [[nodiscard]] Result<Work> prepare(const Request &request) const override
+        {
+            return prepareWork(request);
+        }
+    };
+    return std::make_unique<const Described>();
+}
 
 } // namespace varnel::cli

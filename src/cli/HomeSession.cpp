@@ -89,17 +89,18 @@ HomeSession::HomeSession(const HomeFolder &home)
 QList<SettingReport> HomeSession::reports(const QList<const SettingRow *> &rows) const
 {
     const PreferenceFiles::ReadPass pass(files);
+    const SettingAccess::ReadPass places(settings);
     QList<SettingReport> reports;
     for (const SettingRow *row : rows)
-        reports.append({row, settings.read(*row)});
+        reports.append(
+            {row, settings.read(*row), settings.filePath(*row), settings.furtherFiles(*row)});
     return reports;
 }
 
-plist::Value HomeSession::storedUnder(const SettingRow &row, const QString &key) const
+plist::Value HomeSession::storedUnder(const SettingReport &report, const QString &key) const
 {
-    const bool inside = row.mechanism == Mechanism::NestedChoice;
-    return files.readValue(home().preferencesDirectory() + row.file,
-                           inside ? row.keys : QStringList {key});
+    const bool inside = report.row->mechanism == Mechanism::NestedChoice;
+    return files.readValue(report.path, inside ? report.row->keys : QStringList {key});
 }
 
 QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) const
@@ -116,7 +117,7 @@ QList<Error> HomeSession::unreadableFiles(const QList<SettingReport> &reports) c
         if (file.isNull() || readable.contains(file) || seen.contains(file))
             continue;
         seen.insert(file);
-        if (const auto error = whyUnreadable(work.files(), home().preferencesDirectory() + file))
+        if (const auto error = whyUnreadable(work.files(), report.path))
             errors.append(*error);
     }
     return errors;

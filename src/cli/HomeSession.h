@@ -42,7 +42,7 @@ public:
     [[nodiscard]] QList<SettingReport> reports(const QList<const SettingRow *> &rows) const;
 
     /// What stands in the file under a key of the setting.
-    [[nodiscard]] plist::Value storedUnder(const SettingRow &row, const QString &key) const;
+    [[nodiscard]] plist::Value storedUnder(const SettingReport &report, const QString &key) const;
 
     /// Why files of these settings could not be read as preferences, one error for each such file.
     /// Their settings read as if they were not stored.

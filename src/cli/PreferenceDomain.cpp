@@ -2,6 +2,7 @@
 
 #include "base/Literals.h"
 #include "settings/Catalogue.h"
+#include "settings/PreferencePlaces.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -45,14 +46,6 @@ QString allNames()
     return names.join(u", ");
 }
 
-/// What a path says apart from the file's name: the home; null where it leads into none.
-QString homeAround(const QString &path)
-{
-    const QString folder = QFileInfo(path).path();
-    const QString preferences = u"/Library/Preferences"_s;
-    return folder.endsWith(preferences) ? folder.chopped(preferences.size()) : QString();
-}
-
 bool isInside(const SettingRow &row)
 {
     return row.mechanism == Mechanism::NestedChoice;
@@ -71,13 +64,14 @@ Result<PreferenceDomain> PreferenceDomain::parse(const QString &typed)
 {
     PreferenceDomain domain;
     QString name = typed;
+    QString folder;
     if (typed.contains(u'/')) {
-        const QString path = QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
-        domain.home = homeAround(path);
-        if (domain.home.isEmpty())
+        const QFileInfo path(QDir::cleanPath(QFileInfo(typed).absoluteFilePath()));
+        folder = path.path();
+        if (PreferencePlaces::homeAround(folder, {}).isEmpty())
             return Error {ErrorCode::Invalid,
                           u'\'' + typed + u"' is no file in a home's Library/Preferences"};
-        name = QFileInfo(path).fileName();
+        name = path.fileName();
     }
     QString file = isGlobalName(typed) ? globalFile : QString(u'/' + name);
     if (!file.endsWith(ending))
@@ -89,6 +83,8 @@ Result<PreferenceDomain> PreferenceDomain::parse(const QString &typed)
         return Error {ErrorCode::Invalid,
                       u'\'' + typed + u"' is no preference domain with settings; they are "
                           + allNames()};
+    if (!folder.isNull())
+        domain.home = PreferencePlaces::homeAround(folder, domain.file);
     return domain;
 }
 

@@ -1,54 +1,23 @@
 #include "cli/Registry.h"
 
 #include "base/Literals.h"
-#include "cli/HomeCommands.h"
-#include "cli/OtherCommands.h"
+#include "cli/CommandFamilies.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace varnel::cli {
 
-namespace {
-
-template <typename C, auto... arguments> std::unique_ptr<const Command> make()
-{
-    return std::make_unique<const C>(arguments...);
-}
-
-NamedCommand listingProcesses(const QString &name)
-{
-    return {name, {}, [name] { return std::make_unique<const ListProcessesCommand>(name); }};
-}
-
-} // namespace
-
 Commands makeCommands()
 {
-    return {
-        {u"list"_s, {}, make<ListCommand>},
-        {u"show"_s, {}, make<ShowCommand>},
-        {u"get"_s, {u"read"_s}, make<GetCommand>},
-        {u"set"_s, {u"write"_s}, make<SetCommand>},
-        {u"reset"_s, {u"delete"_s}, make<ResetCommand>},
-        {u"search"_s, {}, make<SearchCommand>},
-        {u"diff"_s, {}, make<DiffCommand>},
-        {u"apply"_s, {}, make<ApplyCommand>},
-        {u"export"_s, {}, make<ExportCommand>},
-        {u"login-items list"_s, {}, make<LoginItemsListCommand>},
-        {u"login-items add"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Add>},
-        {u"login-items remove"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Remove>},
-        {u"login-items enable"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Enable>},
-        {u"login-items disable"_s, {}, make<LoginItemsChangeCommand, LoginItemChange::Disable>},
-        {u"system"_s, {}, make<SystemCommand>},
-        listingProcesses(u"processes"_s),
-        listingProcesses(u"processes list"_s),
-        {u"processes reveal"_s, {}, make<RevealProcessCommand>},
-        {u"processes terminate"_s, {}, make<TerminateProcessCommand>},
-        {u"end"_s, {}, make<EndCommand>},
-        {u"backups list"_s, {}, make<BackupsListCommand>},
-        {u"backups show"_s, {}, make<BackupsShowCommand>},
-        {u"backups restore"_s, {}, make<BackupsRestoreCommand>},
-        {u"backups delete"_s, {}, make<BackupsDeleteCommand>},
-        {u"completion"_s, {}, make<CompletionCommand>},
-    };
+    Commands commands;
+    for (const auto family : {readingCommands, savingCommands, searchCommands, profileCommands,
+                              exportCommands, doctorCommands, loginItemsCommands, systemCommands,
+                              processCommands, backupsCommands, completionCommands}) {
+        Commands some = family();
+        std::move(some.begin(), some.end(), std::back_inserter(commands));
+    }
+    return commands;
 }
 
 const QList<OptionInfo> &commonOptions()

@@ -93,6 +93,15 @@ void addField(Table &table, const QString &name, const QString &value)
         table.addRow({{name, Table::Look::Quiet}, {value}});
 }
 
+void addFurtherFile(Table &table, const FurtherFile &file)
+{
+    if (file.why == FurtherFile::Why::NotInContainer)
+        addField(table, u"dead file"_s, file.path + u", not read: the application has a container");
+    else
+        addField(table, u"second file"_s,
+                 file.path + u", not read: its name differs in the case of letters");
+}
+
 /// The value, and its words where they say more.
 QString valueInWords(const SettingReport &report)
 {
@@ -146,6 +155,7 @@ QJsonObject settingObject(const SettingReport &report)
         {u"location"_s, locationString(row)},
         {u"shortLocation"_s, shortLocationString(row)},
         {u"file"_s, textOrNull(fileName(row))},
+        {u"path"_s, report.path},
         {u"keys"_s, QJsonArray::fromStringList(row.keys)},
         {u"type"_s, row.type},
         {u"kind"_s, kindName(row.kind)},
@@ -195,6 +205,9 @@ QString settingSheet(const SettingReport &report, const Style &style)
     addField(table, u"what it does"_s, row.help);
     addField(table, u"group"_s, shortLocationString(row));
     addField(table, u"file"_s, fileName(row));
+    addField(table, u"path"_s, report.path);
+    for (const FurtherFile &file : report.further)
+        addFurtherFile(table, file);
     addField(table, u"keys"_s, row.keys.join(u", "));
     addField(table, u"type written"_s, row.type);
     addField(table, u"range"_s, rangeInWords(row));

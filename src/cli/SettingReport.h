@@ -11,6 +11,8 @@ namespace varnel::cli {
 struct SettingReport {
     const SettingRow *row = nullptr;
     SettingReading reading;
+    QString path; ///< of the file that holds it
+    QList<FurtherFile> further; ///< of its domain
 };
 
 /// Everything about the setting and its value.

@@ -24,7 +24,12 @@ QString painted(const QString &text, Table::Look look, const Style &style)
 
 void Table::addHeading(const QString &text)
 {
-    lines.append({printable(text), {}});
+    lines.append({printable(text), {}, Look::Plain, {}});
+}
+
+void Table::addNote(const QString &text, Look look)
+{
+    lines.append({{}, printable(text), look, {}});
 }
 
 void Table::addRow(const QList<Cell> &cells)
@@ -79,6 +84,10 @@ QString Table::text(const Style &style) const
     const std::vector<int> widths = columnWidths(style);
     QString out;
     for (const Line &line : lines) {
+        if (!line.note.isNull()) {
+            out += QString(indent, u' ') + painted(line.note, line.look, style) + u'\n';
+            continue;
+        }
         if (line.heading.isNull()) {
             out += rowText(line.cells, widths, style);
             continue;

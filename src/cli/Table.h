@@ -21,12 +21,16 @@ public:
 
     void addHeading(const QString &text);
     void addRow(const QList<Cell> &cells);
+    /// A sentence below the rows, in no column. It is never cut; the terminal breaks it.
+    void addNote(const QString &text, Look look = Look::Quiet);
 
     [[nodiscard]] QString text(const Style &style) const;
 
 private:
     struct Line {
-        QString heading; ///< null for a row
+        QString heading; ///< null for a row and for a note
+        QString note; ///< null but for a note
+        Look look = Look::Plain; ///< of a note
         QList<Cell> cells;
     };
     [[nodiscard]] std::vector<int> columnWidths(const Style &style) const;

@@ -1,5 +1,6 @@
 #include "home/Workspace.h"
 
+#include "base/Containers.h"
 #include "platform/FileStore.h"
 #include "platform/SessionLoginItems.h"
 
@@ -24,8 +25,11 @@ Result<QStringList> Workspace::begin(const Terms &terms) const
 
 void Workspace::sweep() const
 {
-    for (const QString &folder :
-         Tools::foldersWrittenTo(homeFolder) + ports.loginItems.foldersWrittenTo())
+    QStringList folders = Tools::foldersWrittenTo(homeFolder) + ports.loginItems.foldersWrittenTo();
+    if (ports.files.exists(containersOf(homeFolder)))
+        for (const QString &application : containedApplications())
+            folders.append(containerPreferences(homeFolder, application));
+    for (const QString &folder : std::as_const(folders))
         ports.files.sweep(folder);
 }
 

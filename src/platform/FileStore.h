@@ -37,10 +37,15 @@ public:
     /// What a path leads to, for whoever hands it to a library that would follow any link. Not
     /// logged.
     [[nodiscard]] virtual Result<Standing> look(const QString &path) const = 0;
+    /// Whether both lead to one name in one folder, through whatever links. Not logged.
+    [[nodiscard]] virtual bool areOnePlace(const QString &one, const QString &other) const = 0;
 
     /// What stands in a folder, hidden names too, in no particular order; names that are no UTF-8
     /// are left out. NotFound where there is no folder.
     [[nodiscard]] virtual Result<QList<FolderEntry>> list(const QString &folder) const = 0;
+
+    /// The names alone, which costs no look at what they name. Not logged.
+    [[nodiscard]] virtual Result<QStringList> names(const QString &folder) const = 0;
 
     /// Gets the old bytes (none: no file) and answers the new ones (none: leave everything as it
     /// is).
@@ -71,6 +76,7 @@ public:
     struct DatabasePlace {
         QString path; ///< to be opened as it stands: every link on the way is resolved
         bool lasts = true; ///< false: changes there are only tried out, and gone with this store
+        bool isNew = false; ///< nothing stood there until now
 
         /// How to open it for changes.
         [[nodiscard]] Sqlite::Access access() const

@@ -41,8 +41,8 @@ public:
     /// left out. NotFound where there is no such folder.
     [[nodiscard]] virtual Result<QStringList> list(const QString &parent) const = 0;
 
-    /// Removes what dead runs left half written in those folders.
-    virtual void sweep(const QString &parent) = 0;
+    /// The same, and what dead runs left half written in those folders is removed.
+    [[nodiscard]] virtual Result<QStringList> sweep(const QString &parent) = 0;
 
     struct Kept {
         QByteArray bytes; ///< read from the very file that is kept

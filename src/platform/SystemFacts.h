@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/HomeFolder.h"
 #include "base/Result.h"
 
 #include <QString>
@@ -34,6 +35,9 @@ public:
 
     [[nodiscard]] virtual QString userName() const = 0; ///< the login name
     [[nodiscard]] virtual QString fullUserName() const = 0;
+    /// The full name of the account on this machine that the home is the home of, and whose it is;
+    /// none where there is no such account.
+    [[nodiscard]] virtual std::optional<QString> fullNameFor(const HomeFolder &home) const = 0;
     [[nodiscard]] virtual QString temporaryDirectory() const = 0; ///< null when there is none
 };
 

@@ -27,12 +27,17 @@ struct Selects {
 
 } // namespace
 
-int indexOfStored(const SettingRow &row, const plist::Value &stored)
+std::optional<int> choiceOfStored(const SettingRow &row, const plist::Value &stored)
 {
     const auto at = std::find_if(row.choices.begin(), row.choices.end(), [&](const Choice &choice) {
         return std::visit(Selects {row, stored}, choice.writes);
     });
-    return at != row.choices.end() ? int(at - row.choices.begin()) : row.defaultIndex();
+    return at != row.choices.end() ? std::optional(int(at - row.choices.begin())) : std::nullopt;
+}
+
+int indexOfStored(const SettingRow &row, const plist::Value &stored)
+{
+    return choiceOfStored(row, stored).value_or(row.defaultIndex());
 }
 
 StoredValue storedOfIndex(const SettingRow &row, int index)

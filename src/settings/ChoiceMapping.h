@@ -3,11 +3,15 @@
 #include "plist/Value.h"
 #include "settings/SettingRow.h"
 
+#include <optional>
+
 namespace varnel {
 
-/// The index of the choice that a stored value selects: the first whose own value it is, else the
-/// default's. Choices of numbers and booleans compare integer values, choices of texts compare
+/// The index of the choice whose own value a stored value is, of several the first; none where it
+/// is no choice's. Choices of numbers and booleans compare integer values, choices of texts compare
 /// strings in the way of the row.
+[[nodiscard]] std::optional<int> choiceOfStored(const SettingRow &row, const plist::Value &stored);
+/// The index of the choice that a stored value selects: that one, else the default's.
 [[nodiscard]] int indexOfStored(const SettingRow &row, const plist::Value &stored);
 
 /// What choosing an index writes; none removes. Every index out of range removes.

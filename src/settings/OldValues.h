@@ -25,6 +25,12 @@ struct OldKey {
     bool operator==(const OldKey &) const = default;
 };
 
+/// Those of one setting in one file.
+struct OldKeys {
+    QString path;
+    QList<OldKey> keys;
+};
+
 /// A preference file that is about to be replaced, or that holds all that is wanted already.
 struct ReplacedFile {
     QString path;

@@ -76,8 +76,28 @@ bool PlannedFile::isStillSo() const
     return now && now.value() == before;
 }
 
+/// Where all edits bring back what was kept: all keys of it, for those that stood behind one
+/// another may belong to several settings.
+QList<OldKey> PlannedFile::keptKeys() const
+{
+    QList<OldKey> keys;
+    for (const Edit &edit : edits) {
+        if (!edit.wanted || !edit.outcome)
+            continue;
+        if (!edit.write.exactly)
+            return {};
+        keys += *edit.write.exactly;
+    }
+    return keys;
+}
+
 Result<void> PlannedFile::commit(FileStore &store, OldValueKeeper *keeper)
 {
+    if (const QList<OldKey> keys = keptKeys(); content && !keys.isEmpty()) {
+        PreferenceContent again = original->copy();
+        if (again.putBack(keys))
+            content = std::move(again);
+    }
     const Result<void> replaced = store.update(path, [&](const std::optional<QByteArray> &now) {
         return content && now == before ? content.value().bytes() : editedAfresh(now, keeper);
     });
@@ -99,6 +119,11 @@ Result<std::optional<QByteArray>> PlannedFile::editedAfresh(const std::optional<
     for (Edit &edit : edits)
         if (edit.wanted)
             edit.outcome = withoutAnswer(carryOut(edit.write, fresh.value()));
+    if (const QList<OldKey> keys = keptKeys(); !keys.isEmpty()) {
+        PreferenceContent again = old.copy();
+        if (again.putBack(keys))
+            fresh = std::move(again);
+    }
     std::optional<QByteArray> after = fresh.value().bytes();
     if (keeper != nullptr && after && after != bytes)
         keeper->keepAfresh({path, bytes, after, keysIn(old, fresh.value())});

@@ -54,6 +54,7 @@ private:
         Result<void> outcome;
         bool wanted = true;
     };
+    [[nodiscard]] QList<OldKey> keptKeys() const;
     [[nodiscard]] Result<std::optional<QByteArray>>
     editedAfresh(const std::optional<QByteArray> &bytes, OldValueKeeper *keeper);
     [[nodiscard]] QList<OldKey> keysIn(const PreferenceContent &old,

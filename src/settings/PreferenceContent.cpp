@@ -16,9 +16,27 @@ Result<void> apply(plist::PropertyList &list, const KeyChange &change)
     return change.value ? list.set(change.keyPath, *change.value) : list.remove(change.keyPath);
 }
 
+/// Whether a key of an XML file stands now behind another one than it stood behind, which is there.
+bool hasMoved(const plist::PropertyList &list, const OldKey &old)
+{
+    if (!old.place || !old.place->before)
+        return false;
+    const std::optional<plist::Place> now = list.place(old.keyPath);
+    const std::optional<QString> &neighbour = old.place->after;
+    if (!now || now->after == neighbour)
+        return false;
+    const QStringList around = old.keyPath.first(old.keyPath.size() - 1);
+    return !neighbour || list.value(around + QStringList(*neighbour)).kind != plist::Kind::Missing;
+}
+
 Result<void> apply(plist::PropertyList &list, const OldKey &old)
 {
-    return old.object ? list.put(old.keyPath, *old.object, old.place) : list.remove(old.keyPath);
+    if (!old.object)
+        return list.remove(old.keyPath);
+    if (hasMoved(list, old))
+        if (const Result<void> removed = list.remove(old.keyPath); !removed)
+            return removed;
+    return list.put(old.keyPath, *old.object, old.place);
 }
 
 /// A key comes after the one that it names as its neighbour, so that one has to be there first.

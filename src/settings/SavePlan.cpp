@@ -49,20 +49,22 @@ SavePlan::SavePlan(SettingAccess &settingAccess, const QList<SettingChange> &val
 }
 
 const SavePlan::Setting &SavePlan::add(const SettingChange &value,
-                                       const std::optional<QList<OldKey>> &exactly)
+                                       const std::optional<OldKeys> &exactly)
 {
     named.append(value);
     wanted.append(value);
-    planned.push_back(begun(value));
-    planned.back().write.exactly = exactly;
+    planned.push_back(begun(value, exactly ? exactly->path : pathOf(*value.row)));
+    if (exactly)
+        planned.back().write.exactly = exactly->keys;
     editNow(planned.back());
     return planned.back();
 }
 
-SavePlan::Setting SavePlan::begun(const SettingChange &wish)
+SavePlan::Setting SavePlan::begun(const SettingChange &wish, const QString &path)
 {
     Setting setting;
-    setting.change = {wish.row, readingOf(*wish.row).value, wish.newValue};
+    setting.path = path;
+    setting.change = {wish.row, readingIn(path, *wish.row).value, wish.newValue};
     setting.write = SettingWrite::of(*wish.row, wish.newValue);
     return setting;
 }
@@ -80,9 +82,10 @@ void SavePlan::plan()
     planned.clear();
     files.clear();
     libraryFolder.reset();
+    places.emplace(access.findFiles());
     // All old values are those before the save, whatever its settings have in common.
     for (const SettingChange &each : std::as_const(wanted))
-        planned.push_back(begun(each));
+        planned.push_back(begun(each, pathOf(*each.row)));
     for (Setting &setting : planned)
         editNow(setting);
     for (Setting &setting : planned) {
@@ -90,15 +93,19 @@ void SavePlan::plan()
         const SettingValue &value = setting.change.newValue;
         setting.notMade = !setting.error && !setting.differs
             && !meanTheSame(row, setting.change.oldValue, value)
-            && !meanTheSame(row, readingOf(row).value, value);
+            && !meanTheSame(row, readingIn(setting.path, row).value, value);
     }
     if (onlyWhatDiffers)
         keepWhatDiffers();
 }
 
-PlannedFile &SavePlan::fileOf(const SettingRow &row)
+QString SavePlan::pathOf(const SettingRow &row) const
 {
-    const QString path = access.filePath(row);
+    return access.filePath(row, *places);
+}
+
+PlannedFile &SavePlan::fileAt(const QString &path)
+{
     return files.try_emplace(path, path, access.preferenceFiles().fileStore()).first->second;
 }
 
@@ -115,21 +122,27 @@ SavePlan::Library &SavePlan::library()
 
 SettingReading SavePlan::readingOf(const SettingRow &row)
 {
+    return readingIn(pathOf(row), row);
+}
+
+SettingReading SavePlan::readingIn(const QString &path, const SettingRow &row)
+{
     if (row.mechanism == Mechanism::LibraryFolder)
         return libraryReading(library().now);
-    return varnel::readingOf(row, [&](const QStringList &keys) { return stored(row, keys); });
+    PlannedFile &file = fileAt(path);
+    return varnel::readingOf(row, [&](const QStringList &keys) { return file.value(keys); });
 }
 
 plist::Value SavePlan::stored(const SettingRow &row, const QStringList &keys)
 {
-    return fileOf(row).value(keys);
+    return fileAt(pathOf(row)).value(keys);
 }
 
 Result<bool> SavePlan::edit(Setting &setting)
 {
     if (setting.write.hidesLibrary)
         return editLibrary(*setting.write.hidesLibrary);
-    PlannedFile &file = fileOf(*setting.change.row);
+    PlannedFile &file = fileAt(setting.path);
     setting.edit = file.count();
     return file.edit(setting.change.row->id, setting.write);
 }
@@ -149,7 +162,7 @@ void SavePlan::keepWhatDiffers()
     std::erase_if(planned, [this](const Setting &setting) {
         const bool stays = !setting.differs && !setting.error;
         if (stays && !setting.write.hidesLibrary)
-            fileOf(*setting.change.row).leaveOut(setting.edit);
+            fileAt(setting.path).leaveOut(setting.edit);
         return stays;
     });
 }
@@ -235,7 +248,7 @@ std::optional<SaveFailure> SavePlan::replaceFiles(const OtherWay &otherWay)
     };
     for (Setting &setting : planned) {
         // What failed when it was played has been told as not written, and must not be after all.
-        if (setting.error || (failure && !replaced.contains(access.filePath(*setting.change.row))))
+        if (setting.error || (failure && !replaced.contains(setting.path)))
             continue;
         const Result<void> written = writeOne(setting, replaced, replace);
         access.wrote(*setting.change.row);
@@ -258,12 +271,10 @@ Result<void> SavePlan::writeOne(Setting &setting, Replaced &replaced, const Repl
 Result<void> SavePlan::replaceFileOf(const Setting &setting, Replaced &replaced,
                                      const Replace &replace)
 {
-    const SettingRow &row = *setting.change.row;
-    PlannedFile &file = fileOf(row);
-    const QString path = access.filePath(row);
-    const auto known = replaced.find(path);
+    PlannedFile &file = fileAt(setting.path);
+    const auto known = replaced.find(setting.path);
     if (known == replaced.end())
-        replaced.emplace(path, replace(file, path));
+        replaced.emplace(setting.path, replace(file, setting.path));
     else if (!known->second)
         varnelLog(lcIo, known->second.error().text); // for each setting that it keeps from its file
     return file.outcome(setting.edit);

@@ -39,6 +39,7 @@ class SavePlan {
 public:
     struct Setting {
         SettingChange change; ///< the old value is what the home held before the save
+        QString path; ///< of its file
         SettingWrite write;
         bool differs = false; ///< its file would hold something else
         /// It stays as it is: its dictionary or file is not there, and is not made by a save.
@@ -57,9 +58,10 @@ public:
     [[nodiscard]] const std::vector<Setting> &settings() const { return planned; }
 
     /// One more, on the result of all before it: its old value is what they would have left. Where
-    /// what stood under its keys is known, that is what it gets, and the value is only told.
+    /// what stood under its keys is known, that is what it gets, in the file that it stood in, and
+    /// the value is only told.
     const Setting &add(const SettingChange &value,
-                       const std::optional<QList<OldKey>> &exactly = std::nullopt);
+                       const std::optional<OldKeys> &exactly = std::nullopt);
 
     /// What a setting would be read as, and what would stand in its file.
     [[nodiscard]] SettingReading readingOf(const SettingRow &row);
@@ -95,10 +97,12 @@ private:
     };
 
     void plan();
-    [[nodiscard]] Setting begun(const SettingChange &value);
+    [[nodiscard]] Setting begun(const SettingChange &value, const QString &path);
+    [[nodiscard]] QString pathOf(const SettingRow &row) const;
     void editNow(Setting &setting);
     [[nodiscard]] Library &library();
-    [[nodiscard]] PlannedFile &fileOf(const SettingRow &row);
+    [[nodiscard]] PlannedFile &fileAt(const QString &path);
+    [[nodiscard]] SettingReading readingIn(const QString &path, const SettingRow &row);
     [[nodiscard]] Result<bool> edit(Setting &setting);
     [[nodiscard]] Result<bool> editLibrary(bool hides);
     [[nodiscard]] bool isStillSo() const;
@@ -118,6 +122,7 @@ private:
     bool libraryIsMade;
     bool onlyWhatDiffers = false;
     std::vector<Setting> planned;
+    std::optional<PreferencePlaces> places; ///< of the files, from when the planning began
     std::map<QString, PlannedFile> files;
     std::optional<Library> libraryFolder;
 };

@@ -47,10 +47,26 @@ const HomeFolder &SettingAccess::home() const
     return homeFolder;
 }
 
+PreferencePlaces SettingAccess::findFiles() const
+{
+    return {homeFolder, files.fileStore()};
+}
+
 QString SettingAccess::filePath(const SettingRow &row) const
 {
-    return row.mechanism == Mechanism::LibraryFolder ? libraryPath()
-                                                     : homeFolder.preferencesDirectory() + row.file;
+    return found ? filePath(row, *found) : filePath(row, findFiles());
+}
+
+QString SettingAccess::filePath(const SettingRow &row, const PreferencePlaces &places) const
+{
+    return row.mechanism == Mechanism::LibraryFolder ? libraryPath() : places.find(row.file).path;
+}
+
+QList<FurtherFile> SettingAccess::furtherFiles(const SettingRow &row) const
+{
+    if (row.mechanism == Mechanism::LibraryFolder)
+        return {};
+    return found ? found->furtherFiles(row.file) : findFiles().furtherFiles(row.file);
 }
 
 bool SettingAccess::fileExists(const SettingRow &row) const
@@ -124,6 +140,18 @@ Result<void> SettingAccess::write(const SettingRow &row, const SettingValue &val
         flags |= *write.restarts;
     wrote(row);
     return written;
+}
+
+SettingAccess::ReadPass::ReadPass(const SettingAccess &settingAccess) : access(settingAccess)
+{
+    if (access.passes++ == 0)
+        access.found.emplace(access.findFiles());
+}
+
+SettingAccess::ReadPass::~ReadPass()
+{
+    if (--access.passes == 0)
+        access.found.reset();
 }
 
 Error SettingAccess::flagError(int error) const

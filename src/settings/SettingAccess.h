@@ -3,10 +3,13 @@
 #include "base/HomeFolder.h"
 #include "base/Result.h"
 #include "platform/FinderInfo.h"
+#include "settings/PreferencePlaces.h"
 #include "settings/SettingReading.h"
 
 #include <QHash>
 #include <QString>
+
+#include <optional>
 
 namespace varnel {
 
@@ -55,6 +58,25 @@ public:
     [[nodiscard]] QString filePath(const SettingRow &row) const;
     /// Whether anything stands there.
     [[nodiscard]] bool fileExists(const SettingRow &row) const;
+    /// What else stands there of the setting's domain, and its application does not read.
+    [[nodiscard]] QList<FurtherFile> furtherFiles(const SettingRow &row) const;
+
+    /// Where the home's preference files lie now, for several questions.
+    [[nodiscard]] PreferencePlaces findFiles() const;
+    [[nodiscard]] QString filePath(const SettingRow &row, const PreferencePlaces &places) const;
+
+    /// While one lives, where the files lie is looked up once, for all that is read meanwhile. May
+    /// nest.
+    class ReadPass {
+    public:
+        explicit ReadPass(const SettingAccess &access);
+        ~ReadPass();
+        ReadPass(const ReadPass &) = delete;
+        ReadPass &operator=(const ReadPass &) = delete;
+
+    private:
+        const SettingAccess &access;
+    };
 
 private:
     [[nodiscard]] SettingReading lookUp(const SettingRow &row) const;
@@ -66,6 +88,8 @@ private:
     FinderInfo &finderInfo;
     SavePlan *planned = nullptr;
     mutable QHash<int, SettingReading> seen; ///< by the setting's number
+    mutable std::optional<PreferencePlaces> found; ///< in a pass
+    mutable int passes = 0;
 };
 
 /// The sentence that describes a value of the setting. That of the bar's items is logged.

@@ -38,7 +38,8 @@ const QList<StartOption> &startOptionList()
          {},
          QStringLiteral("make the standard folders in it when they are missing")},
         {QStringLiteral("system-root"), QStringLiteral("DIR"),
-         QStringLiteral("tell the system version of the disk mounted at DIR")},
+         QStringLiteral(
+             "tell the system version of the disk mounted at DIR, not of the home's own")},
         {QStringLiteral("version"), {}, QStringLiteral("print the version")},
         {QStringLiteral("help"), {}, QStringLiteral("print this text")},
     };

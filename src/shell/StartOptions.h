@@ -22,7 +22,7 @@ struct StartOption {
 struct StartOptions {
     std::optional<QString> home; ///< as typed
     bool newHome = false; ///< make the standard folders of that home
-    QString systemRoot = QStringLiteral("/"); ///< whose system version is told
+    std::optional<QString> systemRoot; ///< as typed: whose system version is told
     QString answer; ///< a text to print in place of opening the window
     QString mistake; ///< what is wrong with the command line
 };

@@ -1,5 +1,6 @@
 #include "sysinfo/SystemRows.h"
 
+#include "base/Literals.h"
 #include "base/Text.h"
 #include "platform/FileReader.h"
 #include "plist/PropertyList.h"
@@ -17,21 +18,44 @@ InfoRow row(const QString &name, const QString &value)
     return {name, orNull(value)};
 }
 
+SystemVersion unknownVersion(const QString &why)
+{
+    SystemVersion version;
+    version.whyNone = u"The system's version is not known: "_s + why
+        + u". Name the folder at which the system's disk is mounted with --system-root.";
+    return version;
+}
+
+/// A home of another machine says itself whose it is.
+InfoRows userRows(const SystemFacts &facts, const HomeFolder &home)
+{
+    const bool isAnothers = !home.own && !home.path.isEmpty();
+    const std::optional<QString> fullName =
+        isAnothers ? facts.fullNameFor(home) : std::optional<QString>();
+    return {row(u"User Name"_s, isAnothers ? home.name() : facts.userName()),
+            row(u"Full User Name"_s, fullName ? *fullName : facts.fullUserName())};
+}
+
 } // namespace
 
 SystemVersion readSystemVersion(const FileReader &files, const QString &systemRoot)
 {
+    if (systemRoot.isNull())
+        return unknownVersion(u"the home does not lie at DISK/Users/NAME"_s);
     const QString folder = systemRoot.endsWith(u'/') ? systemRoot : systemRoot + u'/';
-    Result<QByteArray> bytes =
-        files.read(folder + u"System/Library/CoreServices/SystemVersion.plist");
+    const QString file = folder + u"System/Library/CoreServices/SystemVersion.plist";
+    Result<QByteArray> bytes = files.read(file);
     if (!bytes)
-        return {};
+        return unknownVersion(bytes.error().text);
     const Result<plist::PropertyList> list = plist::PropertyList::open(std::move(bytes).value());
     if (!list)
-        return {};
-    return {list.value().text({QStringLiteral("ProductVersion")}),
-            list.value().text({QStringLiteral("ProductBuildVersion")}),
-            list.value().text({QStringLiteral("ProductCopyright")})};
+        return unknownVersion(file + u": " + list.error().text);
+    SystemVersion version {list.value().text({u"ProductVersion"_s}),
+                           list.value().text({u"ProductBuildVersion"_s}),
+                           list.value().text({u"ProductCopyright"_s})};
+    if (version.productVersion.isNull())
+        version.whyNone = unknownVersion(file + u": it names no version").whyNone;
+    return version;
 }
 
 std::optional<QString> codeName(const QString &productVersion)
@@ -56,8 +80,7 @@ InfoRows macOSXRows(const SystemVersion &version, const SystemFacts &facts, cons
     rows += row(QStringLiteral("Version Number"), version.productVersion);
     rows += row(QStringLiteral("Build Number"), version.buildVersion);
     rows += row(QStringLiteral("Copyright"), version.copyright);
-    rows += row(QStringLiteral("User Name"), facts.userName());
-    rows += row(QStringLiteral("Full User Name"), facts.fullUserName());
+    rows += userRows(facts, home);
     rows += row(QStringLiteral("Home Directory"), home.path);
     if (const QString folder = facts.temporaryDirectory(); !folder.isNull())
         rows += row(QStringLiteral("Temporary Directory"), folder);

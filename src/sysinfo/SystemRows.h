@@ -11,14 +11,17 @@ namespace varnel {
 
 class FileReader;
 
-/// What "SystemVersion.plist" says; a null string where it says nothing.
+/// What "SystemVersion.plist" says of a system; a null string where it says nothing.
 struct SystemVersion {
     QString productVersion;
     QString buildVersion;
     QString copyright;
+    /// For people: why the version is not told, and what to do; null where it is.
+    QString whyNone {};
 };
 
-/// Reads "System/Library/CoreServices/SystemVersion.plist" beneath the system's root folder.
+/// Reads "System/Library/CoreServices/SystemVersion.plist" beneath the system's root folder; null:
+/// there is none.
 [[nodiscard]] SystemVersion readSystemVersion(const FileReader &files, const QString &systemRoot);
 
 /// "Mac OS X", " Lion", both or neither. Only a version with two dots has a code name; the minor

@@ -26,7 +26,8 @@ struct HostPorts {
     Desktop &desktop;
     FileReader &files;
     SessionLoginItems &loginItems;
-    QString systemRoot = QStringLiteral("/"); ///< whose system version is told
+    FileReader &systemDisk; ///< of the system whose version is told
+    QString systemRoot = QStringLiteral("/"); ///< its folder; null: none is known
 };
 
 /// What the pages are given by the program that makes them. Everything named here outlives them.

@@ -10,17 +10,18 @@ READING = {
     "list": [["list"], ["list", "--json"], []],
     "show": [["show", "screenshot-prefix"]],
     "get": [["get", "screenshot-prefix"], ["get", "dock-size", "--json"],
-            ["get", "com.apple.dock", "tilesize"]],
+            ["get", "com.apple.dock", "tilesize"], ["get", "com.apple.mail", "DisableReplyAnimations"]],
     "search": [["search", "Dock"]],
     "diff": [["diff", "{profile}"]],
     "export": [["export", "--json"]],
+    "doctor": [["doctor"], ["doctor", "--json"]],
     "login-items list": [["login-items", "list"], ["login-items", "list", "--json"]],
     "backups list": [["backups", "list"], ["backups", "list", "--json"]],
     "backups show": [["backups", "show", BACKUP], ["backups", "show", BACKUP, "--json"]],
 }
 WRITING = {
     "set": [["set", "dock-size={size}", "quit-finder=yes"], ["set", "screenshot-prefix={size}", "--new-home"],
-            ["set", "dock-size={size}", "--dry-run"], ["set", "library-folder=1"]],
+            ["set", "dock-size={size}", "--dry-run"], ["set", "library-folder=1"], ["set", "reply-animation={choice}"]],
     "reset": [["reset", "screenshot-prefix"], ["reset", "--all"]],
     "apply": [["apply", "{profile}"]],
     "login-items add": [["login-items", "add", "{app}"]],
@@ -60,8 +61,8 @@ class Words:
 
     def of(self, words):
         self.number += 1
-        values = {"size": 20 + self.number % 80, "app": f"/Applications/New{self.number}.app",
-                  "profile": self.profiles[self.number % 2]}
+        values = {"size": 20 + self.number % 80, "choice": self.number % 2,
+                  "app": f"/Applications/New{self.number}.app", "profile": self.profiles[self.number % 2]}
         return [word.format(**values) for word in words]
 
     def all(self):

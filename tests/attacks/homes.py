@@ -25,6 +25,9 @@ AUTOSTART = ".config/autostart"
 BACKUP = f"{BACKUPS}/quillet1.sqlite"
 DOCK = f"{PREFERENCES}/com.apple.dock.plist"
 CAPTURE = f"{PREFERENCES}/com.apple.screencapture.plist"
+CONTAINERS = "Library/Containers"
+CONTAINER = f"{CONTAINERS}/com.apple.mail"
+CONTAINED = f"{CONTAINER}/Data/{PREFERENCES}/com.apple.mail.plist"
 MAIL, CLOCK, VPN = (f"/Applications/{name}.app" for name in ("Mail", "Clock", "Vpn"))
 
 WRITTEN = 1_000_000_000
@@ -84,6 +87,8 @@ def make_home(path, user, group=None):
     (path / DOCK).write_bytes(dock())
     keep_file(path, plistlib.dumps({"tilesize": SIZE, "autohide": False}), SIZE)
     (path / CAPTURE).write_bytes(plistlib.dumps({"name": "shot"}))
+    (path / CONTAINED).parent.mkdir(parents=True)
+    (path / CONTAINED).write_bytes(plistlib.dumps({"DisableReplyAnimations": 0}))
     database(path / BACKUP, TABLE, ROWS)
     database(path / STORE, STORE_TABLE, [(CLOCK,)])
     (path / ORDER).write_text("Mail.desktop\n")
@@ -111,6 +116,8 @@ def private_files(folder):
     plist = plistlib.dumps({"tilesize": PRIVATE_SIZE, "name": PRIVATE})
     (library / DOCK).write_bytes(plist)
     (library / CAPTURE).write_bytes(plist)
+    (library / CONTAINED).parent.mkdir(parents=True)
+    (library / CONTAINED).write_bytes(plistlib.dumps({"DisableReplyAnimations": PRIVATE}))
     rows = [(1400, "0", PRIVATE, ""), (250, f"/{PRIVATE}.app", "1", "0")]
     database(library / BACKUP, TABLE, rows)
     database(library / BACKUPS / f"{PRIVATE}.sqlite", TABLE, rows)

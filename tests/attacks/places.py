@@ -8,11 +8,15 @@ import stat
 
 import attack
 import homes
-from homes import AUTOSTART, BACKUP, BACKUPS, CAPTURE, DOCK, KEPT, ORDER, PREFERENCES, RUN, STORE, SUPPORT, UNDO
+from homes import AUTOSTART, BACKUP, BACKUPS, CAPTURE, CONTAINED, CONTAINER, CONTAINERS, DOCK, KEPT, ORDER, PREFERENCES
+from homes import RUN, STORE, SUPPORT, UNDO
 
 FOLDERS = {
     "library": "Library",
     "preferences": PREFERENCES,
+    "containers": CONTAINERS,
+    "container": CONTAINER,
+    "container's preferences": os.path.dirname(CONTAINED),
     "application support": "Library/Application Support",
     "support folder": SUPPORT,
     "backup folder": BACKUPS,
@@ -26,6 +30,8 @@ FILES = {
     "preference file": DOCK,
     "another preference file": CAPTURE,
     "new preference file": f"{PREFERENCES}/com.apple.finder.plist",
+    "file in a container": CONTAINED,
+    "preference file in other letters": f"{PREFERENCES}/com.apple.FINDER.plist",
     "backup file": BACKUP,
     "next backup file": f"{BACKUPS}/quillet2.sqlite",
     "backup's journal": f"{BACKUP}-journal",

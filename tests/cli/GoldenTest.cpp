@@ -33,6 +33,7 @@ const QList<Golden> goldens {
     {u"help-reset.txt", {u"delete"_s, u"--help"_s}},
     {u"help-end.txt", {u"end"_s, u"--help"_s}},
     {u"help-search.txt", {u"search"_s, u"--help"_s}},
+    {u"help-doctor.txt", {u"doctor"_s, u"--help"_s}},
     {u"help-login-items.txt", {u"login-items"_s, u"--help"_s}},
     {u"help-login-items-list.txt", {u"login-items"_s, u"list"_s, u"--help"_s}},
     {u"help-login-items-add.txt", {u"login-items"_s, u"add"_s, u"--help"_s}},

@@ -147,6 +147,8 @@ TEST_F(JsonSchemaTest, savesAndTheirBackups)
     const QJsonObject failed = check(u"set"_s, {u"screenshot-prefix=y"_s}, 4);
     EXPECT_FALSE(failed[u"failures"].toArray().isEmpty());
 
+    check(u"doctor"_s, {});
+    check(u"doctor"_s, inHomes({}), 4);
     check(u"backups list"_s, {});
     check(u"backups list"_s, inHomes({}), 4);
     check(u"backups show"_s, {u"quillet1.sqlite"_s});

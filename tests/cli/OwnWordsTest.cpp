@@ -1,14 +1,17 @@
 #include "cli/OwnWords.h"
+#include "base/Containers.h"
 #include "cli/PreferenceDomain.h"
 #include "cli/Varnelctl.h"
 #include "settings/Catalogue.h"
 
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using namespace varnel;
 using namespace varnel::test;
 using namespace testing;
 
@@ -94,6 +97,29 @@ TEST_F(OwnWordsTest, aPathMeansTheHomeThatItLeadsTo)
     EXPECT_EQ(varnelctl.run({u"read"_s, home.path() + u"/com.apple.dock"_s, u"tilesize"_s}).status,
               2)
         << "not in a home's preferences";
+}
+
+TEST_F(OwnWordsTest, aDomainIsTheFileThatItsApplicationReadsByWhateverPathItIsNamed)
+{
+    const QString dead = home.preference(u"com.apple.mail.plist"_s);
+    writeFile(dead, "<plist version=\"1.0\"><dict/></plist>");
+    EXPECT_EQ(run(u"write com.apple.Mail PreferPlainText -bool true"_s).status, 0);
+    EXPECT_EQ(varnelctl.run({u"read"_s, dead, u"PreferPlainText"_s}).out, "1\n");
+    EXPECT_FALSE(QFile::exists(home.preference(u"com.apple.Mail.plist"_s)));
+
+    const QByteArray before = fileBytes(dead);
+    const QString folder = containerPreferences(home.home(), u"com.apple.mail"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + u"/com.apple.mail";
+    EXPECT_EQ(varnelctl.run({u"read"_s, path, u"PreferPlainText"_s}).status, 1) << "not taken over";
+    EXPECT_EQ(varnelctl.run({u"write"_s, path, u"PreferPlainText"_s, u"0"_s}).status, 0);
+    EXPECT_EQ(stored(u"com.apple.mail PreferPlainText"_s), "0\n");
+    EXPECT_EQ(varnelctl.run({u"read"_s, dead, u"PreferPlainText"_s}).out, "0\n");
+    EXPECT_EQ(fileBytes(dead), before);
+    EXPECT_TRUE(QFile::exists(path + u".plist"));
+    EXPECT_EQ(
+        varnelctl.run({u"read"_s, path, u"PreferPlainText"_s, u"--home"_s, home.path()}).status, 2)
+        << "the home is named twice";
 }
 
 TEST_F(OwnWordsTest, aValueIsMappedOntoTheChoiceThatStoresIt)

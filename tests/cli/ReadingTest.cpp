@@ -1,3 +1,4 @@
+#include "base/Containers.h"
 #include "cli/Varnelctl.h"
 
 #include <QDir>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using namespace varnel;
 using namespace varnel::test;
 using namespace testing;
 
@@ -31,7 +33,7 @@ TEST_F(ReadingTest, allFiftySettingsAreListedOnceWithEveryField)
         EXPECT_EQ(object.keys(),
                   (QStringList {u"action"_s, u"choices"_s, u"class"_s, u"file"_s, u"found"_s,
                                 u"id"_s, u"keys"_s, u"keywords"_s, u"kind"_s, u"label"_s,
-                                u"location"_s, u"module"_s, u"name"_s, u"restarts"_s,
+                                u"location"_s, u"module"_s, u"name"_s, u"path"_s, u"restarts"_s,
                                 u"searchText"_s, u"shortLocation"_s, u"type"_s, u"value"_s}));
         ids.insert(object.value(u"id"_s).toInt());
         names.insert(object.value(u"name"_s).toString());
@@ -39,6 +41,32 @@ TEST_F(ReadingTest, allFiftySettingsAreListedOnceWithEveryField)
     EXPECT_EQ(settings.size(), 50);
     EXPECT_EQ(ids.size(), 50);
     EXPECT_EQ(names.size(), 50);
+}
+
+TEST_F(ReadingTest, aSettingsFileIsToldAndWhatStandsBesideIt)
+{
+    const QString known = home.preference(u"com.apple.Mail.plist"_s);
+    const QString own = home.preference(u"com.apple.mail.plist"_s);
+    writeFile(known, "<plist version=\"1.0\"><dict/></plist>");
+    const auto path = [this](const QString &command) {
+        return varnelctl.run({command, u"1500"_s, u"--json"_s}).json().value(u"path"_s).toString();
+    };
+    const auto sheet = [this] {
+        return QString::fromUtf8(varnelctl.run({u"show"_s, u"1500"_s}).out);
+    };
+    EXPECT_EQ(path(u"show"_s), known);
+    EXPECT_FALSE(sheet().contains(u"not read"_s));
+    writeFile(own, fileBytes(known));
+    EXPECT_EQ(path(u"get"_s), own);
+    EXPECT_TRUE(sheet().contains(u"  second file   "_s + known + u", not read: "));
+    EXPECT_TRUE(sheet().contains(u"  path          "_s + own + u'\n'));
+    const QString folder = containerPreferences(home.home(), u"com.apple.mail"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    EXPECT_EQ(path(u"show"_s), folder + u"/com.apple.mail.plist");
+    for (const QString &dead : {known, own})
+        EXPECT_TRUE(sheet().contains(u"  dead file     "_s + dead + u", not read: "));
+    EXPECT_EQ(varnelctl.run({u"show"_s, u"1302"_s, u"--json"_s}).json().value(u"path"_s).toString(),
+              home.path() + u"/Library");
 }
 
 TEST_F(ReadingTest, aGroupIsNamedByTitleShortLocationOrModuleInAnyLetterCase)

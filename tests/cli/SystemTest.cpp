@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 using namespace varnel::test;
 using namespace testing;
@@ -42,6 +44,27 @@ protected:
             if (row[u"name"].toString() == name)
                 return row[u"value"].toString();
         return u"no such row"_s;
+    }
+
+    /// A home on that disk.
+    QString putHome(const QString &root)
+    {
+        const QString path = root + u"/Users/anna";
+        QDir().mkpath(path + u"/Library/Preferences");
+        return path;
+    }
+    Outcome toldOf(const QString &path, const QStringList &more = {})
+    {
+        return varnelctl.run(QStringList {u"system"_s, u"macosx"_s, u"--json"_s, u"--home"_s, path}
+                             + more);
+    }
+    static QString version(const Outcome &system)
+    {
+        return value(system.json().value(u"macosx"_s), u"Version Number"_s);
+    }
+    static QString note(const Outcome &system)
+    {
+        return system.json().value(u"macosxNote"_s).toString();
     }
 
     TemporaryHome home;
@@ -147,6 +170,97 @@ TEST_F(SystemTest, aSystemDiskThatIsNotThereIsAFailureOfThatCategoryOnly)
     EXPECT_EQ(all.status, 4);
     EXPECT_TRUE(all.json().value(u"macosx"_s).isNull());
     EXPECT_EQ(all.json().value(u"memory"_s).toArray().size(), 5);
+}
+
+TEST_F(SystemTest, theVersionIsThatOfTheDiskThatTheHomeLiesOn)
+{
+    const QString path = putHome(putSystem("10.7.5"));
+    const Outcome system = toldOf(path);
+    EXPECT_EQ(system.status, 0) << system.err.toStdString();
+    const QJsonValue rows = system.json().value(u"macosx"_s);
+    EXPECT_EQ(version(system), u"10.7.5");
+    EXPECT_EQ(value(rows, u"User Name"_s), u"anna");
+    EXPECT_EQ(value(rows, u"Home Directory"_s), path);
+    EXPECT_FALSE(system.json().contains(u"macosxNote"_s));
+    // A name that leads there is the same home.
+    ASSERT_TRUE(QFile::link(path, home.path() + u"/link"));
+    EXPECT_EQ(version(toldOf(home.path() + u"/link")), u"10.7.5");
+}
+
+TEST_F(SystemTest, aNamedSystemDiskOverrulesThatOfTheHome)
+{
+    const QString path = putHome(putSystem("10.7.5"));
+    EXPECT_EQ(version(toldOf(path, {u"--system-root"_s, home.path()})), u"(null)");
+}
+
+TEST_F(SystemTest, linksOnTheDiskLeadToPlacesOnTheDisk)
+{
+    const QString root = putSystem("10.7.5");
+    const QString path = putHome(root);
+    const QString hosts = home.path() + u"/host";
+    QDir().mkpath(hosts + u"/CoreServices");
+    const QString file = root + u"/System/Library/CoreServices/SystemVersion.plist";
+    const QString hostsFile = hosts + u"/CoreServices/SystemVersion.plist";
+    writeFile(hostsFile, fileBytes(file).replace("10.7.5", "99.9.9"));
+    const QByteArray disks = fileBytes(file);
+
+    // The file, then a folder on the way, is a link that leads to the host if the host resolves it.
+    ASSERT_TRUE(QFile::remove(file) && QFile::link(hostsFile, file));
+    for (const QStringList &more : {QStringList(), QStringList {u"--system-root"_s, root}}) {
+        EXPECT_EQ(version(toldOf(path, more)), u"(null)");
+        EXPECT_TRUE(note(toldOf(path, more)).contains(u"SystemVersion.plist: No such file"));
+    }
+    ASSERT_TRUE(QDir(root + u"/System/Library").removeRecursively());
+    ASSERT_TRUE(QDir().mkpath(root + u"/System") && QFile::link(hosts, root + u"/System/Library"));
+    EXPECT_EQ(version(toldOf(path)), u"(null)");
+
+    // Where the disk has a place of that name, that is what the link means.
+    QDir().mkpath(root + hosts + u"/CoreServices");
+    writeFile(root + hostsFile, disks);
+    EXPECT_EQ(version(toldOf(path)), u"10.7.5");
+    EXPECT_EQ(version(toldOf(path, {u"--system-root"_s, root})), u"10.7.5");
+}
+
+TEST_F(SystemTest, aVersionThatIsNotKnownIsExplainedBelowTheRows)
+{
+    QDir().mkpath(home.path() + u"/disk");
+    const QString path = putHome(home.path() + u"/disk");
+    EXPECT_TRUE(note(toldOf(path))
+                    .startsWith(QString(
+                        u"The system's version is not known: " + home.path()
+                        + u"/disk/System/Library/CoreServices/SystemVersion.plist: No such file")))
+        << note(toldOf(path)).toStdString();
+    EXPECT_TRUE(note(toldOf(home.path())).contains(u"does not lie at DISK/Users/NAME"));
+    const Outcome text = varnelctl.run({u"system"_s, u"--home"_s, home.path()});
+    EXPECT_TRUE(QString::fromUtf8(text.out).contains(
+        u"\n  The system's version is not known: the home does not lie at DISK/Users/NAME. Name the"
+        u" folder at which the system's disk is mounted with --system-root.\n\nMemory\n"_s))
+        << text.out.toStdString();
+}
+
+TEST_F(SystemTest, rootReadsTheDiskWithTheRightsOfTheHomesOwner)
+{
+    VARNEL_NEEDS_ROOT();
+    const QString root = putSystem("10.7.5");
+    const QString path = putHome(root);
+    giveAll(path, stranger, stranger);
+    EXPECT_EQ(version(toldOf(path)), u"10.7.5");
+    const QString file = root + u"/System/Library/CoreServices/SystemVersion.plist";
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+    EXPECT_EQ(version(toldOf(path)), u"(null)");
+    EXPECT_TRUE(note(toldOf(path)).contains(u"SystemVersion.plist: Permission denied"));
+}
+
+TEST_F(SystemTest, aDiskBelowAFolderOfTheAdministratorsIsReachedAllTheSame)
+{
+    VARNEL_NEEDS_ROOT();
+    const QString root = putSystem("10.7.5");
+    const QString path = putHome(root);
+    giveAll(path, stranger, stranger);
+    ASSERT_TRUE(
+        QFile::setPermissions(home.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_EQ(version(toldOf(path)), u"10.7.5");
+    EXPECT_EQ(version(toldOf(path, {u"--system-root"_s, root})), u"10.7.5");
 }
 
 } // namespace

@@ -31,7 +31,7 @@ public:
           ports(host.ports())
     {
         ports.files.sweep(home.preferencesDirectory());
-        ports.keptFolders.sweep(parent);
+        (void)ports.keptFolders.sweep(parent);
     }
 
     int save()

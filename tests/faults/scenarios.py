@@ -1,5 +1,7 @@
 """What the fault loop runs, and what must hold whatever becomes of it."""
 
+import os
+import plistlib
 from dataclasses import dataclass
 
 from account import AddAccountItem, DisableAccountItem, EnableAccountItem, RemoveAccountItem
@@ -15,7 +17,7 @@ class Setting:
     name: str
     number: int
     argument: str
-    file: str
+    file: str  # from the folder of preferences
     keys: dict  # key: (value before, value after)
     row: tuple  # what its backup row must hold
     restored: dict = None  # where the row can't hold what was before: what restoring gives
@@ -24,7 +26,11 @@ class Setting:
         return self.restored or {key: pair[0] for key, pair in self.keys.items()}
 
 
-# Two settings of one file, a binary and an XML file, a file that is not there yet, two keys at once.
+# Mail lives in a container, and has left a file beside it.
+CONTAINED = "../Containers/com.apple.mail/Data/Library/Preferences/com.apple.mail.plist"
+DEAD = {"com.apple.mail.plist": {"DisableReplyAnimations": 7}, "com.apple.Mail.plist": {"DisableReplyAnimations": 8}}
+
+# Two settings of one file, a binary and an XML file, a file that is not there yet, two keys at once, a container.
 SETTINGS = [
     Setting("dock-size", 1004, "1004=64", "com.apple.dock.plist", {"tilesize": (48, 64)},
             (1004, "48", "", "")),
@@ -37,6 +43,7 @@ SETTINGS = [
             (1201, "1", "", ""), {"IncludeDebugMenu": 0, "IncludeInternalDebugMenu": 0}),
     Setting("screenshot-prefix", 1400, "1400=shot", "com.apple.screencapture.plist",
             {"name": (MISSING, "shot")}, (1400, "0", "-1", "")),
+    Setting("reply-animation", 1500, "1500=1", CONTAINED, {"DisableReplyAnimations": (0, 1)}, (1500, "0", "", "")),
 ]
 FILES = sorted({setting.file for setting in SETTINGS})
 ASSIGNMENTS = [setting.argument for setting in SETTINGS]
@@ -46,6 +53,11 @@ def install(sandbox):
     for sample in ("binary/com.apple.dock.plist", "xml/com.apple.finder.plist",
                    "xml/com.apple.Safari.plist"):
         sandbox.install(sample)
+    contained = sandbox.preferences / CONTAINED
+    contained.resolve().parent.mkdir(parents=True)
+    contained.write_bytes(plistlib.dumps({"DisableReplyAnimations": 0, "theirs": []}))
+    for name, content in DEAD.items():
+        (sandbox.preferences / name).write_bytes(plistlib.dumps(content))
 
 
 class Preferences:
@@ -54,6 +66,9 @@ class Preferences:
     def __init__(self, sandbox, before):
         self.problems = []
         self.changed = []  # settings that have their new value
+        for file, content in DEAD.items():
+            if load_plist(sandbox.preferences / file) != content:
+                self.problems.append(f"{file}, which nobody reads, has changed")
         for file in FILES:
             try:
                 now = load_plist(sandbox.preferences / file)
@@ -94,7 +109,7 @@ def ended_well(run):
 
 
 class Save:
-    """Five settings in four files, in a home that has never seen this program."""
+    """Six settings in five files, in a home that has never seen this program."""
 
     command = ["set", *ASSIGNMENTS]
 
@@ -177,7 +192,7 @@ class Restore(Save):
         if run.status != 0 and not run.messages():
             problems.append(f"ended with {run.status} and says nothing")
         if run.status == 4 and self.changed and not any(
-                setting.name in line or setting.file in line or "quillet1.sqlite" in line
+                setting.name in line or os.path.basename(setting.file) in line or "quillet1.sqlite" in line
                 for line in run.messages() for setting in self.changed):
             problems.append("no message names what is not back")
         if run.status == 3 and len(self.changed) != len(SETTINGS):

@@ -107,7 +107,7 @@ TEST(ApplicationStart, RemovesWhatARunThatDiedLeftAmongThePreferences)
     QFile file(left);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
-    const Application application(home.home(), home.path());
+    const Application application(home.home(), LinuxSystemDisk(home.path()));
     EXPECT_FALSE(QFile::exists(left));
     SharedObject::getSharedObject().doTerminate(); // as at the end of a run
 }
@@ -122,7 +122,7 @@ TEST(ApplicationStart, ARequestToCloseBeforeAllPagesAreThereIsHeededWhenTheyAre)
                 asked = !window->close() || asked;
         }
     });
-    Application application(home.home(), home.path());
+    Application application(home.home(), LinuxSystemDisk(home.path()));
     EXPECT_TRUE(asked);
     EXPECT_TRUE(application.window().isVisible());
     EXPECT_NE(SharedObject::getSharedObject().quillet(), nullptr);

@@ -304,6 +304,5 @@ TEST_F(ChoiceViews, TheTitleIsTheListsBuddyAndTheTipNamesFileAndKey)
     open(u"HideDockView"_s);
     EXPECT_EQ(control<QLabel>(u"titleLabel"_s).buddy(), &comboBox());
     EXPECT_FALSE(comboBox().accessibleName().isEmpty());
-    EXPECT_TRUE(view->toolTip().contains(u"com.apple.dock.plist"));
-    EXPECT_TRUE(view->toolTip().contains(u"autohide"));
+    EXPECT_EQ(view->toolTip(), u"Library/Preferences/com.apple.dock.plist\nautohide"_s);
 }

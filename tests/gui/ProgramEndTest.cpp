@@ -42,7 +42,7 @@ protected:
     }
 
     TemporaryHome home;
-    Application application {home.home(), home.path()};
+    Application application {home.home(), LinuxSystemDisk(home.path())};
 };
 
 } // namespace

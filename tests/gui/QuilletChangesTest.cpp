@@ -1,13 +1,16 @@
 #include "settings/views/Quillet.h"
 
 #include "backup/BackupReader.h"
+#include "base/Containers.h"
 #include "settings/views/Modules.h"
 #include "settings/views/QuilletChangesInfoWindow.h"
 #include "support/FailingFileStore.h"
+#include "support/FileFacts.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QSlider>
@@ -23,6 +26,7 @@ class QuilletChanges : public QuilletFixture {
 protected:
     static constexpr int generalRow = 0;
     static constexpr int dockRow = 1;
+    static constexpr int mailRow = 4;
     static constexpr int safariRow = 6;
 
     /// The hidden settings over a store that writes down what is read.
@@ -121,6 +125,23 @@ TEST_F(QuilletChanges, SavingKeepsTheOldValueAndWritesTheNewOne)
     EXPECT_EQ(shared.quilletBackupCommands().size(), 1) << "kept for the whole run";
     expectButtons(false);
     EXPECT_EQ(backupRows(), QList<BackupRow>({{1009, u"0"_s, u""_s, u""_s}}));
+}
+
+TEST_F(QuilletChanges, savingReachesTheFileInTheContainerAndLeavesTheOneBesideIt)
+{
+    const QString name = u"com.apple.mail.plist"_s;
+    putFile(name, u"<key>DisableReplyAnimations</key><integer>0</integer>"_s);
+    const QByteArray dead = readRaw(home.preference(name));
+    const QString folder = containerPreferences(home.home(), u"com.apple.mail"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    ASSERT_TRUE(QFile::copy(home.preference(name), folder + u'/' + name));
+    start();
+    clickGroup(mailRow);
+    choose(comboBoxOf(u"ReplyAnimationView"_s), 1);
+    click(button(u"saveButton"_s));
+    EXPECT_EQ(files.readValue(folder + u'/' + name, {u"DisableReplyAnimations"_s}).integer, 1);
+    EXPECT_EQ(readRaw(home.preference(name)), dead);
+    EXPECT_EQ(backupRows(), QList<BackupRow>({{1500, u"0"_s, u""_s, u""_s}}));
 }
 
 TEST_F(QuilletChanges, SavingTwiceLeavesOneBackupRowWithTheOldestValue)
@@ -260,6 +281,16 @@ TEST_F(QuilletChanges, OnlyTheFirstReadSharesFilesEveryLaterOneOpensThemAgain)
     counted.hiddenSettings->readData();
     EXPECT_EQ(counted.store.calls.count(counted.readOf(u"com.apple.dock.plist"_s)), 11)
         << "once for each of the group's settings";
+}
+
+TEST_F(QuilletChanges, eachReadingLooksForTheFilesOnce)
+{
+    const CountedReads counted(*this);
+    // The home's folder, and three for containers that are not there.
+    EXPECT_EQ(counted.store.listings.size(), 4) << qPrintable(counted.store.listings.join(u'\n'));
+    counted.store.listings.clear();
+    counted.hiddenSettings->readData();
+    EXPECT_EQ(counted.store.listings.size(), 4) << qPrintable(counted.store.listings.join(u'\n'));
 }
 
 TEST_F(QuilletChanges, TheModulesReadAtFirstAndAgainInTheirTwoOrders)

@@ -1,8 +1,11 @@
+#include "base/Containers.h"
 #include "support/FakeDesktop.h"
 #include "support/gui/SettingViewFixture.h"
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -119,6 +122,27 @@ TEST_F(RowMenuTest, TheFileIsShownOnceThereIsOne)
     ASSERT_EQ(fileManager.launches.size(), 1);
     EXPECT_EQ(fileManager.launches[0].program, u"/usr/bin/open"_s);
     EXPECT_EQ(fileManager.launches[0].arguments, (QStringList {u"-R"_s, file}));
+}
+
+TEST_F(RowMenuTest, whatIsReadWrittenShownAndToldIsTheFileThatTheApplicationReads)
+{
+    putFile(u"com.apple.Mail.plist"_s, u"<key>DisableReplyAnimations</key><integer>0</integer>"_s);
+    open(u"ReplyAnimationView"_s);
+    EXPECT_EQ(control<QComboBox>(u"comboBox"_s).currentIndex(), 0);
+    const QString folder = containerPreferences(home.home(), u"com.apple.mail"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    EXPECT_FALSE(item(menuAt(*view), showFile).isEnabled()) << "no file there yet";
+    view->writeData(1500, {1});
+    view->readData(true);
+    EXPECT_EQ(control<QComboBox>(u"comboBox"_s).currentIndex(), 1);
+    take(menuAt(*view), showFile);
+    const QString file = folder + u"/com.apple.mail.plist";
+    EXPECT_EQ(fileManager.launches.value(0).arguments, (QStringList {u"-R"_s, file}));
+    QHelpEvent tip(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(view.get(), &tip);
+    EXPECT_TRUE(view->toolTip().startsWith(
+        u"Library/Containers/com.apple.mail/Data/Library/Preferences/com.apple.mail.plist\n"_s))
+        << view->toolTip().toStdString();
 }
 
 TEST_F(RowMenuTest, WithoutADesktopToAskThePathIsOfferedForCopying)

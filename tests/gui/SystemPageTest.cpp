@@ -2,6 +2,8 @@
 #include "support/gui/SysInfoFixture.h"
 #include "ui/Icons.h"
 
+#include <QLabel>
+
 #include <gtest/gtest.h>
 
 using namespace varnel;
@@ -61,16 +63,34 @@ TEST_F(SystemPageTest, TheFirstCategoryIsFilledAtLoadItsValuesAtTheLeft)
     putSystemVersion("10.7.5");
     facts.temporary = QStringLiteral("/tmp");
     start();
-    EXPECT_EQ(texts(factsTable()),
-              (QStringList {QStringLiteral("Code Name | Mac OS X Lion"),
-                            QStringLiteral("Version Number | 10.7.5"),
-                            QStringLiteral("Build Number | (null)"),
-                            QStringLiteral("Copyright | (null)"), QStringLiteral("User Name | ann"),
-                            QStringLiteral("Full User Name | Ann Example"),
-                            QStringLiteral("Home Directory | ") + home.path(),
-                            QStringLiteral("Temporary Directory | /tmp")}));
+    EXPECT_EQ(
+        texts(factsTable()),
+        (QStringList {QStringLiteral("Code Name | Mac OS X Lion"),
+                      QStringLiteral("Version Number | 10.7.5"),
+                      QStringLiteral("Build Number | (null)"), QStringLiteral("Copyright | (null)"),
+                      QStringLiteral("User Name | ") + home.home().name(),
+                      QStringLiteral("Full User Name | Ann Example"),
+                      QStringLiteral("Home Directory | ") + home.path(),
+                      QStringLiteral("Temporary Directory | /tmp")}));
     EXPECT_EQ(alignment(factsTable(), 0), Qt::AlignLeft);
     EXPECT_EQ(alignment(factsTable(), 1), Qt::AlignLeft);
+}
+
+TEST_F(SystemPageTest, AVersionThatIsNotKnownHasALineBelowTheTableOfItsCategory)
+{
+    start();
+    QLabel &note = find<QLabel>(u"memoryNote");
+    EXPECT_TRUE(note.isVisible());
+    EXPECT_TRUE(
+        note.text().startsWith(QStringLiteral("The system's version is not known: ") + home.path()))
+        << note.text().toStdString();
+    EXPECT_TRUE(note.text().endsWith(QStringLiteral(" with --system-root.")));
+    EXPECT_GE(note.geometry().top(), factsTable().geometry().bottom());
+    clickCategory(Memory);
+    EXPECT_FALSE(note.isVisible());
+    putSystemVersion("10.7.5");
+    clickCategory(MacOSX);
+    EXPECT_FALSE(note.isVisible());
 }
 
 TEST_F(SystemPageTest, MemoryShowsMegabytesAtTheRight)

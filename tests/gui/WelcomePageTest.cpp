@@ -55,13 +55,9 @@ protected:
     void backToTheWelcomePage() { window.tabView()->setCurrentIndex(0); }
 
     FakeDesktop desktop;
-    HostPorts ports {host.ports().facts,
-                     host.ports().processTable,
-                     host.ports().processManager,
-                     desktop,
-                     host.ports().files,
-                     host.ports().loginItems,
-                     home.path()};
+    HostPorts ports {
+        host.ports().facts, host.ports().processTable, host.ports().processManager, desktop,
+        host.ports().files, host.ports().loginItems,   host.ports().systemDisk,     home.path()};
     std::unique_ptr<Varnel> controller;
     const QList<ModuleId> targets {
         ModuleId::TimeMachine,

@@ -23,6 +23,11 @@ public:
     {
         return inner.list(folder);
     }
+    bool areOnePlace(const QString &one, const QString &other) const override
+    {
+        return inner.areOnePlace(one, other);
+    }
+    Result<QStringList> names(const QString &folder) const override { return inner.names(folder); }
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Result<void> update(const QString &path, const Change &change) override;

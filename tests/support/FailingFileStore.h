@@ -28,6 +28,15 @@ public:
             return *error;
         return inner.list(folder);
     }
+    bool areOnePlace(const QString &one, const QString &other) const override
+    {
+        return inner.areOnePlace(one, other);
+    }
+    Result<QStringList> names(const QString &folder) const override
+    {
+        listings.append(folder);
+        return inner.names(folder);
+    }
     bool exists(const QString &path) const override
     {
         calls.append(u"exists " + path);
@@ -69,6 +78,7 @@ public:
     }
 
     mutable QStringList calls; ///< "read /path", "update /path", "exists /path", ...
+    mutable QStringList listings; ///< folders whose names alone were asked for
     mutable int operations = 0;
 
 private:

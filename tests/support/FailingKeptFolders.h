@@ -38,10 +38,9 @@ public:
     {
         return met(u"list " + parent, [&] { return inner.list(parent); });
     }
-    void sweep(const QString &parent) override
+    Result<QStringList> sweep(const QString &parent) override
     {
-        calls.append(u"sweep " + parent);
-        inner.sweep(parent);
+        return met(u"sweep " + parent, [&] { return inner.sweep(parent); });
     }
     Result<Kept> keep(const QString &path, const QString &folder, const QString &name) override
     {

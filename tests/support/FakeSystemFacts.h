@@ -27,6 +27,10 @@ public:
 
     QString userName() const override { return user; }
     QString fullUserName() const override { return fullUser; }
+    std::optional<QString> fullNameFor(const HomeFolder &home) const override
+    {
+        return home.path == accountHome ? std::optional(accountName) : std::nullopt;
+    }
     QString temporaryDirectory() const override { return temporary; }
 
     std::optional<MemoryFacts> memoryFacts;
@@ -34,6 +38,8 @@ public:
     QString user = QStringLiteral("ann");
     QString fullUser = QStringLiteral("Ann Example");
     QString temporary;
+    QString accountHome; ///< whose account has that name
+    QString accountName;
     mutable QStringList asked;
 };
 

@@ -95,15 +95,10 @@ FileDescriptor openToRead(const FileDescriptor &folder, const QByteArray &name)
     return file || errno != EPERM ? std::move(file) : opened(0);
 }
 
-} // namespace
-
-std::variant<FileContent, int> readFile(const FileDescriptor &folder, const QByteArray &name,
-                                        qint64 most)
+std::variant<FileContent, int> readOpened(FileDescriptor file, qint64 most)
 {
-    if (const int error = refusal(folder, name))
-        return error;
     FileContent content;
-    content.file = openToRead(folder, name);
+    content.file = std::move(file);
     if (!content.file)
         return errno;
     constexpr int attempts = 5;
@@ -113,6 +108,30 @@ std::variant<FileContent, int> readFile(const FileDescriptor &folder, const QByt
     if (error != 0)
         return error;
     return content;
+}
+
+} // namespace
+
+std::variant<FileContent, int> readFile(const FileDescriptor &folder, const QByteArray &name,
+                                        qint64 most)
+{
+    if (const int error = refusal(folder, name))
+        return error;
+    return readOpened(openToRead(folder, name), most);
+}
+
+std::variant<FileContent, int> readFound(const FileDescriptor &found, qint64 most)
+{
+    struct stat status { };
+    if (::fstat(found.get(), &status) != 0)
+        return errno;
+    if (!S_ISREG(status.st_mode))
+        return EISDIR;
+    const QByteArray again = "/proc/self/fd/" + QByteArray::number(found.get());
+    return readOpened(FileDescriptor(uninterrupted([&] {
+                          return ::open(again.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
+                      })),
+                      most);
 }
 
 int compareWithRead(const FileDescriptor &folder, const QByteArray &name, const struct stat &read)

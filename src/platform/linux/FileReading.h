@@ -27,6 +27,9 @@ struct FileContent {
 /// file leaves its time of reading as it was.
 [[nodiscard]] std::variant<FileContent, int>
 readFile(const FileDescriptor &folder, const QByteArray &name, qint64 most = maximumFileSize);
+/// The same of a file that was found, and is held with O_PATH.
+[[nodiscard]] std::variant<FileContent, int> readFound(const FileDescriptor &found,
+                                                       qint64 most = maximumFileSize);
 
 /// 0 while a file that was read still stands there unchanged; EAGAIN when another program changed,
 /// replaced or removed it, or another errno value.

@@ -55,15 +55,16 @@ FileDescriptor HeldFolders::openParent(const QString &path) const
 HeldFolders::Opened HeldFolders::open(const QString &folderPath) const
 {
     const QString path = keyOf(folderPath);
+    const auto own = held.find(path);
     Opened opened;
     opened.name = nameOf(path);
-    opened.parent = openParent(QFileInfo(path).path());
+    opened.parent = own != held.end() ? openFolderIn(own->second.parent, QByteArrayLiteral("."))
+                                      : openParent(QFileInfo(path).path());
     if (opened.parent)
         opened.folder = openFolderIn(opened.parent, opened.name);
     if (!opened.folder)
         opened.error = errno;
-    else if (const auto own = held.find(path);
-             own != held.end() && !isSame(own->second.folder, opened.folder))
+    else if (own != held.end() && !isSame(own->second.folder, opened.folder))
         opened.error = EAGAIN;
     return opened;
 }
@@ -71,7 +72,7 @@ HeldFolders::Opened HeldFolders::open(const QString &folderPath) const
 int HeldFolders::hold(const QString &folderPath, Opened opened)
 {
     const QString path = keyOf(folderPath);
-    const auto [entry, added] = held.try_emplace(path, std::move(opened.folder));
+    const auto [entry, added] = held.try_emplace(path, std::move(opened.folder), opened.parent);
     const FileDescriptor &folder = entry->second.folder;
     int error = 0;
     if (entry->second.lock.state() == FolderLock::State::TimedOut)

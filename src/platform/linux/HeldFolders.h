@@ -43,10 +43,12 @@ public:
 
 private:
     struct Held {
-        explicit Held(FileDescriptor opened)
-            : folder(std::move(opened)), lock(folder, std::chrono::milliseconds::zero())
+        Held(FileDescriptor opened, const FileDescriptor &around)
+            : parent(openFolderIn(around, QByteArrayLiteral("."))), folder(std::move(opened)),
+              lock(folder, std::chrono::milliseconds::zero())
         {
         }
+        FileDescriptor parent; ///< spares the way to it
         FileDescriptor folder;
         FolderLock lock;
     };

@@ -1,5 +1,6 @@
 #include "platform/linux/HomeOwner.h"
 
+#include "base/Containers.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/PathWalk.h"
 #include "platform/linux/SystemError.h"
@@ -106,18 +107,31 @@ QByteArray nameOf(uid_t user)
     return entry ? entry->name : QByteArray::number(user);
 }
 
+constexpr auto library = "Library";
+
 /// The folders that are worked in, each after those that it stands in. In one of somebody's that
 /// stands in root's, that somebody could lead root anywhere.
-constexpr std::array workedIn {"Library",
-                               "Library/Preferences",
-                               "Library/Application Support",
-                               "Library/Application Support/Varnel",
-                               "Library/Application Support/Varnel/Backup",
-                               "Library/Application Support/Varnel/RemovedLoginItems",
-                               ".config",
-                               ".config/autostart"};
+QByteArrayList foldersWorkedIn()
+{
+    QByteArrayList folders {library,
+                            "Library/Preferences",
+                            "Library/Application Support",
+                            "Library/Application Support/Varnel",
+                            "Library/Application Support/Varnel/Backup",
+                            "Library/Application Support/Varnel/RemovedLoginItems",
+                            ".config",
+                            ".config/autostart"};
+    for (const QString &application : containedApplications()) {
+        const QByteArrayList names = containerPreferences({}, application).toUtf8().split('/');
+        for (qsizetype count = 3; count <= names.size(); ++count)
+            if (const QByteArray folder = names.first(count).join('/').mid(1);
+                !folders.contains(folder))
+                folders.append(folder);
+    }
+    return folders;
+}
 
-Error twoOwners(const HomeFolder &home, uid_t owner, const char *folder, uid_t other)
+Error twoOwners(const HomeFolder &home, uid_t owner, const QByteArray &folder, uid_t other)
 {
     return {ErrorCode::NotPermitted,
             home.path + u": belongs to " + QString::fromLocal8Bit(nameOf(owner))
@@ -133,17 +147,18 @@ Result<std::pair<uid_t, gid_t>> ownerOf(const HomeFolder &home, const FileDescri
     if (!opened || ::fstat(opened.get(), &folder) != 0)
         return systemError(home.path, errno);
     std::pair owner(folder.st_uid, folder.st_gid);
-    const size_t count = home.own || owner.first != 0 ? 1 : workedIn.size();
-    for (size_t i = 0; i < count; ++i) {
+    const QByteArrayList folders =
+        home.own || owner.first != 0 ? QByteArrayList {library} : foldersWorkedIn();
+    for (const QByteArray &path : folders) {
         struct stat status { };
-        if (::fstatat(opened.get(), workedIn.at(i), &status, AT_SYMLINK_NOFOLLOW) != 0
+        if (::fstatat(opened.get(), path.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0
             || status.st_uid == 0 || status.st_uid == owner.first)
             continue;
         if (owner.first != 0)
-            return twoOwners(home, owner.first, workedIn.at(i), status.st_uid);
+            return twoOwners(home, owner.first, path, status.st_uid);
         owner = {status.st_uid, status.st_gid};
         // Below somebody's Library it is the system that says what that somebody may do.
-        if (i == 0)
+        if (path == library)
             break;
     }
     return owner;

@@ -90,6 +90,17 @@ Result<FileStore::Standing> LinuxFileStore::look(const QString &path) const
     }
 }
 
+bool LinuxFileStore::areOnePlace(const QString &one, const QString &other) const
+{
+    const Place first = walkPath(home, one);
+    const Place second = walkPath(home, other);
+    struct stat around { };
+    struct stat otherAround { };
+    return first.error == 0 && second.error == 0 && first.name == second.name
+        && ::fstat(first.folder.get(), &around) == 0
+        && ::fstat(second.folder.get(), &otherAround) == 0 && sameFile(around, otherAround);
+}
+
 Result<QList<FolderEntry>> LinuxFileStore::list(const QString &folder) const
 {
     const Place place = walkPath(home, folder);
@@ -102,6 +113,26 @@ Result<QList<FolderEntry>> LinuxFileStore::list(const QString &folder) const
     if (const int *error = std::get_if<int>(&entries))
         return failToRead(folder, *error);
     return std::get<QList<FolderEntry>>(std::move(entries));
+}
+
+Result<QStringList> LinuxFileStore::names(const QString &folder) const
+{
+    const Place place = walkPath(home, folder);
+    const FileDescriptor opened =
+        place.error == 0 ? openFolder(place.folder, place.name) : FileDescriptor();
+    const int error = place.error != 0 ? place.error : errno;
+    if (!opened)
+        return fileError(folder, error == ENOTDIR ? ENOENT : error);
+    const auto found = namesIn(opened);
+    if (const int *failed = std::get_if<int>(&found))
+        return fileError(folder, *failed);
+    QStringList names;
+    for (const QByteArray &bytes : std::get<QByteArrayList>(found)) {
+        const QString name = QFile::decodeName(bytes);
+        if (QFile::encodeName(name) == bytes)
+            names.append(name);
+    }
+    return names;
 }
 
 bool LinuxFileStore::exists(const QString &path) const
@@ -222,11 +253,17 @@ Result<FileStore::DatabasePlace> LinuxFileStore::readyForDatabase(const QString 
         return fail(path, EPERM);
     if (place.status)
         return placeOf(place, path);
-    const Result<void> made = update(path, [](const std::optional<QByteArray> &old) {
-        return old ? Result<std::optional<QByteArray>>(std::optional<QByteArray>())
-                   : Result<std::optional<QByteArray>>(std::optional(QByteArray("")));
+    bool isNew = false;
+    const Result<void> made = update(path, [&isNew](const std::optional<QByteArray> &old) {
+        isNew = !old.has_value(); // or another run has made it meanwhile
+        return isNew ? Result<std::optional<QByteArray>>(std::optional(QByteArray("")))
+                     : Result<std::optional<QByteArray>>(std::optional<QByteArray>());
     });
-    return made ? Result<DatabasePlace>(placeOf(place, path)) : made.error();
+    if (!made)
+        return made.error();
+    DatabasePlace ready = placeOf(place, path);
+    ready.isNew = isNew;
+    return ready;
 }
 
 void LinuxFileStore::sweep(const QString &folderPath)

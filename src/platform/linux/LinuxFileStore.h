@@ -33,7 +33,9 @@ public:
                             std::chrono::milliseconds lockWait = std::chrono::seconds(5));
 
     Result<Standing> look(const QString &path) const override;
+    bool areOnePlace(const QString &one, const QString &other) const override;
     Result<QList<FolderEntry>> list(const QString &folder) const override;
+    Result<QStringList> names(const QString &folder) const override;
     bool exists(const QString &path) const override;
     Result<QByteArray> read(const QString &path) const override;
     Rereader rereader(const QString &path) const override;

@@ -182,14 +182,11 @@ Result<bool> LinuxKeptFolders::isInUse(const QString &folder) const
     return !held.isHeld(folder) && isLocked(opened.folder);
 }
 
-Result<QStringList> LinuxKeptFolders::list(const QString &parentPath) const
+Result<QStringList> LinuxKeptFolders::namesIn(const FileDescriptor &parent, const QString &path)
 {
-    const FileDescriptor parent = held.openParent(parentPath);
-    if (!parent)
-        return fail(parentPath, errno);
-    const auto folders = foldersIn(parent);
+    const auto folders = parent ? foldersIn(parent) : errno;
     if (const int *error = std::get_if<int>(&folders))
-        return fail(parentPath, *error);
+        return fail(path, *error);
     QStringList names;
     for (const QByteArray &bytes : std::get<QByteArrayList>(folders)) {
         const QString name = QFile::decodeName(bytes);
@@ -199,16 +196,21 @@ Result<QStringList> LinuxKeptFolders::list(const QString &parentPath) const
     return names;
 }
 
-void LinuxKeptFolders::sweep(const QString &parentPath)
+Result<QStringList> LinuxKeptFolders::list(const QString &parentPath) const
+{
+    return namesIn(held.openParent(parentPath), parentPath);
+}
+
+Result<QStringList> LinuxKeptFolders::sweep(const QString &parentPath)
 {
     const FileDescriptor parent = held.openParent(parentPath);
-    const auto names = parent ? namesIn(parent) : errno;
-    const auto *found = std::get_if<QByteArrayList>(&names);
+    Result<QStringList> names = namesIn(parent, parentPath);
     // Whatever keeps one from being swept will be told when something is done with it.
-    for (const QByteArray &name : found != nullptr ? *found : QByteArrayList()) {
-        if (const FileDescriptor folder = openFolderIn(parent, name))
+    for (const QString &name : names ? names.value() : QStringList()) {
+        if (const FileDescriptor folder = openFolderIn(parent, QFile::encodeName(name)))
             turns.sweep(folder);
     }
+    return names;
 }
 
 Result<KeptFolders::Kept> LinuxKeptFolders::keep(const QString &path, const QString &folder,

@@ -25,7 +25,7 @@ public:
     void release(const QString &folder) override;
     Result<bool> isInUse(const QString &folder) const override;
     Result<QStringList> list(const QString &parent) const override;
-    void sweep(const QString &parent) override;
+    Result<QStringList> sweep(const QString &parent) override;
     Result<Kept> keep(const QString &path, const QString &folder, const QString &name) override;
     Result<QByteArray> read(const QString &folder, const QString &name, qint64 most) const override;
     Result<void> write(const QString &folder, const QString &name,
@@ -37,6 +37,8 @@ public:
     Result<bool> discard(const QString &folder) override;
 
 private:
+    [[nodiscard]] static Result<QStringList> namesIn(const FileDescriptor &parent,
+                                                     const QString &path);
     [[nodiscard]] static Error fail(const QString &path, int error);
 
     HomeFolder home;

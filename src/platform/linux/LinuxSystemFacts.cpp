@@ -1,6 +1,8 @@
 #include "platform/linux/LinuxSystemFacts.h"
 
+#include "platform/linux/PathWalk.h"
 #include "platform/linux/ProcText.h"
+#include "platform/linux/UserDatabase.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,9 +10,8 @@
 #include <array>
 #include <cstring>
 #include <utility>
-#include <vector>
 
-#include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace varnel {
@@ -35,15 +36,17 @@ constexpr std::array<Block, 2> blocks {{
     {"net.inet.tcp.stats", "Tcp", {{{0, "ActiveOpens"}, {60, "OutSegs"}, {100, "InSegs"}}}},
 }};
 
-QString passwdField(char *passwd::*field)
+/// Null for a user without an account.
+QString fieldOfUser(QByteArray UserEntry::*field)
 {
-    std::vector<char> buffer(16384);
-    passwd entry {};
-    passwd *found = nullptr;
-    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0
-        || found == nullptr)
-        return {};
-    return QString::fromLocal8Bit(entry.*field);
+    const std::optional<UserEntry> entry = userEntry(::getuid());
+    return entry ? QString::fromLocal8Bit((*entry).*field) : QString();
+}
+
+bool isFolder(const QByteArray &path, const struct stat &folder)
+{
+    struct stat status { };
+    return ::stat(path.constData(), &status) == 0 && sameFile(status, folder);
 }
 
 } // namespace
@@ -94,14 +97,25 @@ Result<void> LinuxSystemFacts::sysctlbyname(const char *name, std::span<std::byt
 
 QString LinuxSystemFacts::userName() const
 {
-    return passwdField(&passwd::pw_name);
+    return fieldOfUser(&UserEntry::name);
 }
 
 QString LinuxSystemFacts::fullUserName() const
 {
-    const QString fields = passwdField(&passwd::pw_gecos);
-    // The first of the comma-separated fields is the name; the others are rooms and telephones.
-    return fields.left(fields.indexOf(u','));
+    return fieldOfUser(&UserEntry::fullName);
+}
+
+std::optional<QString> LinuxSystemFacts::fullNameFor(const HomeFolder &home) const
+{
+    const FileDescriptor opened = openHome(home);
+    struct stat folder { };
+    if (!opened || ::fstat(opened.get(), &folder) != 0)
+        return std::nullopt;
+    const std::optional<UserEntry> entry = userEntry(home.asOwner() ? ::geteuid() : folder.st_uid);
+    // A number alone says nothing: another machine gives it to somebody else.
+    if (!entry || !isFolder(entry->home, folder))
+        return std::nullopt;
+    return QString::fromLocal8Bit(entry->fullName);
 }
 
 QString LinuxSystemFacts::temporaryDirectory() const

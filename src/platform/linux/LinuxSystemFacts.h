@@ -13,6 +13,7 @@ public:
     Result<void> sysctlbyname(const char *name, std::span<std::byte> buffer) const override;
     QString userName() const override;
     QString fullUserName() const override;
+    std::optional<QString> fullNameFor(const HomeFolder &home) const override;
     QString temporaryDirectory() const override;
 
 private:

@@ -35,17 +35,17 @@ bool lockNow(const FileDescriptor &file)
     return uninterrupted([&] { return ::flock(file.get(), LOCK_EX | LOCK_NB); }) == 0;
 }
 
-void sweep(const FileDescriptor &folder, const char *name)
+/// The file with its lock, where nobody else has that.
+FileDescriptor takeOver(const FileDescriptor &folder, const QByteArray &name)
 {
-    const FileDescriptor file(uninterrupted([&] {
-        return ::openat(folder.get(), name,
+    FileDescriptor file(uninterrupted([&] {
+        return ::openat(folder.get(), name.constData(),
                         O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
     }));
     struct stat status { };
     if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || !lockNow(file))
-        return;
-    // Nothing depends on it: what can't be removed now is tried again by the next run.
-    ::unlinkat(folder.get(), name, 0);
+        return {};
+    return file;
 }
 
 } // namespace
@@ -137,13 +137,21 @@ int moveToFreeName(const FileDescriptor &from, const QByteArray &name, const Fil
                                                                                          : errno;
 }
 
+bool isLeftBehind(const FileDescriptor &folder, const QByteArray &name)
+{
+    return isTemporaryName(name) && takeOver(folder, name);
+}
+
 void sweepLeftovers(const FileDescriptor &folder)
 {
     const auto names = namesIn(folder);
     const auto *found = std::get_if<QByteArrayList>(&names);
     for (const QByteArray &name : found != nullptr ? *found : QByteArrayList()) {
-        if (isTemporaryName(name))
-            sweep(folder, name.constData());
+        const FileDescriptor file =
+            isTemporaryName(name) ? takeOver(folder, name) : FileDescriptor();
+        // Nothing depends on it: what can't be removed now is tried again by the next run.
+        if (file)
+            ::unlinkat(folder.get(), name.constData(), 0);
     }
 }
 

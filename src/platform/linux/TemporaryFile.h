@@ -38,6 +38,9 @@ private:
 [[nodiscard]] int moveToFreeName(const FileDescriptor &from, const QByteArray &name,
                                  const FileDescriptor &to, const QByteArray &freeName);
 
+/// Whether that is such a file, and its maker is gone; as far as this process may open it.
+[[nodiscard]] bool isLeftBehind(const FileDescriptor &folder, const QByteArray &name);
+
 /// Removes the temporary files that dead runs left in a folder (open for reading). To be called
 /// under the folder's lock.
 void sweepLeftovers(const FileDescriptor &folder);

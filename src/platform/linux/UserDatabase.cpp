@@ -13,7 +13,9 @@ std::optional<UserEntry> userEntry(uid_t user)
     passwd *found = nullptr;
     if (::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
         return std::nullopt;
-    return UserEntry {found->pw_name, found->pw_dir, found->pw_gid};
+    // The other fields are rooms and telephones.
+    const QByteArray fields(found->pw_gecos);
+    return UserEntry {found->pw_name, found->pw_dir, fields.split(',').first(), found->pw_gid};
 }
 
 void prepareUserDatabase()

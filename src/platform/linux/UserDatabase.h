@@ -12,6 +12,7 @@ namespace varnel {
 struct UserEntry {
     QByteArray name;
     QByteArray home;
+    QByteArray fullName; ///< the first of the comma-separated fields beside the account
     gid_t group = 0;
 };
 

@@ -243,7 +243,7 @@ QString GenericView::whereItIsKept() const
 {
     if (setting().mechanism == Mechanism::LibraryFolder)
         return QStringLiteral("Library\nInvisible flag of the folder");
-    return QStringLiteral("Library/Preferences") + setting().file + u'\n' + keys();
+    return filePath().mid(context.access.home().path.size() + 1) + u'\n' + keys();
 }
 
 QString GenericView::keys(int place) const
@@ -292,6 +292,14 @@ QRect GenericView::controlPlace(int place) const
 {
     const QWidget *control = controls.value(place);
     return control ? QRect(control->mapTo(this, QPoint()), control->size()) : QRect();
+}
+
+bool GenericView::event(QEvent *event)
+{
+    // The file may lie elsewhere by now.
+    if (event->type() == QEvent::ToolTip && layout())
+        setToolTip(whereItIsKept());
+    return QWidget::event(event);
 }
 
 void GenericView::paintEvent(QPaintEvent *)

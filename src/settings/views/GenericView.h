@@ -127,6 +127,7 @@ protected:
     void setBackupValueInt(int value) { backupNumber = value; }
     void setBackupValueStr(const QString &value) { backupText = value; }
 
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

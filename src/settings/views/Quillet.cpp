@@ -51,6 +51,7 @@ void Quillet::awakeFromNib()
 {
     page = WidgetOwner<QuilletView>(std::make_unique<QuilletView>());
     const PreferenceFiles::ReadPass pass(context.files);
+    const SettingAccess::ReadPass places(access);
     addModule(&SharedObject::setQuickTimePlayerModule, true);
     addModule(&SharedObject::setTimeMachineModule, true);
     addModule(&SharedObject::setItunesModule, true);
@@ -105,6 +106,7 @@ std::optional<SettingValue> Quillet::pendingValue(int settingId) const
 void Quillet::showPendingState()
 {
     const PreferenceFiles::ReadPass pass(context.files); // what was written is looked up
+    const SettingAccess::ReadPass places(access);
     for (const std::shared_ptr<SettingModule> &module : moduleList)
         module->showPendingState();
 }
@@ -156,6 +158,7 @@ void Quillet::cancelAlertDidEnd(int returnCode)
 
 void Quillet::readData()
 {
+    const SettingAccess::ReadPass places(access);
     const SharedObject &shared = context.shared;
     const std::array<std::shared_ptr<SettingModule>, 9> order {
         shared.generalModule(), shared.safariModule(),        shared.finderModule(),

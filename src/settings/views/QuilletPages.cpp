@@ -39,6 +39,7 @@ void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top,
         removeSubview();
     if (finish)
         top = column->height();
+    const SettingAccess::ReadPass places(access);
     for (const QString &viewClass : module->viewClassesFor(filter)) {
         GenericView *view = module->getView(viewClass, shading);
         view->makeControls();

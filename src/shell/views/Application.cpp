@@ -17,6 +17,8 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 namespace varnel {
 
@@ -80,10 +82,16 @@ int openWindow(const HomeFolder &chosen, const StartOptions &options)
     // The lock lies in a folder of the caller's.
     if (guard.acquire(chosen.path, raise) == InstanceGuard::Outcome::AlreadyRunning)
         return Done;
+    // Opened with the caller's rights; what lies on it is read with those of the home's owner.
+    std::optional<LinuxSystemDisk> disk;
+    if (options.systemRoot)
+        disk.emplace(*options.systemRoot);
     const Result<HomeFolder> home = takeUp(chosen, options);
     if (!home)
         return refuse(Failed, home.error().text);
-    Application application(home.value(), options.systemRoot);
+    if (!disk)
+        disk.emplace(home.value());
+    Application application(home.value(), *std::move(disk));
     window = &application.window();
     window->show();
     return QApplication::exec();
@@ -91,9 +99,9 @@ int openWindow(const HomeFolder &chosen, const StartOptions &options)
 
 } // namespace
 
-Application::Application(const HomeFolder &home, const QString &systemRoot)
+Application::Application(const HomeFolder &home, LinuxSystemDisk systemDisk)
     : homePorts(home, Tools::supportFolderOf(home)), workspace(home, homePorts.ports()),
-      files(workspace.files()), host(workspace, systemRoot), mainWindow(home),
+      files(workspace.files()), host(workspace, std::move(systemDisk)), mainWindow(home),
       windowSize(mainWindow, home.asOwner() ? WindowSize::Memory::None : WindowSize::Memory::Kept),
       backup(workspace, [] { return SharedObject::getSharedObject().backupFileName(); }),
       context {workspace, SharedObject::getSharedObject(), files, dialogs, backup, &host.ports()},

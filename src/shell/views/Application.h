@@ -22,7 +22,7 @@ namespace varnel {
 class Application {
 public:
     /// The application object exists already.
-    Application(const HomeFolder &home, const QString &systemRoot);
+    Application(const HomeFolder &home, LinuxSystemDisk systemDisk);
     ~Application();
     Q_DISABLE_COPY_MOVE(Application)
 

@@ -1,15 +1,18 @@
 #include "shell/views/HostServices.h"
 
+#include <utility>
+
 namespace varnel {
 
-HostServices::HostServices(const Workspace &workspace, const QString &systemRoot)
-    : desktop(workspace.home()), hostPorts {facts,
-                                            processTable,
-                                            processManager,
-                                            desktop,
-                                            workspace.applications(),
-                                            workspace.loginItems(),
-                                            systemRoot}
+HostServices::HostServices(const Workspace &workspace, LinuxSystemDisk disk)
+    : desktop(workspace.home()), systemDisk(std::move(disk)), hostPorts {facts,
+                                                                         processTable,
+                                                                         processManager,
+                                                                         desktop,
+                                                                         workspace.applications(),
+                                                                         workspace.loginItems(),
+                                                                         systemDisk,
+                                                                         systemDisk.root()}
 {
 }
 

@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/LinuxProcessManager.h"
 #include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/LinuxSystemDisk.h"
 #include "platform/linux/LinuxSystemFacts.h"
 #include "ui/PageContext.h"
 
@@ -13,7 +14,7 @@ namespace varnel {
 class HostServices {
 public:
     /// The workspace outlives this object.
-    HostServices(const Workspace &workspace, const QString &systemRoot);
+    HostServices(const Workspace &workspace, LinuxSystemDisk systemDisk);
 
     [[nodiscard]] HostPorts &ports() { return hostPorts; }
 
@@ -22,6 +23,7 @@ private:
     LinuxProcessTable processTable;
     LinuxProcessManager processManager;
     LinuxDesktop desktop;
+    LinuxSystemDisk systemDisk;
     HostPorts hostPorts;
 };
 

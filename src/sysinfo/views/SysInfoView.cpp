@@ -120,6 +120,7 @@ void SysInfoView::setUpTable()
     Theme::makeList(table);
     table->horizontalHeader()->setStretchLastSection(true);
     table->setColumnWidth(0, nameColumnWidth);
+    Theme::setTextRole(ui->memoryNote, Theme::TextRole::Help);
 }
 
 void SysInfoView::outlineViewSelectionDidChange(const QModelIndex &selected)
@@ -141,19 +142,22 @@ void SysInfoView::showTable(Qt::Alignment valueAlignment)
     ui->pages->setCurrentWidget(ui->memoryScrollView);
 }
 
-void SysInfoView::setRows(const InfoRows &rows)
+void SysInfoView::setRows(const InfoRows &rows, const QString &note)
 {
     QList<QStringList> texts;
     for (const InfoRow &row : rows)
         texts.append({row.name, row.value});
     memoryRows->setRows(std::move(texts));
+    ui->memoryNote->setText(note);
+    ui->memoryNote->setVisible(!note.isNull());
     ui->memoryTable->clearSelection();
 }
 
 void SysInfoView::getMacOSXInfo()
 {
-    const SystemVersion version = readSystemVersion(context.host->files, context.host->systemRoot);
-    setRows(macOSXRows(version, context.host->facts, context.workspace.home()));
+    const SystemVersion version =
+        readSystemVersion(context.host->systemDisk, context.host->systemRoot);
+    setRows(macOSXRows(version, context.host->facts, context.workspace.home()), version.whyNone);
 }
 
 void SysInfoView::getMemoryInfo()

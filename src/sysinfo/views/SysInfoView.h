@@ -46,7 +46,8 @@ private:
     void loadProcessPage();
     void outlineViewSelectionDidChange(const QModelIndex &selected);
     void showTable(Qt::Alignment valueAlignment);
-    void setRows(const InfoRows &rows);
+    /// A note stands below the rows; none when it is null.
+    void setRows(const InfoRows &rows, const QString &note = {});
 
     PageContext context;
     std::unique_ptr<Ui::SysInfoView> ui;

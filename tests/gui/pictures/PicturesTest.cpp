@@ -67,7 +67,7 @@ protected:
              u"/Applications/Pictures and more/A folder with a long name/Painter.app"_s,
              {}},
         };
-        host.systemRoot = home.path();
+        host.systemRoot = u"/nowhere"_s;
     }
 
     /// Opens the window, 820 x 560 unless the environment says otherwise.

@@ -78,7 +78,7 @@ protected:
     }
 
     QString autostart = home.path() + u"/.config/autostart/";
-    HostServices host {workspace, QStringLiteral("/")};
+    HostServices host {workspace, LinuxSystemDisk(QStringLiteral("/"))};
     std::unique_ptr<LoginItems> controller;
 };
 

@@ -74,7 +74,8 @@ protected:
     FakeDesktop desktop;
     LinuxFileReader reader;
     FakeSessionLoginItems loginItems;
-    HostPorts host {facts, processTable, processes, desktop, reader, loginItems, home.path()};
+    HostPorts host {facts,  processTable, processes, desktop,
+                    reader, loginItems,   reader,    home.path()};
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<Varnel> controller;
 };

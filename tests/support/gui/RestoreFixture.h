@@ -121,7 +121,7 @@ protected:
         return QDir(backups).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
-    HostServices host {workspace, u"/"_s};
+    HostServices host {workspace, LinuxSystemDisk(u"/"_s)};
     QString backups; ///< ends in a slash
     std::shared_ptr<LoginItems> loginItems;
     std::shared_ptr<RestoreBackup> restore;

@@ -131,7 +131,7 @@ protected:
     FakeDesktop desktop;
     LinuxFileReader reader;
     NoLoginItems loginItems;
-    HostPorts host {facts, table, manager, desktop, reader, loginItems, home.path()};
+    HostPorts host {facts, table, manager, desktop, reader, loginItems, reader, home.path()};
     QStringList failing; ///< the interface descriptions that do not load
     LogCapture log;
     std::unique_ptr<SysInfo> controller;

@@ -33,7 +33,7 @@ struct WindowFixture {
     PreferenceFiles files {workspace.files()};
     FakeDialogs dialogs;
     /// No system version is told; the files of the edited home are real, the session's are read.
-    HostServices host {workspace, home.path()};
+    HostServices host {workspace, LinuxSystemDisk(home.path())};
     QStringList failing; ///< the interface descriptions that do not load
     KeptRun backup {workspace, [this] { return shared.backupFileName(); }};
     PageContext context {

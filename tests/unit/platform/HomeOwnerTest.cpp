@@ -1,5 +1,6 @@
 #include "platform/linux/HomeOwner.h"
 
+#include "base/Containers.h"
 #include "base/Sqlite.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFolderMaker.h"
@@ -7,6 +8,7 @@
 #include "support/FileFacts.h"
 #include "support/TemporaryHome.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gmock/gmock.h>
@@ -111,7 +113,10 @@ TEST_F(HomeOwnerTest, aFolderOfRootsWithSomebodysLibraryIsThatSomebodys)
 
 TEST_F(HomeOwnerTest, whereRootOwnsTheLibraryTooAFolderOfSomebodysInItIsThatSomebodys)
 {
-    for (const QString &folder : {u"/Preferences"_s, u"/Application Support"_s}) {
+    const QString container = containerPreferences(home.home(), u"com.apple.mail"_s);
+    QDir().mkpath(container);
+    for (const QString &folder : {u"/Preferences"_s, u"/Application Support"_s, u"/Containers"_s,
+                                  container.mid(library.size())}) {
         giveAll(home.path(), 0, 0);
         give(library + folder, stranger, stranger);
         EXPECT_TRUE(taken(ids).startsWith("Uid: 54321 54321 54321 54321;")) << qPrintable(folder);

@@ -203,6 +203,8 @@ TEST_F(LinuxFileStoreForeignLinks, ALinkedFolderIsNeitherListedNorDeletedFrom)
     handOver();
     EXPECT_EQ(store.list(home.path() + u"/Library/Elsewhere").error().code,
               ErrorCode::NotPermitted);
+    EXPECT_EQ(store.names(home.path() + u"/Library/Elsewhere").error().code,
+              ErrorCode::NotPermitted);
     EXPECT_FALSE(store.remove(home.path() + u"/Library/Elsewhere/secret"));
     EXPECT_EQ(logged().size(), 2);
     EXPECT_EQ(readRaw(secret), "secret");

@@ -1,5 +1,9 @@
 #include "StoreFixture.h"
 
+#include <QFile>
+
+#include <fstream>
+
 using namespace varnel;
 using namespace varnel::test;
 
@@ -162,6 +166,26 @@ TEST_F(LinuxFileStoreTest, OtherHardLinksKeepTheOldBytes)
     ASSERT_TRUE(update("new"));
     EXPECT_EQ(readRaw(path), "new");
     EXPECT_EQ(readRaw(other), "old");
+}
+
+TEST_F(LinuxFileStoreTest, namesAreThoseOfAFolderAndNothingIsLogged)
+{
+    EXPECT_EQ(store.names(folder).value(), QStringList());
+    writeRaw(path, "old");
+    writeRaw(home.preference(QStringLiteral(".hidden")), "old");
+    linkTo(QStringLiteral("/nowhere"), home.preference(QStringLiteral("link")));
+    const std::string noText = QFile::encodeName(folder).toStdString() + "/no\xff";
+    std::ofstream(noText).close();
+    QStringList names = store.names(folder).value();
+    names.sort();
+    EXPECT_EQ(names,
+              QStringList(
+                  {QStringLiteral(".hidden"), QStringLiteral("a.plist"), QStringLiteral("link")}));
+    for (const QString &none :
+         QStringList {path, path + u"/below", folder + u"/none", folder + u"/none/below"})
+        EXPECT_EQ(store.names(none).error().code, ErrorCode::NotFound) << qPrintable(none);
+    EXPECT_TRUE(logged().isEmpty());
+    ASSERT_EQ(::unlink(noText.c_str()), 0); // no class of the toolkit can name it
 }
 
 TEST_F(LinuxFileStoreTest, APathThatIsNoneIsRefused)

@@ -142,7 +142,7 @@ TEST_F(LinuxKeptFoldersTest, aLinkIsNoFolderOfARun)
     EXPECT_EQ(codeOf(kept.removeFolderIfEmpty(run)), ErrorCode::Failed);
     EXPECT_EQ(logged().size(), 7);
     EXPECT_EQ(codeOf(kept.discard(run)), ErrorCode::Failed);
-    kept.sweep(parent);
+    EXPECT_TRUE(kept.sweep(parent).ok());
     EXPECT_EQ(snapshot(elsewhere.path()), before);
     EXPECT_EQ(readRaw(path), "old");
     EXPECT_TRUE(QFileInfo(run.chopped(1)).isSymLink());
@@ -235,8 +235,8 @@ TEST_F(LinuxKeptFoldersTest, whatADeadRunLeftHalfWrittenIsSwept)
     const QString busy = otherRun.make(parent, u"quillet8"_s).value();
     leaveHalfWritten(busy);
     kept.release(run);
-    kept.sweep(parent + u"No");
-    kept.sweep(parent);
+    EXPECT_EQ(codeOf(kept.sweep(parent + u"No")), ErrorCode::NotFound);
+    EXPECT_EQ(kept.sweep(parent).value(), kept.list(parent).value());
     EXPECT_EQ(entriesOf(run), QStringList());
     EXPECT_EQ(entriesOf(busy).size(), 1) << "its run lives";
     otherRun.release(busy);
@@ -288,7 +288,7 @@ TEST_F(LinuxKeptFoldersForeignHome, nothingIsDoneThroughALinkOutOfTheHome)
     EXPECT_EQ(codeOf(putBack(run)), ErrorCode::NotPermitted);
     EXPECT_EQ(codeOf(kept.removeFolderIfEmpty(run)), ErrorCode::NotPermitted);
     EXPECT_EQ(codeOf(kept.discard(run)), ErrorCode::NotPermitted);
-    kept.sweep(parent);
+    EXPECT_EQ(codeOf(kept.sweep(parent)), ErrorCode::NotPermitted);
     EXPECT_EQ(snapshot(outside), before);
     EXPECT_EQ(readRaw(path), "old");
 }

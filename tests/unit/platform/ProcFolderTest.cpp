@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include <cstring>
 #include <vector>
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -236,6 +238,17 @@ TEST_F(ProcFolderTest, TheUserIsTheOneWhoRunsTheProgram)
     EXPECT_FALSE(facts.userName().isEmpty());
     EXPECT_FALSE(facts.fullUserName().isNull());
     EXPECT_FALSE(facts.fullUserName().contains(u','));
+}
+
+TEST_F(ProcFolderTest, AHomeHasTheFullNameOfTheAccountWhoseHomeItIs)
+{
+    const LinuxSystemFacts facts;
+    const passwd *account = ::getpwuid(::getuid());
+    if (account == nullptr || !QFileInfo(QFile::decodeName(account->pw_dir)).isDir())
+        GTEST_SKIP() << "needs an account with a home";
+    const QString path = QFileInfo(QFile::decodeName(account->pw_dir)).canonicalFilePath();
+    EXPECT_EQ(facts.fullNameFor({path, false}), facts.fullUserName());
+    EXPECT_EQ(facts.fullNameFor({folder.path(), false}), std::nullopt);
 }
 
 TEST_F(ProcFolderTest, ATemporaryFolderThatIsNoneIsNotTold)

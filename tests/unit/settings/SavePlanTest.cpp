@@ -1,8 +1,12 @@
 #include "settings/SavePlan.h"
 
+#include "base/Containers.h"
 #include "support/FailingFileStore.h"
+#include "support/FileFacts.h"
 #include "support/LogCapture.h"
 #include "support/SettingsHome.h"
+
+#include <QDir>
 
 #include <gtest/gtest.h>
 
@@ -169,6 +173,25 @@ TEST_F(SavePlanTest, AllSettingsOfTenFilesReachThemInTenReplacements)
     EXPECT_EQ(keeper.rows.size(), 49);
     EXPECT_EQ(names.size(), 10);
     EXPECT_EQ(counting.calls.filter(u"update "_s).size(), 10);
+    // The home's folder, and three for containers that are not there.
+    EXPECT_EQ(counting.listings.size(), 4) << qPrintable(counting.listings.join(u'\n'));
+}
+
+TEST_F(SavePlanTest, aSettingIsPlannedInTheFileThatItsApplicationReads)
+{
+    home.put(mail, u"<key>DisableReplyAnimations</key><integer>1</integer>"_s);
+    const QByteArray dead = home.bytes(mail);
+    const QString folder = containerPreferences(home.home.home(), u"com.apple.mail"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString file = folder + u"/com.apple.mail.plist";
+    writeRaw(file, xmlPlist(u"<key>DisableReplyAnimations</key><integer>0</integer>"_s));
+    SavePlan two = plan({wanted(1500, {1}), wanted(1501, {1})});
+    EXPECT_EQ(two.settings()[0].change.oldValue, SettingValue {0});
+    EXPECT_EQ(two.settings()[0].path, file);
+    EXPECT_TRUE(two.commit(keeper, home.flags).isEmpty());
+    EXPECT_EQ(home.read(1500).value, SettingValue {1});
+    EXPECT_EQ(home.read(1501).value, SettingValue {1});
+    EXPECT_EQ(home.bytes(mail), dead);
 }
 
 TEST_F(SavePlanTest, WhatDoesNotDifferIsLeftOut)

@@ -106,6 +106,42 @@ TEST(MacOSXRows, WithoutAVersionFileShowNullAndNoCodeName)
                       QStringLiteral("Home Directory: /Users/ann")}));
 }
 
+TEST(MacOSXRows, OfAnotherMachinesHomeNameItsFolderAndTheAccountWhoseHomeItIs)
+{
+    FakeSystemFacts facts;
+    const HomeFolder home {QStringLiteral("/mnt/Users/ben"), false};
+    const auto users = [&] { return lines(macOSXRows({}, facts, home)).mid(3, 2); };
+    EXPECT_EQ(users(),
+              (QStringList {QStringLiteral("User Name: ben"),
+                            QStringLiteral("Full User Name: Ann Example")}));
+    facts.accountHome = home.path;
+    facts.accountName = QStringLiteral("Ben Example");
+    EXPECT_EQ(users(),
+              (QStringList {QStringLiteral("User Name: ben"),
+                            QStringLiteral("Full User Name: Ben Example")}));
+}
+
+TEST(SystemVersion, ThatIsNotToldSaysWhyAndWhatToDo)
+{
+    FakeFileReader files;
+    const QString root = QStringLiteral("/mnt");
+    const QString file = QStringLiteral("/mnt/System/Library/CoreServices/SystemVersion.plist");
+    const auto why = [&](const QString &folder) {
+        return readSystemVersion(files, folder).whyNone.toStdString();
+    };
+    const std::string advice =
+        ". Name the folder at which the system's disk is mounted with --system-root.";
+    const std::string unknown = "The system's version is not known: ";
+    EXPECT_EQ(why(QString()), unknown + "the home does not lie at DISK/Users/NAME" + advice);
+    EXPECT_EQ(why(root), unknown + file.toStdString() + advice);
+    files.files[file] = "no property list";
+    EXPECT_TRUE(why(root).starts_with(unknown + file.toStdString() + ": ")) << why(root);
+    files.files[file] = "<plist version=\"1.0\"><dict/></plist>";
+    EXPECT_EQ(why(root), unknown + file.toStdString() + ": it names no version" + advice);
+    files.files[file] = versionFile("10.7.5");
+    EXPECT_TRUE(readSystemVersion(files, root).whyNone.isNull());
+}
+
 TEST(MemoryRows, SixteenGibibytesShowAs16384Megabytes)
 {
     EXPECT_EQ(megabytes(17'179'869'184U), QStringLiteral("16384 MB"));
