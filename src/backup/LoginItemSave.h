@@ -8,11 +8,14 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace varnel {
 
 /// What came of one change of the login items.
 struct LoginItemsReport {
     bool dryRun = false; ///< nothing was changed: the outcome is what it would be
+    LoginItemsList list = LoginItemsList::Session; ///< the one that was meant
     LoginItemChange change;
     enum class Outcome {
         Nothing, ///< it was so already
@@ -37,12 +40,12 @@ struct LoginItemWish {
 
 /// One save of one change: its way back into the backup file of the run, then the change. What is
 /// so already is left alone, without a backup file. A dry run tells what a save would do, and
-/// touches nothing.
+/// touches nothing. Without a list, the home's usual one is meant.
 ///
 /// An error means that nothing was changed: the home's folders can't be made.
 [[nodiscard]] Result<LoginItemsReport> saveLoginItem(Workspace &workspace,
                                                      const LoginItemWish &wish,
                                                      const Workspace::Terms &terms,
-                                                     LoginItemsList list = LoginItemsList::Session);
+                                                     std::optional<LoginItemsList> list = {});
 
 } // namespace varnel

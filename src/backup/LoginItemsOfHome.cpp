@@ -1,5 +1,6 @@
 #include "backup/LoginItemsOfHome.h"
 
+#include "platform/FileStore.h"
 #include "shell/Tools.h"
 
 namespace varnel {
@@ -14,9 +15,10 @@ LoginItemsOfHome::Place::Place(Workspace &workspace, SessionLoginItems &list, Lo
         tried.emplace(list);
 }
 
-LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut, LoginItemsList list)
+LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut,
+                                   std::optional<LoginItemsList> list)
     : accountItems(workspace.home(), workspace.files(), workspace.folders(),
-                   workspace.applications()),
+                   {workspace.applications(), workspace.home().systemRoot()}),
       session(workspace, workspace.loginItems(), LoginItemsList::Session, triesChangesOut),
       account(workspace, accountItems, LoginItemsList::Account, triesChangesOut),
       triedBackup({}, workspace.files(), LoginItemsBackupWriter::Manner::TryOut),
@@ -26,7 +28,7 @@ LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut, L
                  workspace.applications())
 {
     loginItems.addAccount(account.list(), account.store);
-    (void)loginItems.use(list);
+    (void)loginItems.use(list.value_or(LoginItemsList::Session));
 }
 
 const SessionLoginItems &LoginItemsOfHome::list() const

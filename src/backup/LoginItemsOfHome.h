@@ -6,6 +6,7 @@
 #include "loginitems/AccountLoginItems.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
+#include "loginitems/LoginItemsChoice.h"
 #include "platform/DryRunSessionLoginItems.h"
 
 #include <optional>
@@ -17,9 +18,9 @@ namespace varnel {
 class LoginItemsOfHome {
 public:
     /// The workspace outlives this object. Where changes are tried out, they are made in memory and
-    /// in private copies, and nothing is told.
+    /// in private copies, and nothing is told. Without a list, the home's usual one is in use.
     explicit LoginItemsOfHome(Workspace &workspace, bool triesOut = false,
-                              LoginItemsList list = LoginItemsList::Session);
+                              std::optional<LoginItemsList> list = {});
     LoginItemsOfHome(const LoginItemsOfHome &) = delete;
     LoginItemsOfHome &operator=(const LoginItemsOfHome &) = delete;
 
@@ -28,6 +29,7 @@ public:
     [[nodiscard]] bool keepsWayBack(const QString &path) const;
 
     [[nodiscard]] LoginItemsAccess &access() { return loginItems; }
+    [[nodiscard]] LoginItemsList listInUse() const { return loginItems.listInUse(); }
     [[nodiscard]] const SessionLoginItems &list() const;
     /// The list as it is; nothing is changed.
     [[nodiscard]] QList<LoginItemRow> rows();

@@ -3,7 +3,6 @@
 #include "base/Literals.h"
 #include "base/Logging.h"
 #include "loginitems/ItemPath.h"
-#include "loginitems/LoginItemsChoice.h"
 #include "platform/FileStore.h"
 #include "platform/FolderMaker.h"
 #include "plist/BundleIcon.h"
@@ -106,9 +105,9 @@ Result<void> arrange(PropertyList &list, QStringList now, QStringList wanted)
 } // namespace
 
 AccountLoginItems::AccountLoginItems(HomeFolder ofHome, FileStore &files, FolderMaker &folders,
-                                     const FileReader &diskFiles)
+                                     Disk ofSystem)
     : home(std::move(ofHome)), kept(Tools::removedAccountItemsOf(home), files), store(files),
-      maker(folders), hostFiles(diskFiles)
+      maker(folders), disk(std::move(ofSystem))
 {
 }
 
@@ -325,22 +324,24 @@ AccountLoginItems::reorder(const std::function<QStringList(const QStringList &no
 
 QString AccountLoginItems::onItsDisk(const QString &path) const
 {
-    const QString disk = diskOf(home);
     const bool isPlain = path.startsWith(u'/') && QDir::cleanPath(path) == path;
-    return !disk.isNull() && isPlain ? disk + path : QString();
+    if (disk.root.isNull() || !isPlain)
+        return {};
+    return (disk.root.endsWith(u'/') ? disk.root.chopped(1) : disk.root) + path;
 }
 
 QString AccountLoginItems::iconOf(const QString &path) const
 {
     const QString bundle = onItsDisk(path);
     // Not null: what this machine has under the path is another application.
-    return bundle.isNull() || !hostFiles.exists(bundle) ? u""_s : bundleIconPath(hostFiles, bundle);
+    return bundle.isNull() || !disk.files.exists(bundle) ? u""_s
+                                                         : bundleIconPath(disk.files, bundle);
 }
 
 QString AccountLoginItems::applicationsFolder() const
 {
     const QString folder = onItsDisk(u"/Applications"_s);
-    return !folder.isNull() && QDir(folder).exists() ? folder : home.path;
+    return !folder.isNull() && disk.files.exists(folder) ? folder : home.path;
 }
 
 /// A failure shows when something is to be kept there.

@@ -23,9 +23,13 @@ class FolderMaker;
 /// say no path are not seen, and stay as they are.
 class AccountLoginItems : public SessionLoginItems {
 public:
-    /// `hostFiles` reads the disk that the home is on. Everything outlives this object.
-    AccountLoginItems(HomeFolder home, FileStore &store, FolderMaker &maker,
-                      const FileReader &hostFiles);
+    /// The disk of the system that the account belongs to.
+    struct Disk {
+        const FileReader &files;
+        QString root; ///< its folder; null: none is known
+    };
+    /// Everything outlives this object.
+    AccountLoginItems(HomeFolder home, FileStore &store, FolderMaker &maker, Disk disk);
 
     [[nodiscard]] static QString fileOf(const HomeFolder &home);
 
@@ -33,7 +37,7 @@ public:
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> canInsert(const QString &path) const override;
     Result<void> removeEvery(const QString &path) override;
-    /// Of the bundle on the home's own disk.
+    /// Of the bundle on the disk.
     QString iconOf(const QString &path) const override;
     QString applicationsFolder() const override;
     QString keptIn(const QString &path) const override;
@@ -69,7 +73,7 @@ private:
     KeptAccountItems kept;
     FileStore &store;
     FolderMaker &maker;
-    const FileReader &hostFiles;
+    Disk disk;
 };
 
 } // namespace varnel

@@ -13,14 +13,10 @@ class FileReader;
 /// the account's, unless it only has entries of such a session as this machine's.
 [[nodiscard]] LoginItemsList usualList(const HomeFolder &home, const FileReader &files);
 
-/// The root of the disk that a Mac's home is on, without a slash at its end (so that of this
-/// machine's own disk is empty); null where the home is in no folder of users.
-[[nodiscard]] QString diskOf(const HomeFolder &home);
-
-/// For people: that the account's list as its system knows it is not the one that is changed here;
-/// null where it is. Since 10.13 a system keeps it elsewhere. `disk` reads what stands outside of
-/// the home.
+/// For people: that the account's system keeps its login items in another list than the one that is
+/// changed here; null where it does not. Systems do so since 10.13. `systemVersion` is that of the
+/// disk that the home lies on; null: not known.
 [[nodiscard]] QString newerListSentence(const HomeFolder &home, const FileReader &files,
-                                        const FileReader &disk);
+                                        const QString &systemVersion);
 
 } // namespace varnel

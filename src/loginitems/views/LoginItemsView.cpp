@@ -30,7 +30,7 @@ LoginItemsView::LoginItemsView(const PageContext &context)
       preferences(context.workspace.home().preferencesDirectory()),
       store(context.workspace.tools().pathForSupportFolder(), context.files.fileStore()),
       accountItems(context.workspace.home(), context.files.fileStore(), context.workspace.folders(),
-                   context.workspace.applications()),
+                   {context.host->systemDisk, context.host->systemRoot}),
       accountStore(Tools::supportFolderOf(context.workspace.home()), context.files.fileStore(),
                    DisabledItemsStore::Manner::Work, LoginItemsList::Account),
       access(context.host->loginItems, store, context.backup, context.host->files),

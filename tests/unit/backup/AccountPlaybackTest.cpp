@@ -98,7 +98,7 @@ struct AccountPlayback {
     [[nodiscard]] QString storeFile() const { return at.support + u"disabledAccountItems.sqlite"; }
 
     LoginItemsHome at;
-    AccountLoginItems account {at.home.home(), at.store, at.maker, at.reader};
+    AccountLoginItems account {at.home.home(), at.store, at.maker, {at.reader, {}}};
     DisabledItemsStore accountStore {at.support, at.store, DisabledItemsStore::Manner::Work,
                                      LoginItemsList::Account};
     QString file = AccountLoginItems::fileOf(at.home.home());

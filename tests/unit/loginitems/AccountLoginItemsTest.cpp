@@ -58,7 +58,7 @@ struct AccountHome : testing::Test {
     LinuxFileStore store {home.home()};
     LinuxFolderMaker maker;
     LinuxFileReader reader;
-    AccountLoginItems list {home.home(), store, maker, reader};
+    AccountLoginItems list {home.home(), store, maker, {reader, {}}};
 };
 
 /// In each of the sample lists.
@@ -289,7 +289,7 @@ TEST_F(AccountHome, TheIconIsThatOfTheBundleOnTheHomesOwnDisk)
     writeRaw(bundle + u"Resources/agent.icns", "icns");
     const HomeFolder anna {disk + u"/Users/anna", false};
     LinuxFileStore annas(anna);
-    const AccountLoginItems items(anna, annas, maker, reader);
+    const AccountLoginItems items(anna, annas, maker, {reader, anna.systemRoot()});
     EXPECT_EQ(items.iconOf(u"/Applications/Agent.app"_s), bundle + u"Resources/agent.icns");
     EXPECT_EQ(items.applicationsFolder(), disk + u"/Applications");
     for (const QString &none : {u"/Applications/Gone.app"_s, u"/../Applications/Agent.app"_s}) {
@@ -335,7 +335,7 @@ TEST_F(AccountHome, WhatAnotherProgramAddsBetweenKeepingAndTakingOutIsNotLost)
     use(u"snow-leopard-xml.plist"_s);
     meddled.meddledFile = file();
     meddled.other = readRaw(file()).replace("<integer>1</integer>", "<integer>9</integer>");
-    AccountLoginItems items(home.home(), meddled, maker, reader);
+    AccountLoginItems items(home.home(), meddled, maker, {reader, {}});
     const Result<void> removed = items.removeEvery(clockPath);
     ASSERT_FALSE(removed);
     EXPECT_TRUE(removed.error().text.contains(u"another program changed the list"));
@@ -352,7 +352,7 @@ TEST_F(AccountHome, RunsThatChangeTheListAtOnceLoseNothingOfEachOther)
     for (const QString &path : paths())
         children.push_back(inChild([&] {
             LinuxFileStore own(home.home());
-            AccountLoginItems items(home.home(), own, maker, reader);
+            AccountLoginItems items(home.home(), own, maker, {reader, {}});
             bool done = true;
             for (int round = 0; round < 3; ++round)
                 done &= items.removeEvery(path).ok() && items.insertAtEnd(path).ok();
