@@ -217,11 +217,15 @@ Result<void> AccountLoginItems::insertAtEnd(const QString &path)
 {
     // Read before the list is locked: a change may not start another one.
     const Result<std::vector<KeptAccountItem>> back = kept.last(path);
+    const auto refused = [&](const Error &error) {
+        varnelLog(lcIo, path + u": " + error.text);
+        return error;
+    };
     bool isBack = false;
     Result<void> inserted = change([&](PropertyList &list) -> Result<void> {
         const std::vector<Item> there = itemsIn(list, path);
         if (qsizetype(there.size()) > mostSteps)
-            return tooMany();
+            return refused(tooMany());
         Result<void> done;
         // Each has those before it behind itself by then.
         for (qsizetype at = 0; done && at < qsizetype(there.size()); ++at)
@@ -231,7 +235,7 @@ Result<void> AccountLoginItems::insertAtEnd(const QString &path)
         if (!back)
             return back.error();
         if (back.value().empty())
-            return neverListed();
+            return refused(neverListed());
         isBack = true;
         done = makeArray(list);
         for (auto item = back.value().begin(); done && item != back.value().end(); ++item)
@@ -286,6 +290,15 @@ Result<void> AccountLoginItems::removeEvery(const QString &path)
                   removed.error().text + u" (the entry is kept in " + kept.fileOf(path) + u')'};
 }
 
+void AccountLoginItems::whileListed(const QString &path, const std::function<void()> &work)
+{
+    (void)change([&](PropertyList &list) -> Result<void> {
+        if (!itemsIn(list, path).empty())
+            work();
+        return {};
+    });
+}
+
 QString AccountLoginItems::keptIn(const QString &path) const
 {
     const Result<std::vector<KeptAccountItem>> items = kept.last(path);
@@ -320,6 +333,12 @@ AccountLoginItems::reorder(const std::function<QStringList(const QStringList &no
             now.append(item.id);
         return arrange(list, now, wanted(now));
     });
+}
+
+QString AccountLoginItems::pathInList(const QString &here) const
+{
+    const QString root = onItsDisk(u"/"_s);
+    return !root.isNull() && here.startsWith(root) ? here.mid(root.size() - 1) : here;
 }
 
 QString AccountLoginItems::onItsDisk(const QString &path) const

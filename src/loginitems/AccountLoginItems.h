@@ -37,9 +37,11 @@ public:
     Result<void> insertAtEnd(const QString &path) override;
     Result<void> canInsert(const QString &path) const override;
     Result<void> removeEvery(const QString &path) override;
+    void whileListed(const QString &path, const std::function<void()> &work) override;
     /// Of the bundle on the disk.
     QString iconOf(const QString &path) const override;
     QString applicationsFolder() const override;
+    QString pathInList(const QString &here) const override;
     QString keptIn(const QString &path) const override;
     QString keepingPlace(const QString &path) const override { return kept.fileOf(path); }
 

@@ -93,8 +93,18 @@ Result<Sqlite> DisabledItemsStore::openToWrite()
 {
     if (manner == Manner::TryOut)
         return openCopy();
+    hasWritten = true;
     const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
     return place ? opened(place.value().path, Sqlite::Access::Create) : place.error();
+}
+
+/// What this object has changed it sees again: for that it waits as for a change until other runs
+/// have made theirs. Else what is being written can't be read.
+Result<Sqlite> DisabledItemsStore::openToRead(const QString &place)
+{
+    return hasWritten ? openToWrite()
+                      : Sqlite::open(place, Sqlite::Access::ReadOnly,
+                                     [this](const QString &path) { return files.read(path); });
 }
 
 Result<Sqlite> DisabledItemsStore::openCopy()
@@ -148,7 +158,8 @@ Result<void> DisabledItemsStore::readPaths(const std::function<void(const QStrin
     }
     if (!place)
         return place.error();
-    Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
+    Result<Sqlite> reader =
+        hasWritten ? openToWrite() : opened(place.value().path, Sqlite::Access::ReadOnly);
     if (!reader)
         return reader.error();
     begun();
@@ -166,7 +177,7 @@ Result<QStringList> DisabledItemsStore::storedPaths()
 }
 
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
-    const std::function<bool(const QString &path)> &isListed)
+    const std::function<bool(const QString &path)> &isListed, const Guard &whileListed)
 {
     QStringList doubled;
     Result<void> read = readPaths(
@@ -182,8 +193,10 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
     if (!store)
         return store.error();
     for (const QString &path : doubled)
-        (void)deletePath(store.value(),
-                         deleteQuery(path)); // logged; the next path has its own chance
+        whileListed(path, [&] {
+            // Logged; the next path has its own chance.
+            (void)deletePath(store.value(), deleteQuery(path));
+        });
     return {};
 }
 
@@ -195,8 +208,7 @@ Result<QList<StoredRow>> DisabledItemsStore::rowsOf(const QString &path)
         return rows;
     if (!place)
         return place.error();
-    Result<Sqlite> reader = Sqlite::open(place.value().path, Sqlite::Access::ReadOnly,
-                                         [this](const QString &at) { return files.read(at); });
+    Result<Sqlite> reader = openToRead(place.value().path);
     if (!reader)
         return reader.error();
     const Result<void> read = reader.value().selectLiterals(

@@ -32,8 +32,11 @@ public:
 
     /// Calls `isListed` for each stored path in order: true deletes the path from the store, false
     /// leaves it to the caller, who has taken it into the list.
-    Result<void>
-    readDisabledLoginItemsData(const std::function<bool(const QString &path)> &isListed);
+    /// `whileListed` does the deletion, if the path is listed still.
+    using Guard = std::function<void(const QString &path, const std::function<void()> &deletion)>;
+    Result<void> readDisabledLoginItemsData(
+        const std::function<bool(const QString &path)> &isListed,
+        const Guard &whileListed = [](const QString &, const auto &deletion) { deletion(); });
     /// The log line of a reading.
     void tellReading() const;
     /// A reading without that line: the paths that are stored, in order. An error where the store
@@ -65,6 +68,7 @@ private:
                            const std::function<void()> &begun);
     [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
+    [[nodiscard]] Result<Sqlite> openToRead(const QString &place);
     [[nodiscard]] Result<Sqlite> openCopy();
     Result<void> deletePath(Sqlite &store, const QString &sql) const;
     Result<void> orLogged(Result<void> done) const;
@@ -74,6 +78,7 @@ private:
     FileStore &files;
     Manner manner;
     std::optional<PrivateCopy> copy; ///< where changes were tried out
+    bool hasWritten = false; ///< to the store itself
 };
 
 } // namespace varnel

@@ -84,7 +84,11 @@ QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
     };
     // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
     if (reading != Reading::Silent) {
-        (void)disabledItems().readDisabledLoginItemsData(isListed);
+        // Another run may be switching it off just now: stored already, and listed for a moment.
+        const auto whileListed = [&](const QString &path, const std::function<void()> &deletion) {
+            list().whileListed(path, deletion);
+        };
+        (void)disabledItems().readDisabledLoginItemsData(isListed, whileListed);
     } else if (const Result<QStringList> stored = disabledItems().storedPaths()) {
         for (const QString &path : stored.value())
             (void)isListed(path);
@@ -213,7 +217,12 @@ Result<void> LoginItemsAccess::disable(const QString &path)
     // Stored first, then removed, and removed even when storing failed: the session keeps what it
     // removes.
     Result<void> stored = disabledItems().addDisabledLoginItemsData(path, selectedBackupFileName);
-    return firstFailure(std::move(stored), list().removeEvery(path));
+    Result<void> removed = list().removeEvery(path);
+    // Another run that met it in both places has taken it out of the store.
+    const Result<QList<StoredRow>> rows = disabledItems().rowsOf(path);
+    if (stored && rows && rows.value().isEmpty())
+        stored = disabledItems().addDisabledLoginItemsData(path, selectedBackupFileName);
+    return firstFailure(std::move(stored), std::move(removed));
 }
 
 } // namespace varnel

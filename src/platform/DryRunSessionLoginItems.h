@@ -20,6 +20,7 @@ public:
     Result<void> canInsert(const QString &path) const override;
     QString iconOf(const QString &path) const override { return inner.iconOf(path); }
     QString applicationsFolder() const override { return inner.applicationsFolder(); }
+    QString pathInList(const QString &here) const override { return inner.pathInList(here); }
     Result<void> removeEvery(const QString &path) override;
     QString keptIn(const QString &path) const override;
     QString keepingPlace(const QString &path) const override { return inner.keepingPlace(path); }

@@ -52,11 +52,22 @@ public:
                            [&](const SessionLoginItem &item) { return item.path == path; });
     }
 
+    /// Does the work if the list holds the path: where the list is one file, with no other run
+    /// changing it meanwhile.
+    virtual void whileListed(const QString &path, const std::function<void()> &work)
+    {
+        if (const Result<bool> listed = lists(path); listed && listed.value())
+            work();
+    }
+
     /// The icon that the application brings along in the host's own way; null where that has none.
     [[nodiscard]] virtual QString iconOf(const QString &path) const = 0;
 
     /// Where a person looks for an application to start at login.
     [[nodiscard]] virtual QString applicationsFolder() const = 0;
+
+    /// What the list calls an application that stands here under that path.
+    [[nodiscard]] virtual QString pathInList(const QString &here) const { return here; }
 
     /// Removes every item whose path equals the given one. What is removed is kept first, so that
     /// inserting the path again brings it back; the text of a failure says where.
