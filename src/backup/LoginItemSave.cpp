@@ -47,7 +47,7 @@ QString chosenPath(const LoginItemsOfHome &items, const QList<LoginItemRow> &row
                    const LoginItemWish &wish)
 {
     const bool known = rowOf(rows, wish.path) || !items.list().keptIn(wish.path).isNull();
-    return known ? wish.path : wish.absolutePath;
+    return known ? wish.path : items.list().pathInList(wish.absolutePath);
 }
 
 /// Whether there is anything to do; else why not.

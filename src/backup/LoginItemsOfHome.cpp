@@ -28,7 +28,7 @@ LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut,
                  workspace.applications())
 {
     loginItems.addAccount(account.list(), account.store);
-    (void)loginItems.use(list.value_or(LoginItemsList::Session));
+    (void)loginItems.use(list ? *list : usualList(workspace.home(), workspace.files()));
 }
 
 const SessionLoginItems &LoginItemsOfHome::list() const

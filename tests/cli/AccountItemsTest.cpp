@@ -90,6 +90,53 @@ TEST_F(AccountItemsTest, eachListIsNamedByAnOptionAndByTheJson)
     EXPECT_EQ(paths({u"--list"_s, u"account"_s}).filter(u"off "_s), QStringList());
 }
 
+TEST_F(AccountItemsTest, withoutTheOptionItIsTheAccountsUnlessThereAreOnlyEntriesOfASession)
+{
+    const auto listed = [&](const Outcome &outcome) { return outcome.json()[u"list"].toString(); };
+    const QStringList json {u"list"_s, u"--json"_s};
+    EXPECT_EQ(listed(run(json)), u"account"_s);
+    putEntry();
+    EXPECT_EQ(listed(run(json)), u"session"_s);
+    use(u"sierra-binary.plist"_s);
+    EXPECT_EQ(listed(run(json)), u"account"_s);
+    varnelctl.environment.insert(u"HOME"_s, home);
+    EXPECT_EQ(listed(varnelctl.run(QStringList {u"login-items"_s} + json)), u"session"_s)
+        << "one's own";
+}
+
+TEST_F(AccountItemsTest, anApplicationIsNamedAsItStandsHereOrAsOnItsMac)
+{
+    use(u"sierra-binary.plist"_s);
+    const QString agent = u"/Applications/Agent.app"_s;
+    EXPECT_EQ(run({u"disable"_s, disk.path() + agent}).status, 0);
+    EXPECT_TRUE(paths({}).contains(u"off " + agent));
+    EXPECT_EQ(run({u"add"_s, disk.path() + added}).status, 0);
+    EXPECT_TRUE(paths({}).contains(u"off " + added));
+}
+
+TEST_F(AccountItemsTest, aRestoreGoesToTheListThatTheBackupWasMadeWithElseToTheUsualOne)
+{
+    use(u"snow-leopard-binary.plist"_s);
+    putEntry();
+    const QByteArray before = fileBytes(file);
+    const auto restore = [&] {
+        return varnelctl.run({u"backups"_s, u"restore"_s, u"quillet1.sqlite"_s, u"--home"_s, home});
+    };
+    const QString entry = home + u"/.config/autostart/mail.desktop";
+    EXPECT_EQ(run({u"disable"_s, u"/Applications/Mail.app"_s, u"--list"_s, u"session"_s}).status,
+              0);
+    EXPECT_FALSE(QFile::exists(entry));
+    EXPECT_EQ(restore().status, 0);
+    EXPECT_EQ(fileBytes(entry), mailEntry);
+    EXPECT_EQ(fileBytes(file), before);
+
+    EXPECT_EQ(run({u"remove"_s, clock}).status, 0);
+    EXPECT_NE(fileBytes(file), before);
+    ASSERT_TRUE(QDir(support + u"Kept").removeRecursively());
+    EXPECT_EQ(restore().status, 0) << "by its row alone";
+    EXPECT_TRUE(paths({}).contains(u"on " + clock));
+}
+
 TEST_F(AccountItemsTest, anotherWordThanTheTwoIsWrongUsageAndTouchesNothing)
 {
     use(u"sierra-xml.plist"_s);

@@ -11,6 +11,7 @@ SAMPLE = pathlib.Path(__file__).resolve().parents[1] / "data/loginitems/snow-leo
 CLOCK = "/Applications/Clock.app"  # two entries of the sample
 CLOCKS = ("Clock", "Clock again")
 NEW = "/Applications/New.app"
+ACCOUNT = ("--list", "account")
 
 
 def items(content):
@@ -30,11 +31,11 @@ class AccountItem:
         self.clocks = [each for each in items(self.old) if each.get("Name") in CLOCKS]
         self.others = [each for each in items(self.old) if each.get("Name") not in CLOCKS]
         for verb in self.first:
-            done = sandbox.run("accountItems", verb, self.path)
+            done = sandbox.run("login-items", verb, self.path, *ACCOUNT)
             assert done.status == 0, done.err
         for backup in sandbox.backups.glob("*"):
             backup.unlink()
-        self.command = ["accountItems", self.verb, self.path]
+        self.command = ["login-items", self.verb, self.path, *ACCOUNT]
         self.before = self.state(sandbox)
 
     def state(self, sandbox):
@@ -94,12 +95,12 @@ class AccountItem:
     def next_start(self, sandbox):
         """However it ended, enabling gives the identical entries back."""
         problems = []
-        run = sandbox.run("accountItems", "enable", CLOCK)
+        run = sandbox.run("login-items", "enable", CLOCK, *ACCOUNT)
         if run.status != 0:
             problems.append(f"enabling afterwards ended with {run.status}: {run.err}")
         if [each for each in items(load_plist(self.file)) if each in self.clocks] != self.clocks:
             problems.append("enabling afterwards gives other entries")
-        sandbox.run("accountItems", "add", "/Applications/Other.app")
+        sandbox.run("login-items", "add", "/Applications/Other.app", *ACCOUNT)
         return problems + [f"left behind: {name}" for name in leftovers(sandbox.home)]
 
 

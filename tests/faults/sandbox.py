@@ -160,8 +160,8 @@ class Sandbox:
                        "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0:exitcode=99"}
 
     def command(self, words):
-        if words[0] in ("keeping", "accountItems"):
-            return [str(self.build / "tests/faults" / words[0]), str(self.home), *words[1:]]
+        if words[0] == "keeping":
+            return [str(self.build / "tests/faults/keeping"), str(self.home), *words[1:]]
         named = [] if self.owner is None else ["--home", str(self.home)]
         return [str(self.build / "bin/varnelctl"), "--verbose", *words, *named]
 
