@@ -219,6 +219,11 @@ void KeptRun::keepOrder(const QStringList &before, const QStringList &after)
     kept.orderAfter = after;
 }
 
+bool KeptRun::tellsOfLoginItems() const
+{
+    return !index.loginItems.items.isEmpty() && workspace.files().exists(backupFile());
+}
+
 void KeptRun::finishKeeping()
 {
     if (hasNewStates && hasFolder())

@@ -33,6 +33,8 @@ public:
     void finishKeeping() override;
     /// Whether a row for the login item stands in the backup file.
     [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }
+    /// Whether the backup file, as far as it is there, is about login items, too.
+    [[nodiscard]] bool tellsOfLoginItems() const;
 
     void keepFiles(const QList<ReplacedFile> &files) override;
     void keepLibraryFlag(const FinderInfo::Reading &before, const FinderInfoBytes &after) override;

@@ -48,6 +48,9 @@ public:
     void cancelAlertDidEnd(int returnCode);
     void viewChanges();
 
+    /// Whose login items are shown and changed.
+    [[nodiscard]] LoginItemsList list() const { return access.listInUse(); }
+
     /// Save, Cancel and View together.
     void enableSaveButton();
     void disableSaveButton();
@@ -64,6 +67,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void setUpTable();
@@ -73,6 +77,9 @@ private:
     void setSaveButtonsEnabled(bool enabled);
     void showItems(const QList<LoginItemRow> &items);
     void showEmptyText();
+    void offerLists();
+    void choose(LoginItemsList list);
+    void lockChoice();
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);
     [[nodiscard]] int selectedRow() const;
