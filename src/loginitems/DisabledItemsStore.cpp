@@ -80,31 +80,40 @@ const QString &DisabledItemsStore::path() const
 }
 
 /// The told logs know nothing of a store that can't be opened.
-Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access access)
+Result<Sqlite> DisabledItemsStore::orUnopened(Result<Sqlite> store) const
 {
-    Result<Sqlite> store =
-        Sqlite::open(place, access, [this](const QString &path) { return files.read(path); });
     if (!store && manner == Manner::Work)
         varnelLog(lcIo, storePath + u": " + store.error().text);
     return store;
+}
+
+Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access access)
+{
+    return orUnopened(
+        Sqlite::open(place, access, [this](const QString &path) { return files.read(path); }));
 }
 
 Result<Sqlite> DisabledItemsStore::openToWrite()
 {
     if (manner == Manner::TryOut)
         return openCopy();
-    hasWritten = true;
     const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
-    return place ? opened(place.value().path, Sqlite::Access::Create) : place.error();
+    if (!place)
+        return place.error();
+    Result<Sqlite> store = opened(place.value().path, Sqlite::Access::Create);
+    hasWritten = hasWritten || store.ok();
+    return store;
 }
 
 /// What this object has changed it sees again: for that it waits as for a change until other runs
 /// have made theirs. Else what is being written can't be read.
 Result<Sqlite> DisabledItemsStore::openToRead(const QString &place)
 {
-    return hasWritten ? openToWrite()
-                      : Sqlite::open(place, Sqlite::Access::ReadOnly,
-                                     [this](const QString &path) { return files.read(path); });
+    if (hasWritten)
+        if (Result<Sqlite> waiting = openToWrite(); waiting)
+            return waiting;
+    return Sqlite::open(place, Sqlite::Access::ReadOnly,
+                        [this](const QString &path) { return files.read(path); });
 }
 
 Result<Sqlite> DisabledItemsStore::openCopy()
@@ -158,8 +167,7 @@ Result<void> DisabledItemsStore::readPaths(const std::function<void(const QStrin
     }
     if (!place)
         return place.error();
-    Result<Sqlite> reader =
-        hasWritten ? openToWrite() : opened(place.value().path, Sqlite::Access::ReadOnly);
+    Result<Sqlite> reader = orUnopened(openToRead(place.value().path));
     if (!reader)
         return reader.error();
     begun();

@@ -66,6 +66,7 @@ public:
 private:
     Result<void> readPaths(const std::function<void(const QString &path)> &take,
                            const std::function<void()> &begun);
+    [[nodiscard]] Result<Sqlite> orUnopened(Result<Sqlite> store) const;
     [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
     [[nodiscard]] Result<Sqlite> openToRead(const QString &place);
