@@ -203,6 +203,19 @@ def loginItems():
     yield bytes([2]) + b"an entry.desktop\nother.desktop\n"
 
 
+def accountItemPath():
+    yield bytes([0, 0]) + b"name"
+    yield bytes([0, 1]) + b"name"
+    for path in sorted((DATA / "loginitems").glob("*-xml.plist")):
+        for item in plistlib.loads(path.read_bytes())["SessionItems"]["CustomListItems"]:
+            properties = item.get("CustomItemProperties", {})
+            for each in (item.get("Alias"), item.get("Bookmark"), properties.get("com.apple.LSSharedFileList.Binding")):
+                if each:
+                    yield bytes([1]) + each
+            yield bytes([1]) + plistlib.dumps(item, fmt=plistlib.FMT_BINARY)
+    yield bytes([1]) + b"file://localhost/Applications/A%20b.app/"
+
+
 def profile():
     kinds = {"dock-size": 48, "1008": "Scale effect", "1009": 1, "bookmarks-bar": "Top Sites, Bonjour",
              "1204": "yes", "1302": "shown", "screenshot-prefix": "it's \u00e9\U0001f600 <&>", "1602": "no"}
@@ -263,6 +276,8 @@ def keptIndex():
     items = {"items": [item], "orderBefore": ["one.desktop"], "orderAfter": [], "orderDisturbed": False, "hadStore": False}
     lost = {"id": 250, "value1": "/opt/o'e", "value2": "0", "value3": "1"}
     yield json.dumps(index | {"loginItems": items, "itemsWithoutRow": [lost]}).encode()
+    whole = file | {"path": "Library/Preferences/com.apple.loginitems.plist", "keptAs": "loginitems.plist", "keys": []}
+    yield json.dumps(index | {"loginItems": items | {"list": "account", "file": whole}}).encode()
     small = file | {"keys": [key | {"object": base64.b64encode(binary).decode()} for binary in plistSmall()]}
     yield json.dumps(index | {"files": [small]}).encode()
 

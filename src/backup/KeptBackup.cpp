@@ -6,6 +6,7 @@
 #include "home/Workspace.h"
 #include "platform/FileStore.h"
 #include "platform/KeptFolders.h"
+#include "plist/PropertyList.h"
 #include "settings/Catalogue.h"
 #include "settings/PreferencePlaces.h"
 
@@ -30,6 +31,13 @@ QSet<QString> standingRows(const KeptIndex &index, const QList<BackupRow> &rows)
             standing.insert(subject);
     }
     return standing;
+}
+
+/// None where the bytes are no property list.
+std::optional<plist::Object> rootOf(const QByteArray &bytes)
+{
+    const Result<plist::PropertyList> list = plist::PropertyList::open(bytes);
+    return list ? list.value().object({}) : std::nullopt;
 }
 
 QSet<int> settingsIn(const KeptPreferences &file)
@@ -165,10 +173,15 @@ qint64 KeptBackup::size() const
     qint64 bytes = 0;
     for (const Run &run : runs) {
         const Result<QStringList> names = workspace.files().names(run.folder);
+        const auto sizeOf = [&](const KeptPreferences &file) {
+            const bool isThere = file.whole == KeptPreferences::Whole::Kept && names
+                && names.value().contains(file.name);
+            return isThere ? file.size : 0;
+        };
         for (const KeptPreferences &file : run.index.files)
-            if (file.whole == KeptPreferences::Whole::Kept && names
-                && names.value().contains(file.name))
-                bytes += file.size;
+            bytes += sizeOf(file);
+        if (run.index.loginItems.file)
+            bytes += sizeOf(*run.index.loginItems.file);
     }
     return bytes;
 }
@@ -224,6 +237,28 @@ QList<BackupRow> KeptBackup::itemsWithoutRow() const
     QList<BackupRow> rows = run->index.itemsWithoutRow;
     rows.removeIf([&](const BackupRow &row) { return withRow.contains(row.subject()); });
     return rows;
+}
+
+void KeptBackup::putBackList(const QString &path) const
+{
+    const Run *run = runOfLoginItems();
+    if (run == nullptr || !run->index.loginItems.file
+        || run->index.loginItems.file->whole != KeptPreferences::Whole::Kept)
+        return;
+    const KeptPreferences &file = *run->index.loginItems.file;
+    std::optional<plist::Object> was;
+    const auto isRight = [&](const QByteArray &bytes) {
+        was = rootOf(bytes);
+        return was && digestOf(bytes) == file.digest;
+    };
+    const auto saysTheSame = [&](const std::optional<QByteArray> &now) {
+        const std::optional<plist::Object> root = now ? rootOf(*now) : std::nullopt;
+        return root && root->saysTheSameAs(*was);
+    };
+    const Result<KeptFolders::PutBack> done =
+        workspace.keptFolders().putBack(run->folder, file.name, path, isRight, saysTheSame);
+    if (done && done.value() == KeptFolders::PutBack::WrongKept)
+        varnelLog(lcBackup, run->folder + file.name + u": left out: not what was kept");
 }
 
 Result<void> KeptBackup::removeStore(const QString &path, const QByteArray &bytes) const

@@ -42,6 +42,9 @@ public:
     [[nodiscard]] bool counts(const KeptItem &item) const;
     /// The rows that it would have put into the backup file, and that go before none.
     [[nodiscard]] QList<BackupRow> itemsWithoutRow() const;
+    /// Puts the list's file back as it was, where it is kept and the present one says the same: in
+    /// the same bytes, then, with the same attributes and times.
+    void putBackList(const QString &path) const;
     /// Takes away the store of disabled items, when it still has those bytes.
     [[nodiscard]] Result<void> removeStore(const QString &path, const QByteArray &bytes) const;
 

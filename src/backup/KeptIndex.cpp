@@ -42,6 +42,12 @@ QString wordFor(KeptPreferences::Whole whole)
     return u"not kept"_s;
 }
 
+/// The session's list goes without a word.
+QString accountWord()
+{
+    return u"account"_s;
+}
+
 QJsonObject toJson(const BackupRow &row)
 {
     return {{u"id"_s, row.id},
@@ -101,11 +107,16 @@ QJsonObject toJson(const KeptItems &kept)
                                   {u"before"_s, toJson(item.before)},
                                   {u"after"_s, toJson(item.after)},
                                   {u"disturbed"_s, item.disturbed}});
-    return {{u"items"_s, items},
-            {u"orderBefore"_s, QJsonArray::fromStringList(kept.orderBefore)},
-            {u"orderAfter"_s, QJsonArray::fromStringList(kept.orderAfter)},
-            {u"orderDisturbed"_s, kept.orderDisturbed},
-            {u"hadStore"_s, kept.hadStore}};
+    QJsonObject object {{u"items"_s, items},
+                        {u"orderBefore"_s, QJsonArray::fromStringList(kept.orderBefore)},
+                        {u"orderAfter"_s, QJsonArray::fromStringList(kept.orderAfter)},
+                        {u"orderDisturbed"_s, kept.orderDisturbed},
+                        {u"hadStore"_s, kept.hadStore}};
+    if (kept.list == LoginItemsList::Account)
+        object.insert(u"list"_s, accountWord());
+    if (kept.file)
+        object.insert(u"file"_s, toJson(*kept.file));
+    return object;
 }
 
 /// Not a piece of a statement: a number, a text or bytes, and nothing else.
@@ -278,6 +289,12 @@ private:
         kept.orderAfter = strings(object, u"orderAfter"_s);
         kept.orderDisturbed = object.value(u"orderDisturbed"_s).toBool(true);
         kept.hadStore = object.value(u"hadStore"_s).toBool(true);
+        if (object.contains(u"list"_s)) {
+            require(string(object, u"list"_s) == accountWord());
+            kept.list = LoginItemsList::Account;
+        }
+        if (object.contains(u"file"_s))
+            kept.file = keptFile(object.value(u"file"_s).toObject());
         return kept;
     }
 

@@ -64,6 +64,10 @@ struct KeptItems {
     QStringList orderAfter;
     bool orderDisturbed = false; ///< by somebody else between two saves
     bool hadStore = true; ///< of disabled items
+    LoginItemsList list = LoginItemsList::Session;
+    /// The file that is all of the list; none where there is no such one. Only what is kept of the
+    /// whole counts.
+    std::optional<KeptPreferences> file;
 
     bool operator==(const KeptItems &) const = default;
 

@@ -165,14 +165,37 @@ void KeptRun::note(const BackupRow &row, bool kept)
     }
 }
 
+/// Kept once, and put back once it says the same again: what others did to it meanwhile can't be
+/// lost by that.
+void KeptRun::keepListFile(const QString &file)
+{
+    KeptItems &kept = index.loginItems;
+    if (file.isNull() || kept.file || !kept.items.isEmpty() || !hasFolder())
+        return;
+    const Result<std::optional<QByteArray>> now = workspace.files().readIfThere(file);
+    if (!now)
+        return;
+    KeptPreferences whole;
+    whole.path = belowHome(file);
+    whole.name = u"loginitems.plist"_s;
+    keepWhole(whole, {file, now.value(), {}, {}});
+    kept.file = whole;
+    // The list is changed next, and by then what is kept has to last. The notes of it come with the
+    // first state.
+    writeIndex();
+}
+
 void KeptRun::keepStates(const QString &path, const LoginItemsState &before,
                          const LoginItemsState &after)
 {
     KeptItems &kept = index.loginItems;
-    if (kept.items.isEmpty())
+    if (kept.items.isEmpty()) {
         kept.hadStore = before.hasStore;
+        kept.list = before.list;
+    }
     keepOrder(before.order, after.order);
-    const bool isSure = before.isSure && after.isSure;
+    // What was done to another list comes back by its row alone.
+    const bool isSure = before.isSure && after.isSure && before.list == kept.list;
     const auto item = std::find_if(kept.items.begin(), kept.items.end(),
                                    [&](const KeptItem &each) { return each.path == path; });
     if (item != kept.items.end()) {
@@ -196,6 +219,11 @@ void KeptRun::keepOrder(const QStringList &before, const QStringList &after)
             kept.orderBefore.append(name);
     kept.orderDisturbed = kept.orderDisturbed || !haveOneOrder(kept.orderAfter, before);
     kept.orderAfter = after;
+}
+
+bool KeptRun::tellsOfLoginItems() const
+{
+    return !index.loginItems.items.isEmpty() && workspace.files().exists(backupFile());
 }
 
 void KeptRun::finishKeeping()

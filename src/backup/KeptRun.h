@@ -29,9 +29,12 @@ public:
     bool keepsStates() const override { return true; }
     void keepStates(const QString &path, const LoginItemsState &before,
                     const LoginItemsState &after) override;
+    void keepListFile(const QString &file) override;
     void finishKeeping() override;
     /// Whether a row for the login item stands in the backup file.
     [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }
+    /// Whether the backup file, as far as it is there, is about login items, too.
+    [[nodiscard]] bool tellsOfLoginItems() const;
 
     void keepFiles(const QList<ReplacedFile> &files,
                    const std::optional<ChangedFlag> &libraryFlag) override;

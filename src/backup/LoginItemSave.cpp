@@ -47,7 +47,7 @@ QString chosenPath(const LoginItemsOfHome &items, const QList<LoginItemRow> &row
                    const LoginItemWish &wish)
 {
     const bool known = rowOf(rows, wish.path) || !items.list().keptIn(wish.path).isNull();
-    return known ? wish.path : wish.absolutePath;
+    return known ? wish.path : items.list().pathInList(wish.absolutePath);
 }
 
 /// Whether there is anything to do; else why not.
@@ -93,6 +93,15 @@ void save(LoginItemsOfHome &items, const QString &backupFile, LoginItemsReport &
     report.keptIn = items.list().keptIn(report.change.path);
 }
 
+/// Of an account's list all or nothing can be read, and without it nobody can tell what is in it.
+Result<void> checkList(const LoginItemsOfHome &items)
+{
+    if (items.listInUse() == LoginItemsList::Session)
+        return {};
+    const Result<QList<SessionLoginItem>> listed = items.list().snapshot();
+    return listed ? Result<void>() : listed.error();
+}
+
 /// What the change would be and come to, were nothing to fail.
 LoginItemsReport planned(LoginItemsOfHome &items, const LoginItemWish &wish)
 {
@@ -100,20 +109,32 @@ LoginItemsReport planned(LoginItemsOfHome &items, const LoginItemWish &wish)
     LoginItemsReport report;
     report.change.actionId = wish.action;
     report.change.path = chosenPath(items, rows, wish);
+    if (const Result<void> readable = checkList(items); !readable) {
+        report.outcome = Outcome::Refused;
+        report.failures = {readable.error()};
+        return report;
+    }
     const State state = stateOf(rows, report.change.path);
     report.change.isEnabled = wish.action == LoginItemChange::Remove && state == State::On;
     report.outcome = expected(items, wish.action, state, report.change.path);
+    if (report.outcome == Outcome::Changed && wish.action == LoginItemChange::Enable)
+        if (const Result<void> able = items.list().canInsert(report.change.path); !able) {
+            report.outcome = Outcome::Refused;
+            report.failures = {able.error()};
+        }
     return report;
 }
 
 } // namespace
 
 Result<LoginItemsReport> saveLoginItem(Workspace &workspace, const LoginItemWish &wish,
-                                       const Workspace::Terms &terms)
+                                       const Workspace::Terms &terms,
+                                       std::optional<LoginItemsList> list)
 {
-    LoginItemsOfHome items(workspace, terms.dryRun);
+    LoginItemsOfHome items(workspace, terms.dryRun, list);
     LoginItemsReport report = planned(items, wish);
     report.dryRun = terms.dryRun;
+    report.list = items.listInUse();
     if (report.outcome != Outcome::Changed)
         return report;
     if (const Result<QStringList> begun = workspace.begin(terms); !begun)

@@ -1,22 +1,39 @@
 #include "backup/LoginItemsOfHome.h"
 
+#include "platform/FileStore.h"
 #include "shell/Tools.h"
 
 namespace varnel {
 
-LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut)
-    : triedList(triesChangesOut ? std::optional<DryRunSessionLoginItems>(workspace.loginItems())
-                                : std::nullopt),
-      changedList(triedList ? static_cast<SessionLoginItems &>(*triedList)
-                            : workspace.loginItems()),
+LoginItemsOfHome::Place::Place(Workspace &workspace, SessionLoginItems &list, LoginItemsList which,
+                               bool triesOut)
+    : real(list),
       store(Tools::supportFolderOf(workspace.home()), workspace.files(),
-            triesChangesOut ? DisabledItemsStore::Manner::TryOut
-                            : DisabledItemsStore::Manner::Work),
+            triesOut ? DisabledItemsStore::Manner::TryOut : DisabledItemsStore::Manner::Work, which)
+{
+    if (triesOut)
+        tried.emplace(list);
+}
+
+LoginItemsOfHome::LoginItemsOfHome(Workspace &workspace, bool triesChangesOut,
+                                   std::optional<LoginItemsList> list)
+    : accountItems(workspace.home(), workspace.files(), workspace.folders(),
+                   {workspace.applications(), workspace.home().systemRoot()}),
+      session(workspace, workspace.loginItems(), LoginItemsList::Session, triesChangesOut),
+      account(workspace, accountItems, LoginItemsList::Account, triesChangesOut),
       triedBackup({}, workspace.files(), LoginItemsBackupWriter::Manner::TryOut),
       backup(workspace, [this] { return backupFile; }), triesOut(triesChangesOut),
-      loginItems(changedList, store, triesOut ? static_cast<InverseKeeper &>(triedBackup) : backup,
+      loginItems(session.list(), session.store,
+                 triesOut ? static_cast<InverseKeeper &>(triedBackup) : backup,
                  workspace.applications())
 {
+    loginItems.addAccount(account.list(), account.store);
+    (void)loginItems.use(list ? *list : usualList(workspace.home(), workspace.files()));
+}
+
+const SessionLoginItems &LoginItemsOfHome::list() const
+{
+    return loginItems.readableList();
 }
 
 void LoginItemsOfHome::setBackupFile(const QString &fileName)

@@ -40,8 +40,8 @@ QStringList placed(QStringList now, const QSet<QString> &names, const QStringLis
 
 LoginItemsPlayback::LoginItemsPlayback(LoginItemsAccess &loginItems, const KeptBackup &keptBackup,
                                        Manner playManner)
-    : access(loginItems), kept(keptBackup), manner(playManner), playback(loginItems),
-      notes(keptBackup.loginItems())
+    : access(loginItems), kept(keptBackup), manner(playManner), notes(keptBackup.loginItems()),
+      list(loginItems, notes), playback(loginItems)
 {
 }
 
@@ -150,6 +150,8 @@ Result<void> LoginItemsPlayback::finish()
         put = access.disabledItems().putRows(rows);
     if (put && anyPlayed && !notes->hadStore)
         removeEmptyStore();
+    if (put && anyPlayed && !access.listFile().isNull())
+        kept.putBackList(access.listFile());
     return put;
 }
 

@@ -12,6 +12,24 @@ namespace varnel {
 
 class KeptBackup;
 
+/// Plays into the list that a backup was made with; where that can't be told, into the one in use.
+class PlaybackList {
+public:
+    PlaybackList(LoginItemsAccess &access, const KeptItems *notes)
+        : access(access), before(access.listInUse())
+    {
+        if (notes != nullptr)
+            (void)access.use(notes->list);
+    }
+    ~PlaybackList() { (void)access.use(before); }
+    PlaybackList(const PlaybackList &) = delete;
+    PlaybackList &operator=(const PlaybackList &) = delete;
+
+private:
+    LoginItemsAccess &access;
+    LoginItemsList before;
+};
+
 /// Puts login items back, for both programs: each by its row, then those that stand as the run left
 /// them exactly: their places in the list and their rows in the store.
 class LoginItemsPlayback {
@@ -47,8 +65,9 @@ private:
     LoginItemsAccess &access;
     const KeptBackup &kept;
     Manner manner;
-    LoginItemsAccess::Playback playback;
     const KeptItems *notes; ///< null where there are none
+    PlaybackList list; ///< before anything is asked of the access
+    LoginItemsAccess::Playback playback;
     bool hasLooked = false;
     QHash<QString, Found> found; ///< by path: those that count
     bool orderIsOurs = false;

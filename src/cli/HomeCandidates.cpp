@@ -4,6 +4,7 @@
 #include "cli/Candidates.h"
 #include "cli/HomeSession.h"
 #include "cli/HomesNamed.h"
+#include "cli/ListOption.h"
 #include "platform/linux/HomeOwner.h"
 #include "platform/linux/UserDatabase.h"
 #include "platform/linux/Worker.h"
@@ -35,6 +36,8 @@ Request requestOf(const TypedWords &typed)
     for (const QByteArray &list : typed.values(u"homes-from"_s))
         if (const QString path = withoutTilde(QString::fromUtf8(list)); QFileInfo(path).isFile())
             request.options[u"homes-from"_s].append(path);
+    for (const QByteArray &list : typed.values(listOption().name))
+        request.options[listOption().name].append(QString::fromUtf8(list));
     if (typed.hasSwitch(u"new-home"_s))
         request.options[u"new-home"_s];
     return request;
@@ -50,12 +53,22 @@ QString heard(const QByteArray &told)
     return QString::fromUtf8(QByteArray::fromPercentEncoding(told));
 }
 
-void tellCandidates(Completes completes, const HomeFolder &home, const Worker::Tell &tellLine)
+void tellLoginItems(HomeSession &session, const Request &request, const Worker::Tell &tellLine)
+{
+    const Result<std::optional<LoginItemsList>> list = chosenList(request);
+    if (!list)
+        return;
+    for (const LoginItemRow &row :
+         LoginItemsOfHome(session.workspace(), false, list.value()).rows())
+        tell(tellLine, row.path, row.name);
+}
+
+void tellCandidates(Completes completes, const HomeFolder &home, const Request &request,
+                    const Worker::Tell &tellLine)
 {
     HomeSession session(home);
     if (completes == Completes::LoginItem) {
-        for (const LoginItemRow &row : LoginItemsOfHome(session.workspace()).rows())
-            tell(tellLine, row.path, row.name);
+        tellLoginItems(session, request, tellLine);
         return;
     }
     const Result<QList<BackupEntry>> listed = BackupFolder(session.workspace()).list();
@@ -69,7 +82,7 @@ void lookIn(Completes completes, const Request &request, const Worker::Tell &tel
     const Result<HomeFolder> home = chosenHome(request);
     const Result<HomeFolder> worked = home ? takeUp(home.value(), request) : home.error();
     if (worked)
-        tellCandidates(completes, worked.value(), tellLine);
+        tellCandidates(completes, worked.value(), request, tellLine);
 }
 
 /// Each a request for one home.

@@ -5,9 +5,13 @@
 #include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/HomeCommand.h"
+#include "cli/ListOption.h"
 #include "cli/Table.h"
 #include "cli/TextWidth.h"
+#include "loginitems/LoginItemsChoice.h"
 #include "loginitems/PendingLoginItems.h"
+#include "platform/linux/LinuxSystemDisk.h"
+#include "sysinfo/SystemRows.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,20 +21,44 @@ namespace varnel::cli {
 
 namespace {
 
-QJsonObject listObject(const QList<LoginItemRow> &rows)
+/// What is told of any command's list: that the account has another one, where it has.
+QString noticeOf(HomeSession &session)
+{
+    const LinuxSystemDisk disk(session.home());
+    const SystemVersion version = readSystemVersion(disk, disk.root());
+    return newerListSentence(session.home(), session.workspace().files(), version.productVersion);
+}
+
+void addNotice(HomeSession &session, HomeOutcome &outcome)
+{
+    const QString notice = noticeOf(session);
+    if (notice.isNull())
+        return;
+    outcome.messages.append(notice);
+    outcome.object = [object = outcome.object, notice] {
+        QJsonObject withNotice = object();
+        withNotice.insert(u"notice"_s, notice);
+        return withNotice;
+    };
+}
+
+QJsonObject listObject(const QList<LoginItemRow> &rows, LoginItemsList list)
 {
     QJsonArray items;
     for (const LoginItemRow &row : rows)
         items.append(QJsonObject {
             {u"name"_s, row.name}, {u"path"_s, row.path}, {u"enabled"_s, row.enabled}});
-    return {{u"loginItems"_s, items}};
+    return {{u"list"_s, wordOf(list)}, {u"loginItems"_s, items}};
 }
 
-QString table(const QList<LoginItemRow> &rows, const Style &style)
+QString table(const QList<LoginItemRow> &rows, LoginItemsList list, const Style &style)
 {
+    const bool isAccounts = list == LoginItemsList::Account;
     if (rows.isEmpty())
-        return u"No login items.\n"_s;
+        return isAccounts ? u"No login items of the Mac account.\n"_s : u"No login items.\n"_s;
     Table table;
+    if (isAccounts)
+        table.addHeading(u"Login items of the Mac account"_s);
     for (const LoginItemRow &row : rows)
         table.addRow({{row.enabled ? u"on"_s : u"off"_s,
                        row.enabled ? Table::Look::Strong : Table::Look::Quiet},
@@ -39,25 +67,46 @@ QString table(const QList<LoginItemRow> &rows, const Style &style)
     return table.text(style);
 }
 
-CommandDescription describeList()
+QString aboutLists()
 {
-    return {
-        u"Lists what opens at login, and what was taken out of that list"_s,
-        u"\"on\" opens at login; \"off\" is kept by this program and does not. In one's own home\n"
-        u"the list is the session's; with --home it is that folder's .config/autostart alone."_s,
-        {},
-        {},
-        {u"login-items list"_s, u"login-items list --json --home /mnt/disk/Users/anna"_s}};
+    return u"The session's list is one's own session's, or, with --home, that folder's\n"
+           u".config/autostart alone; the account's is that of a Mac up to 10.12, in\n"
+           u"Library/Preferences/com.apple.loginitems.plist. Without --list, one's own home has\n"
+           u"the session's, and any other the account's, unless it has a .config/autostart and\n"
+           u"no such file."_s;
 }
 
-Result<HomeCommand::Work> prepareList(const Request &)
+CommandDescription describeList()
 {
-    return HomeCommand::Work([](const HomeFolder &home) {
+    return {u"Lists what opens at login, and what was taken out of that list"_s,
+            u"\"on\" opens at login; \"off\" is kept by this program and does not.\n"_s
+                + aboutLists(),
+            {},
+            {listOption()},
+            {u"login-items list"_s, u"login-items list --json --home /mnt/disk/Users/anna"_s,
+             u"login-items list --list session --home /mnt/disk/Users/anna"_s}};
+}
+
+Result<HomeCommand::Work> prepareList(const Request &request)
+{
+    const Result<std::optional<LoginItemsList>> chosen = chosenList(request);
+    if (!chosen)
+        return chosen.error();
+    return HomeCommand::Work([named = chosen.value()](const HomeFolder &home) {
         HomeSession session(home);
-        const QList<LoginItemRow> rows = LoginItemsOfHome(session.workspace()).rows();
+        LoginItemsOfHome items(session.workspace(), false, named);
+        const QList<LoginItemRow> rows = items.rows();
+        const LoginItemsList list = items.listInUse();
         HomeOutcome outcome;
-        outcome.text = [rows](const Style &style) { return table(rows, style); };
-        outcome.object = [rows] { return listObject(rows); };
+        outcome.text = [rows, list](const Style &style) { return table(rows, list, style); };
+        outcome.object = [rows, list] { return listObject(rows, list); };
+        // Of a session's list, which is many files, each says in the log why it is not seen.
+        const Result<QList<SessionLoginItem>> listed = items.list().snapshot();
+        if (list == LoginItemsList::Account && !listed) {
+            outcome.status = ExitStatus::Failed;
+            outcome.messages.append(listed.error().text);
+        }
+        addNotice(session, outcome);
         return outcome;
     });
 }
@@ -75,20 +124,24 @@ Words wordsOf(LoginItemChange::Action action)
     const QString once = u"What is so already is left alone, and no backup file is made."_s;
     switch (action) {
     case LoginItemChange::Add:
-        return {u"add"_s, u"Adds an application to the login items, switched off"_s,
-                u"The application goes among the items that are off. The next step is\n"
-                u"'varnelctl login-items enable PATH': only then does it open at login.\n"
-                u"PATH need not lead anywhere on this machine; a home folder can be prepared for\n"
-                u"another. Without a slash at its beginning it begins in the current folder.\n"_s
-                    + once};
+        return {
+            u"add"_s, u"Adds an application to the login items, switched off"_s,
+            u"The application goes among the items that are off. The next step is\n"
+            u"'varnelctl login-items enable PATH': only then does it open at login.\n"
+            u"PATH need not lead anywhere on this machine; a home folder can be prepared for\n"
+            u"another. Without a slash at its beginning it begins in the current folder.\n"
+            u"In a Mac account's list only the Mac itself makes an entry: what was never there\n"
+            u"stays off.\n"_s
+                + once};
     case LoginItemChange::Remove:
         return {u"remove"_s, u"Takes an application out of the login items, on or off"_s,
-                u"An entry of the session's list is kept by this program, and\n"
+                u"An entry of the list is kept by this program, and\n"
                 u"'varnelctl login-items enable PATH' brings it back as it was."_s};
     case LoginItemChange::Enable:
         return {u"enable"_s, u"Lets a login item open at login"_s,
-                u"PATH is an item that is off, or one that this program took out of the session's\n"
-                u"list before: its entry comes back as it was.\n"_s
+                u"PATH is an item that is off, or one that this program took out of the list\n"
+                u"before: its entry comes back as it was. One that was never in a Mac account's\n"
+                u"list can't come into it, and stays off.\n"_s
                     + once};
     case LoginItemChange::Disable:
         break;
@@ -108,7 +161,8 @@ QJsonObject changeObject(const LoginItemsReport &report)
     QJsonObject object {
         {u"backup"_s, report.backupFile.isNull() ? QJsonValue() : QJsonValue(report.backupFile)},
         {u"changed"_s, changed},
-        {u"dryRun"_s, report.dryRun}};
+        {u"dryRun"_s, report.dryRun},
+        {u"list"_s, wordOf(report.list)}};
     QJsonArray failures;
     for (const Error &error : report.failures)
         failures.append(QJsonObject {{u"message"_s, error.text}});
@@ -125,7 +179,9 @@ QString text(const LoginItemsReport &report, const Style &style)
         return {};
     const LoginItemChange &change = report.change;
     Table table;
-    table.addHeading(report.dryRun ? u"Would change"_s : u"Changed"_s);
+    const bool isAccounts = report.list == LoginItemsList::Account;
+    const QString where = isAccounts ? u" in the Mac account's list"_s : QString();
+    table.addHeading((report.dryRun ? u"Would change"_s : u"Changed"_s) + where);
     table.addRow({{loginItemActionString(change.actionId, change.path)}});
     if (report.dryRun)
         return table.text(style);
@@ -133,7 +189,9 @@ QString text(const LoginItemsReport &report, const Style &style)
     if (!report.backupFile.isNull())
         lines += u"Way back: " + printable(report.backupFile) + u'\n';
     if (change.actionId == LoginItemChange::Add)
-        lines += u"It does not open at login yet: 'login-items enable' is the next step.\n";
+        lines += isAccounts && report.keptIn.isNull()
+            ? u"It does not open at login: only the Mac itself can make its entry in that list.\n"_s
+            : u"It does not open at login yet: 'login-items enable' is the next step.\n"_s;
     return lines;
 }
 
@@ -142,6 +200,8 @@ ExitStatus statusOf(const LoginItemsReport &report)
     switch (report.outcome) {
     case Outcome::Unknown:
         return ExitStatus::Negative;
+    case Outcome::Refused:
+        return ExitStatus::Failed;
     case Outcome::Unchanged:
         // What did not come into the list has its way back in a backup file by then.
         return report.change.actionId == LoginItemChange::Enable ? ExitStatus::Partly
@@ -193,7 +253,7 @@ template <LoginItemChange::Action action> CommandDescription describeChange()
             {{u"PATH"_s, u"the application, as 'login-items list' shows it"_s,
               ParameterInfo::Count::One,
               action == LoginItemChange::Add ? Completes::File : Completes::LoginItem}},
-            {dryRunOption()},
+            {dryRunOption(), listOption()},
             {name + u" /Applications/Mail.app",
              name + u" /Applications/Mail.app --home /mnt/disk/Users/anna"}};
 }
@@ -204,12 +264,19 @@ Result<HomeCommand::Work> prepareChange(const Request &request)
     const QString typed = request.arguments.first();
     if (typed.isEmpty())
         return Error {ErrorCode::Invalid, u"PATH is empty"_s};
-    return HomeCommand::Work([typed, &request](const HomeFolder &home) {
+    const Result<std::optional<LoginItemsList>> list = chosenList(request);
+    if (!list)
+        return list.error();
+    return HomeCommand::Work([typed, list = list.value(), &request](const HomeFolder &home) {
         HomeSession session(home);
         const QString absolute = QDir::cleanPath(QFileInfo(typed).absoluteFilePath());
-        const Result<LoginItemsReport> saved =
-            saveLoginItem(session.workspace(), {action, typed, absolute}, termsOf(home, request));
-        return saved ? outcomeOf(saved.value()) : HomeOutcome::failed(saved.error());
+        const Result<LoginItemsReport> saved = saveLoginItem(
+            session.workspace(), {action, typed, absolute}, termsOf(home, request), list);
+        if (!saved)
+            return HomeOutcome::failed(saved.error());
+        HomeOutcome outcome = outcomeOf(saved.value());
+        addNotice(session, outcome);
+        return outcome;
     });
 }
 

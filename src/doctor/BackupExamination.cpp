@@ -177,10 +177,11 @@ void examineKeptFolder(Examination &examination)
     examination.diagnosis.kept = stock;
 }
 
-void examineStore(Examination &examination)
+void examineStore(Examination &examination, LoginItemsList list)
 {
     DisabledItemsStore store(Tools::supportFolderOf(examination.workspace.home()),
-                             examination.workspace.files(), DisabledItemsStore::Manner::TryOut);
+                             examination.workspace.files(), DisabledItemsStore::Manner::TryOut,
+                             list);
     const QString path = QDir::cleanPath(store.path());
     examination.checkRights(path);
     const std::optional<Error> error =
@@ -193,7 +194,8 @@ void examineStore(Examination &examination)
 QStringList otherFolders(const Workspace &workspace)
 {
     const HomeFolder &home = workspace.home();
-    QStringList folders {home.preferencesDirectory(), Tools::supportFolderOf(home)};
+    QStringList folders {home.preferencesDirectory(), Tools::supportFolderOf(home),
+                         Tools::removedAccountItemsOf(home)};
     for (const QString &application : containedApplications())
         folders.append(containerPreferences(home, application));
     return folders + workspace.loginItems().foldersWrittenTo();
@@ -209,7 +211,8 @@ void examineBackups(Examination &examination)
     }
     examineKeptFolder(examination);
     examineBackupFolder(examination);
-    examineStore(examination);
+    for (const LoginItemsList list : {LoginItemsList::Session, LoginItemsList::Account})
+        examineStore(examination, list);
 }
 
 } // namespace varnel

@@ -69,9 +69,20 @@ Result<Diagnosis> Doctor::examine() const
 void Doctor::examineLoginItems(Examination &examination) const
 {
     LoginItemsOfHome items(workspace);
+    const bool isAccounts = items.listInUse() == LoginItemsList::Account;
+    if (isAccounts)
+        examineFile(examination, items.access().listFile());
+    const QString whose = isAccounts ? u"Mac account"_s : u"session"_s;
     for (const LoginItemRow &item : items.access().readData(LoginItemsAccess::Reading::Silent))
-        if (isMissing(item.path))
-            examination.add(FindingKind::ApplicationGone, item.path, QStringList());
+        if (isAccounts ? isMissingOnItsMac(item.path) : isMissing(item.path))
+            examination.add(FindingKind::ApplicationGone, item.path, {whose});
+}
+
+/// In the words of that Mac, of which nothing but its disk can be looked at: a volume of another
+/// may be gone from here alone.
+bool Doctor::isMissingOnItsMac(const QString &application) const
+{
+    return isOnSystemDisk() && !isBelow(application, u"/Volumes"_s) && isMissing(application);
 }
 
 /// A home on the disk of its system speaks of applications on that disk, where links mean what they

@@ -29,6 +29,7 @@ private:
     void examineLoginItems(Examination &examination) const;
     void examineProcesses(Examination &examination) const;
     [[nodiscard]] bool isMissing(const QString &application) const;
+    [[nodiscard]] bool isMissingOnItsMac(const QString &application) const;
     [[nodiscard]] bool isOnSystemDisk() const;
 
     Workspace &workspace;

@@ -60,7 +60,7 @@ const QList<FindingRow> &findingRows()
          u"%@ (%@ bytes) was left by a run that was stopped."_s,
          u"It holds nothing that is missed. The next save removes it."_s},
         {FindingKind::ApplicationGone, u"application-gone"_s,
-         u"%@ is a login item, and not there."_s,
+         u"%@ is a login item of the %@, and not there."_s,
          u"Put the application back, or remove the item: 'varnelctl login-items remove'."_s},
         {FindingKind::ProgramRunning, u"program-running"_s,
          u"%@ (process %@) of the home's owner %@ runs here with this home."_s,

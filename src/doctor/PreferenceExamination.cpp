@@ -136,4 +136,9 @@ void examinePreferences(Examination &examination)
     }
 }
 
+void examineFile(Examination &examination, const QString &path)
+{
+    (void)load(examination, path);
+}
+
 } // namespace varnel

@@ -35,6 +35,12 @@ Result<void> insert(Sqlite &store, const StoredRow &row)
                      Sqlite::Verb::Insert);
 }
 
+QString fileNameFor(LoginItemsList list)
+{
+    return list == LoginItemsList::Account ? QStringLiteral("disabledAccountItems.sqlite")
+                                           : QStringLiteral("disableLoginItems.sqlite");
+}
+
 /// The library's words where nothing was ever stored.
 QString noTable()
 {
@@ -57,9 +63,8 @@ Result<void> takeAll(Sqlite &store, const std::function<void(const QString &path
 } // namespace
 
 DisabledItemsStore::DisabledItemsStore(const QString &supportFolder, FileStore &files,
-                                       Manner manner)
-    : storePath(fillIn(u"%@/%@", {supportFolder, QStringLiteral("disableLoginItems.sqlite")})),
-      files(files), manner(manner)
+                                       Manner manner, LoginItemsList list)
+    : storePath(fillIn(u"%@/%@", {supportFolder, fileNameFor(list)})), files(files), manner(manner)
 {
 }
 
@@ -75,13 +80,17 @@ const QString &DisabledItemsStore::path() const
 }
 
 /// The told logs know nothing of a store that can't be opened.
-Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access access)
+Result<Sqlite> DisabledItemsStore::orUnopened(Result<Sqlite> store) const
 {
-    Result<Sqlite> store =
-        Sqlite::open(place, access, [this](const QString &path) { return files.read(path); });
     if (!store && manner == Manner::Work)
         varnelLog(lcIo, storePath + u": " + store.error().text);
     return store;
+}
+
+Result<Sqlite> DisabledItemsStore::opened(const QString &place, Sqlite::Access access)
+{
+    return orUnopened(
+        Sqlite::open(place, access, [this](const QString &path) { return files.read(path); }));
 }
 
 Result<Sqlite> DisabledItemsStore::openToWrite()
@@ -89,7 +98,22 @@ Result<Sqlite> DisabledItemsStore::openToWrite()
     if (manner == Manner::TryOut)
         return openCopy();
     const Result<FileStore::DatabasePlace> place = files.readyForDatabase(storePath);
-    return place ? opened(place.value().path, Sqlite::Access::Create) : place.error();
+    if (!place)
+        return place.error();
+    Result<Sqlite> store = opened(place.value().path, Sqlite::Access::Create);
+    hasWritten = hasWritten || store.ok();
+    return store;
+}
+
+/// What this object has changed it sees again: for that it waits as for a change until other runs
+/// have made theirs. Else what is being written can't be read.
+Result<Sqlite> DisabledItemsStore::openToRead(const QString &place)
+{
+    if (hasWritten)
+        if (Result<Sqlite> waiting = openToWrite(); waiting)
+            return waiting;
+    return Sqlite::open(place, Sqlite::Access::ReadOnly,
+                        [this](const QString &path) { return files.read(path); });
 }
 
 Result<Sqlite> DisabledItemsStore::openCopy()
@@ -143,7 +167,7 @@ Result<void> DisabledItemsStore::readPaths(const std::function<void(const QStrin
     }
     if (!place)
         return place.error();
-    Result<Sqlite> reader = opened(place.value().path, Sqlite::Access::ReadOnly);
+    Result<Sqlite> reader = orUnopened(openToRead(place.value().path));
     if (!reader)
         return reader.error();
     begun();
@@ -161,7 +185,7 @@ Result<QStringList> DisabledItemsStore::storedPaths()
 }
 
 Result<void> DisabledItemsStore::readDisabledLoginItemsData(
-    const std::function<bool(const QString &path)> &isListed)
+    const std::function<bool(const QString &path)> &isListed, const Guard &whileListed)
 {
     QStringList doubled;
     Result<void> read = readPaths(
@@ -177,8 +201,10 @@ Result<void> DisabledItemsStore::readDisabledLoginItemsData(
     if (!store)
         return store.error();
     for (const QString &path : doubled)
-        (void)deletePath(store.value(),
-                         deleteQuery(path)); // logged; the next path has its own chance
+        whileListed(path, [&] {
+            // Logged; the next path has its own chance.
+            (void)deletePath(store.value(), deleteQuery(path));
+        });
     return {};
 }
 
@@ -190,8 +216,7 @@ Result<QList<StoredRow>> DisabledItemsStore::rowsOf(const QString &path)
         return rows;
     if (!place)
         return place.error();
-    Result<Sqlite> reader = Sqlite::open(place.value().path, Sqlite::Access::ReadOnly,
-                                         [this](const QString &at) { return files.read(at); });
+    Result<Sqlite> reader = openToRead(place.value().path);
     if (!reader)
         return reader.error();
     const Result<void> read = reader.value().selectLiterals(

@@ -15,25 +15,28 @@ namespace varnel {
 
 class FileStore;
 
-/// The applications that this program has taken out of the session's list: one SQLite table `users`
-/// with one column. Opened and closed for each operation. Values go into the statements as they
-/// are; each statement may do only its own verb on that table, and nothing behind its first
-/// statement runs.
+/// The applications that this program has taken out of a list of login items: one SQLite table
+/// `users` with one column. Each list has a store of its own. Opened and closed for each operation.
+/// Values go into the statements as they are; each statement may do only its own verb on that
+/// table, and nothing behind its first statement runs.
 class DisabledItemsStore {
 public:
     /// TryOut: changes are made in a private copy, gone with this object, and nothing is told.
     enum class Manner { Work, TryOut };
     /// supportFolder ends in a slash; the doubled slash that results in the path is part of it.
     /// `files`, which outlives this object, readies the database's place.
-    DisabledItemsStore(const QString &supportFolder, FileStore &files,
-                       Manner manner = Manner::Work);
+    DisabledItemsStore(const QString &supportFolder, FileStore &files, Manner manner = Manner::Work,
+                       LoginItemsList list = LoginItemsList::Session);
 
     [[nodiscard]] const QString &path() const;
 
     /// Calls `isListed` for each stored path in order: true deletes the path from the store, false
     /// leaves it to the caller, who has taken it into the list.
-    Result<void>
-    readDisabledLoginItemsData(const std::function<bool(const QString &path)> &isListed);
+    /// `whileListed` does the deletion, if the path is listed still.
+    using Guard = std::function<void(const QString &path, const std::function<void()> &deletion)>;
+    Result<void> readDisabledLoginItemsData(
+        const std::function<bool(const QString &path)> &isListed,
+        const Guard &whileListed = [](const QString &, const auto &deletion) { deletion(); });
     /// The log line of a reading.
     void tellReading() const;
     /// A reading without that line: the paths that are stored, in order. An error where the store
@@ -63,8 +66,10 @@ public:
 private:
     Result<void> readPaths(const std::function<void(const QString &path)> &take,
                            const std::function<void()> &begun);
+    [[nodiscard]] Result<Sqlite> orUnopened(Result<Sqlite> store) const;
     [[nodiscard]] Result<Sqlite> opened(const QString &place, Sqlite::Access access);
     [[nodiscard]] Result<Sqlite> openToWrite();
+    [[nodiscard]] Result<Sqlite> openToRead(const QString &place);
     [[nodiscard]] Result<Sqlite> openCopy();
     Result<void> deletePath(Sqlite &store, const QString &sql) const;
     Result<void> orLogged(Result<void> done) const;
@@ -74,6 +79,7 @@ private:
     FileStore &files;
     Manner manner;
     std::optional<PrivateCopy> copy; ///< where changes were tried out
+    bool hasWritten = false; ///< to the store itself
 };
 
 } // namespace varnel

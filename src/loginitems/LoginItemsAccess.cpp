@@ -47,17 +47,26 @@ bool hasWholePath(const QString &path)
 
 } // namespace
 
-LoginItemsAccess::LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store,
+LoginItemsAccess::LoginItemsAccess(SessionLoginItems &list, DisabledItemsStore &store,
                                    InverseKeeper &keeper, const FileReader &files)
-    : session(session), store(store), keeper(keeper), files(files)
+    : session {&list, &store}, keeper(keeper), files(files)
 {
+}
+
+bool LoginItemsAccess::use(LoginItemsList wanted)
+{
+    const Places &places = wanted == LoginItemsList::Account ? account : session;
+    if (places.list == nullptr)
+        return false;
+    inUse = &places;
+    return true;
 }
 
 QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
 {
     QList<LoginItemRow> rows;
     QSet<QString> listed;
-    if (const Result<QList<SessionLoginItem>> items = session.snapshot()) {
+    if (const Result<QList<SessionLoginItem>> items = list().snapshot()) {
         for (const SessionLoginItem &item : items.value()) {
             const QString icon = item.icon.isEmpty() ? iconOf(item.path) : item.icon;
             rows.append({item.name, item.path, true, icon});
@@ -75,8 +84,12 @@ QList<LoginItemRow> LoginItemsAccess::readData(Reading reading)
     };
     // A store that can't be read adds nothing; whatever is wrong with it shows at the next change.
     if (reading != Reading::Silent) {
-        (void)store.readDisabledLoginItemsData(isListed);
-    } else if (const Result<QStringList> stored = store.storedPaths()) {
+        // Another run may be switching it off just now: stored already, and listed for a moment.
+        const auto whileListed = [&](const QString &path, const std::function<void()> &deletion) {
+            list().whileListed(path, deletion);
+        };
+        (void)disabledItems().readDisabledLoginItemsData(isListed, whileListed);
+    } else if (const Result<QStringList> stored = disabledItems().storedPaths()) {
         for (const QString &path : stored.value())
             (void)isListed(path);
     }
@@ -94,15 +107,15 @@ Result<void> LoginItemsAccess::Playback::writeData(int actionId, const QString &
 void LoginItemsAccess::Playback::readData()
 {
     const auto isInBoth = [this] {
-        const Result<bool> listed = access.session.lists(changed);
+        const Result<bool> listed = access.list().lists(changed);
         return stored.contains(changed) && (!listed || listed.value());
     };
     if (hasRead && !isInBoth()) {
-        access.store.tellReading();
+        access.disabledItems().tellReading();
         return;
     }
     (void)access.readData();
-    const Result<QStringList> paths = access.store.storedPaths();
+    const Result<QStringList> paths = access.disabledItems().storedPaths();
     hasRead = paths.ok();
     if (paths)
         stored = QSet<QString>(paths.value().begin(), paths.value().end());
@@ -115,7 +128,7 @@ LoginItemRow LoginItemsAccess::newRow(const QString &path) const
 
 QString LoginItemsAccess::iconOf(const QString &path) const
 {
-    const QString icon = session.iconOf(path);
+    const QString icon = list().iconOf(path);
     return icon.isNull() ? bundleIconPath(files, path) : icon;
 }
 
@@ -138,6 +151,8 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
     if (keeper.keepsStates())
         before = stateOf(path);
     Result<void> kept = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
+    if (before)
+        keeper.keepListFile(listFile());
     Result<void> changed = change(actionId, path, enabled);
     if (before)
         keeper.keepStates(path, *before, stateOf(path));
@@ -146,11 +161,12 @@ Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool
 
 LoginItemsState LoginItemsAccess::stateOf(const QString &path)
 {
-    const Result<QList<StoredRow>> rows = store.rowsOf(path);
-    return {{session.entriesOf(path), rows ? rows.value() : QList<StoredRow>()},
-            session.order(),
-            store.exists(),
-            rows.ok()};
+    const Result<QList<StoredRow>> rows = disabledItems().rowsOf(path);
+    return {{list().entriesOf(path), rows ? rows.value() : QList<StoredRow>()},
+            list().order(),
+            disabledItems().exists(),
+            rows.ok(),
+            listInUse()};
 }
 
 Result<void> LoginItemsAccess::change(int actionId, const QString &path, bool enabled)
@@ -169,26 +185,26 @@ Result<void> LoginItemsAccess::change(int actionId, const QString &path, bool en
 
 Result<void> LoginItemsAccess::add(const QString &path, bool enabled)
 {
-    return enabled ? session.insertAtEnd(path)
-                   : store.addDisabledLoginItemsData(path, selectedBackupFileName);
+    return enabled ? list().insertAtEnd(path)
+                   : disabledItems().addDisabledLoginItemsData(path, selectedBackupFileName);
 }
 
 Result<void> LoginItemsAccess::remove(const QString &path, bool enabled)
 {
-    return enabled ? session.removeEvery(path)
-                   : orNeverStored(store.deleteDisabledLoginItemsData(path));
+    return enabled ? list().removeEvery(path)
+                   : orNeverStored(disabledItems().deleteDisabledLoginItemsData(path));
 }
 
 Result<void> LoginItemsAccess::enable(const QString &path)
 {
-    Result<void> inserted = session.insertAtEnd(path);
+    Result<void> inserted = list().insertAtEnd(path);
     // What did not come into the list stays in the store: else it would be in neither.
-    const Result<bool> listed = session.lists(path);
+    const Result<bool> listed = list().lists(path);
     if (!listed)
         return firstFailure(std::move(inserted), listed.error());
     if (listed.value())
         return firstFailure(std::move(inserted),
-                            orNeverStored(store.deleteDisabledLoginItemsData(path)));
+                            orNeverStored(disabledItems().deleteDisabledLoginItemsData(path)));
     if (!inserted)
         return inserted;
     return logged(
@@ -200,8 +216,13 @@ Result<void> LoginItemsAccess::disable(const QString &path)
 {
     // Stored first, then removed, and removed even when storing failed: the session keeps what it
     // removes.
-    Result<void> stored = store.addDisabledLoginItemsData(path, selectedBackupFileName);
-    return firstFailure(std::move(stored), session.removeEvery(path));
+    Result<void> stored = disabledItems().addDisabledLoginItemsData(path, selectedBackupFileName);
+    Result<void> removed = list().removeEvery(path);
+    // Another run that met it in both places has taken it out of the store.
+    const Result<QList<StoredRow>> rows = disabledItems().rowsOf(path);
+    if (stored && rows && rows.value().isEmpty())
+        stored = disabledItems().addDisabledLoginItemsData(path, selectedBackupFileName);
+    return firstFailure(std::move(stored), std::move(removed));
 }
 
 } // namespace varnel

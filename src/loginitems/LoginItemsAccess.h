@@ -32,17 +32,34 @@ public:
                             const LoginItemsState & /*after*/)
     {
     }
+    /// The file that is all of the list; null where there is no such one. Before each change.
+    virtual void keepListFile(const QString & /*file*/) { }
     /// After the last of several changes: what was told shall last.
     virtual void finishKeeping() { }
 };
 
 /// The two places of login items as one list: the session's list holds the enabled, the store the
-/// disabled ones.
+/// disabled ones. A Mac account's list and its store can stand in their place.
 class LoginItemsAccess {
 public:
     /// Everything outlives this object. `files` reads the bundles' icon names.
-    LoginItemsAccess(SessionLoginItems &session, DisabledItemsStore &store, InverseKeeper &keeper,
+    LoginItemsAccess(SessionLoginItems &list, DisabledItemsStore &store, InverseKeeper &keeper,
                      const FileReader &files);
+    LoginItemsAccess(const LoginItemsAccess &) = delete;
+    LoginItemsAccess &operator=(const LoginItemsAccess &) = delete;
+
+    /// The account's places, which are not in use yet. Both outlive this object.
+    void addAccount(SessionLoginItems &list, DisabledItemsStore &store)
+    {
+        account = {&list, &store};
+    }
+    /// What all else here is about from now on: not while changes are made. False where the home
+    /// has no such list here.
+    bool use(LoginItemsList list);
+    [[nodiscard]] LoginItemsList listInUse() const
+    {
+        return inUse == &account ? LoginItemsList::Account : LoginItemsList::Session;
+    }
 
     /// Clean takes what stands in both places out of the store, as the list shows it enabled;
     /// LookOnly changes nothing; Silent does not even tell that it reads.
@@ -63,7 +80,7 @@ public:
     /// To be held while several changes are made in one go, with a way back or without.
     class Together {
     public:
-        explicit Together(LoginItemsAccess &access) : keeper(access.keeper), changes(access.session)
+        explicit Together(LoginItemsAccess &access) : keeper(access.keeper), changes(access.list())
         {
         }
         ~Together() { keeper.finishKeeping(); }
@@ -79,15 +96,19 @@ public:
     [[nodiscard]] LoginItemsState stateOf(const QString &path);
     Result<void> reorder(const std::function<QStringList(const QStringList &now)> &change)
     {
-        return session.reorder(change);
+        return list().reorder(change);
     }
-    [[nodiscard]] DisabledItemsStore &disabledItems() { return store; }
+    [[nodiscard]] DisabledItemsStore &disabledItems() { return *inUse->store; }
+
+    /// What is changed only through this object.
+    [[nodiscard]] const SessionLoginItems &readableList() const { return *inUse->list; }
+    [[nodiscard]] QString listFile() const { return inUse->list->wholeFile(); }
 
     /// Changes that are played back, each followed by a reading. Only the first reading reads all:
     /// after it, nothing but the item that was changed can have come to stand in both places.
     class Playback {
     public:
-        explicit Playback(LoginItemsAccess &access) : access(access), together(access.session) { }
+        explicit Playback(LoginItemsAccess &access) : access(access), together(access.list()) { }
         Result<void> writeData(int actionId, const QString &path, bool enabled);
         /// Does and tells what readData() would.
         void readData();
@@ -111,8 +132,15 @@ private:
     Result<void> enable(const QString &path);
     Result<void> disable(const QString &path);
 
-    SessionLoginItems &session;
-    DisabledItemsStore &store;
+    [[nodiscard]] SessionLoginItems &list() const { return *inUse->list; }
+
+    struct Places {
+        SessionLoginItems *list = nullptr;
+        DisabledItemsStore *store = nullptr;
+    };
+    Places session;
+    Places account; ///< null where there are none
+    const Places *inUse = &session;
     InverseKeeper &keeper;
     const FileReader &files;
 };

@@ -11,11 +11,18 @@ Result<QList<SessionLoginItem>> DryRunSessionLoginItems::snapshot() const
 
 Result<void> DryRunSessionLoginItems::insertAtEnd(const QString &path)
 {
+    if (Result<void> able = canInsert(path); !able)
+        return able;
     if (Result<void> taken = removeEvery(path); !taken)
         return taken;
     removed.remove(path);
     tried->append({path.section(u'/', -1), path, {}});
     return {};
+}
+
+Result<void> DryRunSessionLoginItems::canInsert(const QString &path) const
+{
+    return removed.contains(path) ? Result<void>() : inner.canInsert(path);
 }
 
 Result<void> DryRunSessionLoginItems::removeEvery(const QString &path)

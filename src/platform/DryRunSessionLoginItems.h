@@ -17,8 +17,10 @@ public:
 
     Result<QList<SessionLoginItem>> snapshot() const override;
     Result<void> insertAtEnd(const QString &path) override;
+    Result<void> canInsert(const QString &path) const override;
     QString iconOf(const QString &path) const override { return inner.iconOf(path); }
     QString applicationsFolder() const override { return inner.applicationsFolder(); }
+    QString pathInList(const QString &here) const override { return inner.pathInList(here); }
     Result<void> removeEvery(const QString &path) override;
     QString keptIn(const QString &path) const override;
     QString keepingPlace(const QString &path) const override { return inner.keepingPlace(path); }

@@ -39,6 +39,8 @@ public:
     /// Inserts the application at the end. One that was removed before comes back byte for byte. A
     /// path that is in the list moves to the end.
     virtual Result<void> insertAtEnd(const QString &path) = 0;
+    /// Why the list has nothing that it could insert for the path, where that is so. Not logged.
+    [[nodiscard]] virtual Result<void> canInsert(const QString & /*path*/) const { return {}; }
 
     /// Whether the list holds the path now. An error: the list can't be had.
     [[nodiscard]] virtual Result<bool> lists(const QString &path)
@@ -50,11 +52,22 @@ public:
                            [&](const SessionLoginItem &item) { return item.path == path; });
     }
 
+    /// Does the work if the list holds the path: where the list is one file, with no other run
+    /// changing it meanwhile.
+    virtual void whileListed(const QString &path, const std::function<void()> &work)
+    {
+        if (const Result<bool> listed = lists(path); listed && listed.value())
+            work();
+    }
+
     /// The icon that the application brings along in the host's own way; null where that has none.
     [[nodiscard]] virtual QString iconOf(const QString &path) const = 0;
 
     /// Where a person looks for an application to start at login.
     [[nodiscard]] virtual QString applicationsFolder() const = 0;
+
+    /// What the list calls an application that stands here under that path.
+    [[nodiscard]] virtual QString pathInList(const QString &here) const { return here; }
 
     /// Removes every item whose path equals the given one. What is removed is kept first, so that
     /// inserting the path again brings it back; the text of a failure says where.
@@ -77,6 +90,8 @@ public:
         return {};
     }
 
+    /// The file that is all of the list; null where there is no such one.
+    [[nodiscard]] virtual QString wholeFile() const { return {}; }
     /// The folders in which it puts files, there or not.
     [[nodiscard]] virtual QStringList foldersWrittenTo() const { return {}; }
 

@@ -47,7 +47,13 @@ QString Tools::keptFolderOf(const HomeFolder &home)
 
 QStringList Tools::foldersWrittenTo(const HomeFolder &home)
 {
-    return {home.preferencesDirectory(), supportFolderOf(home), backupFolderOf(home)};
+    return {home.preferencesDirectory(), supportFolderOf(home), backupFolderOf(home),
+            removedAccountItemsOf(home)};
+}
+
+QString Tools::removedAccountItemsOf(const HomeFolder &home)
+{
+    return supportFolderOf(home) + u"RemovedAccountItems/";
 }
 
 QString Tools::pathForSupportFolder() const

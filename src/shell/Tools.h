@@ -27,6 +27,9 @@ public:
     /// Where what runs replace is kept: beside the backup folder; ends in a slash.
     [[nodiscard]] static QString keptFolderOf(const HomeFolder &home);
 
+    /// Where what is taken out of the account's list of login items is kept; ends in a slash.
+    [[nodiscard]] static QString removedAccountItemsOf(const HomeFolder &home);
+
     /// The same for ".../Varnel/Backup/": on a first run it can be made only after the support
     /// folder.
     [[nodiscard]] QString pathForBackupFolder() const;

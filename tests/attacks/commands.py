@@ -4,6 +4,7 @@ import homes
 from attack import Failure
 
 BACKUP = "quillet1.sqlite"
+SESSION, ACCOUNT = ("--list", "session"), ("--list", "account")
 
 # The words of one run each. {size} is another number each time, {app} a path that no home has yet.
 READING = {
@@ -15,7 +16,8 @@ READING = {
     "diff": [["diff", "{profile}"]],
     "export": [["export", "--json"]],
     "doctor": [["doctor"], ["doctor", "--json"]],
-    "login-items list": [["login-items", "list"], ["login-items", "list", "--json"]],
+    "login-items list": [["login-items", "list"], ["login-items", "list", "--json", *SESSION],
+                         ["login-items", "list", "--json", *ACCOUNT]],
     "backups list": [["backups", "list"], ["backups", "list", "--json"]],
     "backups show": [["backups", "show", BACKUP], ["backups", "show", BACKUP, "--json"]],
 }
@@ -24,11 +26,15 @@ WRITING = {
             ["set", "dock-size={size}", "--dry-run"], ["set", "library-folder=1"], ["set", "reply-animation={choice}"]],
     "reset": [["reset", "screenshot-prefix"], ["reset", "--all"]],
     "apply": [["apply", "{profile}"]],
-    "login-items add": [["login-items", "add", "{app}"]],
-    "login-items disable": [["login-items", "disable", homes.MAIL]],
-    "login-items enable": [["login-items", "enable", homes.MAIL], ["login-items", "enable", homes.CLOCK],
-                           ["login-items", "enable", "{app}"]],
-    "login-items remove": [["login-items", "remove", homes.MAIL]],
+    "login-items add": [["login-items", "add", "{app}", *SESSION], ["login-items", "add", "{app}", *ACCOUNT]],
+    "login-items disable": [["login-items", "disable", homes.MAIL, *SESSION],
+                            ["login-items", "disable", homes.CLOCK, *ACCOUNT]],
+    "login-items enable": [["login-items", "enable", homes.MAIL, *SESSION],
+                           ["login-items", "enable", homes.CLOCK, *SESSION],
+                           ["login-items", "enable", "{app}", *SESSION],
+                           ["login-items", "enable", homes.CLOCK, *ACCOUNT]],
+    "login-items remove": [["login-items", "remove", homes.MAIL, *SESSION],
+                           ["login-items", "remove", homes.CLOCK, *ACCOUNT]],
     "backups restore": [["backups", "restore", BACKUP, "--dry-run"], ["backups", "restore", BACKUP, "--keep"],
                         ["backups", "restore", BACKUP]],
     "backups delete": [["backups", "delete", "quillet2.sqlite"]],

@@ -17,11 +17,14 @@ PREFERENCES = "Library/Preferences"
 SUPPORT = "Library/Application Support/Varnel"
 BACKUPS = f"{SUPPORT}/Backup"
 KEPT = f"{SUPPORT}/RemovedLoginItems"
+KEPT_OF_ACCOUNT = f"{SUPPORT}/RemovedAccountItems"
 UNDO = f"{SUPPORT}/Kept"
 RUN = f"{UNDO}/quillet1-0123456789abcdef"
 STORE = f"{SUPPORT}/disableLoginItems.sqlite"
+STORE_OF_ACCOUNT = f"{SUPPORT}/disabledAccountItems.sqlite"
 ORDER = f"{SUPPORT}/LoginItemsOrder.txt"
 AUTOSTART = ".config/autostart"
+ACCOUNT = f"{PREFERENCES}/com.apple.loginitems.plist"
 BACKUP = f"{BACKUPS}/quillet1.sqlite"
 DOCK = f"{PREFERENCES}/com.apple.dock.plist"
 CAPTURE = f"{PREFERENCES}/com.apple.screencapture.plist"
@@ -56,6 +59,13 @@ def kept(name, program):
     content = {"path": program, "entries": [{"fileName": f"{name}.desktop", "ofUser": True, "bytes": text,
                                              "link": None, "mode": 0o644}]}
     return hashlib.sha1(program.encode()).hexdigest() + ".json", json.dumps(content)
+
+
+def account_list(*applications):
+    """A Mac account's list of login items, as it is without alias records."""
+    items = [{"Name": pathlib.Path(each).stem, "Flags": 1,
+              "CustomItemProperties": {"com.apple.loginitem.legacyprefs": {"Path": each}}} for each in applications]
+    return plistlib.dumps({"SessionItems": {"CustomListItems": items}}, fmt=plistlib.FMT_BINARY)
 
 
 def dock():
@@ -111,8 +121,10 @@ def private_files(folder):
     """One file of every kind that the programs read, each with what nobody else may know."""
     folder = pathlib.Path(folder)
     library = folder / "home"
-    for name in (PREFERENCES, BACKUPS, KEPT, AUTOSTART):
+    for name in (PREFERENCES, BACKUPS, KEPT, KEPT_OF_ACCOUNT, AUTOSTART):
         (library / name).mkdir(parents=True)
+    (library / ACCOUNT).write_bytes(account_list(PRIVATE, CLOCK))
+    database(library / STORE_OF_ACCOUNT, STORE_TABLE, [(f"/{PRIVATE}.app",)])
     plist = plistlib.dumps({"tilesize": PRIVATE_SIZE, "name": PRIVATE})
     (library / DOCK).write_bytes(plist)
     (library / CAPTURE).write_bytes(plist)

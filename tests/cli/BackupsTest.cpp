@@ -293,6 +293,7 @@ TEST_F(BackupsTest, aLoginItemThatCannotBePutBackStopsThereAndTheFileStays)
 
 TEST_F(BackupsTest, anItemIsPutBackIntoTheListWhereThereIsNoStoreToTakeItFrom)
 {
+    QDir().mkpath(home.path() + u"/.config/autostart");
     put(u"quillet1.sqlite"_s, {u"250,'/Apps/Mail.app','2','0'"_s, sizeRow});
     const Outcome restored =
         backups({u"restore"_s, u"quillet1.sqlite"_s, u"--home"_s, home.path()});

@@ -188,12 +188,23 @@ TEST_F(JsonSchemaTest, aBackupOfOtherThings)
 
 TEST_F(JsonSchemaTest, loginItems)
 {
+    const QString newerList = u"com.apple.backgroundtaskmanagementagent"_s;
     const QString item = u"/Applications/Chess.app"_s;
     for (const char16_t *verb : {u"add", u"enable", u"disable", u"remove"}) {
         const QString command = u"login-items " + QString::fromUtf16(verb);
-        check(command, {item, u"--home"_s, home.path()});
-        check(u"login-items list"_s, {u"--home"_s, home.path()});
+        for (const char16_t *list : {u"session", u"account"}) {
+            const QStringList named {u"--list"_s, QString::fromUtf16(list), u"--home"_s,
+                                     home.path()};
+            const bool refused = command.endsWith(u"enable") && list == u"account"_s;
+            check(command, QStringList {item} + named, refused ? 3 : 0);
+            check(u"login-items list"_s, named);
+        }
     }
+    QDir().mkpath(home.path() + u"/Library/Application Support/" + newerList);
+    writeFile(home.path() + u"/Library/Application Support/" + newerList + u"/backgrounditems.btm",
+              "");
+    check(u"login-items list"_s, {u"--home"_s, home.path()});
+    check(u"login-items add"_s, {item, u"--home"_s, home.path()});
     check(u"login-items add"_s, inHomes({item}), 4);
     check(u"login-items add"_s, {item, u"--home"_s, anna});
     check(u"login-items disable"_s, inHomes({item}), 4);

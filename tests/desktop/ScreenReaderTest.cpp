@@ -1,4 +1,5 @@
 #include "desktop/DesktopSession.h"
+#include "support/FileFacts.h"
 #include "support/PlistReferee.h"
 #include "support/TemporaryHome.h"
 
@@ -16,21 +17,21 @@ constexpr int patience = 100000; // milliseconds; only a failure takes so long
 
 class ScreenReaderTest : public DesktopSession {
 protected:
-    /// Drives the program, which takes the place of "$@" in the line for the shell, over a session
-    /// bus.
-    void drive(const QString &line)
+    /// Runs one of the scripts beside this file, with a line for the shell in which the program
+    /// takes the place of "$@", over a session bus.
+    void drive(const QString &script, const QStringList &words, const QString &line)
     {
         const QString bus = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
         const QString python = QStringLiteral("/usr/bin/python3"); // the one that packages are for
         if (bus.isEmpty() || !QFileInfo::exists(python))
             GTEST_SKIP() << "no session bus, or no Python";
-        startWindowManager();
         const QTemporaryDir session; // with a short path, as sockets need
         QProcess driver;
         driver.setProcessChannelMode(QProcess::MergedChannels);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), session.path());
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), session.path());
+        environment.insert(QStringLiteral("PYTHONDONTWRITEBYTECODE"), QStringLiteral("1"));
         environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
         // With the sanitizers: events of the X server that the toolkit still has at the end are not
         // freed. Our own leaks are looked for where there is no X server.
@@ -38,16 +39,32 @@ protected:
                            qEnvironmentVariable("ASAN_OPTIONS")
                                + QStringLiteral(":detect_leaks=0"));
         driver.setProcessEnvironment(environment);
-        driver.start(bus,
-                     {QStringLiteral("--"), python, QStringLiteral(DRIVE_WINDOW),
-                      QStringLiteral("/bin/sh"), QStringLiteral("-c"), line, QStringLiteral("sh"),
-                      QStringLiteral(VARNEL), QStringLiteral("--home"), home.path()});
+        driver.start(
+            bus,
+            QStringList {QStringLiteral("--"), python, QStringLiteral(DESKTOP_TESTS "/") + script}
+                + words
+                + QStringList {QStringLiteral("/bin/sh"), QStringLiteral("-c"), line,
+                               QStringLiteral("sh"), QStringLiteral(VARNEL),
+                               QStringLiteral("--home"), home.path()});
         ASSERT_TRUE(driver.waitForFinished(patience)) << driver.readAll().toStdString();
         if (driver.exitCode() == skipped)
             GTEST_SKIP() << driver.readAll().toStdString();
         EXPECT_EQ(driver.exitCode(), 0) << driver.readAll().toStdString();
+    }
+
+    void changeASetting(const QString &line)
+    {
+        startWindowManager();
+        drive(QStringLiteral("drive_window.py"), {}, line);
+        if (IsSkipped())
+            return;
         EXPECT_EQ(PlistReferee::read(home.preference(QStringLiteral("com.apple.dock.plist"))),
                   QStringLiteral("{'autohide': True, 'tilesize': 64}"));
+    }
+    /// In a start of its own.
+    void changeALoginItem(const QString &step, const QString &name)
+    {
+        drive(QStringLiteral("drive_login_items.py"), {step, name}, QStringLiteral("exec \"$@\""));
     }
 
     const TemporaryHome home;
@@ -58,16 +75,44 @@ protected:
 /// The script knows names and roles, and nothing of the program.
 TEST_F(ScreenReaderTest, ASettingIsChangedAndSavedOverTheAccessibilityBus)
 {
-    drive(QStringLiteral("exec \"$@\""));
+    changeASetting(QStringLiteral("exec \"$@\""));
 }
 
 TEST_F(ScreenReaderTest, ASettingIsSavedThoughNobodyReadsTheLogAnyMore)
 {
-    drive(QStringLiteral("log=$XDG_RUNTIME_DIR/log; mkfifo \"$log\"; exec 3<>\"$log\"; "
-                         "exec \"$@\" 2>\"$log\" 3<&-"));
+    changeASetting(QStringLiteral("log=$XDG_RUNTIME_DIR/log; mkfifo \"$log\"; exec 3<>\"$log\"; "
+                                  "exec \"$@\" 2>\"$log\" 3<&-"));
 }
 
 TEST_F(ScreenReaderTest, ASettingIsSavedThoughNoBackupFileFitsTheLimitOnFiles)
 {
-    drive(QStringLiteral("ulimit -f 1; exec \"$@\""));
+    changeASetting(QStringLiteral("ulimit -f 1; exec \"$@\""));
+}
+
+/// Each step in a start of its own.
+TEST_F(ScreenReaderTest, AnItemOfAMacAccountIsSwitchedOffAndOnTakenOutAndRestored)
+{
+    const QString list = home.preference(QStringLiteral("com.apple.loginitems.plist"));
+    writeRaw(list, readRaw(QStringLiteral(TEST_DATA "/loginitems/sierra-binary.plist")));
+    const QByteArray first = readRaw(list);
+    const auto items = [&] {
+        return PlistReferee::elements(
+            list, {QStringLiteral("SessionItems"), QStringLiteral("CustomListItems")});
+    };
+    const QStringList all = items();
+    QStringList others = all;
+    const QString agent = others.takeFirst();
+    startWindowManager();
+
+    changeALoginItem(QStringLiteral("switch"), QStringLiteral("Agent"));
+    if (IsSkipped())
+        return;
+    EXPECT_EQ(items(), others);
+    changeALoginItem(QStringLiteral("switch"), QStringLiteral("Agent.app"));
+    EXPECT_EQ(items(), others + QStringList {agent});
+    changeALoginItem(QStringLiteral("remove"), QStringLiteral("Agent"));
+    EXPECT_EQ(items(), others);
+    for (const char16_t *backup : {u"quillet3.sqlite", u"quillet2.sqlite", u"quillet1.sqlite"})
+        changeALoginItem(QStringLiteral("restore"), QString::fromUtf16(backup));
+    EXPECT_EQ(readRaw(list), first);
 }

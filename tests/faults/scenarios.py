@@ -4,6 +4,7 @@ import os
 import plistlib
 from dataclasses import dataclass
 
+from account import AddAccountItem, DisableAccountItem, EnableAccountItem, RemoveAccountItem
 from keeping import KeepFiles, PutBackFiles
 from sandbox import all_backups, database_rows, kept_entries, leftovers, load_plist, mode_of
 from sandbox import names_below
@@ -330,4 +331,6 @@ class Add(LoginItem):
 
 
 SCENARIOS = {"save": Save, "restore": Restore, "disable": Disable, "enable": Enable,
-             "remove": Remove, "add": Add, "keep": KeepFiles, "putBack": PutBackFiles}
+             "remove": Remove, "add": Add, "keep": KeepFiles, "putBack": PutBackFiles,
+             "accountDisable": DisableAccountItem, "accountEnable": EnableAccountItem,
+             "accountRemove": RemoveAccountItem, "accountAdd": AddAccountItem}

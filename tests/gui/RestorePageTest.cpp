@@ -300,9 +300,9 @@ TEST_F(RestorePage, ALoginItemThatCannotBePutBackStopsThePlaybackAndTheFileStays
     const QStringList all = filesInFolder();
     sqlite3Tool(Tools::supportFolderOf(home.home()) + u"disableLoginItems.sqlite",
                 u"CREATE TABLE users (value1 TEXT, value2 TEXT)"_s);
-    QDir().mkpath(home.path() + u"/.config");
     const QString autostart = home.path() + u"/.config/autostart";
     start();
+    ASSERT_TRUE(QDir().rmdir(autostart));
     for (int row = 0; row < all.size(); ++row) {
         if (all[row] == u"list.sqlite")
             writeRaw(autostart, "no folder");

@@ -42,6 +42,11 @@ if verb == 'read':
     print('\n'.join(map(line, rest)))
 elif verb == 'entries':
     print('\n'.join(entries(load(rest[0]))))
+elif verb == 'elements':
+    array = load(rest[0])
+    for key in rest[1:]:
+        array = array[key]
+    print('\n'.join(map(show, array)))
 else:
     path, expression, form = rest
     with open(path, 'wb') as file:
@@ -75,6 +80,11 @@ QStringList PlistReferee::read(const QStringList &paths)
 QStringList PlistReferee::entries(const QString &path)
 {
     return python({QStringLiteral("entries"), path});
+}
+
+QStringList PlistReferee::elements(const QString &path, const QStringList &keys)
+{
+    return python(QStringList {QStringLiteral("elements"), path} + keys);
 }
 
 void PlistReferee::write(const QString &path, const QString &expression, Format format)

@@ -19,6 +19,9 @@ public:
     /// Each key of the root dictionary with its value as Python prints it, "'key': value".
     [[nodiscard]] static QStringList entries(const QString &path);
 
+    /// Each element of the array at a path of keys as Python prints it.
+    [[nodiscard]] static QStringList elements(const QString &path, const QStringList &keys);
+
     enum class Format { Binary, Xml };
     /// Writes what a Python expression says. `date` is datetime.datetime, `UID` is plistlib.UID.
     static void write(const QString &path, const QString &expression, Format format);

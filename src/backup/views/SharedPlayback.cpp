@@ -90,6 +90,7 @@ Result<void> SharedPlayback::finish()
     if (!loginItems)
         return written;
     const Result<void> placed = loginItems->finish();
+    loginItems.reset(); // from here on the page's own list is in use again
     loginItemsView()->showAgain();
     return written ? placed : written;
 }

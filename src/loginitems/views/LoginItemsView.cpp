@@ -2,11 +2,14 @@
 
 #include "backup/KeptRun.h"
 #include "home/Workspace.h"
+#include "loginitems/LoginItemsChoice.h"
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "loginitems/views/LoginItemsModel.h"
+#include "platform/FileStore.h"
 #include "platform/SessionLoginItems.h"
 #include "settings/PreferenceFiles.h"
 #include "shell/SharedObject.h"
+#include "sysinfo/SystemRows.h"
 #include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/CheckBoxCell.h"
@@ -29,12 +32,20 @@ LoginItemsView::LoginItemsView(const PageContext &context)
     : context(context), ui(std::make_unique<Ui::LoginItemsView>()),
       preferences(context.workspace.home().preferencesDirectory()),
       store(context.workspace.tools().pathForSupportFolder(), context.files.fileStore()),
+      accountItems(context.workspace.home(), context.files.fileStore(), context.workspace.folders(),
+                   {context.host->systemDisk, context.host->systemRoot}),
+      accountStore(Tools::supportFolderOf(context.workspace.home()), context.files.fileStore(),
+                   DisabledItemsStore::Manner::Work, LoginItemsList::Account),
       access(context.host->loginItems, store, context.backup, context.host->files),
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
 {
+    // A restore may have to play into the other one.
+    access.addAccount(accountItems, accountStore);
+    (void)access.use(usualList(context.workspace.home(), context.files.fileStore()));
     ui->setupUi(this);
     setUpTable();
     dressControls();
+    offerLists();
     connectControls();
     setSaveButtonsEnabled(false);
     readData();
@@ -74,12 +85,54 @@ void LoginItemsView::dressControls()
     ui->addButton->setIcon(Icons::icon(QStringLiteral("Add")));
     ui->removeButton->setIcon(Icons::icon(QStringLiteral("Remove")));
     for (QLabel *caption : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->addLabel,
-                            ui->removeLabel, ui->emptyLabel})
+                            ui->removeLabel, ui->emptyLabel, ui->listLabel, ui->noticeLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
+}
+
+/// One's own home has the session's alone, unless a Mac has left its list there.
+void LoginItemsView::offerLists()
+{
+    const HomeFolder &home = context.workspace.home();
+    const FileReader &homeFiles = context.files.fileStore();
+    ui->listChoice->addItem(QStringLiteral("a Linux session"), int(LoginItemsList::Session));
+    ui->listChoice->addItem(QStringLiteral("the Mac account"), int(LoginItemsList::Account));
+    ui->listChoice->setCurrentIndex(ui->listChoice->findData(int(access.listInUse())));
+    ui->choice->setVisible(!home.own || homeFiles.exists(accountItems.wholeFile()));
+    const SystemVersion system =
+        readSystemVersion(context.host->systemDisk, context.host->systemRoot);
+    const QString notice = newerListSentence(home, homeFiles, system.productVersion);
+    ui->noticeLabel->setText(notice);
+    ui->noticeLabel->setVisible(!notice.isNull());
+    ui->lists->setVisible(!ui->choice->isHidden() || !notice.isNull());
+}
+
+void LoginItemsView::choose(LoginItemsList list)
+{
+    if (list == access.listInUse() || !access.use(list))
+        return;
+    readData();
+}
+
+/// The pending changes are of one list, and so is all that the backup file of a run tells.
+void LoginItemsView::lockChoice()
+{
+    const bool isPending = !context.shared.loginItemCommands().isEmpty();
+    const bool isSaved = context.backup.tellsOfLoginItems();
+    ui->listChoice->setEnabled(!isPending && !isSaved);
+    QString tip = QStringLiteral("Whose login items are shown and changed");
+    if (isSaved)
+        tip =
+            QStringLiteral("Login items of this list are in the backup file of this run. The next "
+                           "start of Varnel can choose again");
+    if (isPending)
+        tip = QStringLiteral("Changes of this list are pending. Save or cancel them first");
+    ui->listChoice->setToolTip(tip);
 }
 
 void LoginItemsView::connectControls()
 {
+    connect(ui->listChoice, &QComboBox::activated, this,
+            [this](int index) { choose(LoginItemsList(ui->listChoice->itemData(index).toInt())); });
     connect(rows, &LoginItemsModel::enabledChanged, this, &LoginItemsView::enabledDidChange);
     connect(ui->tableView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         tableViewSelectionDidChange();
@@ -131,6 +184,13 @@ void LoginItemsView::changeEvent(QEvent *event)
         placeFooter();
 }
 
+void LoginItemsView::showEvent(QShowEvent *event)
+{
+    // The restore page may have played back, or deleted, what the choice was locked for.
+    lockChoice();
+    QWidget::showEvent(event);
+}
+
 void LoginItemsView::readData()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
@@ -146,6 +206,7 @@ void LoginItemsView::showItems(const QList<LoginItemRow> &items)
 {
     rows->setRows(items);
     showEmptyText();
+    lockChoice();
     tableViewSelectionDidChange();
     tableViewSelected();
 }
@@ -158,20 +219,28 @@ LoginItemsAccess &LoginItemsView::playback()
 
 void LoginItemsView::showEmptyText()
 {
+    const bool isAccounts = access.listInUse() == LoginItemsList::Account;
+    ui->emptyLabel->setText(
+        isAccounts ? QStringLiteral("This account opens nothing at login.\n"
+                                    "Only the Mac itself puts what is new into its list.")
+                   : QStringLiteral("Nothing opens at login yet.\n"
+                                    "Add chooses an application, a tick turns it on."));
     ui->emptyLabel->setVisible(rows->rowCount() == 0);
 }
 
 void LoginItemsView::addAppAsLoginItem()
 {
-    const std::optional<QString> path =
-        context.dialogs.chooseApplication(this, context.host->loginItems.applicationsFolder());
-    if (!path)
+    const SessionLoginItems &items = access.readableList();
+    const std::optional<QString> chosen =
+        context.dialogs.chooseApplication(this, items.applicationsFolder());
+    if (!chosen)
         return;
-    rows->appendRow(access.newRow(*path));
+    const QString path = items.pathInList(*chosen);
+    rows->appendRow(access.newRow(path));
     showEmptyText();
     // Not enabled, although its row is ticked: saving puts it into the store, and the user ticks
     // it there to make it a login item.
-    addDataToChangeDataList(LoginItemChange::Add, *path, false);
+    addDataToChangeDataList(LoginItemChange::Add, path, false);
     enableSaveButton();
 }
 
@@ -277,6 +346,7 @@ void LoginItemsView::setSaveButtonsEnabled(bool enabled)
     ui->viewButton->setEnabled(enabled);
     countChanges(*ui->saveButton, context.shared.loginItemCommands().size(),
                  QStringLiteral("the way back goes into the backup file first"));
+    lockChoice();
 }
 
 int LoginItemsView::selectedRow() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "loginitems/AccountLoginItems.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
 #include "loginitems/PendingLoginItems.h"
@@ -47,6 +48,9 @@ public:
     void cancelAlertDidEnd(int returnCode);
     void viewChanges();
 
+    /// Whose login items are shown and changed.
+    [[nodiscard]] LoginItemsList list() const { return access.listInUse(); }
+
     /// Save, Cancel and View together.
     void enableSaveButton();
     void disableSaveButton();
@@ -63,6 +67,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void setUpTable();
@@ -72,6 +77,9 @@ private:
     void setSaveButtonsEnabled(bool enabled);
     void showItems(const QList<LoginItemRow> &items);
     void showEmptyText();
+    void offerLists();
+    void choose(LoginItemsList list);
+    void lockChoice();
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);
     [[nodiscard]] int selectedRow() const;
@@ -80,6 +88,8 @@ private:
     std::unique_ptr<Ui::LoginItemsView> ui;
     QString preferences;
     DisabledItemsStore store;
+    AccountLoginItems accountItems;
+    DisabledItemsStore accountStore;
     LoginItemsAccess access;
     PendingLoginItems pending;
     LoginItemsModel *rows;

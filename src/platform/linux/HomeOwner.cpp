@@ -119,6 +119,7 @@ QByteArrayList foldersWorkedIn()
                             "Library/Application Support/Varnel",
                             "Library/Application Support/Varnel/Backup",
                             "Library/Application Support/Varnel/RemovedLoginItems",
+                            "Library/Application Support/Varnel/RemovedAccountItems",
                             ".config",
                             ".config/autostart"};
     for (const QString &application : containedApplications()) {

@@ -5,6 +5,7 @@
 #include "shell/QuitDecision.h"
 #include "shell/views/CloseApplicationsSheet.h"
 #include "shell/views/CloseRowsModel.h"
+#include "support/FileFacts.h"
 #include "support/gui/ProgramFixture.h"
 #include "ui/AlertSheet.h"
 #include "ui/Theme.h"
@@ -164,6 +165,20 @@ TEST_P(PicturesTest, LoginItems)
     QTest::keyClick(&table, Qt::Key_Down);
     table.clearSelection(); // the keyboard's row, not a chosen one
     expect(*window, u"login-items"_s);
+}
+
+/// In a home that a newer Mac has used, too.
+TEST_P(PicturesTest, LoginItemsOfAMacAccount)
+{
+    writeRaw(place + u"/Library/Preferences/com.apple.loginitems.plist",
+             readRaw(QStringLiteral(TEST_DATA "/loginitems/leopard-binary.plist")));
+    const QString agent =
+        place + u"/Library/Application Support/com.apple.backgroundtaskmanagementagent";
+    ASSERT_TRUE(QDir().mkpath(agent));
+    writeRaw(agent + u"/backgrounditems.btm", "");
+    open();
+    choose(*go(loginTab).findChild<QComboBox *>(u"listChoice"_s), 1);
+    expect(*window, u"login-items-account"_s);
 }
 
 TEST_P(PicturesTest, NoLoginItems)

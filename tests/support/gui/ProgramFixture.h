@@ -12,6 +12,7 @@
 #include "support/gui/SettingsFixture.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QPushButton>
 #include <QTableView>
 #include <QTreeView>
@@ -30,7 +31,12 @@ protected:
     static constexpr int settingsTab = 3;
     static constexpr int restoreTab = 4;
 
-    ProgramFixture() { context.host = &host; }
+    ProgramFixture()
+    {
+        context.host = &host;
+        // The made-up list is a session's, and the home one that has such a list.
+        QDir().mkpath(home.path() + u"/.config/autostart");
+    }
 
     void start()
     {

@@ -32,6 +32,8 @@ protected:
         (void)tools.pathForSupportFolder();
         backups = tools.pathForBackupFolder();
         shared.setBackupFileName(backups + u"quillet99.sqlite");
+        // Such a home has a session's list.
+        QDir().mkpath(home.path() + u"/.config/autostart");
     }
 
     /// Makes the controllers in the main window's order, and shows the page.

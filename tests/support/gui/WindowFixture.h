@@ -16,31 +16,47 @@
 
 namespace varnel::test {
 
-/// The main window on a home of the test's own, with no page in it yet, and what its pages are
-/// given.
-struct WindowFixture {
+/// The main window on a home, with no page in it yet, and what its pages are given.
+struct WindowOnHome {
+    explicit WindowOnHome(const HomeFolder &folder)
+        : linuxPorts(folder, Tools::supportFolderOf(folder)),
+          workspace(folder, withRunner(linuxPorts.ports(), runner)),
+          host(workspace, LinuxSystemDisk(folder.path)), window(folder)
+    {
+    }
+    WindowOnHome(const WindowOnHome &) = delete;
+    WindowOnHome &operator=(const WindowOnHome &) = delete;
+
     static HomePorts withRunner(const HomePorts &ports, CommandRunner &runner)
     {
         return {ports.files,           ports.finderInfo, ports.folders,      ports.keptFolders,
                 ports.standardFolders, ports.loginItems, ports.applications, runner};
     }
 
-    TemporaryHome home;
     SharedObject shared;
-    LinuxHomePorts linuxPorts {home.home(), Tools::supportFolderOf(home.home())};
+    LinuxHomePorts linuxPorts;
     FakeCommandRunner runner;
-    Workspace workspace {home.home(), withRunner(linuxPorts.ports(), runner)};
+    Workspace workspace;
     PreferenceFiles files {workspace.files()};
     FakeDialogs dialogs;
-    /// No system version is told; the files of the edited home are real, the session's are read.
-    HostServices host {workspace, LinuxSystemDisk(home.path())};
+    /// The home is the disk of its system, too: no version is told unless a test puts one there.
+    HostServices host;
     QStringList failing; ///< the interface descriptions that do not load
     KeptRun backup {workspace, [this] { return shared.backupFileName(); }};
     PageContext context {
         workspace, shared, files, dialogs, backup, &host.ports(), [this](const QString &name) {
             return !failing.contains(name);
         }};
-    MainWindow window {home.home()};
+    MainWindow window;
+};
+
+struct HomeOfAWindow {
+    TemporaryHome home;
+};
+
+/// That window on a home of the test's own.
+struct WindowFixture : HomeOfAWindow, WindowOnHome {
+    WindowFixture() : WindowOnHome(HomeOfAWindow::home.home()) { }
 };
 
 } // namespace varnel::test

@@ -148,6 +148,43 @@ TEST_F(DoctorTest, anApplicationBelowTheDisksFolderIsNamedByTheDisksOwnPath)
     EXPECT_EQ(findings(), QStringList());
 }
 
+TEST_F(DoctorTest, applicationsOfAMacsAccountAreLookedForOnItsDiskAlone)
+{
+    const QString list = folder.preference(u"com.apple.loginitems.plist"_s);
+    writeRaw(list, readRaw(QStringLiteral(TEST_DATA "/loginitems/sierra-binary.plist")));
+    putLoginItem(u"/bin/nothing"_s);
+    EXPECT_EQ(findings(), QStringList()) << "nobody can tell without the disk";
+    putSystem();
+    EXPECT_EQ(findings(),
+              (QStringList {u"application-gone /Applications/Agent.app"_s,
+                            u"application-gone /Applications/Bookmarked.app"_s,
+                            u"application-gone /Users/anna/Applications/Nameless.app"_s}))
+        << "what is on other volumes may well be there";
+    EXPECT_EQ(examined().findings.first().sentence(),
+              u"/Applications/Agent.app is a login item of the Mac account, and not there.");
+    for (const QString &path : {u"/Applications/Agent.app"_s, u"/Applications/Bookmarked.app"_s,
+                                u"/Users/anna/Applications/Nameless.app"_s})
+        disk.files[u"/disk" + path] = {};
+    EXPECT_EQ(findings(), QStringList());
+    writeRaw(list, "no property list");
+    EXPECT_EQ(findings(),
+              QStringList(u"unloadable-file /Library/Preferences/"
+                          u"com.apple.loginitems.plist"_s));
+}
+
+TEST_F(DoctorTest, bothStoresOfDisabledItemsAreLookedAt)
+{
+    const QString support = Tools::supportFolderOf(home);
+    QDir().mkpath(support);
+    for (const QString &name : {u"disableLoginItems.sqlite"_s, u"disabledAccountItems.sqlite"_s})
+        writeRaw(support + name, "no database");
+    EXPECT_EQ(findings(),
+              (QStringList {u"unreadable-database /Library/Application Support/Varnel/"
+                            u"disableLoginItems.sqlite"_s,
+                            u"unreadable-database /Library/Application Support/Varnel/"
+                            u"disabledAccountItems.sqlite"_s}));
+}
+
 TEST_F(DoctorTest, programsThatRunAreAFindingInANamedHomeOnly)
 {
     inspection.running = {{4711, u"Finder"_s}};
