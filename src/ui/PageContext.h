@@ -44,6 +44,9 @@ struct PageContext {
     std::function<bool(const QString &interfaceName)> interfaceLoads = [](const QString &) {
         return true;
     };
+    /// Goes to the page of the backup files, with that one selected; none where there is no such
+    /// page.
+    std::function<void(const QString &name)> showBackup {};
 };
 
 } // namespace varnel

@@ -72,8 +72,10 @@ inline constexpr int windowMinimumHeight = 560;
 [[nodiscard]] QColor accentText();
 /// The ground of a selected row; greyer while the keyboard is elsewhere.
 [[nodiscard]] QColor selectionFill(bool viewHasFocus);
-/// Only for what deletes.
+/// For what deletes, and for what failed.
 [[nodiscard]] QColor danger(const QPalette &palette);
+/// For what can't be undone.
+[[nodiscard]] QColor caution(const QPalette &palette);
 
 /// The colour that is seen when `upper`, perhaps translucent, lies on the opaque `ground`.
 [[nodiscard]] QColor over(const QColor &upper, const QColor &ground);

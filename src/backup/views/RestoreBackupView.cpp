@@ -13,6 +13,7 @@
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
 #include <QHeaderView>
@@ -31,6 +32,7 @@ RestoreBackupView::RestoreBackupView(const PageContext &context)
       theFileNames(new BackupModel(this))
 {
     ui->setupUi(this);
+    message = new MessageLine(ui->footer);
     setUpTable();
     connectControls();
     reloadData();
@@ -81,6 +83,9 @@ void RestoreBackupView::placeFooter()
                                          {ui->infoButton, ui->infoLabel}},
                                         ui->tableView->x() - ui->footer->x());
     ui->footer->setFixedHeight(height);
+    const QRect last = ui->infoButton->geometry().united(ui->infoLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, ui->footer->width(),
+                   ui->infoButton->height());
 }
 
 void RestoreBackupView::resizeEvent(QResizeEvent *event)
@@ -107,6 +112,14 @@ void RestoreBackupView::reloadData()
     select(selected, current);
     showEmptyText();
     setButtonsStatus();
+}
+
+void RestoreBackupView::selectFile(const QString &name)
+{
+    ui->tableView->clearSelection();
+    select({name}, name);
+    ui->tableView->scrollTo(ui->tableView->currentIndex());
+    ui->tableView->setFocus();
 }
 
 /// As one selection of few ranges: thousands of files selected one by one would be slow.
@@ -212,20 +225,26 @@ void RestoreBackupView::restoreBackupFiles()
         return;
     // Taken down first: what happens while the file is played must not change what is deleted.
     const QList<int> rows = selectedRows();
-    const QString path = backupFolderOf(context).pathOf(nameAt(row));
-    varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
-    if (play(path))
-        deleteRows(rows);
+    const QString name = nameAt(row);
+    std::optional<PageRestore> restore = play(name);
+    if (restore && restore->report.complete())
+        restore->notDeleted = deleteRows(rows);
+    message->tell(restore ? noticeOf(*restore) : noticeOfUnreadable(name));
 }
 
-bool RestoreBackupView::play(const QString &path)
+std::optional<PageRestore> RestoreBackupView::play(const QString &name)
 {
-    const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
+    const BackupFolder folder = backupFolderOf(context);
+    const QString path = folder.pathOf(name);
+    varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
+    const Result<QList<BackupRow>> rows = folder.read(path);
     if (!rows)
-        return false;
+        return std::nullopt;
     const KeptBackup kept(context.workspace, path, rows.value());
     SharedPlayback target(context.shared, kept);
-    return playBack(rows.value(), target).ok();
+    // The report has the failure that ends it.
+    static_cast<void>(playBack(rows.value(), target));
+    return PageRestore {name, rows.value(), target.report(), {}};
 }
 
 void RestoreBackupView::deleteSelectedFilesAfterAsking()
@@ -255,20 +274,29 @@ void RestoreBackupView::deleteAlertDidEnd(int returnCode)
 
 void RestoreBackupView::deleteSelectedFiles()
 {
-    deleteRows(selectedRows());
+    const QList<int> rows = selectedRows();
+    QStringList names;
+    for (const int row : rows)
+        names.append(nameAt(row));
+    const std::optional<Error> failure = deleteRows(rows);
     tableViewSelected();
+    if (!names.isEmpty())
+        message->tell(noticeOfDeletion(names, failure));
 }
 
-void RestoreBackupView::deleteRows(const QList<int> &rows)
+std::optional<Error> RestoreBackupView::deleteRows(const QList<int> &rows)
 {
     BackupFolder folder = backupFolderOf(context);
     bool deleted = false;
+    std::optional<Error> failure;
     for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
         const QString path = folder.pathOf(nameAt(*row));
         varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
         // A file that can't be deleted has been logged, and leaves the list until it is read again.
-        if (folder.remove(path))
-            deleted = true;
+        const Result<void> removed = folder.remove(path);
+        deleted = deleted || removed.ok();
+        if (!removed && !failure)
+            failure = removed.error();
         varnelLog(lcBackup, fillIn(u"%@", {path}));
         theFileNames->removeEntryAt(*row);
         setButtonsStatus();
@@ -276,6 +304,7 @@ void RestoreBackupView::deleteRows(const QList<int> &rows)
     if (deleted)
         (void)folder.flush(); // what fails has been logged
     showEmptyText();
+    return failure;
 }
 
 void RestoreBackupView::showRestoreInfoWindow()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/Notices.h"
 #include "ui/PageContext.h"
 #include "ui/SortFlag.h"
 
@@ -7,6 +8,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class RestoreBackupView;
@@ -15,6 +17,7 @@ class RestoreBackupView;
 namespace varnel {
 
 class BackupModel;
+class MessageLine;
 class RestoreBackupInfoWindow;
 
 /// The backup files: restore one, delete some, look into one.
@@ -27,6 +30,8 @@ public:
 
     /// Lists the folder afresh; files that are selected stay so.
     void reloadData();
+    /// Selects that file alone, if it is listed, and takes the keyboard to the list.
+    void selectFile(const QString &name);
     /// The three buttons follow the selection.
     void setButtonsStatus();
     void tableViewSelected();
@@ -58,12 +63,15 @@ private:
     /// The row that the table reports as the selected one: the current row if it is selected, else
     /// the lowest; -1 for none.
     [[nodiscard]] int selectedRow() const;
-    [[nodiscard]] bool play(const QString &path);
-    void deleteRows(const QList<int> &rows);
+    /// What came of it; none where the file can't be read.
+    [[nodiscard]] std::optional<PageRestore> play(const QString &name);
+    /// The first failure.
+    std::optional<Error> deleteRows(const QList<int> &rows);
 
     PageContext context;
     std::unique_ptr<Ui::RestoreBackupView> ui;
     BackupModel *theFileNames;
+    MessageLine *message;
     RestoreBackupInfoWindow *restoreBackupInfoWindow = nullptr; ///< made when first shown
     SortFlag sorting;
 };

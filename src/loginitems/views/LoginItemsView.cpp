@@ -1,6 +1,8 @@
 #include "loginitems/views/LoginItemsView.h"
 
 #include "backup/KeptRun.h"
+#include "backup/LoginItemSave.h"
+#include "base/Logging.h"
 #include "home/Workspace.h"
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
 #include "loginitems/views/LoginItemsModel.h"
@@ -10,16 +12,20 @@
 #include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/CheckBoxCell.h"
+#include "ui/DetailsSheet.h"
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QPointer>
 #include <QShortcut>
 
 #include <algorithm>
+#include <utility>
 
 #include "ui_LoginItemsView.h"
 
@@ -33,6 +39,7 @@ LoginItemsView::LoginItemsView(const PageContext &context)
       pending(context.shared.loginItemCommands(), access), rows(new LoginItemsModel(this))
 {
     ui->setupUi(this);
+    message = new MessageLine(ui->footer);
     setUpTable();
     dressControls();
     connectControls();
@@ -116,6 +123,10 @@ void LoginItemsView::placeFooter()
     const int end = std::max(ui->addLabel->geometry().right(), ui->addButton->geometry().right());
     layOutCaptionRow(second, list.right() - end);
     ui->footer->setFixedHeight(height);
+    const QRect last = ui->viewButton->geometry().united(ui->viewLabel->geometry());
+    const QRect next = ui->removeButton->geometry().united(ui->removeLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, next.left() - Theme::gapLarge,
+                   ui->saveButton->height());
 }
 
 void LoginItemsView::resizeEvent(QResizeEvent *event)
@@ -134,6 +145,8 @@ void LoginItemsView::changeEvent(QEvent *event)
 void LoginItemsView::readData()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    notSaved.clear(); // the rows show what is there
+    message->dropEvent();
     showItems(access.readData());
 }
 
@@ -211,6 +224,7 @@ void LoginItemsView::enabledDidChange(int row, bool enabled)
 void LoginItemsView::addDataToChangeDataList(int actionId, const QString &path, bool enabled)
 {
     pending.addDataToChangeDataList(actionId, path, enabled);
+    message->dropEvent();
 }
 
 Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool enabled,
@@ -224,9 +238,53 @@ Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool e
 void LoginItemsView::saveChanges()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
-    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
-    (void)pending.saveChanges();
+    const QList<LoginItemChange> wanted = context.shared.loginItemCommands();
+    // Failures have been logged where they happened; they stop nothing.
+    QList<LoginItemFailure> failures = pending.saveChanges();
+    if (!failures.isEmpty()) {
+        const QList<LoginItemRow> now = access.readData(LoginItemsAccess::Reading::Silent);
+        failures.removeIf([&](const LoginItemFailure &failure) {
+            return !failure.isWayBack && isReached(now, failure.change);
+        });
+    }
+    save = pageSave(wanted, failures, context.backup, context.shared.backupFileName());
+    notSaved.clear();
+    for (const LoginItemFailure &failure : std::as_const(failures))
+        if (!failure.isWayBack)
+            notSaved.append(failure.change);
     disableSaveButton();
+    tellOfSave();
+}
+
+void LoginItemsView::tellOfSave()
+{
+    if (save.changes == 0)
+        return;
+    QList<MessageLine::Link> links;
+    if (!save.failures.isEmpty())
+        links.append({tr("Details"), [this] {
+                          DetailsSheet::show(context.dialogs, detailsOf(save), lcLoginItems, *this);
+                      }});
+    if (save.notSaved() > 0)
+        links.append({tr("Try Again"), [this] { tryAgain(); }});
+    else if (save.failures.isEmpty() && context.showBackup)
+        links.append(
+            {tr("Undo…"), [this] { context.showBackup(QFileInfo(save.backupFile).fileName()); }});
+    message->tell(noticeOf(save), links);
+}
+
+void LoginItemsView::chooseNotSavedAgain()
+{
+    for (const LoginItemChange &change : std::exchange(notSaved, {})) {
+        addDataToChangeDataList(change.actionId, change.path, change.isEnabled);
+        enableSaveButton();
+    }
+}
+
+void LoginItemsView::tryAgain()
+{
+    chooseNotSavedAgain();
+    saveChanges();
 }
 
 void LoginItemsView::cancelChanges()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/Notices.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
 #include "loginitems/PendingLoginItems.h"
@@ -17,6 +18,7 @@ namespace varnel {
 
 class LoginItemChangesInfoWindow;
 class LoginItemsModel;
+class MessageLine;
 
 /// What opens at login, and what this program has taken out of that list.
 class LoginItemsView : public QWidget {
@@ -41,7 +43,13 @@ public:
     /// Reads both places, changes nothing, tells nothing.
     void showAgain();
 
+    /// Failures have been logged; the message line tells them.
     void saveChanges();
+    /// What came of the last save.
+    [[nodiscard]] const PageSave &lastSave() const { return save; }
+    /// Records the changes that were not saved anew, as if they had been made again.
+    void chooseNotSavedAgain();
+    void tryAgain();
     /// Asks first.
     void cancelChanges();
     void cancelAlertDidEnd(int returnCode);
@@ -72,6 +80,7 @@ private:
     void setSaveButtonsEnabled(bool enabled);
     void showItems(const QList<LoginItemRow> &items);
     void showEmptyText();
+    void tellOfSave();
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);
     [[nodiscard]] int selectedRow() const;
@@ -83,6 +92,9 @@ private:
     LoginItemsAccess access;
     PendingLoginItems pending;
     LoginItemsModel *rows;
+    MessageLine *message = nullptr;
+    PageSave save; ///< the last one
+    QList<LoginItemChange> notSaved; ///< by it
     LoginItemChangesInfoWindow *loginItemChangesInfoWindow = nullptr; ///< made when first shown
     int selectedRowIndex = -1;
 };

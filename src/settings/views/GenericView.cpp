@@ -220,6 +220,11 @@ QString GenericView::noteOf(int place) const
         const QString old = readInWords(row, onDisk);
         return QStringLiteral("was: ") + (old.isEmpty() ? QStringLiteral("empty") : old);
     }
+    if (parentView && parentView->wasNotSaved(row.id)) {
+        const QString still = readInWords(row, onDisk);
+        return QStringLiteral("not saved; still: ")
+            + (still.isEmpty() ? QStringLiteral("empty") : still);
+    }
     if (!shows(place, onDisk.value))
         return QStringLiteral("saved: ") + sentenceFor(row, onDisk.value);
     return onDisk.notText ? notTextNote() : QString();
@@ -230,6 +235,8 @@ void GenericView::showPendingState()
     bool any = false;
     for (int place = 0; place < notes.size(); ++place) {
         const QString note = noteOf(place);
+        const bool failed = parentView && parentView->wasNotSaved(rows[place]->id);
+        notes[place]->setInk(failed ? &Theme::danger : nullptr);
         notes[place]->showText(note);
         controls[place]->setAccessibleDescription(note);
         any = any || waitingValue(place);

@@ -39,6 +39,7 @@ void Quillet::doSearch()
         showTimeMachineModules(result.id, total, top, false, shading);
         showQuickTimePlayerModules(result.id, total, top, false, shading);
     }
+    showLasting();
     page->showSearchOutcome(results.isEmpty());
 }
 

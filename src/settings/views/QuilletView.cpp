@@ -7,6 +7,7 @@
 #include "settings/views/SettingsFooter.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/NodeModel.h"
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
@@ -227,6 +228,10 @@ void QuilletView::orderFocus()
         setTabOrder(last, button);
         last = button;
     }
+    for (QWidget *link : messageLine().allLinks()) {
+        setTabOrder(last, link);
+        last = link;
+    }
 }
 
 void QuilletView::rememberFocus(QWidget *focused)
@@ -249,6 +254,11 @@ void QuilletView::setButtonsEnabled(bool enabled)
 void QuilletView::showChangeCount(qsizetype count)
 {
     ui->footer->showChangeCount(count);
+}
+
+MessageLine &QuilletView::messageLine() const
+{
+    return ui->footer->messageLine();
 }
 
 void QuilletView::placeFooter()

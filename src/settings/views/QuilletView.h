@@ -13,6 +13,7 @@ class QuilletView;
 
 namespace varnel {
 
+class MessageLine;
 class Node;
 class NodeModel;
 class Quillet;
@@ -55,6 +56,9 @@ public:
     void setButtonsEnabled(bool enabled);
     /// Says on the Save button how many changes it would save.
     void showChangeCount(qsizetype count);
+
+    /// What came of the last action, in the footer.
+    [[nodiscard]] MessageLine &messageLine() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

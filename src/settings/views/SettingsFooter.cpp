@@ -3,6 +3,7 @@
 #include "settings/views/FooterLayout.h"
 #include "ui/ChangeCount.h"
 #include "ui/Icons.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
 #include <QKeySequence>
@@ -13,7 +14,8 @@ namespace varnel {
 
 SettingsFooter::SettingsFooter(QWidget *parent)
     : QWidget(parent), save(makeColumn(QStringLiteral("Save"), 1)),
-      cancel(makeColumn(QStringLiteral("Cancel"), 2)), view(makeColumn(QStringLiteral("View"), 3))
+      cancel(makeColumn(QStringLiteral("Cancel"), 2)), view(makeColumn(QStringLiteral("View"), 3)),
+      message(new MessageLine(this))
 {
     Theme::makeAccentButton(save.button);
     save.button->setIcon(Icons::onAccent(save.button->icon()));
@@ -49,6 +51,8 @@ void SettingsFooter::place(int left)
         return FooterColumn {part.button, part.label, part.changesLabel};
     };
     setFixedHeight(layOutFooter({{column(save), column(cancel), column(view)}}, left));
+    const QRect last = view.button->geometry().united(view.changesLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, width(), save.button->height());
 }
 
 void SettingsFooter::setButtonsEnabled(bool enabled)

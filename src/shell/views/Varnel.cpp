@@ -19,12 +19,14 @@ namespace varnel {
 namespace {
 
 constexpr int hiddenSettingsTab = 3;
+constexpr int restoreBackupTab = 4;
 
 } // namespace
 
 Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<PageRow> rows)
     : context(pageContext), window(mainWindow), pages(std::move(rows))
 {
+    context.showBackup = [this](const QString &name) { showBackup(name); };
     context.shared.setBackupFileName(context.workspace.tools().createBackupFile());
 }
 
@@ -112,6 +114,13 @@ bool Varnel::tabViewShouldSelectTabViewItem(int index)
 void Varnel::showWelcomeTabView()
 {
     window.tabView()->setCurrentIndex(hiddenSettingsTab);
+}
+
+void Varnel::showBackup(const QString &name)
+{
+    window.tabView()->setCurrentIndex(restoreBackupTab);
+    if (const auto &select = row(PageId::RestoreBackup).select)
+        select(context.shared, name);
 }
 
 void Varnel::showWelcomeView()

@@ -40,6 +40,8 @@ public:
 
     /// Shows the hidden settings: for the welcome page's links.
     void showWelcomeTabView();
+    /// The page of the backup files, with that one selected.
+    void showBackup(const QString &name);
 
     /// The list of keys, as a sheet.
     void showShortcuts();

@@ -5,6 +5,7 @@
 #include "shell/QuitDecision.h"
 #include "shell/views/CloseApplicationsSheet.h"
 #include "shell/views/CloseRowsModel.h"
+#include "support/gui/Messages.h"
 #include "support/gui/ProgramFixture.h"
 #include "ui/AlertSheet.h"
 #include "ui/Theme.h"
@@ -229,6 +230,64 @@ TEST_P(PicturesTest, Backups)
     expectSheet(*dialogs.sheets.last(), u"sheet-contents"_s);
 }
 
+TEST_P(PicturesTest, MessagesOfASave)
+{
+    const QString dock = place + u"/Library/Preferences/com.apple.dock.plist";
+    QDir().mkpath(dock);
+    open();
+    const QWidget &page = go(settingsTab);
+    auto &save = *page.findChild<QPushButton *>(u"saveButton"_s);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    selectGroup(page, 1);
+    choosePending(page, u"HideDockView"_s, 0);
+    click(save);
+    expect(*window, u"message-not-saved"_s);
+    followLink(page, u"Details"_s);
+    expectSheet(*dialogs.sheets.last(), u"sheet-details"_s);
+    QDir().rmdir(dock);
+    followLink(page, u"Try Again"_s);
+    expect(*window, u"message-saved"_s);
+    QFile file(dock);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.close();
+    selectGroup(page, 0);
+    selectGroup(page, 1);
+    expect(*window, u"message-damaged"_s);
+}
+
+TEST_P(PicturesTest, MessageOfALostWayBack)
+{
+    open();
+    const QString backups = place + u"/Library/Application Support/Varnel/Backup";
+    QDir(backups).removeRecursively();
+    QFile file(backups);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QWidget &page = go(settingsTab);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    click(*page.findChild<QPushButton *>(u"saveButton"_s));
+    expect(*window, u"message-no-way-back"_s);
+}
+
+TEST_P(PicturesTest, MessagesOfOtherPages)
+{
+    putBackup(u"quillet1.sqlite"_s);
+    open();
+    const QWidget &restore = go(restoreTab);
+    auto &table = *restore.findChild<QTableView *>(u"tableView"_s);
+    dynamic_cast<BackupModel &>(*table.model())
+        .setEntries(
+            {{u"quillet1.sqlite"_s, QDateTime({2024, 3, 4}, {9, 41, 26}, QTimeZone::utc())}});
+    table.selectRow(0);
+    click(*restore.findChild<QPushButton *>(u"restoreButton"_s));
+    expect(*window, u"message-restored"_s);
+    const QWidget &login = go(loginTab);
+    dialogs.application = u"/Applications/Editor.app"_s;
+    click(*login.findChild<QPushButton *>(u"addButton"_s));
+    QDir().mkpath(place + u"/Library/Application Support/Varnel/disableLoginItems.sqlite");
+    click(*login.findChild<QPushButton *>(u"saveButton"_s));
+    expect(*window, u"message-login-items"_s);
+}
+
 TEST_P(PicturesTest, Sheets)
 {
     open();
@@ -258,6 +317,14 @@ TEST_P(PicturesTest, Sheets)
                          true},
                         {});
     expectSheet(deleting, u"sheet-delete"_s);
+
+    AlertSheet unsaved(window.get(),
+                       {u"Changes Were Not Saved"_s,
+                        u"1 of 2 changes was not saved: com.apple.dock.plist can't be written "
+                        u"(Permission denied)."_s,
+                        {u"Close Anyway"_s, u"Stay"_s}},
+                       {});
+    expectSheet(unsaved, u"sheet-unsaved"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));

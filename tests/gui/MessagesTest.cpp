@@ -1,0 +1,346 @@
+#include "support/gui/Messages.h"
+#include "base/Literals.h"
+#include "loginitems/views/LoginItems.h"
+#include "loginitems/views/LoginItemsView.h"
+#include "settings/views/GenericView.h"
+#include "settings/views/Quillet.h"
+#include "support/FileFacts.h"
+#include "support/gui/Input.h"
+#include "support/gui/ProgramFixture.h"
+#include "ui/DetailsSheet.h"
+#include "ui/ElidedLabel.h"
+
+#include <QDir>
+#include <QPushButton>
+#include <QTableView>
+
+using namespace varnel;
+using namespace varnel::test;
+
+namespace {
+
+const QString dockFile = u"com.apple.dock.plist"_s;
+
+/// The real window over a real home: files that can't be written are folders in their places.
+class MessagesTest : public ProgramFixture {
+protected:
+    MessagesTest() { QDir().mkpath(backups); }
+
+    void block(const QString &file) const { ASSERT_TRUE(QDir().mkpath(home.preference(file))); }
+    void unblock(const QString &file) const { ASSERT_TRUE(QDir().rmdir(home.preference(file))); }
+
+    QWidget &settings(int group = 1)
+    {
+        QWidget &page = go(settingsTab);
+        selectGroup(page, group);
+        return page;
+    }
+    static void chooseIn(const QWidget &page, const QString &viewClass, int index)
+    {
+        choose(*page.findChild<QWidget *>(viewClass)->findChild<QComboBox *>(), index);
+    }
+    static void press(const QWidget &page, const QString &button)
+    {
+        click(*page.findChild<QPushButton *>(button));
+    }
+    static QString noteOf(const QWidget &page, const QString &viewClass)
+    {
+        return page.findChild<QWidget *>(viewClass)
+            ->findChild<ElidedLabel *>(u"noteLabel"_s)
+            ->text();
+    }
+    [[nodiscard]] QTableView &table(const QWidget &page) const
+    {
+        return *page.findChild<QTableView *>(u"tableView"_s);
+    }
+
+    QString backups = home.path() + u"/Library/Application Support/Varnel/Backup/";
+};
+
+} // namespace
+
+TEST_F(MessagesTest, whatWasSavedIsSaidUntilTheNextEdit)
+{
+    start();
+    QWidget &page = settings();
+    EXPECT_EQ(messageOf(page), QString());
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(messageOf(page), u"Saved 1 change. Old values are in quillet1.sqlite."_s);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Quiet);
+    EXPECT_EQ(linksOf(page), QStringList {u"Undo…"_s});
+    chooseIn(page, u"HideDockView"_s, 1);
+    EXPECT_FALSE(messageOf(page).contains(u"Saved"));
+    EXPECT_EQ(linksOf(page), QStringList());
+}
+
+TEST_F(MessagesTest, undoLeadsToTheRestorePageWithTheFileSelected)
+{
+    writeRaw(backups + u"quillet0.sqlite", "words");
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    followLink(page, u"Undo…"_s);
+    EXPECT_EQ(window->tabView()->currentIndex(), restoreTab);
+    const QWidget &restore = go(restoreTab);
+    const QModelIndexList chosen = table(restore).selectionModel()->selectedRows();
+    ASSERT_EQ(chosen.size(), 1);
+    EXPECT_EQ(chosen[0].data().toString(), u"quillet1.sqlite"_s);
+    EXPECT_EQ(window->focusWidget(), &table(restore));
+    EXPECT_EQ(linksOf(page), QStringList()) << "the page was left";
+
+    press(restore, u"restoreButton"_s);
+    EXPECT_EQ(messageOf(restore), u"Restored: 1 setting. Dock wants a restart."_s);
+    EXPECT_FALSE(QFile::exists(home.preference(dockFile)));
+}
+
+TEST_F(MessagesTest, whatWasNotSavedIsToldAndTriedAgain)
+{
+    block(dockFile);
+    start();
+    QWidget &page = settings(0);
+    chooseIn(page, u"ScrollbarView"_s, 2);
+    selectGroup(page, 1);
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Failure);
+    const QString text = messageOf(page);
+    EXPECT_TRUE(
+        text.startsWith(u"1 of 2 changes was not saved: com.apple.dock.plist can't be written ("))
+        << text.toStdString();
+    EXPECT_EQ(linksOf(page), (QStringList {u"Details"_s, u"Try Again"_s}));
+    EXPECT_EQ(noteOf(page, u"HideDockView"_s), u"not saved; still: use default value"_s);
+    EXPECT_TRUE(shared.quilletCommands().isEmpty());
+    EXPECT_EQ(stored(u".GlobalPreferences.plist"_s, {u"AppleShowScrollBars"_s}).string,
+              u"Always"_s);
+
+    unblock(dockFile);
+    followLink(page, u"Try Again"_s);
+    EXPECT_EQ(messageOf(page), u"Saved 1 change. Old values are in quillet1.sqlite."_s);
+    EXPECT_EQ(stored(dockFile, {u"autohide"_s}).boolean, true);
+    EXPECT_EQ(noteOf(page, u"HideDockView"_s), QString());
+}
+
+TEST_F(MessagesTest, detailsNameTheSettingTheStepAndTheReason)
+{
+    block(dockFile);
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    followLink(page, u"Details"_s);
+    auto *sheet = dynamic_cast<DetailsSheet *>(dialogs.sheets.last().data());
+    ASSERT_NE(sheet, nullptr);
+    ASSERT_EQ(sheet->rows().size(), 1);
+    EXPECT_EQ(sheet->rows()[0].first(2), (QStringList {u"Hide the Dock"_s, u"not written"_s}));
+    EXPECT_TRUE(sheet->rows()[0][2].startsWith(u"com.apple.dock.plist can't be written ("));
+}
+
+TEST_F(MessagesTest, aRowIsNotSavedUntilItIsChosenAgain)
+{
+    block(dockFile);
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    selectGroup(page, 0);
+    EXPECT_FALSE(messageOf(page).contains(u"not saved"));
+    selectGroup(page, 1);
+    EXPECT_EQ(noteOf(page, u"HideDockView"_s), u"not saved; still: use default value"_s);
+    chooseIn(page, u"HideDockView"_s, 1);
+    EXPECT_TRUE(noteOf(page, u"HideDockView"_s).startsWith(u"was: "));
+}
+
+TEST_F(MessagesTest, withoutABackupFolderTheChangeIsSavedAndCantBeUndone)
+{
+    QDir(backups).removeRecursively();
+    writeRaw(backups.chopped(1), "a file in its place");
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Caution);
+    EXPECT_TRUE(messageOf(page).startsWith(u"Saved, but this change can't be undone: "))
+        << messageOf(page).toStdString();
+    EXPECT_EQ(linksOf(page), QStringList {u"Details"_s});
+    EXPECT_EQ(stored(dockFile, {u"autohide"_s}).boolean, true);
+}
+
+TEST_F(MessagesTest, anOldTextThatNoRowCanHoldComesBackAllTheSame)
+{
+    putFile(u"com.apple.screencapture.plist"_s, u"<key>name</key><string>Ann's</string>"_s);
+    start();
+    QWidget &page = settings(7);
+    auto *view = page.findChild<GenericView *>(u"ScreenCaptureFilePrefixView"_s);
+    view->useDefaultValue(0);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(messageOf(page), u"Saved 1 change. Old values are in quillet1.sqlite."_s);
+    followLink(page, u"Undo…"_s);
+    const QWidget &restore = go(restoreTab);
+    press(restore, u"restoreButton"_s);
+    EXPECT_TRUE(messageOf(restore).startsWith(u"Restored: 1 setting."));
+    EXPECT_EQ(stored(u"com.apple.screencapture.plist"_s, {u"name"_s}).string, u"Ann's"_s);
+}
+
+TEST_F(MessagesTest, aDamagedFileIsToldWhileItsPageIsShown)
+{
+    writeRaw(home.preference(dockFile), "no property list");
+    start();
+    QWidget &page = settings(0);
+    EXPECT_EQ(messageOf(page), QString());
+    selectGroup(page, 1);
+    const QString damaged =
+        u"com.apple.dock.plist is damaged: its settings are shown as defaults and won't be "
+        u"changed."_s;
+    EXPECT_EQ(messageOf(page), damaged);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Caution);
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    EXPECT_TRUE(
+        messageOf(page).startsWith(u"The change was not saved: com.apple.dock.plist is damaged ("))
+        << messageOf(page).toStdString();
+    EXPECT_EQ(readRaw(home.preference(dockFile)), "no property list");
+    selectGroup(page, 0);
+    EXPECT_EQ(messageOf(page), QString());
+    selectGroup(page, 1);
+    EXPECT_EQ(messageOf(page), damaged);
+    writeRaw(home.preference(dockFile),
+             "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict/></plist>");
+    selectGroup(page, 0);
+    selectGroup(page, 1);
+    EXPECT_EQ(messageOf(page), QString());
+}
+
+TEST_F(MessagesTest, aSearchTellsOfTheFilesOfWhatItFinds)
+{
+    writeRaw(home.preference(dockFile), "no property list");
+    start();
+    QWidget &page = settings(0);
+    auto &field = *page.findChild<QLineEdit *>(u"searchField"_s);
+    field.setText(u"scrolling"_s);
+    EXPECT_EQ(messageOf(page), QString());
+    field.setText(u"dock"_s);
+    EXPECT_TRUE(messageOf(page).startsWith(u"com.apple.dock.plist is damaged: "));
+}
+
+TEST_F(MessagesTest, aFileThatIsNoBackupChangesNothingAndSaysSo)
+{
+    writeRaw(backups + u"quillet3.sqlite", "words");
+    start();
+    const QWidget &page = go(restoreTab);
+    table(page).selectRow(0);
+    press(page, u"restoreButton"_s);
+    EXPECT_EQ(messageOf(page), u"quillet3.sqlite can't be read; nothing was changed."_s);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Failure);
+    EXPECT_TRUE(QFile::exists(backups + u"quillet3.sqlite"));
+}
+
+TEST_F(MessagesTest, aRowThatStopsThePlaybackIsNamedAndTheFileIsStillThere)
+{
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    writeRaw(home.preference(dockFile), "no property list");
+    followLink(page, u"Undo…"_s);
+    const QWidget &restore = go(restoreTab);
+    press(restore, u"restoreButton"_s);
+    EXPECT_EQ(toneOf(restore), Notice::Tone::Failure);
+    const QString text = messageOf(restore);
+    EXPECT_TRUE(
+        text.startsWith(u"Restoring stopped at “Hide the Dock”: com.apple.dock.plist is damaged ("))
+        << text.toStdString();
+    EXPECT_TRUE(text.endsWith(u"It has restored nothing; quillet1.sqlite is still there."));
+    EXPECT_TRUE(QFile::exists(backups + u"quillet1.sqlite"));
+    EXPECT_EQ(readRaw(home.preference(dockFile)), "no property list");
+}
+
+TEST_F(MessagesTest, deletedFilesAreTold)
+{
+    writeRaw(backups + u"quillet3.sqlite", "words");
+    start();
+    const QWidget &page = go(restoreTab);
+    table(page).selectRow(0);
+    press(page, u"deleteButton"_s);
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(messageOf(page), u"Deleted quillet3.sqlite."_s);
+}
+
+TEST_F(MessagesTest, aLoginItemThatCantBeStoredIsNamedAndTriedAgain)
+{
+    const QString storePath =
+        home.path() + u"/Library/Application Support/Varnel/disableLoginItems.sqlite";
+    loginItems.items = {{u"Clock"_s, u"/Applications/Clock.app"_s, {}}};
+    start();
+    writeRaw(storePath, "no database");
+    const QWidget &page = go(loginTab);
+    LoginItemsView &view = *shared.loginItems()->loginItemsView();
+    view.addDataToChangeDataList(LoginItemChange::Add, u"/Applications/Painter.app"_s, false);
+    view.enableSaveButton();
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(toneOf(page), Notice::Tone::Failure);
+    EXPECT_TRUE(
+        messageOf(page).startsWith(u"The change was not saved: Painter.app can't be added ("))
+        << messageOf(page).toStdString();
+    EXPECT_EQ(linksOf(page), (QStringList {u"Details"_s, u"Try Again"_s}));
+    EXPECT_TRUE(QFile::remove(storePath));
+    followLink(page, u"Try Again"_s);
+    EXPECT_EQ(messageOf(page), u"Saved 1 change. Old values are in quillet1.sqlite."_s);
+    view.readData();
+    EXPECT_EQ(messageOf(page), QString());
+    EXPECT_EQ(table(page).model()->rowCount(), 2);
+}
+
+TEST_F(MessagesTest, theLinksComeAfterTheButtonsAndNothingMoves)
+{
+    start();
+    QWidget &page = settings();
+    auto &footer = *page.findChild<QWidget *>(u"footer"_s);
+    auto &view = *page.findChild<QPushButton *>(u"viewButton"_s);
+    const QRect before = footer.geometry();
+    const QPoint button = view.pos();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(footer.geometry(), before);
+    EXPECT_EQ(view.pos(), button);
+    const MessageLine &line = messageLineOf(page);
+    EXPECT_GT(line.x(), view.geometry().right());
+    EXPECT_LE(line.geometry().right(), footer.width());
+    QWidget *next = view.nextInFocusChain();
+    while (next != line.links().first() && next != &view
+           && !(next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus)))
+        next = next->nextInFocusChain();
+    EXPECT_EQ(next, line.links().first());
+}
+
+TEST_F(MessagesTest, theMessageIsANotificationToAScreenReader)
+{
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    press(page, u"saveButton"_s);
+    QAccessibleInterface *message =
+        QAccessible::queryAccessibleInterface(page.findChild<MessageText *>());
+    EXPECT_EQ(message->role(), QAccessible::Notification);
+    EXPECT_EQ(message->text(QAccessible::Name),
+              u"Saved 1 change. Old values are in quillet1.sqlite."_s);
+}
+
+TEST_F(MessagesTest, aLongSentenceTakesTwoLinesAndIsWholeInItsTip)
+{
+    MessageLine line;
+    line.resize(200, 80);
+    MessageText &text = *line.findChild<MessageText *>();
+    line.tell({Notice::Tone::Failure, u"Short."_s}, {{u"Details"_s, [] {}}});
+    EXPECT_LE(text.height(), 2 * text.fontMetrics().lineSpacing());
+    EXPECT_EQ(text.toolTip(), QString());
+    const QString whole =
+        u"A sentence that has many words, and more than find room in two lines of "
+        u"so narrow a place as this one is."_s;
+    line.tell({Notice::Tone::Failure, whole}, {{u"Details"_s, [] {}}});
+    EXPECT_EQ(text.height(), 2 * text.fontMetrics().lineSpacing());
+    line.show();
+    EXPECT_EQ(text.toolTip(), whole);
+    EXPECT_GE(line.links().first()->y(), text.geometry().bottom());
+}
