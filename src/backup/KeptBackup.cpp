@@ -291,6 +291,20 @@ QString exactnessSentence(const KeptBackup &kept, const QList<BackupRow> &rows)
     return u"Comes back only as its line says: "_s + reasons.join(u"; ") + u'.';
 }
 
+QString exactnessInWords(const KeptBackup &kept, const QList<BackupRow> &rows)
+{
+    if (rows.isEmpty())
+        return {};
+    const auto byRow = std::count_if(rows.begin(), rows.end(), [&kept](const BackupRow &row) {
+        return !kept.whyNotExact(row).isNull();
+    });
+    if (byRow == 0)
+        return u"comes back exactly"_s;
+    return byRow == rows.size()
+        ? u"comes back as its lines say"_s
+        : u"%1 of %2 come back exactly"_s.arg(rows.size() - byRow).arg(rows.size());
+}
+
 QString exactText(const QList<OldKey> &keys)
 {
     QStringList texts;

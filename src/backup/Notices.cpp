@@ -348,6 +348,18 @@ Notice noticeOfDeletion(const QStringList &names, const std::optional<Error> &er
                 + u'.'};
 }
 
+QString unreadableInWords(const QString &name, const Error &error)
+{
+    return cannot(name, u"read"_s, error);
+}
+
+Notice noticeOfSelection(const QString &played, qsizetype selected)
+{
+    return {Tone::Caution,
+            u"Restore plays back %1 only and deletes all %2 selected files."_s.arg(
+                played, QString::number(selected))};
+}
+
 QString contentsInWords(const QList<BackupRow> &rows)
 {
     const QSet<int> settings = settingsOf(rows);

@@ -69,7 +69,11 @@ struct PageRestore {
 /// Files were deleted without being played back.
 [[nodiscard]] Notice noticeOfDeletion(const QStringList &names, const std::optional<Error> &error);
 
-/// "3 settings of Dock, Finder, and 1 login item": what rows of a backup file stand for.
+/// "quillet3.sqlite can't be read (file is not a database)"
+[[nodiscard]] QString unreadableInWords(const QString &name, const Error &error);
+/// Of all the selected files only one is played back.
+[[nodiscard]] Notice noticeOfSelection(const QString &played, qsizetype selected);
+/// "3 settings of Dock, Finder; 1 login item": what rows of a backup file stand for.
 [[nodiscard]] QString contentsInWords(const QList<BackupRow> &rows);
 
 } // namespace varnel

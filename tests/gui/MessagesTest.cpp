@@ -344,3 +344,64 @@ TEST_F(MessagesTest, aLongSentenceTakesTwoLinesAndIsWholeInItsTip)
     EXPECT_EQ(text.toolTip(), whole);
     EXPECT_GE(line.links().first()->y(), text.geometry().bottom());
 }
+
+TEST_F(MessagesTest, theRestorePageSaysWhatTheSelectedFileHolds)
+{
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    selectGroup(page, 0);
+    chooseIn(page, u"ScrollbarView"_s, 2);
+    press(page, u"saveButton"_s);
+    writeRaw(backups + u"quillet0.sqlite", "words");
+    const QWidget &restore = go(restoreTab);
+    EXPECT_EQ(restore.findChild<QLabel *>(u"hintLabel"_s)->text(),
+              u"Restore puts the old values back at once, then deletes the file."_s);
+    EXPECT_EQ(messageOf(restore), QString());
+    table(restore).selectRow(1);
+    EXPECT_TRUE(messageOf(restore).endsWith(u"2 settings of General, Dock; comes back exactly"))
+        << messageOf(restore).toStdString();
+    EXPECT_EQ(toneOf(restore), Notice::Tone::Quiet);
+    table(restore).selectRow(0);
+    EXPECT_TRUE(
+        messageOf(restore).endsWith(u"quillet0.sqlite can't be read (file is not a database)"));
+    table(restore).selectAll();
+    EXPECT_EQ(toneOf(restore), Notice::Tone::Caution);
+    EXPECT_TRUE(messageOf(restore).startsWith(u"Restore plays back quillet"));
+    EXPECT_TRUE(messageOf(restore).endsWith(u" only and deletes all 2 selected files."));
+    table(restore).clearSelection();
+    EXPECT_EQ(messageOf(restore), QString());
+}
+
+TEST_F(MessagesTest, theNewestFileIsCalledSo)
+{
+    writeRaw(backups + u"quillet1.sqlite", "words");
+    writeRaw(backups + u"quillet2.sqlite", "words");
+    QFile first(backups + u"quillet1.sqlite");
+    ASSERT_TRUE(first.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(first.setFileTime(QDateTime::currentDateTime().addDays(1),
+                                  QFileDevice::FileModificationTime));
+    first.close();
+    start();
+    const QWidget &restore = go(restoreTab);
+    QStringList texts;
+    for (int row = 0; row < 2; ++row) {
+        table(restore).selectRow(row);
+        texts.append(messageOf(restore));
+    }
+    EXPECT_EQ(texts.filter(u"newest; "_s).size(), 1);
+}
+
+TEST_F(MessagesTest, theContentsOfAFileThatIsNoBackupSaySoAndWhy)
+{
+    writeRaw(backups + u"quillet3.sqlite", "words");
+    start();
+    const QWidget &restore = go(restoreTab);
+    table(restore).selectRow(0);
+    press(restore, u"infoButton"_s);
+    QStringList texts;
+    for (const QLabel *label : dialogs.sheets.last()->findChildren<QLabel *>())
+        texts.append(label->text());
+    EXPECT_TRUE(texts.contains(u"quillet3.sqlite can't be read (file is not a database)."_s));
+    EXPECT_FALSE(texts.contains(u"This file holds no changes that can be undone."_s));
+}

@@ -19,6 +19,7 @@
 #include <QHeaderView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <algorithm>
@@ -65,7 +66,7 @@ void RestoreBackupView::connectControls()
     ui->restoreButton->setIcon(Icons::icon(QStringLiteral("Restore")));
     ui->deleteButton->setIcon(Icons::icon(QStringLiteral("Delete")));
     ui->infoButton->setIcon(Icons::icon(QStringLiteral("Info")));
-    for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel})
+    for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel, ui->hintLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
     connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
             &RestoreBackupView::reloadData);
@@ -111,7 +112,7 @@ void RestoreBackupView::reloadData()
     getBackupFiles();
     select(selected, current);
     showEmptyText();
-    setButtonsStatus();
+    tableViewSelected();
 }
 
 void RestoreBackupView::selectFile(const QString &name)
@@ -156,6 +157,7 @@ void RestoreBackupView::getBackupFiles()
     // Why there is nothing to list has been logged.
     Result<QList<BackupEntry>> listed = folder.list();
     QList<BackupEntry> entries = listed ? std::move(listed).value() : QList<BackupEntry>();
+    descriptions.clear();
     sorting.sortDescending = true;
     sortByName(entries, sorting.sortDescending);
     theFileNames->setEntries(std::move(entries));
@@ -216,6 +218,45 @@ void RestoreBackupView::setButtonsStatus()
 void RestoreBackupView::tableViewSelected()
 {
     setButtonsStatus();
+    tellOfSelection();
+}
+
+void RestoreBackupView::tellOfSelection()
+{
+    if (deleting)
+        return;
+    message->dropEvent();
+    const QList<int> rows = selectedRows();
+    message->setLasting(rows.size() > 1
+                            ? std::optional(noticeOfSelection(nameAt(selectedRow()), rows.size()))
+                            : std::nullopt);
+    message->setIdleText(rows.size() == 1 ? describe(nameAt(rows.first())) : QString());
+}
+
+QString RestoreBackupView::describe(const QString &name)
+{
+    const auto known = descriptions.constFind(name);
+    if (known != descriptions.constEnd())
+        return *known;
+    const BackupFolder folder(context.workspace);
+    const QString path = folder.pathOf(name);
+    const Result<QList<BackupRow>> rows = folder.glanceAt(path);
+    QStringList parts;
+    const QList<BackupEntry> &entries = theFileNames->entries();
+    const auto newest = std::max_element(
+        entries.begin(), entries.end(),
+        [](const BackupEntry &a, const BackupEntry &b) { return a.createdDate < b.createdDate; });
+    if (newest != entries.end() && newest->name == name && entries.size() > 1)
+        parts.append(tr("newest"));
+    if (rows) {
+        const KeptBackup kept(context.workspace, path, rows.value());
+        parts.append(contentsInWords(rows.value()));
+        if (const QString words = exactnessInWords(kept, rows.value()); !words.isNull())
+            parts.append(words);
+    } else {
+        parts.append(unreadableInWords(name, rows.error()));
+    }
+    return *descriptions.insert(name, parts.join(u"; "));
 }
 
 void RestoreBackupView::restoreBackupFiles()
@@ -229,6 +270,8 @@ void RestoreBackupView::restoreBackupFiles()
     std::optional<PageRestore> restore = play(name);
     if (restore && restore->report.complete())
         restore->notDeleted = deleteRows(rows);
+    descriptions.clear(); // another file may come back in another way now
+    tellOfSelection();
     message->tell(restore ? noticeOf(*restore) : noticeOfUnreadable(name));
 }
 
@@ -286,6 +329,7 @@ void RestoreBackupView::deleteSelectedFiles()
 
 std::optional<Error> RestoreBackupView::deleteRows(const QList<int> &rows)
 {
+    const QScopedValueRollback within(deleting, true); // each row that goes changes the selection
     BackupFolder folder = backupFolderOf(context);
     bool deleted = false;
     std::optional<Error> failure;

@@ -4,6 +4,7 @@
 #include "ui/PageContext.h"
 #include "ui/SortFlag.h"
 
+#include <QHash>
 #include <QSet>
 #include <QWidget>
 
@@ -59,6 +60,10 @@ private:
     [[nodiscard]] const QString &nameAt(int row) const;
     void showSortIndicator(int column);
     void showEmptyText();
+    /// Says beside the captions what the selected file holds, or that of several only one is
+    /// played.
+    void tellOfSelection();
+    [[nodiscard]] QString describe(const QString &name);
     [[nodiscard]] QList<int> selectedRows() const;
     /// The row that the table reports as the selected one: the current row if it is selected, else
     /// the lowest; -1 for none.
@@ -74,6 +79,8 @@ private:
     MessageLine *message;
     RestoreBackupInfoWindow *restoreBackupInfoWindow = nullptr; ///< made when first shown
     SortFlag sorting;
+    QHash<QString, QString> descriptions; ///< by name, of the files since they were listed
+    bool deleting = false;
 };
 
 } // namespace varnel
