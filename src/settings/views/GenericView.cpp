@@ -295,6 +295,23 @@ void GenericView::takeControl(QWidget *control)
     controls.append(control);
 }
 
+void GenericView::focusControl(int settingId)
+{
+    for (qsizetype place = 0; place < rows.size(); ++place) {
+        QWidget *control = controls.value(place);
+        if (rows[place]->id != settingId || control == nullptr)
+            continue;
+        // The keyboard is at what can take it: a slider at its default is disabled, its box is not.
+        if (!control->isEnabled())
+            for (QWidget *other : findChildren<QWidget *>())
+                if (other->isEnabled() && (other->focusPolicy() & Qt::TabFocus) != 0) {
+                    control = other;
+                    break;
+                }
+        control->setFocus(Qt::OtherFocusReason);
+    }
+}
+
 QRect GenericView::controlPlace(int place) const
 {
     const QWidget *control = controls.value(place);

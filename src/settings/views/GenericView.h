@@ -89,6 +89,8 @@ public:
     void showPendingState();
     [[nodiscard]] bool isPending() const { return pending; }
 
+    /// Gives the control of that setting the keyboard.
+    void focusControl(int settingId);
     /// Where the setting's control stands in the row; empty while there is none.
     [[nodiscard]] QRect controlPlace(int place) const;
     /// The keys of the setting at that place, or of all for -1, one below the other.

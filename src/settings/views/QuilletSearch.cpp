@@ -40,7 +40,9 @@ void Quillet::doSearch()
         showQuickTimePlayerModules(result.id, total, top, false, shading);
     }
     showLasting();
-    page->showSearchOutcome(results.isEmpty());
+    page->showSearchOutcome(results.isEmpty(),
+                            results.isEmpty() ? settingsCalled(page->searchText())
+                                              : QList<const SettingRow *>());
 }
 
 } // namespace varnel

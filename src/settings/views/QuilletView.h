@@ -18,6 +18,8 @@ class Node;
 class NodeModel;
 class Quillet;
 class SettingsColumn;
+class TextLink;
+struct SettingRow;
 
 /// The page of the hidden settings: the list of modules, the column of settings, the footer.
 class QuilletView : public QWidget {
@@ -49,8 +51,11 @@ public:
     /// Puts the keyboard into the search field.
     void startSearch();
     [[nodiscard]] QString searchText() const;
-    /// Says over the column why it is empty, if it is.
-    void showSearchOutcome(bool nothingFound);
+    /// Says over the column why it is empty, if it is, and leads to the settings that are called
+    /// so.
+    void showSearchOutcome(bool nothingFound, const QList<const SettingRow *> &called);
+    /// Selects the setting's group, and gives its control the keyboard.
+    void goToSetting(const SettingRow &row);
 
     /// The three buttons of the footer, together.
     void setButtonsEnabled(bool enabled);
@@ -80,6 +85,8 @@ private:
     std::shared_ptr<Node> rootNode;
     NodeModel *menu = nullptr;
     QLabel *emptyLabel = nullptr;
+    QLabel *calledLabel = nullptr;
+    QList<TextLink *> calledLinks;
     Quillet *parentView = nullptr;
     QString backupFileName;
     bool leavingSearch = false;
