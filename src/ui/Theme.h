@@ -103,8 +103,9 @@ void makeSearchField(QLineEdit *field, const std::function<void()> &cleared);
 
 /// Paints the ground of a shaded settings row, whose left edge runs on outside of `bounds`.
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette);
-/// Paints the mark of a pending change round that point.
-void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette);
+/// Paints the mark of a pending change round that point; upon a selection in the selection's ink.
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette,
+                    bool selected = false);
 /// Paints the blue band, the darker end at its lower edge.
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette);
 

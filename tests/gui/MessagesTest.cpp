@@ -9,6 +9,7 @@
 #include "support/gui/ProgramFixture.h"
 #include "ui/DetailsSheet.h"
 #include "ui/ElidedLabel.h"
+#include "ui/ImageAndTextCell.h"
 
 #include <QDir>
 #include <QPushButton>
@@ -404,4 +405,83 @@ TEST_F(MessagesTest, theContentsOfAFileThatIsNoBackupSaySoAndWhy)
         texts.append(label->text());
     EXPECT_TRUE(texts.contains(u"quillet3.sqlite can't be read (file is not a database)."_s));
     EXPECT_FALSE(texts.contains(u"This file holds no changes that can be undone."_s));
+}
+
+TEST_F(MessagesTest, whatWaitsIsMarkedAtItsGroupItsTabTheTitleAndTheQuitEntry)
+{
+    start();
+    const auto &quit = *window->findChild<QAction *>(u"quitAction"_s);
+    const QTabBar &tabs = *window->tabView()->tabBar();
+    QWidget &page = settings();
+    const QAbstractItemModel &groups = *page.findChild<QTreeView *>(u"menuOutlineVew"_s)->model();
+    const auto marked = [&groups] {
+        QStringList names;
+        for (int row = 0; row < groups.rowCount(); ++row)
+            if (groups.index(row, 0).data(ImageAndTextCell::PendingRole).toBool())
+                names.append(groups.index(row, 0).data().toString());
+        return names;
+    };
+    EXPECT_EQ(marked(), QStringList());
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(quit.text(), u"Quit Varnel"_s);
+
+    chooseIn(page, u"HideDockView"_s, 0);
+    EXPECT_EQ(marked(), QStringList {u"Dock"_s});
+    EXPECT_TRUE(tabs.tabData(settingsTab).toBool());
+    EXPECT_FALSE(tabs.tabData(loginTab).toBool());
+    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_TRUE(window->windowTitle().contains(u"[*]"));
+    EXPECT_EQ(quit.text(), u"Quit Without Saving 1 Change"_s);
+    selectGroup(page, 0);
+    chooseIn(page, u"ScrollbarView"_s, 2);
+    EXPECT_EQ(marked(), (QStringList {u"General"_s, u"Dock"_s}));
+    EXPECT_EQ(quit.text(), u"Quit Without Saving 2 Changes"_s);
+
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(marked(), QStringList());
+    EXPECT_FALSE(tabs.tabData(settingsTab).toBool());
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_EQ(quit.text(), u"Quit Varnel"_s);
+}
+
+TEST_F(MessagesTest, aLoginItemThatWaitsSaysWhatItWas)
+{
+    loginItems.items = {{u"Clock"_s, u"/Applications/Clock.app"_s, {}}};
+    start();
+    const QWidget &page = go(loginTab);
+    QAbstractItemModel &items = *table(page).model();
+    const QModelIndex box = items.index(0, 0);
+    const auto note = [&items] {
+        return items.index(0, 1).data(ImageAndTextCell::NoteRole).toString();
+    };
+    EXPECT_EQ(note(), QString());
+    items.setData(box, Qt::Unchecked, Qt::CheckStateRole);
+    EXPECT_EQ(note(), u"was: on"_s);
+    EXPECT_TRUE(items.index(0, 1).data(ImageAndTextCell::PendingRole).toBool());
+    EXPECT_TRUE(window->tabView()->tabBar()->tabData(loginTab).toBool());
+    items.setData(box, Qt::Checked, Qt::CheckStateRole);
+    EXPECT_EQ(note(), u"as it is on disk"_s);
+    items.setData(box, Qt::Unchecked, Qt::CheckStateRole);
+    press(page, u"saveButton"_s);
+    EXPECT_EQ(note(), QString());
+    items.setData(box, Qt::Checked, Qt::CheckStateRole);
+    EXPECT_EQ(note(), u"was: off"_s);
+}
+
+TEST_F(MessagesTest, aValueThatWasChosenBackSaysThatItIsOnDisk)
+{
+    putFile(dockFile, u"<key>autohide</key><true/><key>no-glass</key><integer>7</integer>"_s);
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 1);
+    EXPECT_EQ(noteOf(page, u"HideDockView"_s), u"was: yes"_s);
+    chooseIn(page, u"HideDockView"_s, 0);
+    EXPECT_EQ(noteOf(page, u"HideDockView"_s), u"as it is on disk"_s);
+    chooseIn(page, u"MinModeView"_s, 0);
+    chooseIn(page, u"MinModeView"_s, 2);
+    EXPECT_EQ(noteOf(page, u"MinModeView"_s), u"as it is on disk"_s) << "nothing stands there";
+    chooseIn(page, u"DockStyleView"_s, 0);
+    chooseIn(page, u"DockStyleView"_s, 2);
+    EXPECT_TRUE(noteOf(page, u"DockStyleView"_s).startsWith(u"was: "))
+        << "what stands there is no choice, and would go";
 }

@@ -54,6 +54,7 @@ void LoginItemsView::setUpTable()
 {
     QTableView *table = ui->tableView;
     table->setModel(rows);
+    rows->setNotes([this](const QString &path) { return pendingNote(path); });
     Theme::makeList(table);
     auto *nameCell = new ImageAndTextCell(table);
     // The names of rows without an icon stand in line with the others.
@@ -157,6 +158,9 @@ void LoginItemsView::showAgain()
 
 void LoginItemsView::showItems(const QList<LoginItemRow> &items)
 {
+    onDisk.clear();
+    for (const LoginItemRow &item : items)
+        onDisk.insert(item.path, item.enabled);
     rows->setRows(items);
     showEmptyText();
     tableViewSelectionDidChange();
@@ -252,8 +256,37 @@ void LoginItemsView::saveChanges()
     for (const LoginItemFailure &failure : std::as_const(failures))
         if (!failure.isWayBack)
             notSaved.append(failure.change);
+    noteSaved(wanted);
     disableSaveButton();
     tellOfSave();
+}
+
+/// The page is not read again.
+void LoginItemsView::noteSaved(const QList<LoginItemChange> &changes)
+{
+    for (const LoginItemChange &change : changes) {
+        if (notSaved.contains(change))
+            continue;
+        if (change.actionId == LoginItemChange::Remove)
+            onDisk.remove(change.path);
+        else
+            onDisk.insert(change.path, change.actionId == LoginItemChange::Enable);
+    }
+}
+
+QString LoginItemsView::pendingNote(const QString &path) const
+{
+    for (const LoginItemChange &change : std::as_const(context.shared.loginItemCommands())) {
+        if (change.path != path)
+            continue;
+        const auto before = onDisk.constFind(path);
+        if (before == onDisk.constEnd())
+            return tr("was: not listed");
+        if (*before == (change.actionId == LoginItemChange::Enable))
+            return tr("as it is on disk");
+        return *before ? tr("was: on") : tr("was: off");
+    }
+    return {};
 }
 
 void LoginItemsView::tellOfSave()
@@ -335,6 +368,9 @@ void LoginItemsView::setSaveButtonsEnabled(bool enabled)
     ui->viewButton->setEnabled(enabled);
     countChanges(*ui->saveButton, context.shared.loginItemCommands().size(),
                  QStringLiteral("the way back goes into the backup file first"));
+    rows->updateNotes();
+    if (context.pendingChanged)
+        context.pendingChanged();
 }
 
 int LoginItemsView::selectedRow() const

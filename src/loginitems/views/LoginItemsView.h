@@ -6,6 +6,7 @@
 #include "loginitems/PendingLoginItems.h"
 #include "ui/PageContext.h"
 
+#include <QHash>
 #include <QWidget>
 
 #include <memory>
@@ -81,6 +82,8 @@ private:
     void showItems(const QList<LoginItemRow> &items);
     void showEmptyText();
     void tellOfSave();
+    void noteSaved(const QList<LoginItemChange> &changes);
+    [[nodiscard]] QString pendingNote(const QString &path) const;
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);
     [[nodiscard]] int selectedRow() const;
@@ -95,6 +98,7 @@ private:
     MessageLine *message = nullptr;
     PageSave save; ///< the last one
     QList<LoginItemChange> notSaved; ///< by it
+    QHash<QString, bool> onDisk; ///< by path: whether the item is enabled there
     LoginItemChangesInfoWindow *loginItemChangesInfoWindow = nullptr; ///< made when first shown
     int selectedRowIndex = -1;
 };

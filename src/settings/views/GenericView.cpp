@@ -46,6 +46,17 @@ QString sentenceFor(const SettingRow &row, const SettingValue &value)
                                                  : actionSentence(row, value);
 }
 
+/// Whether saving the value would leave the file as it is, as far as the reading tells: a default
+/// whose setting has further keys, or reads only some kinds of objects, may take something away.
+bool standsSo(const SettingRow &row, const SettingReading &onDisk, const SettingValue &value)
+{
+    if (onDisk.notText || !meanTheSame(row, onDisk.value, value))
+        return false;
+    if (value != defaultValue(row))
+        return onDisk.found;
+    return !onDisk.found && row.keys.size() == 1 && row.mechanism != Mechanism::BarItems;
+}
+
 } // namespace
 
 GenericView::GenericView(const ViewContext &context, QList<const SettingRow *> settings,
@@ -217,6 +228,8 @@ QString GenericView::noteOf(int place) const
     if (const std::optional<SettingValue> waiting = waitingValue(place)) {
         if (*waiting != shownValue(place))
             return QStringLiteral("pending: ") + sentenceFor(row, *waiting);
+        if (standsSo(row, onDisk, *waiting))
+            return QStringLiteral("as it is on disk");
         const QString old = readInWords(row, onDisk);
         return QStringLiteral("was: ") + (old.isEmpty() ? QStringLiteral("empty") : old);
     }

@@ -89,7 +89,7 @@ void Quillet::enableSaveButton()
     if (!page)
         return;
     page->setButtonsEnabled(true);
-    page->showChangeCount(context.shared.quilletCommands().size());
+    showCount();
 }
 
 void Quillet::disableSaveButton()
@@ -97,7 +97,19 @@ void Quillet::disableSaveButton()
     if (!page)
         return;
     page->setButtonsEnabled(false);
-    page->showChangeCount(0);
+    showCount();
+}
+
+void Quillet::showCount()
+{
+    QSet<ModuleId> groups;
+    for (const ChangeRecord &change : context.shared.quilletCommands())
+        if (const SettingRow *row = findSetting(change.locationId))
+            groups.insert(row->module);
+    page->showChangeCount(context.shared.quilletCommands().size());
+    page->showPendingGroups(groups);
+    if (context.pendingChanged)
+        context.pendingChanged();
 }
 
 std::optional<SettingValue> Quillet::pendingValue(int settingId) const

@@ -103,6 +103,7 @@ private:
     void addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected);
     void selectMenu(int row);
     void showPendingState();
+    void showCount();
     void noteNotSaved(const QList<ChangeRecord> &wanted, const QList<SaveFailure> &failures);
     void forgetNotSaved(int settingId);
     void tellOfSave();

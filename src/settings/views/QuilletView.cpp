@@ -305,6 +305,14 @@ void QuilletView::showChangeCount(qsizetype count)
     ui->footer->showChangeCount(count);
 }
 
+void QuilletView::showPendingGroups(const QSet<ModuleId> &groups)
+{
+    QSet<QString> titles;
+    for (const ModuleId group : groups)
+        titles.insert(moduleRow(group).outlineTitle);
+    menu->setPending(titles);
+}
+
 MessageLine &QuilletView::messageLine() const
 {
     return ui->footer->messageLine();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "settings/SettingRow.h"
+
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <memory>
@@ -19,7 +22,6 @@ class NodeModel;
 class Quillet;
 class SettingsColumn;
 class TextLink;
-struct SettingRow;
 
 /// The page of the hidden settings: the list of modules, the column of settings, the footer.
 class QuilletView : public QWidget {
@@ -62,6 +64,8 @@ public:
     /// Says on the Save button how many changes it would save.
     void showChangeCount(qsizetype count);
 
+    /// Marks the groups with changes that are not saved.
+    void showPendingGroups(const QSet<ModuleId> &groups);
     /// What came of the last action, in the footer.
     [[nodiscard]] MessageLine &messageLine() const;
 

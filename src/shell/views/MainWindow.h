@@ -32,6 +32,10 @@ public:
     /// Null for none.
     [[nodiscard]] PageContainer *container(PageId page) const;
 
+    /// Marks the pages with changes that are not saved, the title, and the entry that would lose
+    /// them.
+    void showPending(qsizetype settings, qsizetype loginItems);
+
     /// Asked whenever the user closes the window; false keeps it open. Without one it closes.
     void setCloseGate(std::function<bool()> gate);
 
@@ -55,6 +59,7 @@ private:
     void goToPage(int index);
 
     std::unique_ptr<Ui::MainWindow> ui;
+    QAction *quitAction = nullptr;
     std::function<bool()> windowShouldClose;
 };
 

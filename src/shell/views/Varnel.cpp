@@ -26,6 +26,10 @@ constexpr int restoreBackupTab = 4;
 Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<PageRow> rows)
     : context(pageContext), window(mainWindow), pages(std::move(rows))
 {
+    context.pendingChanged = [this] {
+        window.showPending(context.shared.quilletCommands().size(),
+                           context.shared.loginItemCommands().size());
+    };
     context.showBackup = [this](const QString &name) { showBackup(name); };
     context.shared.setBackupFileName(context.workspace.tools().createBackupFile());
 }
