@@ -60,6 +60,9 @@ QRectF drawPending(QPainter &painter, const QStyleOptionViewItem &option, const 
                    QRectF room)
 {
     const bool selected = (option.state & QStyle::State_Selected) != 0;
+    // A source list's bar ends before the view does.
+    if (VarnelStyle::part(option.widget) == VarnelStyle::Part::SourceList)
+        room.setRight(room.right() - Theme::gapSmall);
     if (index.data(ImageAndTextCell::PendingRole).toBool()) {
         const double radius = Theme::pendingDotSize / 2.0;
         const QPointF centre(room.right() - radius - Theme::gapTiny, room.center().y());

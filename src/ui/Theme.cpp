@@ -219,6 +219,7 @@ void tunePalette(QPalette &palette)
     const QColor quiet = mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.6);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, quiet);
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, quiet);
 }
 
 QPalette lightPalette()

@@ -29,6 +29,8 @@ inline constexpr int pageMargin = 24;
 inline constexpr int fieldWidth = 260;
 /// Buttons, fields and choice lists beside each other are of one height.
 inline constexpr int controlHeight = 28;
+inline constexpr int footerButtonWidth = 44;
+inline constexpr int footerButtonHeight = 36;
 inline constexpr int listRowHeight = 28;
 inline constexpr int sourceListRowHeight = 32;
 inline constexpr int bandHeight = 90;

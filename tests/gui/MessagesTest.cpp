@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QTableView>
 
+#include <tuple>
+
 using namespace varnel;
 using namespace varnel::test;
 
@@ -484,4 +486,64 @@ TEST_F(MessagesTest, aValueThatWasChosenBackSaysThatItIsOnDisk)
     chooseIn(page, u"DockStyleView"_s, 2);
     EXPECT_TRUE(noteOf(page, u"DockStyleView"_s).startsWith(u"was: "))
         << "what stands there is no choice, and would go";
+}
+
+TEST_F(MessagesTest, whileNoMessageShowsTheFooterCountsWhatWaits)
+{
+    start();
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    EXPECT_EQ(messageOf(page), u"1 change is not saved"_s);
+    chooseIn(page, u"MinModeView"_s, 0);
+    EXPECT_EQ(messageOf(page), u"2 changes are not saved"_s);
+    press(page, u"saveButton"_s);
+    EXPECT_TRUE(messageOf(page).startsWith(u"Saved 2 changes."));
+}
+
+TEST_F(MessagesTest, footersAreAlikeAndTheirCaptionsAreDimmedWithTheButtons)
+{
+    start();
+    for (const auto &[tab, button, list] : {std::tuple(loginTab, u"save"_s, u"shadow"_s),
+                                            {settingsTab, u"save"_s, u"mainScrollView"_s},
+                                            {restoreTab, u"restore"_s, u"tableView"_s}}) {
+        const QWidget &page = go(tab);
+        const auto &shown = *page.findChild<QPushButton *>(button + u"Button");
+        EXPECT_EQ(shown.size(), QSize(44, 36));
+        EXPECT_EQ(shown.iconSize(), QSize(20, 20));
+        EXPECT_FALSE(page.findChild<QLabel *>(button + u"Label")->isEnabled());
+        const QWidget &above = *page.findChild<QWidget *>(list);
+        const QRect seen = tab == loginTab ? above.contentsRect() : above.rect(); // not its shadow
+        const int bottom = above.mapTo(&page, seen.bottomLeft()).y() + 1;
+        EXPECT_EQ(shown.mapTo(&page, QPoint()).y() - bottom, 16) << list.toStdString();
+    }
+    QWidget &page = settings();
+    chooseIn(page, u"HideDockView"_s, 0);
+    EXPECT_TRUE(page.findChild<QLabel *>(u"saveLabel"_s)->isEnabled());
+}
+
+TEST_F(MessagesTest, aHairlinePartsRowsThatHaveNoShading)
+{
+    start();
+    QWidget &page = settings();
+    auto &column = *page.findChild<QWidget *>(u"mainView"_s);
+    const auto *first = page.findChild<GenericView *>(u"DockStyleView"_s);
+    auto *second = page.findChild<GenericView *>(u"HideDockView"_s);
+    shared.quillet()->askForView(first->getViewID());
+    QApplication::processEvents();
+    const QImage seen = column.grab().toImage();
+    const QColor ground = column.palette().color(QPalette::Base);
+    EXPECT_NE(seen.pixelColor(5, second->y() - 1), ground);
+    EXPECT_EQ(seen.pixelColor(5, second->y() + 4), ground);
+}
+
+TEST_F(MessagesTest, aListLosesItsHoverGroundWhenThePointerIsElsewhere)
+{
+    start();
+    QWidget &page = settings();
+    auto *list = page.findChild<QWidget *>(u"HideDockView"_s)->findChild<QComboBox *>();
+    QCursor::setPos(window->mapToGlobal(QPoint(2, 2)));
+    list->setAttribute(Qt::WA_UnderMouse, true);
+    list->showPopup();
+    list->hidePopup();
+    EXPECT_FALSE(list->underMouse());
 }

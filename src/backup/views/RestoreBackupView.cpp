@@ -66,6 +66,9 @@ void RestoreBackupView::connectControls()
     ui->restoreButton->setIcon(Icons::icon(QStringLiteral("Restore")));
     ui->deleteButton->setIcon(Icons::icon(QStringLiteral("Delete")));
     ui->infoButton->setIcon(Icons::icon(QStringLiteral("Info")));
+    makeFooterButton(ui->restoreButton, {ui->restoreLabel});
+    makeFooterButton(ui->deleteButton, {ui->deleteLabel});
+    makeFooterButton(ui->infoButton, {ui->infoLabel});
     for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel, ui->hintLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
     connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,

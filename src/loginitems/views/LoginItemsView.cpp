@@ -75,12 +75,23 @@ void LoginItemsView::dressControls()
 {
     ui->shadow->setShadowColor(QColor::fromRgbF(0.66F, 0.66F, 0.66F));
     ui->shadow->setBlurRadius(3.0);
+    // The first button is wider than its caption, which begins where the list does.
+    const auto shift = [](auto *item, int by) {
+        item->setContentsMargins(item->contentsMargins() + QMargins(by, 0, 0, 0));
+    };
+    shift(layout(), -Theme::gapSmall);
+    shift(ui->shadow, Theme::gapSmall);
     Theme::makeAccentButton(ui->saveButton);
     ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
     ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));
     ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
     ui->addButton->setIcon(Icons::icon(QStringLiteral("Add")));
     ui->removeButton->setIcon(Icons::icon(QStringLiteral("Remove")));
+    makeFooterButton(ui->saveButton, {ui->saveLabel});
+    makeFooterButton(ui->cancelButton, {ui->cancelLabel});
+    makeFooterButton(ui->viewButton, {ui->viewLabel});
+    makeFooterButton(ui->addButton, {ui->addLabel});
+    makeFooterButton(ui->removeButton, {ui->removeLabel});
     for (QLabel *caption : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->addLabel,
                             ui->removeLabel, ui->emptyLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
@@ -368,6 +379,7 @@ void LoginItemsView::setSaveButtonsEnabled(bool enabled)
     ui->viewButton->setEnabled(enabled);
     countChanges(*ui->saveButton, context.shared.loginItemCommands().size(),
                  QStringLiteral("the way back goes into the backup file first"));
+    message->setIdleText(waitingText(context.shared.loginItemCommands().size()));
     rows->updateNotes();
     if (context.pendingChanged)
         context.pendingChanged();

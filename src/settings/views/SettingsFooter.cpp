@@ -1,6 +1,7 @@
 #include "settings/views/SettingsFooter.h"
 
 #include "settings/views/FooterLayout.h"
+#include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/Icons.h"
 #include "ui/MessageLine.h"
@@ -42,6 +43,7 @@ SettingsFooter::Column SettingsFooter::makeColumn(const QString &word, int place
     auto *changes = new QLabel(QStringLiteral("Changes"), this);
     changes->setObjectName(QStringLiteral("changes%1Label").arg(place));
     Theme::setTextRole(changes, Theme::TextRole::Help);
+    makeFooterButton(button, {label, changes});
     return {button, label, changes};
 }
 
@@ -65,6 +67,7 @@ void SettingsFooter::showChangeCount(qsizetype count)
 {
     countChanges(*save.button, count,
                  QStringLiteral("the old values go into the backup file first"));
+    message->setIdleText(waitingText(count));
 }
 
 std::array<QPushButton *, 3> SettingsFooter::buttons() const
