@@ -45,6 +45,12 @@ void makeFooterButton(QPushButton *button, const QList<QLabel *> &captions)
 {
     button->setIconSize({Theme::tabIconSize, Theme::tabIconSize});
     button->setFixedSize(Theme::footerButtonWidth, Theme::footerButtonHeight);
+    for (QLabel *caption : captions) {
+        // No narrower than the button, which is centred on it: buttons do not touch, and the first
+        // begins where the list does.
+        caption->setMinimumWidth(Theme::footerButtonWidth);
+        caption->setAlignment(Qt::AlignHCenter);
+    }
     new CaptionDimmer(button, captions);
 }
 

@@ -547,3 +547,16 @@ TEST_F(MessagesTest, aListLosesItsHoverGroundWhenThePointerIsElsewhere)
     list->hidePopup();
     EXPECT_FALSE(list->underMouse());
 }
+
+TEST_F(MessagesTest, aLongNoteTakesTheWidthThatTheHelpLeavesFree)
+{
+    start();
+    window->resize(1200, 800);
+    QWidget &page = settings(7);
+    auto *plain = page.findChild<GenericView *>(u"ScreenCaptureFileFormatView"_s);
+    const auto *note = plain->findChild<ElidedLabel *>(u"noteLabel"_s);
+    const auto *help = plain->findChild<QLabel *>(u"helpLabel"_s);
+    EXPECT_GT(note->width(), plain->controlPlace(0).width());
+    EXPECT_EQ(note->geometry().right(), plain->controlPlace(0).right());
+    EXPECT_GE(note->x(), help->x() + help->fontMetrics().horizontalAdvance(help->text()));
+}

@@ -75,12 +75,6 @@ void LoginItemsView::dressControls()
 {
     ui->shadow->setShadowColor(QColor::fromRgbF(0.66F, 0.66F, 0.66F));
     ui->shadow->setBlurRadius(3.0);
-    // The first button is wider than its caption, which begins where the list does.
-    const auto shift = [](auto *item, int by) {
-        item->setContentsMargins(item->contentsMargins() + QMargins(by, 0, 0, 0));
-    };
-    shift(layout(), -Theme::gapSmall);
-    shift(ui->shadow, Theme::gapSmall);
     Theme::makeAccentButton(ui->saveButton);
     ui->saveButton->setIcon(Icons::onAccent(Icons::icon(QStringLiteral("Save"))));
     ui->cancelButton->setIcon(Icons::icon(QStringLiteral("Cancel")));

@@ -195,8 +195,10 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     Theme::setTextRole(note, Theme::TextRole::Help);
     auto *line = new QHBoxLayout;
+    noteRooms.append(leading ? nullptr : new QWidget(this));
     if (!leading) {
-        line->addWidget(note);
+        noteRooms.last()->setFixedHeight(note->sizeHint().height());
+        line->addWidget(noteRooms.last());
         return line;
     }
     auto *box = new QWidget(this);
@@ -331,8 +333,40 @@ QRect GenericView::controlPlace(int place) const
     return control ? QRect(control->mapTo(this, QPoint()), control->size()) : QRect();
 }
 
+/// Behind the words of the help, where they stand on the same line.
+int GenericView::leftOfNote(const QRect &line) const
+{
+    const QRect words =
+        help->fontMetrics().boundingRect(help->geometry(), int(Qt::TextWordWrap), help->text());
+    return words.bottom() < line.top() || words.top() > line.bottom()
+        ? Theme::gapLarge
+        : words.right() + 1 + Theme::gapLarge;
+}
+
+void GenericView::placeNotes()
+{
+    for (qsizetype place = 0; place < noteRooms.size(); ++place) {
+        QWidget *room = noteRooms[place];
+        if (!room)
+            continue;
+        room->setFixedHeight(notes[place]->sizeHint().height());
+        QRect line(room->mapTo(this, QPoint()), room->size());
+        line.setLeft(std::min(line.left(), leftOfNote(line)));
+        notes[place]->setGeometry(line);
+    }
+}
+
+void GenericView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeNotes();
+}
+
 bool GenericView::event(QEvent *event)
 {
+    if (event->type() == QEvent::LayoutRequest)
+        placeNotes();
+
     // The file may lie elsewhere by now.
     if (event->type() == QEvent::ToolTip && layout())
         setToolTip(whereItIsKept());

@@ -159,6 +159,18 @@ TEST_P(PicturesTest, LoginItems)
     expect(*window, u"login-items"_s);
 }
 
+TEST_P(PicturesTest, PendingLoginItems)
+{
+    open();
+    const QWidget &page = go(loginTab);
+    auto &items = *page.findChild<QTableView *>(u"tableView"_s)->model();
+    items.setData(items.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+    dialogs.application = u"/Applications/Editor.app"_s;
+    click(*page.findChild<QPushButton *>(u"addButton"_s));
+    page.findChild<QPushButton *>(u"saveButton"_s)->setFocus();
+    expect(*window, u"login-items-pending"_s);
+}
+
 TEST_P(PicturesTest, NoLoginItems)
 {
     loginItems.items.clear();
@@ -201,6 +213,9 @@ TEST_P(PicturesTest, Search)
     field.selectAll();
     QTest::keyClicks(&field, u"nothing of the kind"_s);
     expect(*window, u"search-none"_s);
+    field.selectAll();
+    QTest::keyClicks(&field, u"hide the"_s);
+    expect(*window, u"search-called"_s);
 }
 
 TEST_P(PicturesTest, NoBackups)
@@ -226,6 +241,9 @@ TEST_P(PicturesTest, Backups)
     table.setFocus();
     table.selectRow(0);
     expect(*window, u"restore"_s);
+    table.selectAll();
+    expect(*window, u"restore-several"_s);
+    table.selectRow(0);
     click(*page.findChild<QPushButton *>(u"infoButton"_s));
     expectSheet(*dialogs.sheets.last(), u"sheet-contents"_s);
 }
