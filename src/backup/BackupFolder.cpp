@@ -22,6 +22,11 @@ bool hasBackupExtension(const QString &name)
     return dot > 0 && QStringView(name).mid(dot + 1) == u"sqlite";
 }
 
+Error leadsOut(const QString &path)
+{
+    return {ErrorCode::NotPermitted, path + u": a link leads out of the home"};
+}
+
 Error logged(Error error)
 {
     varnelLog(lcIo, error.text);
@@ -53,7 +58,7 @@ Result<void> BackupFolder::checkWay(const QString &to) const
     const Result<FileStore::Standing> standing = files.look(to);
     if (!standing || standing.value() != FileStore::Standing::Outside)
         return {};
-    return logged({ErrorCode::NotPermitted, to + u": a link leads out of the home"});
+    return logged(leadsOut(to));
 }
 
 Result<QList<BackupEntry>> BackupFolder::list() const
@@ -106,6 +111,14 @@ Result<QList<BackupRow>> BackupFolder::read(const QString &file) const
     if (!rows && rows.error().code == ErrorCode::NotFound)
         return logged(rows.error());
     return rows;
+}
+
+Result<QList<BackupRow>> BackupFolder::glanceAt(const QString &file) const
+{
+    const Result<FileStore::Standing> standing = files.look(file);
+    if (standing && standing.value() == FileStore::Standing::Outside)
+        return leadsOut(file);
+    return readBackupRows(file, files, Telling::Silent);
 }
 
 Result<void> BackupFolder::remove(const QString &file)

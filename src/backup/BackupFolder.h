@@ -44,6 +44,8 @@ public:
     [[nodiscard]] bool exists(const QString &file) const;
     /// The rows of a file, as readBackupRows() has them.
     [[nodiscard]] Result<QList<BackupRow>> read(const QString &file) const;
+    /// The same without a word in the log.
+    [[nodiscard]] Result<QList<BackupRow>> glanceAt(const QString &file) const;
     /// Deletes a file, what its last writer left beside it, and what its run has kept. One that is
     /// gone is no error. A power cut can bring files back until flush().
     [[nodiscard]] Result<void> remove(const QString &file);

@@ -18,6 +18,9 @@ class FileStore;
 [[nodiscard]] Result<QList<BackupRow>> readBackupRows(const QString &path);
 
 /// The same for a file of a home, found where its store finds it.
-[[nodiscard]] Result<QList<BackupRow>> readBackupRows(const QString &path, const FileStore &files);
+/// To describe a file that nobody has asked to be read, nothing is logged.
+enum class Telling { Log, Silent };
+[[nodiscard]] Result<QList<BackupRow>> readBackupRows(const QString &path, const FileStore &files,
+                                                      Telling telling = Telling::Log);
 
 } // namespace varnel

@@ -351,6 +351,20 @@ QString exactText(const KeptFlag &flag)
         : u"nothing"_s;
 }
 
+QString exactnessInWords(const KeptBackup &kept, const QList<BackupRow> &rows)
+{
+    if (rows.isEmpty())
+        return {};
+    const auto byRow = std::count_if(rows.begin(), rows.end(), [&kept](const BackupRow &row) {
+        return !kept.whyNotExact(row).isNull();
+    });
+    if (byRow == 0)
+        return u"comes back exactly"_s;
+    return byRow == rows.size()
+        ? u"comes back as its lines say"_s
+        : u"%1 of %2 come back exactly"_s.arg(rows.size() - byRow).arg(rows.size());
+}
+
 QString exactText(const QList<OldKey> &keys)
 {
     QStringList texts;

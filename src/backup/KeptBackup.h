@@ -79,6 +79,9 @@ private:
 /// null where there are none.
 [[nodiscard]] QString exactnessSentence(const KeptBackup &kept, const QList<BackupRow> &rows);
 
+/// The same in a few words: "comes back exactly"; null where there are no rows.
+[[nodiscard]] QString exactnessInWords(const KeptBackup &kept, const QList<BackupRow> &rows);
+
 /// "real 44.0", "array of 2": what stood under a setting's keys; "nothing" where nothing did.
 [[nodiscard]] QString exactText(const QList<OldKey> &keys);
 /// The same of the Library folder's Finder information: "bytes 0000…", in hexadecimal digits.

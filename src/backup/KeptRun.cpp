@@ -119,6 +119,7 @@ void KeptRun::startAnew()
     if (!folder.isEmpty() && !workspace.keptFolders().discard(folder))
         workspace.keptFolders().release(folder);
     folder.clear();
+    isIndexWritten = false;
     index.rows.clear();
     index.withoutRow.clear();
     index.libraryFlag.reset();
@@ -360,7 +361,31 @@ void KeptRun::writeIndex()
     if (bytes.size() > KeptIndex::largestFile)
         varnelLog(lcBackup, folder + keptIndexName() + u": too big: the rows alone bring it back");
     // What fails has been logged; the rows are a way back without it.
-    static_cast<void>(workspace.keptFolders().write(folder, keptIndexName(), bytes));
+    isIndexWritten = workspace.keptFolders().write(folder, keptIndexName(), bytes).ok()
+        && bytes.size() <= KeptIndex::largestFile;
+}
+
+bool KeptRun::hasWayBack(int setting) const
+{
+    const bool hasRow =
+        std::any_of(index.rows.begin(), index.rows.end(),
+                    [&](const BackupRow &row) { return !row.isLoginItem() && row.id == setting; });
+    const bool hasKeys =
+        std::any_of(index.files.begin(), index.files.end(), [&](const KeptPreferences &file) {
+            return std::any_of(file.keys.begin(), file.keys.end(),
+                               [&](const OldKey &key) { return key.setting == setting; });
+        });
+    return hasRow || (isIndexWritten && index.withoutRow.contains(setting) && hasKeys);
+}
+
+bool KeptRun::hasWayBack(const QString &path) const
+{
+    const auto isOfPath = [&](const BackupRow &row) {
+        return row.isLoginItem() && row.loginItemPath() == path;
+    };
+    return std::any_of(index.rows.begin(), index.rows.end(), isOfPath)
+        || (isIndexWritten
+            && std::any_of(index.itemsWithoutRow.begin(), index.itemsWithoutRow.end(), isOfPath));
 }
 
 QString KeptRun::belowHome(const QString &path) const

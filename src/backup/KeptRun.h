@@ -31,6 +31,10 @@ public:
                     const LoginItemsState &after) override;
     void keepListFile(const QString &file) override;
     void finishKeeping() override;
+    /// Whether a restore brings the setting or the login item back: by its row, or by what is kept
+    /// beside rows that the backup file would not take.
+    [[nodiscard]] bool hasWayBack(int setting) const;
+    [[nodiscard]] bool hasWayBack(const QString &path) const;
     /// Whether a row for the login item stands in the backup file.
     [[nodiscard]] bool hasRowFor(const QString &path) const { return itemRows.keeps(path); }
     /// Whether the backup file, as far as it is there, is about login items, too.
@@ -64,6 +68,7 @@ private:
     QHash<QString, QList<OldKey>> keysBefore; ///< by path: what earlier saves have kept
     LoginItemsBackupWriter itemRows;
     bool hasNewStates = false; ///< that the index on the disk does not tell
+    bool isIndexWritten = false; ///< as it is
 };
 
 /// The folders of runs whose backup files are gone, or not there yet.

@@ -66,8 +66,7 @@ Outcome expected(const LoginItemsOfHome &items, LoginItemChange::Action action, 
 Outcome reached(const QList<LoginItemRow> &before, const QList<LoginItemRow> &after,
                 const LoginItemChange &change)
 {
-    const State wanted = wantedBy(static_cast<LoginItemChange::Action>(change.actionId));
-    if (stateOf(after, change.path) == wanted)
+    if (isReached(after, change))
         return Outcome::Changed;
     return after == before ? Outcome::Unchanged : Outcome::Halfway;
 }
@@ -81,7 +80,8 @@ void save(LoginItemsOfHome &items, const QString &backupFile, LoginItemsReport &
     PendingLoginItems pending(changes, items.access());
     pending.addDataToChangeDataList(report.change.actionId, report.change.path,
                                     report.change.isEnabled);
-    report.failures = pending.saveChanges();
+    if (const QList<LoginItemFailure> failures = pending.saveChanges(); !failures.isEmpty())
+        report.failures = {failures.first().error};
     report.outcome = reached(before, items.rows(), report.change);
     // The item is where it shall be and its way back is kept. What failed beside that (what was
     // removed stands in no store that enabling could take it from) is logged.
@@ -126,6 +126,12 @@ LoginItemsReport planned(LoginItemsOfHome &items, const LoginItemWish &wish)
 }
 
 } // namespace
+
+bool isReached(const QList<LoginItemRow> &rows, const LoginItemChange &change)
+{
+    return stateOf(rows, change.path)
+        == wantedBy(static_cast<LoginItemChange::Action>(change.actionId));
+}
 
 Result<LoginItemsReport> saveLoginItem(Workspace &workspace, const LoginItemWish &wish,
                                        const Workspace::Terms &terms,

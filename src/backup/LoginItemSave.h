@@ -3,6 +3,7 @@
 #include "base/Result.h"
 #include "home/Workspace.h"
 #include "loginitems/LoginItemChange.h"
+#include "loginitems/LoginItemRow.h"
 #include "loginitems/LoginItemStanding.h"
 
 #include <QList>
@@ -30,6 +31,9 @@ struct LoginItemsReport {
     QList<Error> failures;
     QString keptIn; ///< where a removed entry is kept; null when nothing is
 };
+
+/// Whether the item is where the change was to bring it.
+[[nodiscard]] bool isReached(const QList<LoginItemRow> &rows, const LoginItemChange &change);
 
 /// What is to become of which application.
 struct LoginItemWish {

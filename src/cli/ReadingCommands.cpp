@@ -201,7 +201,9 @@ CommandDescription describeSearch()
         u"Finds settings by a text"_s,
         u"Finds every setting whose search words contain TEXT as it stands, in any letter case:\n"
         u"no wildcards, no splitting into words. A setting's search words are a list of its own;\n"
-        u"its short name is not in it. Status 1 when there is none."_s,
+        u"its short name is not in it. Status 1 when there is none; settings that the window "
+        u"calls\n"
+        u"so are then named on standard error."_s,
         {{u"TEXT"_s, u"part of the search words; quote it when it has blanks"_s}},
         {},
         {u"search animation"_s, u"search 'lock size' --json"_s}};
@@ -218,6 +220,9 @@ Result<HomeCommand::Work> prepareSearch(const Request &request)
         outcome.noteUnreadableFiles(session, found);
         if (found.isEmpty()) {
             outcome.messages.append(u"nothing found for '" + text + u'\'');
+            for (const SettingRow *row : settingsCalled(text))
+                outcome.messages.append(u"on its page it is called: " + row->label + u" ("
+                                        + row->name + u')');
             outcome.status = ExitStatus::Negative;
         }
         return outcome;

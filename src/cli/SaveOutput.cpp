@@ -1,5 +1,6 @@
 #include "cli/SaveOutput.h"
 
+#include "backup/Notices.h"
 #include "base/Literals.h"
 #include "cli/DryRun.h"
 #include "cli/RestartNames.h"
@@ -21,12 +22,13 @@ QString nameOf(const SaveFailure &failure)
 
 QString message(const SaveFailure &failure)
 {
+    const QString text =
+        nameOf(failure) + u": " + stepText(failure.step) + u": " + failure.error.text;
     if (failure.step == SaveFailure::Step::Write)
-        return nameOf(failure) + u": not written: " + failure.error.text;
+        return text;
     // The library speaks of the statement's syntax, which tells a person nothing.
     const bool apostrophe = failure.change.oldValue.text.contains(u'\'');
-    return nameOf(failure) + u": the old value is not in the backup file: " + failure.error.text
-        + (apostrophe ? u" (no backup file can hold a text with an apostrophe)" : u"");
+    return text + (apostrophe ? u" (" + noApostrophe() + u')' : QString());
 }
 
 QJsonObject changeObject(const SettingChange &change)

@@ -39,10 +39,22 @@ Error logged(const QString &path, const Error &error)
     return error;
 }
 
+bool isAction(int actionId)
+{
+    return actionId >= LoginItemChange::Add && actionId <= LoginItemChange::Disable;
+}
+
 /// Of what has no whole path, nothing can be made that opens at login.
 bool hasWholePath(const QString &path)
 {
     return path.startsWith(u'/');
+}
+
+Error notWholePath(const QString &path)
+{
+    return logged(
+        path,
+        {ErrorCode::Invalid, u"the path does not begin with a slash, so nothing was written"_s});
 }
 
 } // namespace
@@ -135,28 +147,36 @@ QString LoginItemsAccess::iconOf(const QString &path) const
 Result<void> LoginItemsAccess::writeData(int actionId, const QString &path, bool enabled,
                                          bool backup)
 {
-    if (actionId < LoginItemChange::Add || actionId > LoginItemChange::Disable)
+    if (backup) {
+        Written written = writeWithWayBack(actionId, path, enabled);
+        return firstFailure(std::move(written.change), std::move(written.wayBack));
+    }
+    if (!isAction(actionId))
         return {};
-    // Somebody else may have written it into the store, and it must be possible to get rid of it;
-    // a backup, played back, brings no such path in.
-    const bool isCleanUp = backup && actionId == LoginItemChange::Remove;
-    if (!hasWholePath(path) && !isCleanUp)
-        return logged(path,
-                      {ErrorCode::Invalid,
-                       u"the path does not begin with a slash, so nothing was written"_s});
-    if (!backup)
-        return change(actionId, path, enabled);
+    // A backup, played back, brings no such path in.
+    return hasWholePath(path) ? change(actionId, path, enabled) : notWholePath(path);
+}
+
+LoginItemsAccess::Written LoginItemsAccess::writeWithWayBack(int actionId, const QString &path,
+                                                             bool enabled)
+{
+    if (!isAction(actionId))
+        return {};
+    // Somebody else may have written it into the store, and it must be possible to get rid of it.
     const bool tellsState = actionId == LoginItemChange::Remove;
+    if (!hasWholePath(path) && !tellsState)
+        return {notWholePath(path), {}};
     std::optional<LoginItemsState> before;
     if (keeper.keepsStates())
         before = stateOf(path);
-    Result<void> kept = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
+    Written written;
+    written.wayBack = keeper.addDataToBackupFile(actionId, path, tellsState && enabled ? 1 : 0);
     if (before)
         keeper.keepListFile(listFile());
-    Result<void> changed = change(actionId, path, enabled);
+    written.change = change(actionId, path, enabled);
     if (before)
         keeper.keepStates(path, *before, stateOf(path));
-    return firstFailure(std::move(changed), std::move(kept));
+    return written;
 }
 
 LoginItemsState LoginItemsAccess::stateOf(const QString &path)

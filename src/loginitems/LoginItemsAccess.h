@@ -77,6 +77,13 @@ public:
     /// writes nothing; with `backup` it can still be removed.
     Result<void> writeData(int actionId, const QString &path, bool enabled, bool backup);
 
+    /// The same with its way back, each failure told apart.
+    struct Written {
+        Result<void> change;
+        Result<void> wayBack;
+    };
+    Written writeWithWayBack(int actionId, const QString &path, bool enabled);
+
     /// To be held while several changes are made in one go, with a way back or without.
     class Together {
     public:

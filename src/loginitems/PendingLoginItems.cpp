@@ -22,15 +22,17 @@ void PendingLoginItems::addDataToChangeDataList(int actionId, const QString &pat
     changes.append({actionId, path, enabled});
 }
 
-QList<Error> PendingLoginItems::saveChanges()
+QList<LoginItemFailure> PendingLoginItems::saveChanges()
 {
-    QList<Error> failures;
+    QList<LoginItemFailure> failures;
     const LoginItemsAccess::Together together(access);
     for (const LoginItemChange &change : std::as_const(changes)) {
-        const Result<void> written =
-            access.writeData(change.actionId, change.path, change.isEnabled, true);
-        if (!written)
-            failures.append(written.error());
+        const LoginItemsAccess::Written written =
+            access.writeWithWayBack(change.actionId, change.path, change.isEnabled);
+        if (!written.change)
+            failures.append({change, false, written.change.error()});
+        if (!written.wayBack)
+            failures.append({change, true, written.wayBack.error()});
     }
     changes.clear();
     return failures;

@@ -6,6 +6,13 @@
 
 namespace varnel {
 
+/// What went wrong with one change of a save.
+struct LoginItemFailure {
+    LoginItemChange change;
+    bool isWayBack = false; ///< the change was made, as far as this failure goes
+    Error error;
+};
+
 /// The pending login-item changes of a run, over a list that somebody else holds.
 class PendingLoginItems {
 public:
@@ -15,8 +22,8 @@ public:
     void addDataToChangeDataList(int actionId, const QString &path, bool enabled);
 
     /// Makes the changes in list order, each with its backup row, and empties the list. Failures
-    /// stop nothing; they are returned in order.
-    QList<Error> saveChanges();
+    /// stop nothing; they are returned in order, that of a change before that of its way back.
+    QList<LoginItemFailure> saveChanges();
 
     void dropChanges();
 

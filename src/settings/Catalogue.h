@@ -35,6 +35,13 @@ struct ModuleRow {
 /// views).
 [[nodiscard]] QList<const SettingRow *> rowsOfView(QStringView viewClass);
 
+/// What the row of a view that carries several settings says of itself; null for any other view.
+struct RowCaption {
+    QString title;
+    QString help;
+};
+[[nodiscard]] const RowCaption *captionOfSeveral(QStringView viewClass);
+
 /// "Quillet -> Dock".
 [[nodiscard]] QString locationString(const SettingRow &row);
 /// "Dock".

@@ -181,6 +181,12 @@ Result<void> PreferenceFiles::change(const QString &path, const QList<KeyChange>
         });
 }
 
+std::optional<Error> PreferenceFiles::loadFailure(const QString &path) const
+{
+    const auto failure = failures.find(path);
+    return failure == failures.end() ? std::nullopt : std::optional(failure->second);
+}
+
 PreferenceFiles::LoadedFile PreferenceFiles::loaded(const QString &path) const
 {
     if (passes == 0)
@@ -191,12 +197,17 @@ PreferenceFiles::LoadedFile PreferenceFiles::loaded(const QString &path) const
 
 PreferenceFiles::LoadedFile PreferenceFiles::load(const QString &path) const
 {
+    failures.erase(path);
     Result<QByteArray> bytes = store.read(path);
-    if (!bytes)
+    if (!bytes) {
+        if (bytes.error().code != ErrorCode::NotFound)
+            failures.insert_or_assign(path, bytes.error());
         return nullptr; // the store has said why, unless there is no such file
+    }
     Result<PreferenceContent> content = PreferenceContent::of(path, bytes.value());
     if (content)
         return std::make_shared<const PreferenceContent>(std::move(content).value());
+    failures.insert_or_assign(path, content.error());
     if (!reported.contains(path)) {
         reported.insert(path);
         varnelLog(lcIo, content.error().text);

@@ -65,6 +65,10 @@ public:
     Result<void> changeExisting(const QString &path, const QStringList &keyPath,
                                 const std::optional<plist::NewValue> &value);
 
+    /// Why the file could not be loaded when it was last read; none where it could, or was not
+    /// there.
+    [[nodiscard]] std::optional<Error> loadFailure(const QString &path) const;
+
     using IfMissing = PreferenceContent::IfMissing;
     /// Several changes in one file, in order, as one step: all of them or none.
     Result<void> change(const QString &path, const QList<KeyChange> &changes, IfMissing ifMissing);
@@ -92,6 +96,7 @@ private:
     mutable int passes = 0;
     mutable std::map<QString, LoadedFile> shared; ///< empty outside a pass
     mutable QSet<QString> reported; ///< files that were logged as unloadable by a read
+    mutable std::map<QString, Error> failures; ///< of the last reading of each file
 };
 
 } // namespace varnel

@@ -1,5 +1,6 @@
 #include "settings/SearchIndex.h"
 
+#include "settings/BarItems.h"
 #include "settings/Catalogue.h"
 
 #include <QSet>
@@ -42,6 +43,56 @@ QList<SearchEntry> buildIndex()
     return index;
 }
 
+QList<const SettingRow *> settingsInPageOrder()
+{
+    QList<const SettingRow *> all;
+    for (const ModuleRow &module : modules())
+        for (const QString &view : module.pageOrder)
+            all += rowsOfView(view);
+    return all;
+}
+
+enum class Words { Label, Help, Name, Group, Choices };
+
+/// A caption that several settings share is found as that of the first.
+QStringList wordsOf(const SettingRow &row, Words words)
+{
+    const RowCaption *several = captionOfSeveral(row.viewClass);
+    const bool isFirst = several != nullptr && rowsOfView(row.viewClass).first() == &row;
+    QStringList texts;
+    switch (words) {
+    case Words::Label:
+        texts = {row.label};
+        if (isFirst)
+            texts.append(several->title);
+        break;
+    case Words::Help:
+        texts = {row.help};
+        if (isFirst)
+            texts.append(several->help);
+        break;
+    case Words::Name:
+        return {row.name};
+    case Words::Group:
+        return {moduleRow(row.module).outlineTitle, shortLocationString(row)};
+    case Words::Choices:
+        for (const Choice &choice : row.choices)
+            texts.append(choice.label);
+        if (row.mechanism == Mechanism::BarItems)
+            texts += BarItems::allNames();
+        break;
+    }
+    return texts;
+}
+
+bool isAmong(const QStringList &texts, const QString &wanted, bool atFront)
+{
+    return std::any_of(texts.begin(), texts.end(), [&](const QString &text) {
+        const QString lower = text.toLower();
+        return atFront ? lower.startsWith(wanted) : lower.contains(wanted);
+    });
+}
+
 } // namespace
 
 const QList<SearchEntry> &searchIndex()
@@ -61,6 +112,25 @@ QList<SearchResult> findSettings(const QString &typed)
             results.append({entry.id, entry.text, wanted.size()});
     }
     return results;
+}
+
+QList<const SettingRow *> settingsCalled(const QString &typed, qsizetype most)
+{
+    const QString wanted = typed.trimmed().toLower();
+    QList<const SettingRow *> found;
+    if (wanted.isEmpty())
+        return found;
+    const QList<const SettingRow *> all = settingsInPageOrder();
+    const auto look = [&](Words words, bool atFront) {
+        for (const SettingRow *row : all)
+            if (found.size() < most && !found.contains(row)
+                && isAmong(wordsOf(*row, words), wanted, atFront))
+                found.append(row);
+    };
+    look(Words::Label, true);
+    for (const Words words : {Words::Label, Words::Help, Words::Name, Words::Group, Words::Choices})
+        look(words, false);
+    return found;
 }
 
 QList<SearchResult> findViews(const QString &typed)

@@ -23,4 +23,12 @@ void countChanges(QAbstractButton &save, qsizetype count, const QString &before)
     save.setAccessibleDescription(text);
 }
 
+QString waitingText(qsizetype count)
+{
+    if (count == 0)
+        return {};
+    return count == 1 ? QStringLiteral("1 change is not saved")
+                      : QStringLiteral("%1 changes are not saved").arg(count);
+}
+
 } // namespace varnel

@@ -10,4 +10,7 @@ namespace varnel {
 /// `before` is what happens before that.
 void countChanges(QAbstractButton &save, qsizetype count, const QString &before);
 
+/// "2 changes are not saved"; null for none.
+[[nodiscard]] QString waitingText(qsizetype count);
+
 } // namespace varnel

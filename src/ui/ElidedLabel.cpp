@@ -29,8 +29,11 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
         return;
     }
     QPainter painter(this);
+    if (ink)
+        painter.setPen(ink(palette()));
     style()->drawItemText(&painter, contentsRect(), int(alignment()) | Qt::TextSingleLine,
-                          palette(), isEnabled(), fitting(), foregroundRole());
+                          palette(), isEnabled(), fitting(),
+                          ink ? QPalette::NoRole : foregroundRole());
 }
 
 void ElidedLabel::resizeEvent(QResizeEvent *event)
@@ -49,6 +52,13 @@ void ElidedLabel::setLastingTip(const QString &tip)
 {
     hasLastingTip = true;
     setToolTip(tip);
+}
+
+void ElidedLabel::setInk(Ink colour)
+{
+    if (colour != ink)
+        update();
+    ink = colour;
 }
 
 void ElidedLabel::updateTip()

@@ -15,6 +15,9 @@ public:
     void setElideMode(Qt::TextElideMode mode) { elide = mode; }
     /// A tip of its own, in place of the whole text.
     void setLastingTip(const QString &tip);
+    /// Another ink than that of its role, of the palette it has then; null: its role's.
+    using Ink = QColor (*)(const QPalette &palette);
+    void setInk(Ink colour);
     /// Another text, with its tip.
     void showText(const QString &text);
 
@@ -30,6 +33,7 @@ private:
     void updateTip();
 
     bool hasLastingTip = false;
+    Ink ink = nullptr;
     Qt::TextElideMode elide = Qt::ElideMiddle;
 };
 

@@ -55,6 +55,31 @@ void drawText(QPainter &painter, const QStyleOptionViewItem &option, const QRect
                                  selected ? QPalette::HighlightedText : QPalette::Text);
 }
 
+/// The dot and the word; gives what is left for the text.
+QRectF drawPending(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index,
+                   QRectF room)
+{
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    // A source list's bar ends before the view does.
+    if (VarnelStyle::part(option.widget) == VarnelStyle::Part::SourceList)
+        room.setRight(room.right() - Theme::gapSmall);
+    if (index.data(ImageAndTextCell::PendingRole).toBool()) {
+        const double radius = Theme::pendingDotSize / 2.0;
+        const QPointF centre(room.right() - radius - Theme::gapTiny, room.center().y());
+        Theme::drawPendingDot(&painter, centre, option.palette, selected);
+        room.setRight(centre.x() - radius - Theme::gapSmall);
+    }
+    const QString note = index.data(ImageAndTextCell::NoteRole).toString();
+    if (note.isEmpty())
+        return room;
+    painter.setFont(option.font);
+    painter.setPen(selected ? Theme::accentText() : Theme::mutedText(option.palette));
+    painter.drawText(room, int(Qt::AlignRight | Qt::AlignVCenter) | Qt::TextSingleLine, note);
+    const double width = QFontMetricsF(option.font).horizontalAdvance(note);
+    room.setRight(room.right() - width - Theme::gapSmall);
+    return room;
+}
+
 } // namespace
 
 ImageAndTextCell::ImageAndTextCell(QObject *parent)
@@ -140,7 +165,7 @@ void ImageAndTextCell::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->save();
     styleOf(item).drawControl(QStyle::CE_ItemViewItem, &ground, painter, item.widget);
 
-    const QRectF frame = frameOf(item);
+    const QRectF frame = drawPending(*painter, item, index, frameOf(item));
     const QIcon icon = iconOf(index);
     QRectF textRect = frame;
     if (!icon.isNull()) {

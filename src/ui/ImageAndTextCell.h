@@ -25,6 +25,10 @@ class ImageAndTextCell : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
+    /// What a model tells beside the text: a dot at the right end for what waits to be saved, and a
+    /// muted word before it.
+    enum Role { PendingRole = Qt::UserRole + 100, NoteRole };
+
     explicit ImageAndTextCell(QObject *parent = nullptr);
 
     /// A cell like this one that holds the same image.

@@ -1,5 +1,7 @@
 #include "ui/NodeModel.h"
 
+#include "ui/ImageAndTextCell.h"
+
 #include <utility>
 
 namespace varnel {
@@ -70,7 +72,21 @@ QVariant NodeModel::data(const QModelIndex &index, int role) const
         return node->name();
     if (role == Qt::DecorationRole && iconOf)
         return iconOf(node->name());
+    const bool waits = pending.contains(node->name());
+    if (role == ImageAndTextCell::PendingRole)
+        return waits;
+    if (role == Qt::AccessibleDescriptionRole && waits)
+        return tr("has changes that are not saved");
     return {};
+}
+
+void NodeModel::setPending(const QSet<QString> &names)
+{
+    if (names == pending)
+        return;
+    pending = names;
+    emit dataChanged(index(0, 0, {}), index(rowCount({}) - 1, 0, {}),
+                     {ImageAndTextCell::PendingRole, Qt::AccessibleDescriptionRole});
 }
 
 QVariant NodeModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -5,6 +5,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QIcon>
+#include <QSet>
 
 #include <functional>
 #include <memory>
@@ -22,6 +23,9 @@ public:
     /// The root itself is not shown. The tree must not change afterwards. The heading is for who
     /// hears the outline: a screen reader would else call the column by its number.
     NodeModel(std::shared_ptr<Node> root, IconOf iconOf, QString heading, QObject *parent);
+
+    /// Those names get the mark of what waits to be saved.
+    void setPending(const QSet<QString> &names);
 
     /// Null for the root.
     [[nodiscard]] const Node *nodeAt(const QModelIndex &index) const;
@@ -48,6 +52,7 @@ private:
     IconOf iconOf;
     QString heading;
     QHash<const Node *, Place> places;
+    QSet<QString> pending;
 };
 
 } // namespace varnel

@@ -153,6 +153,11 @@ QColor danger(const QPalette &palette)
     return isDark(palette) ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB3, 0x26, 0x1E);
 }
 
+QColor caution(const QPalette &palette)
+{
+    return isDark(palette) ? QColor(0xF0, 0xB4, 0x4C) : QColor(0x8A, 0x55, 0x00);
+}
+
 QColor over(const QColor &upper, const QColor &ground)
 {
     return mix(ground, upper, upper.alphaF());
@@ -214,6 +219,7 @@ void tunePalette(QPalette &palette)
     const QColor quiet = mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.6);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, quiet);
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, quiet);
 }
 
 QPalette lightPalette()

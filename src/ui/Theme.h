@@ -29,6 +29,8 @@ inline constexpr int pageMargin = 24;
 inline constexpr int fieldWidth = 260;
 /// Buttons, fields and choice lists beside each other are of one height.
 inline constexpr int controlHeight = 28;
+inline constexpr int footerButtonWidth = 44;
+inline constexpr int footerButtonHeight = 36;
 inline constexpr int listRowHeight = 28;
 inline constexpr int sourceListRowHeight = 32;
 inline constexpr int bandHeight = 90;
@@ -72,8 +74,10 @@ inline constexpr int windowMinimumHeight = 560;
 [[nodiscard]] QColor accentText();
 /// The ground of a selected row; greyer while the keyboard is elsewhere.
 [[nodiscard]] QColor selectionFill(bool viewHasFocus);
-/// Only for what deletes.
+/// For what deletes, and for what failed.
 [[nodiscard]] QColor danger(const QPalette &palette);
+/// For what can't be undone.
+[[nodiscard]] QColor caution(const QPalette &palette);
 
 /// The colour that is seen when `upper`, perhaps translucent, lies on the opaque `ground`.
 [[nodiscard]] QColor over(const QColor &upper, const QColor &ground);
@@ -101,8 +105,9 @@ void makeSearchField(QLineEdit *field, const std::function<void()> &cleared);
 
 /// Paints the ground of a shaded settings row, whose left edge runs on outside of `bounds`.
 void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palette);
-/// Paints the mark of a pending change round that point.
-void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette);
+/// Paints the mark of a pending change round that point; upon a selection in the selection's ink.
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette,
+                    bool selected = false);
 /// Paints the blue band, the darker end at its lower edge.
 void drawBand(QPainter *painter, const QRect &band, const QPalette &palette);
 

@@ -93,12 +93,13 @@ void drawShadedRow(QPainter *painter, const QRect &bounds, const QPalette &palet
     StyleDrawing::box(painter, whole, 0, rowShading(palette), rowStroke(palette));
 }
 
-void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette)
+void drawPendingDot(QPainter *painter, const QPointF &centre, const QPalette &palette,
+                    bool selected)
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(accent(palette));
+    painter->setBrush(selected ? accentText() : accent(palette));
     painter->drawEllipse(centre, pendingDotSize / 2.0, pendingDotSize / 2.0);
     painter->restore();
 }

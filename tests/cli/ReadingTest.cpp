@@ -158,6 +158,11 @@ TEST_F(ReadingTest, aSearchThatFindsNothingEndsWithOne)
     EXPECT_TRUE(nothing.json().value(u"results"_s).toArray().isEmpty());
     EXPECT_FALSE(nothing.err.isEmpty());
     EXPECT_EQ(varnelctl.run({u"search"_s, u"reading list"_s}).status, 1);
+    const Outcome label = varnelctl.run({u"search"_s, u"hide the dock"_s});
+    EXPECT_EQ(label.status, 1);
+    EXPECT_EQ(label.out, QByteArray());
+    EXPECT_TRUE(label.err.contains("on its page it is called: Hide the Dock ("))
+        << label.err.data();
 }
 
 TEST_F(ReadingTest, aSearchInCapitalsFindsTheSameAsOneInSmallLetters)

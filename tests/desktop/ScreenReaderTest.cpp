@@ -13,13 +13,13 @@ using namespace varnel::test;
 namespace {
 
 constexpr int skipped = 77;
-constexpr int patience = 100000; // milliseconds; only a failure takes so long
+constexpr int patience = 300000; // milliseconds; only a failure takes so long
 
 class ScreenReaderTest : public DesktopSession {
 protected:
-    /// Runs one of the scripts beside this file, with a line for the shell in which the program
-    /// takes the place of "$@", over a session bus.
-    void drive(const QString &script, const QStringList &words, const QString &line)
+    /// Runs one of the scripts beside this file over a session bus of its own; `before` is what
+    /// starts it.
+    void run(const QStringList &before, const QStringList &script)
     {
         const QString bus = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
         const QString python = QStringLiteral("/usr/bin/python3"); // the one that packages are for
@@ -39,23 +39,31 @@ protected:
                            qEnvironmentVariable("ASAN_OPTIONS")
                                + QStringLiteral(":detect_leaks=0"));
         driver.setProcessEnvironment(environment);
-        driver.start(
-            bus,
-            QStringList {QStringLiteral("--"), python, QStringLiteral(DESKTOP_TESTS "/") + script}
-                + words
-                + QStringList {QStringLiteral("/bin/sh"), QStringLiteral("-c"), line,
-                               QStringLiteral("sh"), QStringLiteral(VARNEL),
-                               QStringLiteral("--home"), home.path()});
+        const QStringList line = before
+            + QStringList {bus, QStringLiteral("--"), python,
+                           QStringLiteral(DESKTOP_TESTS "/") + script.first()}
+            + script.mid(1);
+        driver.start(line.first(), line.mid(1));
         ASSERT_TRUE(driver.waitForFinished(patience)) << driver.readAll().toStdString();
         if (driver.exitCode() == skipped)
             GTEST_SKIP() << driver.readAll().toStdString();
         EXPECT_EQ(driver.exitCode(), 0) << driver.readAll().toStdString();
     }
 
+    /// Drives the program, which takes the place of "$@" in the line for the shell.
+    void drive(const QStringList &script, const QString &line)
+    {
+        run({},
+            script
+                + QStringList {QStringLiteral("/bin/sh"), QStringLiteral("-c"), line,
+                               QStringLiteral("sh"), QStringLiteral(VARNEL),
+                               QStringLiteral("--home"), home.path()});
+    }
+
     void changeASetting(const QString &line)
     {
         startWindowManager();
-        drive(QStringLiteral("drive_window.py"), {}, line);
+        drive({QStringLiteral("drive_window.py")}, line);
         if (IsSkipped())
             return;
         EXPECT_EQ(PlistReferee::read(home.preference(QStringLiteral("com.apple.dock.plist"))),
@@ -64,7 +72,7 @@ protected:
     /// In a start of its own.
     void changeALoginItem(const QString &step, const QString &name)
     {
-        drive(QStringLiteral("drive_login_items.py"), {step, name}, QStringLiteral("exec \"$@\""));
+        drive({QStringLiteral("drive_login_items.py"), step, name}, QStringLiteral("exec \"$@\""));
     }
 
     const TemporaryHome home;
@@ -115,4 +123,18 @@ TEST_F(ScreenReaderTest, AnItemOfAMacAccountIsSwitchedOffAndOnTakenOutAndRestore
     for (const char16_t *backup : {u"quillet3.sqlite", u"quillet2.sqlite", u"quillet1.sqlite"})
         changeALoginItem(QStringLiteral("restore"), QString::fromUtf16(backup));
     EXPECT_EQ(readRaw(list), first);
+}
+
+/// Every way to fail and every success: what is said is compared with what stands on the disk, by
+/// programs that are not ours.
+TEST_F(ScreenReaderTest, TheWindowSaysWhatHappenedAndItIsTrue)
+{
+    const QString unshare = QStandardPaths::findExecutable(QStringLiteral("unshare"));
+    QProcess trial;
+    trial.start(unshare, {QStringLiteral("--mount"), QStringLiteral("true")});
+    if (unshare.isEmpty() || !trial.waitForFinished() || trial.exitCode() != 0)
+        GTEST_SKIP() << "no mount namespaces here";
+    startWindowManager();
+    run({unshare, QStringLiteral("--mount")},
+        {QStringLiteral("drive_messages.py"), QStringLiteral(VARNEL), home.path()});
 }

@@ -18,6 +18,7 @@ except (ImportError, ValueError) as why:
     print("skipped:", why)
     sys.exit(77)
 
+SKIPPED = 77
 UP, RETURN = 0xFF52, 0xFF0D  # key symbols
 PATIENCE = 60  # seconds; only a failure takes so long
 
@@ -171,10 +172,13 @@ def drive(screen):
     screen.type(RETURN)
 
 
+def environment():
+    return dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", LC_ALL="C.UTF-8")
+
+
 def main():
-    environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", LC_ALL="C.UTF-8")
     Atspi.init()
-    with subprocess.Popen(sys.argv[1:], env=environment) as program:
+    with subprocess.Popen(sys.argv[1:], env=environment()) as program:
         try:
             drive(Screen(program))
             status = program.wait(PATIENCE)

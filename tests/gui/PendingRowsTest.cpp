@@ -353,7 +353,7 @@ TEST_F(PendingRows, ADefaultBoxTurnedOffWithNothingPendingTellsThatTheDefaultIsO
     EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"saved: use default value"_s)
         << "not the sentence for a folder called -1";
     click(boxOf(u"ScreenCaptureLocationView"_s));
-    EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"was: use default value"_s);
+    EXPECT_EQ(note(u"ScreenCaptureLocationView"_s), u"as it is on disk"_s);
 }
 
 TEST_F(PendingRows, AListThatKeepsItsChoiceAfterACancelTellsWhatIsOnDisk)

@@ -3,6 +3,7 @@
 #include "settings/views/Modules.h"
 #include "support/gui/QuilletFixture.h"
 #include "support/LogCapture.h"
+#include "ui/TextLink.h"
 
 #include <QAction>
 #include <QLabel>
@@ -175,4 +176,37 @@ TEST_F(QuilletSearch, WhatIsFoundNamesItsGroupAndNoGroupIsSelected)
     clickGroup(1);
     for (const QLabel *help : page().findChildren<QLabel *>(u"helpLabel"_s))
         EXPECT_FALSE(help->text().contains(u"Dock · "_s)) << help->text().toStdString();
+}
+
+TEST_F(QuilletSearch, EveryLabelLeadsToItsRowInAtMostOneClick)
+{
+    start();
+    for (const SettingRow &setting : catalogue()) {
+        searchField().setText(setting.label);
+        if (!rowNames().contains(setting.viewClass)) {
+            TextLink *link = nullptr;
+            for (TextLink *each :
+                 page().findChildren<TextLink *>(QRegularExpression(QStringLiteral("^calledLink"))))
+                if (link == nullptr && !each->isHidden()
+                    && each->text() == setting.label + u" · " + shortLocationString(setting))
+                    link = each;
+            ASSERT_NE(link, nullptr) << setting.label.toStdString();
+            link->click();
+            ASSERT_TRUE(rowNames().contains(setting.viewClass)) << setting.label.toStdString();
+            EXPECT_TRUE(row(setting.viewClass).isAncestorOf(page().focusWidget()))
+                << setting.label.toStdString();
+            EXPECT_EQ(searchField().text(), QString());
+        }
+    }
+}
+
+TEST_F(QuilletSearch, WhatIsFoundOffersNoOtherNames)
+{
+    start();
+    searchField().setText(QStringLiteral("hide the dock"));
+    EXPECT_FALSE(page().findChild<QLabel *>(QStringLiteral("calledLabel"))->isHidden());
+    searchField().setText(QStringLiteral("animation"));
+    EXPECT_TRUE(page().findChild<QLabel *>(QStringLiteral("calledLabel"))->isHidden());
+    searchField().setText(QStringLiteral("nothing of the kind"));
+    EXPECT_TRUE(page().findChild<QLabel *>(QStringLiteral("calledLabel"))->isHidden());
 }

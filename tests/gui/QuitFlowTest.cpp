@@ -385,3 +385,65 @@ TEST_F(QuitFlowTest, AMinimisedWindowIsBroughtBackWithItsQuestion)
     EXPECT_FALSE(window.isMinimized());
     EXPECT_EQ(dialogs.alerts.size(), 1);
 }
+
+TEST_F(QuitFlowTest, WhatCouldNotBeSavedIsToldBeforeTheWindowGoes)
+{
+    QDir().mkpath(home.preference(u"com.apple.dock.plist"_s));
+    changeASetting();
+    window.close();
+    dialogs.answer(FirstButton);
+    ASSERT_EQ(dialogs.alerts.size(), 1);
+    const Alert alert = dialogs.alerts.last().alert;
+    EXPECT_EQ(alert.message, u"Changes Were Not Saved"_s);
+    EXPECT_TRUE(alert.informative.startsWith(
+        u"The change was not saved: com.apple.dock.plist can't be written ("));
+    EXPECT_EQ(alert.buttons, (QStringList {u"Close Anyway"_s, u"Stay"_s}));
+    EXPECT_FALSE(sheetIsUp());
+    EXPECT_EQ(terminations, 0);
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(dialogs.alerts.size(), 1) << "asks nothing more while it is up";
+
+    dialogs.answer(FirstButton);
+    EXPECT_EQ(rowNames(), QStringList(u"Dock"_s)) << "the flow goes on";
+}
+
+TEST_F(QuitFlowTest, StayingMakesWhatCouldNotBeSavedPendingAgain)
+{
+    const QString file = home.preference(u"com.apple.dock.plist"_s);
+    QDir().mkpath(file);
+    changeALoginItem();
+    changeASetting();
+    const QList<ChangeRecord> waiting = shared.quilletCommands();
+    window.close();
+    dialogs.answer(FirstButton);
+    dialogs.answer(SecondButton); // Escape, too
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(terminations, 0);
+    EXPECT_FALSE(sheetIsUp());
+    EXPECT_EQ(shared.quilletCommands(), waiting);
+    EXPECT_TRUE(shared.loginItemCommands().isEmpty()) << "that one was saved";
+    auto *row = window.findChild<GenericView *>(u"HideDockView"_s);
+    EXPECT_TRUE(row->isPending());
+
+    QDir().rmdir(file);
+    window.close();
+    dialogs.answer(FirstButton);
+    EXPECT_TRUE(sheetIsUp());
+    EXPECT_TRUE(QFile::exists(file));
+}
+
+TEST_F(QuitFlowTest, BothPagesTellWhatTheyCouldNotSave)
+{
+    QDir().mkpath(home.preference(u"com.apple.dock.plist"_s));
+    QDir().mkpath(shared.loginItems()->loginItemsView()->disableLoginItemsDBFilePath());
+    changeALoginItem();
+    changeASetting();
+    window.close();
+    dialogs.answer(FirstButton);
+    const QString text = dialogs.alerts.last().alert.informative;
+    EXPECT_TRUE(text.contains(u"Clock.app can't be added")) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"com.apple.dock.plist can't be written"));
+    dialogs.answer(SecondButton);
+    EXPECT_EQ(shared.loginItemCommands().size(), 1);
+    EXPECT_EQ(shared.quilletCommands().size(), 1);
+}

@@ -54,7 +54,8 @@ struct LoginItemsHome {
     QList<Error> save(LoginItemChange::Action action, const QString &path, bool enabled = false)
     {
         pending.addDataToChangeDataList(action, path, enabled);
-        return pending.saveChanges();
+        const QList<LoginItemFailure> failures = pending.saveChanges();
+        return failures.isEmpty() ? QList<Error>() : QList<Error> {failures.first().error};
     }
 
     /// The backup file's rows as "action path flag".

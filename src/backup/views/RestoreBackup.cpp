@@ -28,6 +28,12 @@ void RestoreBackup::reloadData()
         view->reloadData();
 }
 
+void RestoreBackup::selectFile(const QString &name)
+{
+    if (view)
+        view->selectFile(name);
+}
+
 BackupFolder backupFolderOf(const PageContext &context)
 {
     static_cast<void>(context.workspace.tools().pathForBackupFolder());

@@ -21,6 +21,8 @@ public:
 
     /// Lists the backup files again.
     void reloadData();
+    /// Selects that file alone, if it is listed.
+    void selectFile(const QString &name);
 
 private:
     WidgetOwner<RestoreBackupView> view;

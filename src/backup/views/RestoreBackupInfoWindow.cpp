@@ -2,13 +2,14 @@
 
 #include "backup/BackupFolder.h"
 #include "backup/KeptBackup.h"
+#include "backup/Notices.h"
 #include "backup/Playback.h"
 #include "backup/views/RestoreBackup.h"
 #include "base/Logging.h"
 #include "settings/views/Quillet.h"
 #include "shell/SharedObject.h"
 
-#include <QLabel>
+#include <QFileInfo>
 
 namespace varnel {
 
@@ -18,7 +19,6 @@ RestoreBackupInfoWindow::RestoreBackupInfoWindow(const PageContext &context, QWi
                 lcBackup, parent),
       context(context)
 {
-    setEmptyText(tr("This file holds no changes that can be undone."));
 }
 
 void RestoreBackupInfoWindow::updateLabel()
@@ -37,6 +37,8 @@ void RestoreBackupInfoWindow::readBackupFile(const QString &path)
     setRows({});
     setNote({});
     const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
+    setEmptyText(rows ? tr("This file holds no changes that can be undone.")
+                      : unreadableInWords(QFileInfo(path).fileName(), rows.error()) + u'.');
     if (!rows)
         return; // why has been logged
     const std::shared_ptr<Quillet> quillet = context.shared.quillet();

@@ -13,11 +13,13 @@
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
 #include <QHeaderView>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <algorithm>
@@ -31,6 +33,7 @@ RestoreBackupView::RestoreBackupView(const PageContext &context)
       theFileNames(new BackupModel(this))
 {
     ui->setupUi(this);
+    message = new MessageLine(ui->footer);
     setUpTable();
     connectControls();
     reloadData();
@@ -63,7 +66,10 @@ void RestoreBackupView::connectControls()
     ui->restoreButton->setIcon(Icons::icon(QStringLiteral("Restore")));
     ui->deleteButton->setIcon(Icons::icon(QStringLiteral("Delete")));
     ui->infoButton->setIcon(Icons::icon(QStringLiteral("Info")));
-    for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel})
+    makeFooterButton(ui->restoreButton, {ui->restoreLabel});
+    makeFooterButton(ui->deleteButton, {ui->deleteLabel});
+    makeFooterButton(ui->infoButton, {ui->infoLabel});
+    for (QLabel *caption : {ui->restoreLabel, ui->deleteLabel, ui->infoLabel, ui->hintLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
     connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
             &RestoreBackupView::reloadData);
@@ -81,6 +87,9 @@ void RestoreBackupView::placeFooter()
                                          {ui->infoButton, ui->infoLabel}},
                                         ui->tableView->x() - ui->footer->x());
     ui->footer->setFixedHeight(height);
+    const QRect last = ui->infoButton->geometry().united(ui->infoLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, ui->footer->width(),
+                   ui->infoButton->height());
 }
 
 void RestoreBackupView::resizeEvent(QResizeEvent *event)
@@ -106,7 +115,15 @@ void RestoreBackupView::reloadData()
     getBackupFiles();
     select(selected, current);
     showEmptyText();
-    setButtonsStatus();
+    tableViewSelected();
+}
+
+void RestoreBackupView::selectFile(const QString &name)
+{
+    ui->tableView->clearSelection();
+    select({name}, name);
+    ui->tableView->scrollTo(ui->tableView->currentIndex());
+    ui->tableView->setFocus();
 }
 
 /// As one selection of few ranges: thousands of files selected one by one would be slow.
@@ -143,6 +160,7 @@ void RestoreBackupView::getBackupFiles()
     // Why there is nothing to list has been logged.
     Result<QList<BackupEntry>> listed = folder.list();
     QList<BackupEntry> entries = listed ? std::move(listed).value() : QList<BackupEntry>();
+    descriptions.clear();
     sorting.sortDescending = true;
     sortByName(entries, sorting.sortDescending);
     theFileNames->setEntries(std::move(entries));
@@ -203,6 +221,45 @@ void RestoreBackupView::setButtonsStatus()
 void RestoreBackupView::tableViewSelected()
 {
     setButtonsStatus();
+    tellOfSelection();
+}
+
+void RestoreBackupView::tellOfSelection()
+{
+    if (deleting)
+        return;
+    message->dropEvent();
+    const QList<int> rows = selectedRows();
+    message->setLasting(rows.size() > 1
+                            ? std::optional(noticeOfSelection(nameAt(selectedRow()), rows.size()))
+                            : std::nullopt);
+    message->setIdleText(rows.size() == 1 ? describe(nameAt(rows.first())) : QString());
+}
+
+QString RestoreBackupView::describe(const QString &name)
+{
+    const auto known = descriptions.constFind(name);
+    if (known != descriptions.constEnd())
+        return *known;
+    const BackupFolder folder(context.workspace);
+    const QString path = folder.pathOf(name);
+    const Result<QList<BackupRow>> rows = folder.glanceAt(path);
+    QStringList parts;
+    const QList<BackupEntry> &entries = theFileNames->entries();
+    const auto newest = std::max_element(
+        entries.begin(), entries.end(),
+        [](const BackupEntry &a, const BackupEntry &b) { return a.createdDate < b.createdDate; });
+    if (newest != entries.end() && newest->name == name && entries.size() > 1)
+        parts.append(tr("newest"));
+    if (rows) {
+        const KeptBackup kept(context.workspace, path, rows.value());
+        parts.append(contentsInWords(rows.value()));
+        if (const QString words = exactnessInWords(kept, rows.value()); !words.isNull())
+            parts.append(words);
+    } else {
+        parts.append(unreadableInWords(name, rows.error()));
+    }
+    return *descriptions.insert(name, parts.join(u"; "));
 }
 
 void RestoreBackupView::restoreBackupFiles()
@@ -212,20 +269,28 @@ void RestoreBackupView::restoreBackupFiles()
         return;
     // Taken down first: what happens while the file is played must not change what is deleted.
     const QList<int> rows = selectedRows();
-    const QString path = backupFolderOf(context).pathOf(nameAt(row));
-    varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
-    if (play(path))
-        deleteRows(rows);
+    const QString name = nameAt(row);
+    std::optional<PageRestore> restore = play(name);
+    if (restore && restore->report.complete())
+        restore->notDeleted = deleteRows(rows);
+    descriptions.clear(); // another file may come back in another way now
+    tellOfSelection();
+    message->tell(restore ? noticeOf(*restore) : noticeOfUnreadable(name));
 }
 
-bool RestoreBackupView::play(const QString &path)
+std::optional<PageRestore> RestoreBackupView::play(const QString &name)
 {
-    const Result<QList<BackupRow>> rows = backupFolderOf(context).read(path);
+    const BackupFolder folder = backupFolderOf(context);
+    const QString path = folder.pathOf(name);
+    varnelLog(lcBackup, fillIn(u"filePath: %@", {path}));
+    const Result<QList<BackupRow>> rows = folder.read(path);
     if (!rows)
-        return false;
+        return std::nullopt;
     const KeptBackup kept(context.workspace, path, rows.value());
     SharedPlayback target(context.shared, kept);
-    return playBack(rows.value(), target).ok();
+    // The report has the failure that ends it.
+    static_cast<void>(playBack(rows.value(), target));
+    return PageRestore {name, rows.value(), target.report(), {}};
 }
 
 void RestoreBackupView::deleteSelectedFilesAfterAsking()
@@ -255,20 +320,30 @@ void RestoreBackupView::deleteAlertDidEnd(int returnCode)
 
 void RestoreBackupView::deleteSelectedFiles()
 {
-    deleteRows(selectedRows());
+    const QList<int> rows = selectedRows();
+    QStringList names;
+    for (const int row : rows)
+        names.append(nameAt(row));
+    const std::optional<Error> failure = deleteRows(rows);
     tableViewSelected();
+    if (!names.isEmpty())
+        message->tell(noticeOfDeletion(names, failure));
 }
 
-void RestoreBackupView::deleteRows(const QList<int> &rows)
+std::optional<Error> RestoreBackupView::deleteRows(const QList<int> &rows)
 {
+    const QScopedValueRollback within(deleting, true); // each row that goes changes the selection
     BackupFolder folder = backupFolderOf(context);
     bool deleted = false;
+    std::optional<Error> failure;
     for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
         const QString path = folder.pathOf(nameAt(*row));
         varnelLog(lcBackup, fillIn(u"%lu", {QString::number(*row)}));
         // A file that can't be deleted has been logged, and leaves the list until it is read again.
-        if (folder.remove(path))
-            deleted = true;
+        const Result<void> removed = folder.remove(path);
+        deleted = deleted || removed.ok();
+        if (!removed && !failure)
+            failure = removed.error();
         varnelLog(lcBackup, fillIn(u"%@", {path}));
         theFileNames->removeEntryAt(*row);
         setButtonsStatus();
@@ -276,6 +351,7 @@ void RestoreBackupView::deleteRows(const QList<int> &rows)
     if (deleted)
         (void)folder.flush(); // what fails has been logged
     showEmptyText();
+    return failure;
 }
 
 void RestoreBackupView::showRestoreInfoWindow()

@@ -16,8 +16,11 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
         return {};
     quillet->askForView(settingId);
     const SettingRow *row = findSetting(settingId);
+    if (row == nullptr)
+        done.skipped.append(settingId);
     const Result<void> written =
         row != nullptr ? settingsPlayback()->write(*row, {value, extra}) : Result<void>();
+    shared.restartFlags() |= done.restart;
     if (written)
         quillet->readData();
     return written;
@@ -26,7 +29,7 @@ Result<void> SharedPlayback::writeSetting(int settingId, int value, const QStrin
 SettingsPlayback *SharedPlayback::settingsPlayback()
 {
     if (!settings && shared.quillet())
-        settings.emplace(shared.quillet()->settingAccess(), shared.restartFlags(), &kept);
+        settings.emplace(shared.quillet()->settingAccess(), done.restart, &kept);
     return settings ? &*settings : nullptr;
 }
 
@@ -35,6 +38,7 @@ Result<void> SharedPlayback::writeWithoutRows()
     SettingsPlayback *const playback = settingsPlayback();
     const Result<void> written =
         playback != nullptr ? playback->writeWithoutRows() : Result<void>();
+    shared.restartFlags() |= done.restart;
     if (written && playback != nullptr && playback->playedWithoutRows())
         shared.quillet()->readData();
     return written ? writeItemsWithoutRows() : written;
@@ -54,7 +58,9 @@ Result<void> SharedPlayback::settleSettings()
 Result<void> SharedPlayback::writeLoginItem(int actionId, const QString &path, bool enabled)
 {
     LoginItemsPlayback *const items = loginItemsPlayback();
-    return items != nullptr ? items->writeData(actionId, path, enabled) : Result<void>();
+    done.loginItems.append({BackupRow::loginItemId, path, QString::number(actionId),
+                            QString::number(enabled ? 1 : 0)});
+    return told(items != nullptr ? items->writeData(actionId, path, enabled) : Result<void>());
 }
 
 LoginItemsPlayback *SharedPlayback::loginItemsPlayback()
@@ -71,7 +77,18 @@ Result<void> SharedPlayback::writeItemsWithoutRows()
     if (items == nullptr)
         return {};
     const Result<void> settled = settleSettings();
-    return settled ? items->writeWithoutRows() : settled;
+    if (!settled)
+        return settled;
+    Result<void> written = told(items->writeWithoutRows());
+    done.loginItems += items->playedWithoutRows();
+    return written;
+}
+
+Result<void> SharedPlayback::told(Result<void> result)
+{
+    if (!result)
+        done.itemFailures.append(result.error().text);
+    return result;
 }
 
 void SharedPlayback::readLoginItems()
@@ -84,12 +101,17 @@ Result<void> SharedPlayback::finish()
 {
     const bool stopped = settings && settings->failure();
     const Result<void> written = settings ? settings->carryOut() : Result<void>();
+    if (settings) {
+        done.changes = settings->changes();
+        if (settings->failure())
+            done.settingFailures.append(*settings->failure());
+    }
     settings.reset();
     if (!written && !stopped)
         shared.quillet()->readData(); // what they show did not come about
     if (!loginItems)
         return written;
-    const Result<void> placed = loginItems->finish();
+    const Result<void> placed = told(loginItems->finish());
     loginItems.reset(); // from here on the page's own list is in use again
     loginItemsView()->showAgain();
     return written ? placed : written;

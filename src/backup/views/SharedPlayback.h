@@ -2,6 +2,7 @@
 
 #include "backup/LoginItemsPlayback.h"
 #include "backup/Playback.h"
+#include "backup/Restore.h"
 #include "backup/SettingsPlayback.h"
 
 #include <optional>
@@ -27,16 +28,21 @@ public:
     Result<void> writeWithoutRows() override;
     Result<void> finish() override;
 
+    /// What was done, once it is finished.
+    [[nodiscard]] const RestoreReport &report() const { return done; }
+
 private:
     [[nodiscard]] LoginItemsView *loginItemsView() const;
     [[nodiscard]] LoginItemsPlayback *loginItemsPlayback();
     [[nodiscard]] Result<void> writeItemsWithoutRows();
     [[nodiscard]] SettingsPlayback *settingsPlayback();
+    Result<void> told(Result<void> result);
 
     SharedObject &shared;
     const KeptBackup &kept;
     std::optional<SettingsPlayback> settings;
     std::optional<LoginItemsPlayback> loginItems;
+    RestoreReport done;
 };
 
 } // namespace varnel

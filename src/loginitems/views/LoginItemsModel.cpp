@@ -1,6 +1,7 @@
 #include "loginitems/views/LoginItemsModel.h"
 
 #include "ui/FileIcon.h"
+#include "ui/ImageAndTextCell.h"
 
 #include <utility>
 
@@ -26,6 +27,17 @@ void LoginItemsModel::removeRowAt(int row)
     beginRemoveRows({}, row, row);
     items.removeAt(row);
     endRemoveRows();
+}
+
+void LoginItemsModel::setNotes(NoteOf notes)
+{
+    noteOf = std::move(notes);
+}
+
+void LoginItemsModel::updateNotes()
+{
+    if (!items.isEmpty())
+        emit dataChanged(index(0, Name), index(rowCount() - 1, Name));
 }
 
 int LoginItemsModel::rowCount(const QModelIndex &parent) const
@@ -62,6 +74,10 @@ QVariant LoginItemsModel::data(const QModelIndex &index, int role) const
     case Name:
         if (role == Qt::DecorationRole)
             return icon(row);
+        if (role == ImageAndTextCell::PendingRole)
+            return noteOf && !noteOf(row.path).isNull();
+        if (role == ImageAndTextCell::NoteRole || role == Qt::AccessibleDescriptionRole)
+            return noteOf ? noteOf(row.path) : QString();
         return role == Qt::DisplayRole ? QVariant(row.name) : QVariant();
     default:
         return role == Qt::DisplayRole || role == Qt::ToolTipRole ? QVariant(row.path) : QVariant();

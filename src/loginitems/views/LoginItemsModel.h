@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QIcon>
 
+#include <functional>
+
 namespace varnel {
 
 /// The login items as a table: a check box, icon and name, the path.
@@ -22,6 +24,12 @@ public:
     void appendRow(const LoginItemRow &row);
     void removeRowAt(int row);
 
+    /// What is said beside a name whose change waits to be saved; null where none does.
+    using NoteOf = std::function<QString(const QString &path)>;
+    void setNotes(NoteOf notes);
+    /// Some may be others now.
+    void updateNotes();
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -37,6 +45,7 @@ private:
     [[nodiscard]] QIcon icon(const LoginItemRow &row) const;
 
     QList<LoginItemRow> items;
+    NoteOf noteOf;
     mutable QHash<QString, QIcon> icons; ///< each file is read once for each reading of the list
 };
 

@@ -1,6 +1,8 @@
 #include "loginitems/views/LoginItemsView.h"
 
 #include "backup/KeptRun.h"
+#include "backup/LoginItemSave.h"
+#include "base/Logging.h"
 #include "home/Workspace.h"
 #include "loginitems/LoginItemsChoice.h"
 #include "loginitems/views/LoginItemChangesInfoWindow.h"
@@ -13,16 +15,20 @@
 #include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/CheckBoxCell.h"
+#include "ui/DetailsSheet.h"
 #include "ui/Dialogs.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QPointer>
 #include <QShortcut>
 
 #include <algorithm>
+#include <utility>
 
 #include "ui_LoginItemsView.h"
 
@@ -43,6 +49,7 @@ LoginItemsView::LoginItemsView(const PageContext &context)
     access.addAccount(accountItems, accountStore);
     (void)access.use(usualList(context.workspace.home(), context.files.fileStore()));
     ui->setupUi(this);
+    message = new MessageLine(ui->footer);
     setUpTable();
     dressControls();
     offerLists();
@@ -58,6 +65,7 @@ void LoginItemsView::setUpTable()
 {
     QTableView *table = ui->tableView;
     table->setModel(rows);
+    rows->setNotes([this](const QString &path) { return pendingNote(path); });
     Theme::makeList(table);
     auto *nameCell = new ImageAndTextCell(table);
     // The names of rows without an icon stand in line with the others.
@@ -84,6 +92,11 @@ void LoginItemsView::dressControls()
     ui->viewButton->setIcon(Icons::icon(QStringLiteral("View")));
     ui->addButton->setIcon(Icons::icon(QStringLiteral("Add")));
     ui->removeButton->setIcon(Icons::icon(QStringLiteral("Remove")));
+    makeFooterButton(ui->saveButton, {ui->saveLabel});
+    makeFooterButton(ui->cancelButton, {ui->cancelLabel});
+    makeFooterButton(ui->viewButton, {ui->viewLabel});
+    makeFooterButton(ui->addButton, {ui->addLabel});
+    makeFooterButton(ui->removeButton, {ui->removeLabel});
     for (QLabel *caption : {ui->saveLabel, ui->cancelLabel, ui->viewLabel, ui->addLabel,
                             ui->removeLabel, ui->emptyLabel, ui->listLabel, ui->noticeLabel})
         Theme::setTextRole(caption, Theme::TextRole::Help);
@@ -169,6 +182,10 @@ void LoginItemsView::placeFooter()
     const int end = std::max(ui->addLabel->geometry().right(), ui->addButton->geometry().right());
     layOutCaptionRow(second, list.right() - end);
     ui->footer->setFixedHeight(height);
+    const QRect last = ui->viewButton->geometry().united(ui->viewLabel->geometry());
+    const QRect next = ui->removeButton->geometry().united(ui->removeLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, next.left() - Theme::gapLarge,
+                   ui->saveButton->height());
 }
 
 void LoginItemsView::resizeEvent(QResizeEvent *event)
@@ -194,6 +211,8 @@ void LoginItemsView::showEvent(QShowEvent *event)
 void LoginItemsView::readData()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
+    notSaved.clear(); // the rows show what is there
+    message->dropEvent();
     showItems(access.readData());
 }
 
@@ -204,6 +223,9 @@ void LoginItemsView::showAgain()
 
 void LoginItemsView::showItems(const QList<LoginItemRow> &items)
 {
+    onDisk.clear();
+    for (const LoginItemRow &item : items)
+        onDisk.insert(item.path, item.enabled);
     rows->setRows(items);
     showEmptyText();
     lockChoice();
@@ -280,6 +302,7 @@ void LoginItemsView::enabledDidChange(int row, bool enabled)
 void LoginItemsView::addDataToChangeDataList(int actionId, const QString &path, bool enabled)
 {
     pending.addDataToChangeDataList(actionId, path, enabled);
+    message->dropEvent();
 }
 
 Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool enabled,
@@ -293,9 +316,82 @@ Result<void> LoginItemsView::writeData(int actionId, const QString &path, bool e
 void LoginItemsView::saveChanges()
 {
     access.selectedBackupFileName = context.shared.selectedBackupFileName();
-    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
-    (void)pending.saveChanges();
+    const QList<LoginItemChange> wanted = context.shared.loginItemCommands();
+    // Failures have been logged where they happened; they stop nothing.
+    QList<LoginItemFailure> failures = pending.saveChanges();
+    if (!failures.isEmpty()) {
+        const QList<LoginItemRow> now = access.readData(LoginItemsAccess::Reading::Silent);
+        failures.removeIf([&](const LoginItemFailure &failure) {
+            return !failure.isWayBack && isReached(now, failure.change);
+        });
+    }
+    save = pageSave(wanted, failures, context.backup, context.shared.backupFileName());
+    notSaved.clear();
+    for (const LoginItemFailure &failure : std::as_const(failures))
+        if (!failure.isWayBack)
+            notSaved.append(failure.change);
+    noteSaved(wanted);
     disableSaveButton();
+    tellOfSave();
+}
+
+/// The page is not read again.
+void LoginItemsView::noteSaved(const QList<LoginItemChange> &changes)
+{
+    for (const LoginItemChange &change : changes) {
+        if (notSaved.contains(change))
+            continue;
+        if (change.actionId == LoginItemChange::Remove)
+            onDisk.remove(change.path);
+        else
+            onDisk.insert(change.path, change.actionId == LoginItemChange::Enable);
+    }
+}
+
+QString LoginItemsView::pendingNote(const QString &path) const
+{
+    for (const LoginItemChange &change : std::as_const(context.shared.loginItemCommands())) {
+        if (change.path != path)
+            continue;
+        const auto before = onDisk.constFind(path);
+        if (before == onDisk.constEnd())
+            return tr("was: not listed");
+        if (*before == (change.actionId == LoginItemChange::Enable))
+            return tr("as it is on disk");
+        return *before ? tr("was: on") : tr("was: off");
+    }
+    return {};
+}
+
+void LoginItemsView::tellOfSave()
+{
+    if (save.changes == 0)
+        return;
+    QList<MessageLine::Link> links;
+    if (!save.failures.isEmpty())
+        links.append({tr("Details"), [this] {
+                          DetailsSheet::show(context.dialogs, detailsOf(save), lcLoginItems, *this);
+                      }});
+    if (save.notSaved() > 0)
+        links.append({tr("Try Again"), [this] { tryAgain(); }});
+    else if (save.failures.isEmpty() && context.showBackup)
+        links.append(
+            {tr("Undo…"), [this] { context.showBackup(QFileInfo(save.backupFile).fileName()); }});
+    message->tell(noticeOf(save), links);
+}
+
+void LoginItemsView::chooseNotSavedAgain()
+{
+    for (const LoginItemChange &change : std::exchange(notSaved, {})) {
+        addDataToChangeDataList(change.actionId, change.path, change.isEnabled);
+        enableSaveButton();
+    }
+}
+
+void LoginItemsView::tryAgain()
+{
+    chooseNotSavedAgain();
+    saveChanges();
 }
 
 void LoginItemsView::cancelChanges()
@@ -347,6 +443,10 @@ void LoginItemsView::setSaveButtonsEnabled(bool enabled)
     countChanges(*ui->saveButton, context.shared.loginItemCommands().size(),
                  QStringLiteral("the way back goes into the backup file first"));
     lockChoice();
+    message->setIdleText(waitingText(context.shared.loginItemCommands().size()));
+    rows->updateNotes();
+    if (context.pendingChanged)
+        context.pendingChanged();
 }
 
 int LoginItemsView::selectedRow() const

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "backup/Notices.h"
 #include "loginitems/AccountLoginItems.h"
 #include "loginitems/DisabledItemsStore.h"
 #include "loginitems/LoginItemsAccess.h"
 #include "loginitems/PendingLoginItems.h"
 #include "ui/PageContext.h"
 
+#include <QHash>
 #include <QWidget>
 
 #include <memory>
@@ -18,6 +20,7 @@ namespace varnel {
 
 class LoginItemChangesInfoWindow;
 class LoginItemsModel;
+class MessageLine;
 
 /// What opens at login, and what this program has taken out of that list.
 class LoginItemsView : public QWidget {
@@ -42,7 +45,13 @@ public:
     /// Reads both places, changes nothing, tells nothing.
     void showAgain();
 
+    /// Failures have been logged; the message line tells them.
     void saveChanges();
+    /// What came of the last save.
+    [[nodiscard]] const PageSave &lastSave() const { return save; }
+    /// Records the changes that were not saved anew, as if they had been made again.
+    void chooseNotSavedAgain();
+    void tryAgain();
     /// Asks first.
     void cancelChanges();
     void cancelAlertDidEnd(int returnCode);
@@ -80,6 +89,9 @@ private:
     void offerLists();
     void choose(LoginItemsList list);
     void lockChoice();
+    void tellOfSave();
+    void noteSaved(const QList<LoginItemChange> &changes);
+    [[nodiscard]] QString pendingNote(const QString &path) const;
     void toggleCurrentRow();
     void enabledDidChange(int row, bool enabled);
     [[nodiscard]] int selectedRow() const;
@@ -93,6 +105,10 @@ private:
     LoginItemsAccess access;
     PendingLoginItems pending;
     LoginItemsModel *rows;
+    MessageLine *message = nullptr;
+    PageSave save; ///< the last one
+    QList<LoginItemChange> notSaved; ///< by it
+    QHash<QString, bool> onDisk; ///< by path: whether the item is enabled there
     LoginItemChangesInfoWindow *loginItemChangesInfoWindow = nullptr; ///< made when first shown
     int selectedRowIndex = -1;
 };

@@ -3,6 +3,8 @@
 #include "base/Literals.h"
 #include "settings/catalogue/Rows.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace varnel {
@@ -66,6 +68,17 @@ QList<const SettingRow *> rowsOfView(QStringView viewClass)
             rows.append(&row);
     }
     return rows;
+}
+
+const RowCaption *captionOfSeveral(QStringView viewClass)
+{
+    static const QHash<QString, RowCaption> captions {
+        {u"LockDockView"_s, {u"Lock the Dock"_s, u"What can no longer be changed by dragging"_s}},
+        {u"DisplayControlView"_s,
+         {u"Controls over the film"_s, u"When the display control and the title bar are seen"_s}},
+    };
+    const auto caption = captions.constFind(viewClass.toString());
+    return caption == captions.constEnd() ? nullptr : &*caption;
 }
 
 QString locationString(const SettingRow &row)

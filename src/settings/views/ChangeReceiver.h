@@ -21,6 +21,9 @@ public:
 
     /// The reported value of a setting that waits to be saved; none when nothing waits.
     [[nodiscard]] virtual std::optional<SettingValue> pendingValue(int settingId) const = 0;
+
+    /// Whether the setting's last change could not be saved.
+    [[nodiscard]] virtual bool wasNotSaved(int /*settingId*/) const { return false; }
 };
 
 } // namespace varnel

@@ -4,6 +4,10 @@
 #include "ui/Theme.h"
 #include "ui/WheelGuard.h"
 
+#include <QApplication>
+#include <QCursor>
+#include <QHoverEvent>
+
 namespace varnel {
 
 namespace {
@@ -22,6 +26,18 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override
     {
         return wide(QComboBox::minimumSizeHint());
+    }
+
+    /// No event tells the list that the pointer has left it while its popup had the mouse.
+    void hidePopup() override
+    {
+        QComboBox::hidePopup();
+        if (rect().contains(mapFromGlobal(QCursor::pos())))
+            return;
+        setAttribute(Qt::WA_UnderMouse, false);
+        QHoverEvent left(QEvent::HoverLeave, QPointF(-1, -1), QPointF(-1, -1), QPointF(-1, -1));
+        QApplication::sendEvent(this, &left);
+        update();
     }
 
 private:

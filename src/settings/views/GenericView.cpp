@@ -46,6 +46,17 @@ QString sentenceFor(const SettingRow &row, const SettingValue &value)
                                                  : actionSentence(row, value);
 }
 
+/// Whether saving the value would leave the file as it is, as far as the reading tells: a default
+/// whose setting has further keys, or reads only some kinds of objects, may take something away.
+bool standsSo(const SettingRow &row, const SettingReading &onDisk, const SettingValue &value)
+{
+    if (onDisk.notText || !meanTheSame(row, onDisk.value, value))
+        return false;
+    if (value != defaultValue(row))
+        return onDisk.found;
+    return !onDisk.found && row.keys.size() == 1 && row.mechanism != Mechanism::BarItems;
+}
+
 } // namespace
 
 GenericView::GenericView(const ViewContext &context, QList<const SettingRow *> settings,
@@ -184,8 +195,10 @@ QBoxLayout *GenericView::noteLine(QWidget *leading, int width)
     note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     Theme::setTextRole(note, Theme::TextRole::Help);
     auto *line = new QHBoxLayout;
+    noteRooms.append(leading ? nullptr : new QWidget(this));
     if (!leading) {
-        line->addWidget(note);
+        noteRooms.last()->setFixedHeight(note->sizeHint().height());
+        line->addWidget(noteRooms.last());
         return line;
     }
     auto *box = new QWidget(this);
@@ -217,8 +230,15 @@ QString GenericView::noteOf(int place) const
     if (const std::optional<SettingValue> waiting = waitingValue(place)) {
         if (*waiting != shownValue(place))
             return QStringLiteral("pending: ") + sentenceFor(row, *waiting);
+        if (standsSo(row, onDisk, *waiting))
+            return QStringLiteral("as it is on disk");
         const QString old = readInWords(row, onDisk);
         return QStringLiteral("was: ") + (old.isEmpty() ? QStringLiteral("empty") : old);
+    }
+    if (parentView && parentView->wasNotSaved(row.id)) {
+        const QString still = readInWords(row, onDisk);
+        return QStringLiteral("not saved; still: ")
+            + (still.isEmpty() ? QStringLiteral("empty") : still);
     }
     if (!shows(place, onDisk.value))
         return QStringLiteral("saved: ") + sentenceFor(row, onDisk.value);
@@ -230,6 +250,8 @@ void GenericView::showPendingState()
     bool any = false;
     for (int place = 0; place < notes.size(); ++place) {
         const QString note = noteOf(place);
+        const bool failed = parentView && parentView->wasNotSaved(rows[place]->id);
+        notes[place]->setInk(failed ? &Theme::danger : nullptr);
         notes[place]->showText(note);
         controls[place]->setAccessibleDescription(note);
         any = any || waitingValue(place);
@@ -288,14 +310,63 @@ void GenericView::takeControl(QWidget *control)
     controls.append(control);
 }
 
+void GenericView::focusControl(int settingId)
+{
+    for (qsizetype place = 0; place < rows.size(); ++place) {
+        QWidget *control = controls.value(place);
+        if (rows[place]->id != settingId || control == nullptr)
+            continue;
+        // The keyboard is at what can take it: a slider at its default is disabled, its box is not.
+        if (!control->isEnabled())
+            for (QWidget *other : findChildren<QWidget *>())
+                if (other->isEnabled() && (other->focusPolicy() & Qt::TabFocus) != 0) {
+                    control = other;
+                    break;
+                }
+        control->setFocus(Qt::OtherFocusReason);
+    }
+}
+
 QRect GenericView::controlPlace(int place) const
 {
     const QWidget *control = controls.value(place);
     return control ? QRect(control->mapTo(this, QPoint()), control->size()) : QRect();
 }
 
+/// Behind the words of the help, where they stand on the same line.
+int GenericView::leftOfNote(const QRect &line) const
+{
+    const QRect words =
+        help->fontMetrics().boundingRect(help->geometry(), int(Qt::TextWordWrap), help->text());
+    return words.bottom() < line.top() || words.top() > line.bottom()
+        ? Theme::gapLarge
+        : words.right() + 1 + Theme::gapLarge;
+}
+
+void GenericView::placeNotes()
+{
+    for (qsizetype place = 0; place < noteRooms.size(); ++place) {
+        QWidget *room = noteRooms[place];
+        if (!room)
+            continue;
+        room->setFixedHeight(notes[place]->sizeHint().height());
+        QRect line(room->mapTo(this, QPoint()), room->size());
+        line.setLeft(std::min(line.left(), leftOfNote(line)));
+        notes[place]->setGeometry(line);
+    }
+}
+
+void GenericView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeNotes();
+}
+
 bool GenericView::event(QEvent *event)
 {
+    if (event->type() == QEvent::LayoutRequest)
+        placeNotes();
+
     // The file may lie elsewhere by now.
     if (event->type() == QEvent::ToolTip && layout())
         setToolTip(whereItIsKept());

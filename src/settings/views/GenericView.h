@@ -89,6 +89,8 @@ public:
     void showPendingState();
     [[nodiscard]] bool isPending() const { return pending; }
 
+    /// Gives the control of that setting the keyboard.
+    void focusControl(int settingId);
     /// Where the setting's control stands in the row; empty while there is none.
     [[nodiscard]] QRect controlPlace(int place) const;
     /// The keys of the setting at that place, or of all for -1, one below the other.
@@ -114,8 +116,9 @@ protected:
     /// stands level with the title.
     virtual void buildControls(QBoxLayout *column) = 0;
 
-    /// A line beside a control: room for the note on the next setting at its right end, and
-    /// `leading` (if any) at the left end of the last `width` units.
+    /// A line below a control: room for the note on the next setting, which takes what the help
+    /// leaves free at its left, too; or, with `leading`, that at the left end of the last `width`
+    /// units and the note at the right one.
     QBoxLayout *noteLine(QWidget *leading = nullptr, int width = 260);
 
     /// Notes the control of the next setting; a single one is the title's.
@@ -128,12 +131,15 @@ protected:
     void setBackupValueStr(const QString &value) { backupText = value; }
 
     bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     [[nodiscard]] QString whereItIsKept() const;
     [[nodiscard]] std::optional<SettingValue> waitingValue(int place) const;
     [[nodiscard]] QString noteOf(int place) const;
+    void placeNotes();
+    [[nodiscard]] int leftOfNote(const QRect &line) const;
 
     ViewContext context;
     QList<const SettingRow *> rows;
@@ -146,6 +152,7 @@ private:
     QLabel *help = nullptr;
     QList<QWidget *> controls; ///< one for each setting, once there are widgets
     QList<ElidedLabel *> notes; ///< one for each setting, once there are widgets
+    QList<QWidget *> noteRooms; ///< in the layout, one for each note; null where it is itself there
     bool pending = false;
 };
 

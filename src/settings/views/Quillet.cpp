@@ -11,8 +11,7 @@
 #include "settings/views/SettingsColumn.h"
 #include "shell/SharedObject.h"
 #include "ui/Dialogs.h"
-
-#include <QPointer>
+#include "ui/MessageLine.h"
 
 namespace varnel {
 
@@ -75,6 +74,9 @@ QWidget *Quillet::getQuilletView()
 void Quillet::addDataToChangeDataList(int settingId, int value, const QString &extra)
 {
     pending.addDataToChangeDataList(settingId, value, extra);
+    forgetNotSaved(settingId);
+    if (page)
+        page->messageLine().dropEvent();
 }
 
 void Quillet::addDataToBackupDataList(int settingId, int value, const QString &extra)
@@ -87,7 +89,7 @@ void Quillet::enableSaveButton()
     if (!page)
         return;
     page->setButtonsEnabled(true);
-    page->showChangeCount(context.shared.quilletCommands().size());
+    showCount();
 }
 
 void Quillet::disableSaveButton()
@@ -95,7 +97,19 @@ void Quillet::disableSaveButton()
     if (!page)
         return;
     page->setButtonsEnabled(false);
-    page->showChangeCount(0);
+    showCount();
+}
+
+void Quillet::showCount()
+{
+    QSet<ModuleId> groups;
+    for (const ChangeRecord &change : context.shared.quilletCommands())
+        if (const SettingRow *row = findSetting(change.locationId))
+            groups.insert(row->module);
+    page->showChangeCount(context.shared.quilletCommands().size());
+    page->showPendingGroups(groups);
+    if (context.pendingChanged)
+        context.pendingChanged();
 }
 
 std::optional<SettingValue> Quillet::pendingValue(int settingId) const
@@ -120,45 +134,12 @@ void Quillet::askForView(int settingId) const
     }
 }
 
-void Quillet::saveChanges()
-{
-    for (const ChangeRecord &change : context.shared.quilletCommands())
-        askForView(change.locationId);
-    // Failures have been logged where they happened; they stop nothing and are shown nowhere.
-    static_cast<void>(pending.saveChanges());
-    showPendingState();
-    disableSaveButton();
-}
-
-void Quillet::cancelChanges()
-{
-    const Alert alert {
-        QStringLiteral("Cancel All Latest Changes"),
-        QStringLiteral("Are you sure you want to cancel all latest changes you've made with this "
-                       "program"),
-        {QStringLiteral("Cancel Changes"), QStringLiteral("Continue")},
-    };
-    context.dialogs.showAlert(page.get(), alert, [self = QPointer<Quillet>(this)](int code) {
-        if (self)
-            self->cancelAlertDidEnd(code);
-    });
-}
-
-void Quillet::cancelAlertDidEnd(int returnCode)
-{
-    if (returnCode != FirstButton)
-        return;
-    readData();
-    pending.dropChanges();
-    for (const std::shared_ptr<SettingModule> &module : moduleList)
-        module->dropEdits();
-    showPendingState();
-    disableSaveButton();
-}
-
 void Quillet::readData()
 {
     const SettingAccess::ReadPass places(access);
+    notSaved.clear(); // what was chosen is shown no more
+    if (page)
+        page->messageLine().dropEvent();
     const SharedObject &shared = context.shared;
     const std::array<std::shared_ptr<SettingModule>, 9> order {
         shared.generalModule(), shared.safariModule(),        shared.finderModule(),
@@ -170,6 +151,7 @@ void Quillet::readData()
             module->readData();
     }
     showPendingState(); // a restore reads while changes are pending
+    showLasting();
 }
 
 void Quillet::viewChanges()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/Notices.h"
 #include "settings/PendingChanges.h"
 #include "settings/views/ChangeReceiver.h"
 #include "settings/views/SettingModule.h"
@@ -36,8 +37,15 @@ public:
     void disableSaveButton();
     [[nodiscard]] std::optional<SettingValue> pendingValue(int settingId) const override;
 
-    /// Keeps the old values, then writes the new ones. Failures are logged and stop nothing.
+    /// Keeps the old values, then writes the new ones. Failures are logged and stop nothing; the
+    /// message line tells them.
     void saveChanges();
+    /// What came of the last save.
+    [[nodiscard]] const PageSave &lastSave() const { return save; }
+    /// Records the changes that were not saved anew, as if they had been chosen again.
+    void chooseNotSavedAgain();
+    void tryAgain();
+    [[nodiscard]] bool wasNotSaved(int settingId) const override;
     /// Asks first.
     void cancelChanges();
     void cancelAlertDidEnd(int returnCode);
@@ -95,12 +103,19 @@ private:
     void addModule(void (SharedObject::*keep)(std::shared_ptr<Module>), bool connected);
     void selectMenu(int row);
     void showPendingState();
+    void showCount();
+    void noteNotSaved(const QList<ChangeRecord> &wanted, const QList<SaveFailure> &failures);
+    void forgetNotSaved(int settingId);
+    void tellOfSave();
+    void showLasting();
     void buildPage(SettingModule *module, int filter, int &total, int &top, bool finish,
                    bool &shading);
 
     PageContext context;
     SettingAccess access;
     PendingChanges pending;
+    PageSave save; ///< the last one
+    QList<ChangeRecord> notSaved; ///< and neither chosen again nor read again since
     ViewContext viewContext;
     std::vector<std::shared_ptr<SettingModule>> moduleList;
     WidgetOwner<QuilletView> page;

@@ -5,6 +5,7 @@
 #include "settings/views/QuilletView.h"
 #include "settings/views/SettingsColumn.h"
 #include "shell/SharedObject.h"
+#include "ui/MessageLine.h"
 
 namespace varnel {
 
@@ -26,6 +27,9 @@ void Quillet::showModules(ModuleId module)
     int top = -1;
     bool shading = true;
     (this->*builders.value(module))(-1, total, top, true, shading);
+    if (page)
+        page->messageLine().dropEvent();
+    showLasting();
 }
 
 void Quillet::buildPage(SettingModule *module, int filter, int &total, int &top, bool finish,

@@ -39,7 +39,10 @@ void Quillet::doSearch()
         showTimeMachineModules(result.id, total, top, false, shading);
         showQuickTimePlayerModules(result.id, total, top, false, shading);
     }
-    page->showSearchOutcome(results.isEmpty());
+    showLasting();
+    page->showSearchOutcome(results.isEmpty(),
+                            results.isEmpty() ? settingsCalled(page->searchText())
+                                              : QList<const SettingRow *>());
 }
 
 } // namespace varnel

@@ -3,11 +3,15 @@
 #include "base/Logging.h"
 #include "base/Text.h"
 #include "settings/Catalogue.h"
+#include "settings/views/GenericView.h"
 #include "settings/views/Quillet.h"
+#include "settings/views/SettingsColumn.h"
 #include "settings/views/SettingsFooter.h"
 #include "ui/Icons.h"
 #include "ui/ImageAndTextCell.h"
+#include "ui/MessageLine.h"
 #include "ui/NodeModel.h"
+#include "ui/TextLink.h"
 #include "ui/Theme.h"
 #include "ui_QuilletView.h"
 
@@ -41,6 +45,8 @@ QIcon iconOfModule(const QString &title)
     const ModuleRow *row = moduleTitled(title);
     return row ? Icons::icon(row->icon) : QIcon();
 }
+
+constexpr int mostCalled = 5;
 
 std::shared_ptr<Node> makeMenu()
 {
@@ -111,8 +117,24 @@ void QuilletView::connectSearch()
     emptyLabel->setTextFormat(Qt::PlainText);
     emptyLabel->hide();
     Theme::setTextRole(emptyLabel, Theme::TextRole::Help);
+    calledLabel = new QLabel(tr("On its page it is called:"), ui->mainScrollView->viewport());
+    calledLabel->setObjectName(QStringLiteral("calledLabel"));
+    calledLabel->setAlignment(Qt::AlignCenter);
+    calledLabel->hide();
+    Theme::setTextRole(calledLabel, Theme::TextRole::Help);
     auto *overlay = new QVBoxLayout(ui->mainScrollView->viewport());
+    overlay->setSpacing(Theme::gapSmall);
+    overlay->addStretch();
     overlay->addWidget(emptyLabel);
+    overlay->addWidget(calledLabel);
+    for (int place = 0; place < mostCalled; ++place) {
+        auto *link = new TextLink(ui->mainScrollView->viewport());
+        link->setObjectName(QStringLiteral("calledLink%1").arg(place + 1));
+        link->hide();
+        overlay->addWidget(link, 0, Qt::AlignHCenter);
+        calledLinks.append(link);
+    }
+    overlay->addStretch();
 
     connect(ui->searchField, &QLineEdit::textChanged, this, [this] {
         if (!parentView || leavingSearch)
@@ -151,7 +173,7 @@ void QuilletView::clearSearchText()
     // The field's own button listens to the same signal, so it can't just be blocked.
     const QScopedValueRollback leaving(leavingSearch, true);
     ui->searchField->clear();
-    emptyLabel->hide();
+    showSearchOutcome(false, {});
 }
 
 QString QuilletView::searchText() const
@@ -159,13 +181,41 @@ QString QuilletView::searchText() const
     return ui->searchField->text();
 }
 
-void QuilletView::showSearchOutcome(bool nothingFound)
+void QuilletView::showSearchOutcome(bool nothingFound, const QList<const SettingRow *> &called)
 {
     emptyLabel->setText(searchText().isEmpty()
                             ? QStringLiteral("Type a word to find settings, or press Escape to go "
                                              "back to the group")
                             : QStringLiteral("No setting is found by “%1”").arg(searchText()));
     emptyLabel->setVisible(nothingFound);
+    calledLabel->setVisible(!called.isEmpty());
+    for (qsizetype place = 0; place < mostCalled; ++place) {
+        TextLink *link = calledLinks[place];
+        const SettingRow *row = called.value(place);
+        link->setVisible(row != nullptr);
+        link->disconnect(this);
+        if (row == nullptr)
+            continue;
+        link->setText(row->label + u" · " + shortLocationString(*row));
+        link->updateGeometry();
+        connect(link, &TextLink::clicked, this, [this, row] { goToSetting(*row); });
+    }
+}
+
+void QuilletView::goToSetting(const SettingRow &row)
+{
+    const QList<ModuleRow> &all = modules();
+    const auto module = std::find_if(
+        all.begin(), all.end(), [&row](const ModuleRow &each) { return each.id == row.module; });
+    selectMenuRow(int(module - all.begin()));
+    for (QWidget *each : ui->mainView->rows()) {
+        auto *view = qobject_cast<GenericView *>(each);
+        if (view == nullptr || !view->carries(row.id))
+            continue;
+        layout()->activate();
+        view->focusControl(row.id);
+        ui->mainScrollView->ensureWidgetVisible(view, 0, 0);
+    }
 }
 
 void QuilletView::setParentView(Quillet *controller)
@@ -227,6 +277,10 @@ void QuilletView::orderFocus()
         setTabOrder(last, button);
         last = button;
     }
+    for (QWidget *link : messageLine().allLinks()) {
+        setTabOrder(last, link);
+        last = link;
+    }
 }
 
 void QuilletView::rememberFocus(QWidget *focused)
@@ -249,6 +303,19 @@ void QuilletView::setButtonsEnabled(bool enabled)
 void QuilletView::showChangeCount(qsizetype count)
 {
     ui->footer->showChangeCount(count);
+}
+
+void QuilletView::showPendingGroups(const QSet<ModuleId> &groups)
+{
+    QSet<QString> titles;
+    for (const ModuleId group : groups)
+        titles.insert(moduleRow(group).outlineTitle);
+    menu->setPending(titles);
+}
+
+MessageLine &QuilletView::messageLine() const
+{
+    return ui->footer->messageLine();
 }
 
 void QuilletView::placeFooter()

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "settings/SettingRow.h"
+
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <memory>
@@ -13,10 +16,12 @@ class QuilletView;
 
 namespace varnel {
 
+class MessageLine;
 class Node;
 class NodeModel;
 class Quillet;
 class SettingsColumn;
+class TextLink;
 
 /// The page of the hidden settings: the list of modules, the column of settings, the footer.
 class QuilletView : public QWidget {
@@ -48,13 +53,21 @@ public:
     /// Puts the keyboard into the search field.
     void startSearch();
     [[nodiscard]] QString searchText() const;
-    /// Says over the column why it is empty, if it is.
-    void showSearchOutcome(bool nothingFound);
+    /// Says over the column why it is empty, if it is, and leads to the settings that are called
+    /// so.
+    void showSearchOutcome(bool nothingFound, const QList<const SettingRow *> &called);
+    /// Selects the setting's group, and gives its control the keyboard.
+    void goToSetting(const SettingRow &row);
 
     /// The three buttons of the footer, together.
     void setButtonsEnabled(bool enabled);
     /// Says on the Save button how many changes it would save.
     void showChangeCount(qsizetype count);
+
+    /// Marks the groups with changes that are not saved.
+    void showPendingGroups(const QSet<ModuleId> &groups);
+    /// What came of the last action, in the footer.
+    [[nodiscard]] MessageLine &messageLine() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -76,6 +89,8 @@ private:
     std::shared_ptr<Node> rootNode;
     NodeModel *menu = nullptr;
     QLabel *emptyLabel = nullptr;
+    QLabel *calledLabel = nullptr;
+    QList<TextLink *> calledLinks;
     Quillet *parentView = nullptr;
     QString backupFileName;
     bool leavingSearch = false;

@@ -1,12 +1,51 @@
 #include "settings/views/SettingsColumn.h"
 
+#include "settings/views/GenericView.h"
+#include "ui/Theme.h"
+
 #include <QChildEvent>
+#include <QPainter>
 
 #include <algorithm>
 
 namespace varnel {
 
-SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent)
+namespace {
+
+/// A hairline between any two rows that do not part by themselves: a shaded one has an edge.
+class RowLines : public QWidget {
+public:
+    explicit RowLines(SettingsColumn *column) : QWidget(column), column(*column)
+    {
+        setObjectName(QStringLiteral("rowLines"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        const double pixel = 1 / devicePixelRatioF();
+        const QList<QWidget *> rows = column.rows();
+        for (qsizetype place = 1; place < rows.size(); ++place)
+            if (!isShaded(rows[place - 1]) && !isShaded(rows[place]))
+                painter.fillRect(QRectF(0, rows[place]->y() - pixel, width(), pixel),
+                                 Theme::hairline(palette()));
+    }
+
+private:
+    static bool isShaded(const QWidget *row)
+    {
+        const auto *view = qobject_cast<const GenericView *>(row);
+        return view != nullptr && view->needToDrawBackground();
+    }
+
+    SettingsColumn &column;
+};
+
+} // namespace
+
+SettingsColumn::SettingsColumn(QWidget *parent) : QWidget(parent), lines(new RowLines(this))
 {
     setBackgroundRole(QPalette::Base);
     setFixedHeight(0);
@@ -57,6 +96,8 @@ void SettingsColumn::layOutRows()
         bottom += height;
     }
     setFixedHeight(bottom);
+    lines->setGeometry(0, 0, width(), bottom);
+    lines->raise();
 }
 
 bool SettingsColumn::event(QEvent *event)

@@ -32,6 +32,7 @@ private:
     void layOutRows();
 
     QList<QWidget *> stack;
+    QWidget *lines; ///< over the rows
 };
 
 } // namespace varnel

@@ -1,8 +1,10 @@
 #include "settings/views/SettingsFooter.h"
 
 #include "settings/views/FooterLayout.h"
+#include "ui/CaptionRow.h"
 #include "ui/ChangeCount.h"
 #include "ui/Icons.h"
+#include "ui/MessageLine.h"
 #include "ui/Theme.h"
 
 #include <QKeySequence>
@@ -13,7 +15,8 @@ namespace varnel {
 
 SettingsFooter::SettingsFooter(QWidget *parent)
     : QWidget(parent), save(makeColumn(QStringLiteral("Save"), 1)),
-      cancel(makeColumn(QStringLiteral("Cancel"), 2)), view(makeColumn(QStringLiteral("View"), 3))
+      cancel(makeColumn(QStringLiteral("Cancel"), 2)), view(makeColumn(QStringLiteral("View"), 3)),
+      message(new MessageLine(this))
 {
     Theme::makeAccentButton(save.button);
     save.button->setIcon(Icons::onAccent(save.button->icon()));
@@ -40,6 +43,7 @@ SettingsFooter::Column SettingsFooter::makeColumn(const QString &word, int place
     auto *changes = new QLabel(QStringLiteral("Changes"), this);
     changes->setObjectName(QStringLiteral("changes%1Label").arg(place));
     Theme::setTextRole(changes, Theme::TextRole::Help);
+    makeFooterButton(button, {label, changes});
     return {button, label, changes};
 }
 
@@ -49,6 +53,8 @@ void SettingsFooter::place(int left)
         return FooterColumn {part.button, part.label, part.changesLabel};
     };
     setFixedHeight(layOutFooter({{column(save), column(cancel), column(view)}}, left));
+    const QRect last = view.button->geometry().united(view.changesLabel->geometry());
+    message->place(last.right() + 1 + Theme::gapLarge, width(), save.button->height());
 }
 
 void SettingsFooter::setButtonsEnabled(bool enabled)
@@ -61,6 +67,7 @@ void SettingsFooter::showChangeCount(qsizetype count)
 {
     countChanges(*save.button, count,
                  QStringLiteral("the old values go into the backup file first"));
+    message->setIdleText(waitingText(count));
 }
 
 std::array<QPushButton *, 3> SettingsFooter::buttons() const

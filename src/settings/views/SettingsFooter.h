@@ -9,6 +9,8 @@ class QPushButton;
 
 namespace varnel {
 
+class MessageLine;
+
 /// Save, Cancel and View below the column of settings, each over its caption.
 class SettingsFooter : public QWidget {
     Q_OBJECT
@@ -27,6 +29,9 @@ public:
     /// From left to right.
     [[nodiscard]] std::array<QPushButton *, 3> buttons() const;
 
+    /// At their right.
+    [[nodiscard]] MessageLine &messageLine() const { return *message; }
+
 signals:
     void saveClicked();
     void cancelClicked();
@@ -41,6 +46,7 @@ private:
     Column makeColumn(const QString &word, int place);
 
     Column save, cancel, view;
+    MessageLine *message;
 };
 
 } // namespace varnel

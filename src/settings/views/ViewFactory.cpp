@@ -14,38 +14,30 @@ namespace varnel {
 
 namespace {
 
-/// What a view of several settings says of itself; each setting's own words stand at its list.
-struct ChoiceGroup {
-    GenericView::Caption caption;
-    QStringList comboBoxNames;
-};
-
-const QHash<QString, ChoiceGroup> &choiceGroups()
+/// The lists of a view of several settings; its caption is its own, each setting's stands at its
+/// list.
+const QHash<QString, QStringList> &listNames()
 {
-    static const QHash<QString, ChoiceGroup> groups {
+    static const QHash<QString, QStringList> names {
         {QStringLiteral("LockDockView"),
-         {{QStringLiteral("Lock the Dock"),
-           QStringLiteral("What can no longer be changed by dragging")},
-          {QStringLiteral("contentsComboBox"), QStringLiteral("posComboBox"),
-           QStringLiteral("sizeComboBox")}}},
+         {QStringLiteral("contentsComboBox"), QStringLiteral("posComboBox"),
+          QStringLiteral("sizeComboBox")}},
         {QStringLiteral("DisplayControlView"),
-         {{QStringLiteral("Controls over the film"),
-           QStringLiteral("When the display control and the title bar are seen")},
-          {QStringLiteral("displayControlHiddenComboBox"),
-           QStringLiteral("displayControlVisibleComboBox"), QStringLiteral("titleBarComboBox")}}},
+         {QStringLiteral("displayControlHiddenComboBox"),
+          QStringLiteral("displayControlVisibleComboBox"), QStringLiteral("titleBarComboBox")}},
     };
-    return groups;
+    return names;
 }
 
 std::unique_ptr<GenericView> makeChoiceView(const ViewContext &context,
                                             const QList<const SettingRow *> &rows,
                                             const GenericView::Caption &caption)
 {
-    const auto group = choiceGroups().constFind(rows.front()->viewClass);
-    if (group == choiceGroups().constEnd())
-        return std::make_unique<ChoiceView>(context, rows, caption,
-                                            QStringList(QStringLiteral("comboBox")));
-    return std::make_unique<ChoiceView>(context, rows, group->caption, group->comboBoxNames);
+    const QString &viewClass = rows.front()->viewClass;
+    const RowCaption *several = captionOfSeveral(viewClass);
+    return std::make_unique<ChoiceView>(
+        context, rows, several ? GenericView::Caption {several->title, several->help} : caption,
+        listNames().value(viewClass, {QStringLiteral("comboBox")}));
 }
 
 } // namespace

@@ -82,10 +82,10 @@ void MainWindow::makeMenu()
     QAction *keys = menu->addAction(tr("Keyboard Shortcuts"), QKeySequence::HelpContents);
     connect(keys, &QAction::triggered, this, &MainWindow::shortcutsRequested);
     addAction(keys);
-    QAction *quit = menu->addAction(tr("Quit Varnel"), QKeySequence(Qt::CTRL | Qt::Key_Q));
-    quit->setObjectName(QStringLiteral("quitAction"));
-    connect(quit, &QAction::triggered, this, &MainWindow::quitRequested);
-    addAction(quit); // the keys work while the menu is closed, too
+    quitAction = menu->addAction(tr("Quit Varnel"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quitAction->setObjectName(QStringLiteral("quitAction"));
+    connect(quitAction, &QAction::triggered, this, &MainWindow::quitRequested);
+    addAction(quitAction); // the keys work while the menu is closed, too
     ui->menuButton->setMenu(menu);
 }
 
@@ -102,6 +102,19 @@ void MainWindow::goToPage(int index)
             return;
         }
     }
+}
+
+void MainWindow::showPending(qsizetype settings, qsizetype loginItems)
+{
+    const qsizetype count = settings + loginItems;
+    ui->tabView->setPending(ui->tabView->indexOf(ui->quilletView), settings > 0);
+    ui->tabView->setPending(ui->tabView->indexOf(ui->loginItemsView), loginItems > 0);
+    setWindowModified(count > 0);
+    if (count == 0)
+        quitAction->setText(tr("Quit Varnel"));
+    else
+        quitAction->setText(count == 1 ? tr("Quit Without Saving 1 Change")
+                                       : tr("Quit Without Saving %1 Changes").arg(count));
 }
 
 TabView *MainWindow::tabView() const

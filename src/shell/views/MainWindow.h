@@ -36,6 +36,10 @@ public:
     /// The application menu.
     [[nodiscard]] QMenu &menu() const;
 
+    /// Marks the pages with changes that are not saved, the title, and the entry that would lose
+    /// them.
+    void showPending(qsizetype settings, qsizetype loginItems);
+
     /// Asked whenever the user closes the window; false keeps it open. Without one it closes.
     void setCloseGate(std::function<bool()> gate);
 
@@ -61,6 +65,7 @@ private:
     void goToPage(int index);
 
     std::unique_ptr<Ui::MainWindow> ui;
+    QAction *quitAction = nullptr;
     std::function<bool()> windowShouldClose;
 };
 

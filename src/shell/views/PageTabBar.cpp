@@ -102,6 +102,13 @@ void PageTabBar::drawTab(QPainter &painter, int index) const
     const QRect word(left + iconRoom(), tab.top(), tab.right() - left - iconRoom(),
                      tab.height() - markHeight);
     painter.drawText(word, int(Qt::AlignVCenter) | Qt::TextSingleLine, tabText(index));
+    if (tabData(index).toBool()) {
+        // In the gap that is there anyway: nothing moves.
+        const double end = QFontMetricsF(fontOf(index)).horizontalAdvance(tabText(index));
+        Theme::drawPendingDot(&painter,
+                              {word.left() + end + Theme::pendingDotSize, tab.center().y() - 4.0},
+                              palette());
+    }
     if (chosen) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(accent);

@@ -30,6 +30,12 @@ void reloadBackups(SharedObject &shared)
         page->reloadData();
 }
 
+void selectBackup(SharedObject &shared, const QString &name)
+{
+    if (const std::shared_ptr<RestoreBackup> page = shared.restoreBackup())
+        page->selectFile(name);
+}
+
 PageRow row(PageId page, const QString &interfaceName, const QString &loadFailure,
             decltype(PageRow::make) make)
 {
@@ -59,6 +65,7 @@ QList<PageRow> pageTable()
     };
     table.first().frameFrom = PageId::SysInfo;
     table[3].reload = reloadBackups;
+    table[3].select = selectBackup;
     return table;
 }
 

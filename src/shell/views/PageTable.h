@@ -25,6 +25,8 @@ struct PageRow {
     std::function<PageGetter(const PageContext &, Varnel &)> make;
     /// Called whenever the page's tab is entered by its name "Restore Backup".
     std::function<void(SharedObject &)> reload;
+    /// Selects a backup file of the page's list.
+    std::function<void(SharedObject &, const QString &name)> select {};
 };
 
 /// The pages in the order in which they are built.

@@ -53,25 +53,70 @@ void QuitFlow::askToSave(qsizetype settingChanges, qsizetype loginItemChanges)
 void QuitFlow::saveAlertDidEnd(int returnCode)
 {
     asking = false;
-    if (returnCode == FirstButton)
-        savePending();
-    else if (returnCode != ThirdButton)
+    if (returnCode != FirstButton && returnCode != ThirdButton)
         return; // the window stays as it was
+    const QStringList failures = returnCode == FirstButton ? savePending() : QStringList();
+    if (failures.isEmpty())
+        goOn();
+    else
+        tellOfUnsaved(failures);
+}
+
+void QuitFlow::goOn()
+{
     if (!checkKillAppStatus())
         finish();
 }
 
-void QuitFlow::savePending()
+void QuitFlow::tellOfUnsaved(const QStringList &failures)
 {
+    asking = true;
+    const Alert alert {
+        QStringLiteral("Changes Were Not Saved"),
+        failures.join(u"\n\n"),
+        {QStringLiteral("Close Anyway"), QStringLiteral("Stay")},
+    };
+    context.dialogs.showAlert(&mainWindow, alert, [self = QPointer<QuitFlow>(this)](int code) {
+        if (self)
+            self->unsavedAlertDidEnd(code);
+    });
+}
+
+void QuitFlow::unsavedAlertDidEnd(int returnCode)
+{
+    asking = false;
+    if (returnCode == FirstButton) {
+        goOn();
+        return;
+    }
+    if (const std::shared_ptr<LoginItems> page = context.shared.loginItems();
+        page && page->loginItemsView() != nullptr)
+        page->loginItemsView()->chooseNotSavedAgain();
+    if (const std::shared_ptr<Quillet> quillet = context.shared.quillet())
+        quillet->chooseNotSavedAgain();
+}
+
+QStringList QuitFlow::savePending()
+{
+    QStringList failures;
+    const auto note = [&failures](const PageSave &save) {
+        if (save.notSaved() > 0)
+            failures.append(noticeOf(save).text);
+    };
     const bool settingsPending = !context.shared.quilletCommands().isEmpty();
     if (!context.shared.loginItemCommands().isEmpty()) {
         const std::shared_ptr<LoginItems> page = context.shared.loginItems();
-        if (LoginItemsView *view = page ? page->loginItemsView() : nullptr)
+        if (LoginItemsView *view = page ? page->loginItemsView() : nullptr) {
             view->saveChanges();
+            note(view->lastSave());
+        }
     }
     if (const std::shared_ptr<Quillet> quillet = context.shared.quillet();
-        quillet && settingsPending)
+        quillet && settingsPending) {
         quillet->saveChanges();
+        note(quillet->lastSave());
+    }
+    return failures;
 }
 
 bool QuitFlow::checkKillAppStatus()

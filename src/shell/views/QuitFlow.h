@@ -35,7 +35,11 @@ public:
 
 private:
     void askToSave(qsizetype settingChanges, qsizetype loginItemChanges);
-    void savePending();
+    /// What of it failed, in words; empty where all was saved.
+    [[nodiscard]] QStringList savePending();
+    void tellOfUnsaved(const QStringList &failures);
+    void unsavedAlertDidEnd(int returnCode);
+    void goOn();
     void finish();
     void killApp(const QString &process) const;
 

@@ -16,6 +16,13 @@ TabView::TabView(QWidget *parent) : QTabWidget(parent)
     findChild<QStackedWidget *>()->installEventFilter(this);
 }
 
+void TabView::setPending(int index, bool pending)
+{
+    tabBar()->setTabData(index, pending);
+    setTabToolTip(index, pending ? tr("Has changes that are not saved") : QString());
+    tabBar()->update();
+}
+
 void TabView::tabInserted(int index)
 {
     QTabWidget::tabInserted(index);

@@ -12,6 +12,9 @@ class TabView : public QTabWidget {
 public:
     explicit TabView(QWidget *parent = nullptr);
 
+    /// Marks a page with changes that are not saved.
+    void setPending(int index, bool pending);
+
 protected:
     void tabInserted(int index) override;
     bool event(QEvent *event) override;

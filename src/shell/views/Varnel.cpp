@@ -19,12 +19,18 @@ namespace varnel {
 namespace {
 
 constexpr int hiddenSettingsTab = 3;
+constexpr int restoreBackupTab = 4;
 
 } // namespace
 
 Varnel::Varnel(const PageContext &pageContext, MainWindow &mainWindow, QList<PageRow> rows)
     : context(pageContext), window(mainWindow), pages(std::move(rows))
 {
+    context.pendingChanged = [this] {
+        window.showPending(context.shared.quilletCommands().size(),
+                           context.shared.loginItemCommands().size());
+    };
+    context.showBackup = [this](const QString &name) { showBackup(name); };
     context.shared.setBackupFileName(context.workspace.tools().createBackupFile());
 }
 
@@ -117,6 +123,13 @@ void Varnel::openAnotherHome()
 void Varnel::showWelcomeTabView()
 {
     window.tabView()->setCurrentIndex(hiddenSettingsTab);
+}
+
+void Varnel::showBackup(const QString &name)
+{
+    window.tabView()->setCurrentIndex(restoreBackupTab);
+    if (const auto &select = row(PageId::RestoreBackup).select)
+        select(context.shared, name);
 }
 
 void Varnel::showWelcomeView()

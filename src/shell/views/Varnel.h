@@ -42,6 +42,8 @@ public:
     void showWelcomeTabView();
     /// As the menu's command does.
     void openAnotherHome();
+    /// The page of the backup files, with that one selected.
+    void showBackup(const QString &name);
 
     /// The list of keys, as a sheet.
     void showShortcuts();

@@ -6,6 +6,7 @@
 #include "shell/views/CloseApplicationsSheet.h"
 #include "shell/views/CloseRowsModel.h"
 #include "support/FileFacts.h"
+#include "support/gui/Messages.h"
 #include "support/gui/ProgramFixture.h"
 #include "ui/AlertSheet.h"
 #include "ui/Theme.h"
@@ -181,6 +182,18 @@ TEST_P(PicturesTest, LoginItemsOfAMacAccount)
     expect(*window, u"login-items-account"_s);
 }
 
+TEST_P(PicturesTest, PendingLoginItems)
+{
+    open();
+    const QWidget &page = go(loginTab);
+    auto &items = *page.findChild<QTableView *>(u"tableView"_s)->model();
+    items.setData(items.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+    dialogs.application = u"/Applications/Editor.app"_s;
+    click(*page.findChild<QPushButton *>(u"addButton"_s));
+    page.findChild<QPushButton *>(u"saveButton"_s)->setFocus();
+    expect(*window, u"login-items-pending"_s);
+}
+
 TEST_P(PicturesTest, NoLoginItems)
 {
     loginItems.items.clear();
@@ -223,6 +236,9 @@ TEST_P(PicturesTest, Search)
     field.selectAll();
     QTest::keyClicks(&field, u"nothing of the kind"_s);
     expect(*window, u"search-none"_s);
+    field.selectAll();
+    QTest::keyClicks(&field, u"hide the"_s);
+    expect(*window, u"search-called"_s);
 }
 
 TEST_P(PicturesTest, NoBackups)
@@ -248,8 +264,69 @@ TEST_P(PicturesTest, Backups)
     table.setFocus();
     table.selectRow(0);
     expect(*window, u"restore"_s);
+    table.selectAll();
+    expect(*window, u"restore-several"_s);
+    table.selectRow(0);
     click(*page.findChild<QPushButton *>(u"infoButton"_s));
     expectSheet(*dialogs.sheets.last(), u"sheet-contents"_s);
+}
+
+TEST_P(PicturesTest, MessagesOfASave)
+{
+    const QString dock = place + u"/Library/Preferences/com.apple.dock.plist";
+    QDir().mkpath(dock);
+    open();
+    const QWidget &page = go(settingsTab);
+    auto &save = *page.findChild<QPushButton *>(u"saveButton"_s);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    selectGroup(page, 1);
+    choosePending(page, u"HideDockView"_s, 0);
+    click(save);
+    expect(*window, u"message-not-saved"_s);
+    followLink(page, u"Details"_s);
+    expectSheet(*dialogs.sheets.last(), u"sheet-details"_s);
+    QDir().rmdir(dock);
+    followLink(page, u"Try Again"_s);
+    expect(*window, u"message-saved"_s);
+    QFile file(dock);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.close();
+    selectGroup(page, 0);
+    selectGroup(page, 1);
+    expect(*window, u"message-damaged"_s);
+}
+
+TEST_P(PicturesTest, MessageOfALostWayBack)
+{
+    open();
+    const QString backups = place + u"/Library/Application Support/Varnel/Backup";
+    QDir(backups).removeRecursively();
+    QFile file(backups);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QWidget &page = go(settingsTab);
+    choosePending(page, u"ScrollbarView"_s, 2);
+    click(*page.findChild<QPushButton *>(u"saveButton"_s));
+    expect(*window, u"message-no-way-back"_s);
+}
+
+TEST_P(PicturesTest, MessagesOfOtherPages)
+{
+    putBackup(u"quillet1.sqlite"_s);
+    open();
+    const QWidget &restore = go(restoreTab);
+    auto &table = *restore.findChild<QTableView *>(u"tableView"_s);
+    dynamic_cast<BackupModel &>(*table.model())
+        .setEntries(
+            {{u"quillet1.sqlite"_s, QDateTime({2024, 3, 4}, {9, 41, 26}, QTimeZone::utc())}});
+    table.selectRow(0);
+    click(*restore.findChild<QPushButton *>(u"restoreButton"_s));
+    expect(*window, u"message-restored"_s);
+    const QWidget &login = go(loginTab);
+    dialogs.application = u"/Applications/Editor.app"_s;
+    click(*login.findChild<QPushButton *>(u"addButton"_s));
+    QDir().mkpath(place + u"/Library/Application Support/Varnel/disableLoginItems.sqlite");
+    click(*login.findChild<QPushButton *>(u"saveButton"_s));
+    expect(*window, u"message-login-items"_s);
 }
 
 TEST_P(PicturesTest, Sheets)
@@ -281,6 +358,14 @@ TEST_P(PicturesTest, Sheets)
                          true},
                         {});
     expectSheet(deleting, u"sheet-delete"_s);
+
+    AlertSheet unsaved(window.get(),
+                       {u"Changes Were Not Saved"_s,
+                        u"1 of 2 changes was not saved: com.apple.dock.plist can't be written "
+                        u"(Permission denied)."_s,
+                        {u"Close Anyway"_s, u"Stay"_s}},
+                       {});
+    expectSheet(unsaved, u"sheet-unsaved"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Light, PicturesTest, testing::Values(false));

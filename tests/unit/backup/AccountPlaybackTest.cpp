@@ -39,7 +39,7 @@ struct AccountPlayback {
             access.addAccount(test.account, test.accountStore);
             EXPECT_TRUE(access.use(list));
         }
-        QList<Error> save(Change::Action action, const QString &path, bool enabled = false)
+        QList<LoginItemFailure> save(Change::Action action, const QString &path, bool enabled = false)
         {
             pending.addDataToChangeDataList(action, path, enabled);
             return pending.saveChanges();
@@ -191,9 +191,9 @@ TEST_F(AccountItemsInAHome, WhatWasNeverInTheListStaysInItsStore)
     const QString added = u"/Applications/New.app"_s;
     AccountRun run(*this, LoginItemsList::Account);
     EXPECT_TRUE(run.save(Change::Add, added).isEmpty());
-    const QList<Error> failures = run.save(Change::Enable, added);
+    const QList<LoginItemFailure> failures = run.save(Change::Enable, added);
     ASSERT_EQ(failures.size(), 1);
-    EXPECT_TRUE(failures.first().text.contains(u"never in the account's list"));
+    EXPECT_TRUE(failures.first().error.text.contains(u"never in the account's list"));
     EXPECT_EQ(lines().last(), u"off " + added);
     EXPECT_EQ(readRaw(file), before);
 }

@@ -1,4 +1,5 @@
 #include "settings/SearchIndex.h"
+#include "settings/Catalogue.h"
 
 #include <QLocale>
 
@@ -137,4 +138,25 @@ TEST(SearchIndex, AResultTellsItsTextAndTheLengthOfTheMatch)
 {
     EXPECT_EQ(findViews(u"BONJOUR"_s),
               (QList<SearchResult> {{1200, u"Show Bonjour on Safari's Bookmarks bar"_s, 7}}));
+}
+
+TEST(SearchIndex, SettingsAreCalledAsTheWindowCallsThem)
+{
+    const auto called = [](const QString &typed) {
+        QStringList names;
+        for (const SettingRow *row : settingsCalled(typed))
+            names.append(row->label);
+        return names;
+    };
+    EXPECT_EQ(called(u" hide the dock "_s).value(0), u"Hide the Dock"_s);
+    EXPECT_EQ(called(u"lock the dock"_s), QStringList {u"Lock the contents"_s});
+    EXPECT_EQ(called(u"dock"_s).value(0), u"Dock style"_s) << "what begins so comes first";
+    EXPECT_EQ(called(u"dock"_s).size(), 5);
+    EXPECT_EQ(called(u"reading list"_s).size(), 1);
+    EXPECT_TRUE(called(u""_s).isEmpty());
+    EXPECT_TRUE(called(u"nothing of the kind"_s).isEmpty());
+    for (const SettingRow &row : catalogue()) {
+        const QList<const SettingRow *> found = settingsCalled(row.label);
+        EXPECT_TRUE(found.contains(&row)) << row.label.toStdString();
+    }
 }
