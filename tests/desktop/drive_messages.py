@@ -156,6 +156,10 @@ def read_only(home, window):
     window.says("Saved 1 change. Old values are in quillet1.sqlite.")
     expect("the Dock's file", home.read(DOCK), {"autohide": True})
     expect("the backup's rows", home.rows(), [1009])
+    window.press("push button", "Undo…")
+    window.press("push button", "Restore")
+    window.says("Restored: 1 setting. Dock wants a restart.")
+    expect("the Dock's file", home.read(DOCK), None)
 
 
 def damaged(home, window):
