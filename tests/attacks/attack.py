@@ -20,7 +20,6 @@ import shutil
 import signal
 import socket
 import stat
-import struct
 import subprocess
 import sys
 import tempfile
@@ -92,7 +91,8 @@ class Intruder:
 
     def __init__(self, user, step, group=None, at_once=False):
         """Waits for its first step, or `at_once` for no more than that it is there."""
-        self.counter = mmap.mmap(-1, 16)
+        # One word, written at once: packing several would clear them first, and be read so now and then.
+        self.counter = ctypes.c_uint64.from_buffer(mmap.mmap(-1, 8))
         ready, told = os.pipe()
         parent = os.getpid()
         sys.stdout.flush()
@@ -115,21 +115,20 @@ class Intruder:
             raise Failure("an intruder did not come up")
 
     def _work(self, step, told, at_once):
-        done = tried = 0
         if at_once:
             os.write(told, b"!")
+        has_tried = at_once
         while True:
             with contextlib.suppress(OSError):
                 step()
-                done += 1
-            tried += 1
-            struct.pack_into("QQ", self.counter, 0, done, tried)
-            if tried == 1 and not at_once:
+                self.counter.value += 1
+            if not has_tried:
+                has_tried = True
                 os.write(told, b"!")
 
     @property
     def done(self):
-        return struct.unpack_from("QQ", self.counter)[0]
+        return self.counter.value
 
     def must_have_worked(self):
         """What was never done proves nothing."""
