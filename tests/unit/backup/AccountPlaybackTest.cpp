@@ -39,7 +39,8 @@ struct AccountPlayback {
             access.addAccount(test.account, test.accountStore);
             EXPECT_TRUE(access.use(list));
         }
-        QList<LoginItemFailure> save(Change::Action action, const QString &path, bool enabled = false)
+        QList<LoginItemFailure> save(Change::Action action, const QString &path,
+                                     bool enabled = false)
         {
             pending.addDataToChangeDataList(action, path, enabled);
             return pending.saveChanges();
