@@ -104,7 +104,7 @@ TEST_F(HomeOpeningTest, AHomeWithoutMacPreferencesIsToldOnTheFirstPage)
     const HomeOpening opening(window, dialogs, desktop, home.home());
     controller.awakeFromNib();
     window.show();
-    EXPECT_TRUE(intro(window).startsWith(u"No Mac has stored preferences in this home yet."));
+    EXPECT_TRUE(intro(window).startsWith(u"No Mac has stored preferences in this home."));
     dialogs.folder = u"/mnt/disk/Users/anna"_s;
     click(*window.findChild<QAbstractButton *>(u"openHomeButton"_s));
     EXPECT_EQ(desktop.launches, QList {startOf(u"/mnt/disk/Users/anna"_s)});

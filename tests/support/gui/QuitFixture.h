@@ -13,6 +13,7 @@
 #include "support/gui/Input.h"
 #include "support/gui/WindowFixture.h"
 
+#include <QDir>
 #include <QPushButton>
 #include <QTableView>
 
@@ -24,6 +25,8 @@ namespace varnel::test {
 struct QuitFixture : WindowFixture {
     QuitFixture()
     {
+        // The home is one that has a session's list of login items.
+        QDir().mkpath(home.path() + u"/.config/autostart");
         window.setCloseGate([this] { return flow.windowShouldClose(); });
         controller.awakeFromNib();
         window.show();
